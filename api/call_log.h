@@ -1,0 +1,87 @@
+// The call log: one text line per exported call, for the technician who wants to know what the till did. It
+// is on from the start, in "fmlog.txt" in the current directory. The file is opened, appended to and closed
+// for every line; a file that cannot be written loses the line and changes nothing else.
+#pragma once
+
+#include "device/amount.h"
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+namespace telvofm {
+
+class CallLog
+{
+public:
+    void switchOn(std::string_view path);
+    // Keeps the path.
+    void switchOff();
+    [[nodiscard]] bool isOn() const { return enabled.load(std::memory_order_relaxed); }
+
+    // Appends a line in one write, whether the log is on or not.
+    void append(std::string line);
+
+private:
+    std::atomic<bool> enabled = true;
+    std::mutex settings;
+    std::string path = "fmlog.txt";
+};
+
+// The library's one call log. It is never destroyed, so that a thread that outlives main() can still use it.
+CallLog& callLog();
+
+// How each kind of value appears in a line.
+inline void appendToLine(std::string& line, std::string_view text)
+{
+    line.append(text);
+}
+inline void appendToLine(std::string& line, const char* text) // a null pointer counts as an empty text
+{
+    line.append(text == nullptr ? "" : text);
+}
+inline void appendToLine(std::string& line, char character)
+{
+    line.push_back(character);
+}
+inline void appendToLine(std::string& line, bool flag)
+{
+    line.push_back(flag ? '1' : '0');
+}
+inline void appendToLine(std::string& line, int number)
+{
+    line.append(NumberText::whole(number).view());
+}
+inline void appendToLine(std::string& line, unsigned int number)
+{
+    line.append(NumberText::whole(number).view());
+}
+inline void appendToLine(std::string& line, std::size_t number)
+{
+    line.append(NumberText::whole(static_cast<long long>(number)).view());
+}
+inline void appendToLine(std::string& line, const Amount& amount)
+{
+    amount.writeGeneral([&line](std::string_view digits) { line.append(digits); });
+}
+
+template <typename... Parts>
+std::string logLine(const Parts&... parts)
+{
+    std::string line;
+    (appendToLine(line, parts), ...);
+    line.push_back('\n');
+    return line;
+}
+
+// Writes one line made of literal labels and the values behind them, exactly as they stand in the call.
+template <typename... Parts>
+void logCall(const Parts&... parts)
+{
+    if (callLog().isOn()) {
+        callLog().append(logLine(parts...));
+    }
+}
+
+} // namespace telvofm

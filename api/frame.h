@@ -1,0 +1,56 @@
+// The frame of every export: it finds the open device, holds its lock while the command runs, and turns
+// failures into codes. No export tries, locks or catches anything itself.
+#pragma once
+
+#include "api/session.h"
+#include "device/device.h"
+#include "device/telvo06fm_exception.h"
+#include "device/text.h"
+
+#include <mutex>
+#include <utility>
+
+namespace telvofm {
+
+inline constexpr int succeeded = 0;
+inline constexpr int noOpenDevice = -1;
+
+// Runs a command on the open device: 0, the code of its failure, or -1 without an open device. Exceptions of
+// other types pass to the caller of the export, which is meant.
+template <typename Command>
+int runCommand(Command command)
+{
+    const auto printer = openDevice();
+    if (!printer) {
+        return noOpenDevice;
+    }
+    try {
+        const std::scoped_lock lock(printer->lock);
+        command(*printer);
+        return succeeded;
+    } catch (const Telvo06FMException& failure) {
+        return failure.code;
+    }
+}
+
+// As `runCommand` for commands that fetch a reply; `deliver` gets it after the lock is released, and only on
+// success.
+template <typename Query, typename Deliver>
+int runQuery(Query query, Deliver deliver)
+{
+    std::string reply;
+    const int result = runCommand([&](Device& printer) { reply = query(printer); });
+    if (result == succeeded) {
+        deliver(std::move(reply));
+    }
+    return result;
+}
+
+// What the `_str` and most `_int` exports use of a text that stands for a single character: its first byte,
+// and 0x00 for an empty text.
+inline char firstCharacter(const char* text)
+{
+    return Text(text).firstCharacter();
+}
+
+} // namespace telvofm

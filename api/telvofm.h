@@ -1,0 +1,376 @@
+/*
+ * TelvoFM: drives a fiscal cash-register printer over a serial port or TCP.
+ *
+ *     openFM("192.168.1.10:9100");
+ *     paragonBegin(1, 0, 1, 0, 0, 1, 0);
+ *     itemSale(1, 0, "Chlieb", 12.50, 'A', 1.5, 8.33, "ks");
+ *     payment(1, 0, 1, 12.50, 12.50, 0, "Hotovost");
+ *     paragonEnd(1, 0, 0);
+ *     closeFM();
+ *
+ * 1. One printer at a time. The open functions connect; every other function works on the connected printer.
+ * 2. Each call is exactly one exchange with the printer. The library keeps no receipt and no totals, and
+ * checks almost no argument: values go to the printer, which judges them.
+ * 3. Texts are NUL-terminated byte strings in Windows-1250. On serial links most are converted to code page
+ * 852 on the way out and back on the way in; each function says which are not. On TCP links nothing is
+ * converted. A null text counts as an empty one.
+ * 4. `device` is the printer's address; only its low byte is sent.
+ * 5. Amounts come in up to three variants: the plain function takes `double`, `_int` takes whole numbers in
+ * fixed units (money in hundredths, quantities in thousandths, unit prices and exchange rates in
+ * ten-thousandths), `_str` takes text that is sent unchanged. Where a plain function takes a `char`, `_str`
+ * takes a text and uses its first character; an empty text sends the byte 0x00.
+ * 6. What comes back, unless a function says otherwise: 0, or the code of the failure.
+ *
+ *        0           done
+ *        1 ... 255   the printer's own error code
+ *        64          also: serial, the printer is silent for 15 s although it holds clear-to-send on
+ *        -1          no printer is open; for the open functions: it could not be opened
+ *        -10000      serial: a run-time failure inside the exchange
+ *        -10001      serial: an uploaded block was refused three times; TCP: a run-time failure inside a
+ * command -10002      a reply was damaged three times, or a byte came that the protocol does not allow there
+ *        -10103      serial: the port is not open, or clear-to-send is off when a write begins
+ *        -10104      the bitmap file is not monochrome
+ *        -10200      serial: the port reported error 2
+ *        -10201      any other failure of the link or of a file; TCP: the printer closed the connection
+ *        -10202      the printer did not answer in time
+ *
+ *    "The usual codes" below are those of the link in use. After a failure the link stays open and the next
+ * call may succeed.
+ * 7. Functions may be called from several threads; each exchange is whole. rawRead and rawWrite do not wait
+ * for an exchange of another thread to end.
+ * 8. Unless the call log is off, every call writes one line to it before anything is sent (see setLogginOn).
+ * Passwords appear as "*****" unless a function says that it writes them in clear.
+ * 9. Memory that a function returns stays the library's, except result objects, which the caller destroys.
+ *
+ * The spellings of some names are unusual; they are part of the interface.
+ */
+#ifndef TELVOFM_H
+#define TELVOFM_H
+
+#include <stdbool.h>
+#include <stdint.h>
+
+#if defined(_WIN32)
+#if defined(TELVOFM_BUILDING)
+#define TELVOFM_API
+#else
+#define TELVOFM_API __declspec(dllimport)
+#endif
+#else
+#define TELVOFM_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* A byte string of any length that the library fills and the caller reads; see createResultObject. */
+typedef struct ResultObject ResultObject;
+
+/* ---- Session
+ * ------------------------------------------------------------------------------------------------- */
+
+/* Returns 106, the version of this interface, whether a printer is open or not. Not logged. */
+TELVOFM_API int getVersion(void);
+
+/*
+ * Connects to the printer. A name that begins with "COM" or "\\.\COM" (in this case of letters) is a serial
+ * port, opened with 57600 baud, 8 data bits, no parity, one stop bit; on POSIX systems COM<n> is
+ * /dev/ttyS<n-1>, and COM followed by an absolute path is that path. Any other name is a host, or a host and
+ * a port joined by a colon; without a port it is 64000. Writes "host: ... port: ..." to standard output for a
+ * TCP link. Returns 0, or -1 when the connection could not be made. After -1 closeFM is still due. A second
+ * open without closeFM leaves the first connection open and out of reach.
+ */
+TELVOFM_API int openFM(const char* portName);
+
+/*
+ * As openFM for a serial port, with 57600 or 115200 baud. With any other rate no port is opened: the link
+ * that is already held is opened again for a new session, and without one the result is -1. Returns -1 for a
+ * name that is no serial port. Logged under the name of openFM, without the rate.
+ */
+TELVOFM_API int openFMBaud(const char* portName, uint32_t baud);
+
+/*
+ * As openFM for a serial port at 57600 baud with the given stop bits: 1, 2, or 15 for one and a half; any
+ * other number means one. Returns -1 for a name that is no serial port.
+ */
+TELVOFM_API int openFMStopBit(const char* portName, uint32_t stopBits);
+
+/* Closes the connection and forgets the session's settings and pictures. Does nothing when none is open. */
+TELVOFM_API void closeFM(void);
+
+/* Stores a time in milliseconds with the current link. No exchange reads it. Not logged. */
+TELVOFM_API void setTcpTimeout(int64_t timeoutMs);
+
+/*
+ * Reads up to `count` bytes as they come from the printer into `buffer`, until nothing more comes in time: on
+ * TCP each byte may take 3 s and, after a probe, 3 s more; on serial links only bytes already received are
+ * taken. Returns their number, 0 when `marker` is null, -1 on a failure, without a link, or when `buffer` is
+ * null. Not logged.
+ */
+TELVOFM_API int64_t rawRead(unsigned char* buffer, int64_t count, const void* marker);
+
+/*
+ * Writes `count` bytes to the printer as they are, without a checksum byte. Returns their number, or -1 on a
+ * failure, without a link, when `bytes` is null or `count` negative. Not logged.
+ */
+TELVOFM_API int64_t rawWrite(const unsigned char* bytes, int64_t count);
+
+/*
+ * Sends `data`, up to its terminating NUL, as a complete request and waits for the printer's acceptance. Only
+ * requests without fields can be sent this way, because every field ends with 0x00. Returns 0 or the usual
+ * codes.
+ */
+TELVOFM_API int sendUnspecifiedData(const char* data);
+
+/* ---- Call log
+ * ------------------------------------------------------------------------------------------------ */
+
+/*
+ * Switches the call log on and makes `path` its file; the file is opened, appended to and closed for every
+ * line. From the start the log is on and writes to "fmlog.txt" in the current directory. A file that cannot
+ * be written loses its lines without any other effect.
+ */
+TELVOFM_API void setLogginOn(const char* path);
+
+/* Switches the call log off. */
+TELVOFM_API void setLogginOff(void);
+
+/* ---- Result objects
+ * ------------------------------------------------------------------------------------------ */
+
+/* Returns a new, empty result object that the caller destroys, or null when memory runs out. Not logged. */
+TELVOFM_API ResultObject* createResultObject(void);
+
+/* Destroys a result object; a null pointer is ignored. */
+TELVOFM_API void destroyResultObject(ResultObject* object);
+
+/* The number of bytes held (the low 32 bits of it). The object must not be null. */
+TELVOFM_API int getResultObjectLength(const ResultObject* object);
+
+/*
+ * The bytes held, with a 0x00 behind the last one. They may contain 0x00 themselves. The pointer is valid
+ * until the object is filled again or destroyed. The object must not be null.
+ */
+TELVOFM_API const char* getResultObjectString(const ResultObject* object);
+
+/* ---- Raw log
+ * ------------------------------------------------------------------------------------------------- */
+
+/*
+ * Switches the raw log on: every byte on the link, in hexadecimal, "C: " for sent and "S: " for received
+ * ones. The file at `path` is emptied; an empty path means the one of an earlier call, and without one
+ * nothing changes. Passwords and receipts appear in it as they pass the link. Not logged.
+ */
+TELVOFM_API void setRawLogginOn(const char* path);
+
+/* Switches the raw log off and keeps its path. */
+TELVOFM_API void seRawLogginOff(void);
+
+/* ---- Receipt: lifecycle
+ * -------------------------------------------------------------------------------------- */
+
+/*
+ * Opens a receipt. The meaning of the numbers is the printer's; they are sent as given. Returns 0 or the
+ * usual codes; the printer refuses a receipt while another one is open.
+ */
+TELVOFM_API int paragonBegin(int device, int row, int saleType, int commType, int paragonType,
+                             int recapitulation, int graphicsHeader);
+
+/* Closes the receipt. Returns 0 or the usual codes. */
+TELVOFM_API int paragonEnd(int device, int row, int graphicsHeader);
+
+/* Opens the selling day; `deviceNumber` is the printer's address. Returns 0 or the usual codes. */
+TELVOFM_API int sellingDayBegin(int deviceNumber, int saleMode);
+
+/* Cancels the open receipt; `description` is printed and may have any length. Returns 0 or the usual codes.
+ */
+TELVOFM_API int destroyParagon(int device, int row, const char* description);
+
+/* Prints the last receipt again. Returns 0 or the usual codes. */
+TELVOFM_API int repeatParagon(int device);
+
+/* Cancels the running print job. Returns 0 or the usual codes. */
+TELVOFM_API int printJobCancel(int device);
+
+/* Confirms the printer's note. Returns 0 or the usual codes. */
+TELVOFM_API int confirmNote(int device);
+
+/* ---- Receipt: items
+ * ------------------------------------------------------------------------------------------ */
+
+/*
+ * The item functions add a line to the open receipt.
+ *   commodityName   any length; blanks fill it up to 40 bytes while setAutoTwoLineItem is on
+ *   totalPrice      sent with 2 decimals; `_int`: hundredths; `_str`: sent as given
+ *   vat             the letter of the VAT rate
+ *   amount          the quantity, sent with 3 decimals; `_int`: thousandths; `_str`: sent as given
+ *   unitPrice       sent with 2 decimals; `_int`: ten-thousandths; `_str`: sent as given
+ *   unit            sent as exactly 3 bytes: filled with blanks or cut
+ *   receiptNumber   of voids and returns: the receipt that they refer to
+ * All return 0 or the usual codes.
+ */
+
+/* A sale, amounts as numbers. */
+TELVOFM_API int itemSale(int device, int row, const char* commodityName, double totalPrice, char vat,
+                         double amount, double unitPrice, const char* unit);
+
+/* A sale, amounts as whole numbers in fixed units. */
+TELVOFM_API int itemSale_int(int device, int row, const char* commodityName, int totalPrice, const char* vat,
+                             int amount, int unitPrice, const char* unit);
+
+/* A sale, amounts as text. */
+TELVOFM_API int itemSale_str(int device, int row, const char* commodityName, const char* totalPrice,
+                             const char* vat, const char* amount, const char* unitPrice, const char* unit);
+
+/* The void of an earlier line of this receipt, amounts as numbers. */
+TELVOFM_API int itemVoid(int device, int row, const char* commodityName, double totalPrice, char vat,
+                         double amount, double unitPrice, const char* unit, const char* receiptNumber);
+
+/* The void of an earlier line of this receipt, amounts as whole numbers in fixed units. */
+TELVOFM_API int itemVoid_int(int device, int row, const char* commodityName, int totalPrice, const char* vat,
+                             int amount, int unitPrice, const char* unit, const char* receiptNumber);
+
+/* The void of an earlier line of this receipt, amounts as text. Logged under the name itemVoid_int. */
+TELVOFM_API int itemVoid_str(int device, int row, const char* commodityName, const char* totalPrice,
+                             const char* vat, const char* amount, const char* unitPrice, const char* unit,
+                             const char* receiptNumber);
+
+/* Goods returned from an earlier receipt, amounts as numbers. */
+TELVOFM_API int itemReturn(int device, int row, const char* commodityName, double totalPrice, char vat,
+                           double amount, double unitPrice, const char* unit, const char* receiptNumber);
+
+/* Goods returned from an earlier receipt, amounts as whole numbers in fixed units. */
+TELVOFM_API int itemReturn_int(int device, int row, const char* commodityName, int totalPrice,
+                               const char* vat, int amount, int unitPrice, const char* unit,
+                               const char* receiptNumber);
+
+/* Goods returned from an earlier receipt, amounts as text. */
+TELVOFM_API int itemReturn_str(int device, int row, const char* commodityName, const char* totalPrice,
+                               const char* vat, const char* amount, const char* unitPrice, const char* unit,
+                               const char* receiptNumber);
+
+/* A negative item, amounts as numbers. */
+TELVOFM_API int itemNegative(int device, int row, const char* commodityName, double totalPrice, char vat,
+                             double amount, double unitPrice, const char* unit);
+
+/* A negative item, amounts as whole numbers in fixed units. */
+TELVOFM_API int itemNegative_int(int device, int row, const char* commodityName, int totalPrice,
+                                 const char* vat, int amount, int unitPrice, const char* unit);
+
+/* A negative item, amounts as text. Logged under the name itemNegative_int. */
+TELVOFM_API int itemNegative_str(int device, int row, const char* commodityName, const char* totalPrice,
+                                 const char* vat, const char* amount, const char* unitPrice,
+                                 const char* unit);
+
+/*
+ * While on, item names shorter than 40 bytes are filled with blanks to 40. Belongs to the open session and
+ * begins as off; without an open session the call does nothing. Not logged.
+ */
+TELVOFM_API void setAutoTwoLineItem(bool on);
+
+/* Whether item names are filled up; false without an open session. Not logged. */
+TELVOFM_API bool isAutoTwoLineItem(void);
+
+/* ---- Receipt: discounts
+ * -------------------------------------------------------------------------------------------- */
+
+/* ---- Receipt: payments
+ * --------------------------------------------------------------------------------------- */
+
+/*
+ * The payment functions settle the open receipt.
+ *   paymentNumber     the payment type, by its number in the printer
+ *   total             sent with 2 decimals
+ *   payedAmount       sent with 2 decimals, exactly zero as "0"
+ *   exchangeRate      sent with 4 decimals, exactly zero as "0"; payment1 puts "+" in front in every case
+ *   description       sent as exactly 10 bytes: filled with blanks or cut
+ *   totalPayedAmount  of payment2: paid so far, sent as payedAmount is
+ * `_int` takes hundredths, and ten-thousandths for the exchange rate; `_str` sends its texts as given,
+ * without the rule for zero. All return 0 or the usual codes.
+ */
+
+/* A payment, amounts as numbers. */
+TELVOFM_API int payment(int device, int row, int paymentNumber, double total, double payedAmount,
+                        double exchangeRate, const char* description);
+
+/* A payment, amounts as whole numbers. */
+TELVOFM_API int payment_int(int device, int row, int paymentNumber, int total, int payedAmount,
+                            int exchangeRate, const char* description);
+
+/* A payment, amounts as text. */
+TELVOFM_API int payment_str(int device, int row, int paymentNumber, const char* total,
+                            const char* payedAmount, const char* exchangeRate, const char* description);
+
+/* A payment with a signed exchange rate, amounts as numbers. */
+TELVOFM_API int payment1(int device, int row, int paymentNumber, double total, double payedAmount,
+                         double exchangeRate, const char* description);
+
+/* A payment with a signed exchange rate, amounts as whole numbers. */
+TELVOFM_API int payment1_int(int device, int row, int paymentNumber, int total, int payedAmount,
+                             int exchangeRate, const char* description);
+
+/* A payment with the total paid so far, amounts as numbers. */
+TELVOFM_API int payment2(int device, int row, int paymentNumber, double total, double payedAmount,
+                         double exchangeRate, const char* description, double totalPayedAmount);
+
+/* A payment with the total paid so far, amounts as whole numbers. */
+TELVOFM_API int payment2_int(int device, int row, int paymentNumber, int total, int payedAmount,
+                             int exchangeRate, const char* description, int totalPayedAmount);
+
+/*
+ * Puts money into the drawer or takes it out, as `operationType` tells the printer. `description` may have
+ * any length; `amount` is sent with 2 decimals. Returns 0 or the usual codes.
+ */
+TELVOFM_API int depositeInDrawer(int device, int row, const char* description, int operationType,
+                                 double amount, int paymentNumber);
+
+/* As depositeInDrawer, the amount in hundredths. */
+TELVOFM_API int depositeInDrawer_int(int device, int row, const char* description, int operationType,
+                                     int amount, int paymentNumber);
+
+/* As depositeInDrawer, the amount as text, sent as given. Logged under the name depositeInDrawer_int. */
+TELVOFM_API int depositeInDrawer_str(int device, int row, const char* description, int operationType,
+                                     const char* amount, int paymentNumber);
+
+/* ---- Receipt: extras
+ * ----------------------------------------------------------------------------------------------- */
+
+/* ---- Configuration: VAT rates
+ * -------------------------------------------------------------------------------------- */
+
+/* ---- Configuration: setup
+ * ------------------------------------------------------------------------------------------ */
+
+/* ---- Configuration: fiscalization and service
+ * ---------------------------------------------------------------------- */
+
+/* ---- Configuration: announcements, display, codes
+ * ------------------------------------------------------------------ */
+
+/* ---- Configuration: online registration
+ * ---------------------------------------------------------------------------- */
+
+/* ---- Reports: printed reports
+ * -------------------------------------------------------------------------------------- */
+
+/* ---- Reports: journals
+ * --------------------------------------------------------------------------------------------- */
+
+/* ---- Reports: variables, last receipt, intervals
+ * ------------------------------------------------------------------- */
+
+/* ---- Reports: backups and memory images
+ * ---------------------------------------------------------------------------- */
+
+/* ---- Reports: journal archive
+ * -------------------------------------------------------------------------------------- */
+
+/* ---- Graphics
+ * ------------------------------------------------------------------------------------------------------ */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

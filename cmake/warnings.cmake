@@ -1,0 +1,5 @@
+# The warnings that every target of ours is built with; each is an error.
+add_library(telvofm_warnings INTERFACE)
+target_compile_options(telvofm_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2 -Werror
+    "$<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast;-Wnon-virtual-dtor;-Woverloaded-virtual>")

@@ -1,0 +1,89 @@
+#include "device/device.h"
+
+#include "device/character_map.h"
+#include "device/telvo06fm_exception.h"
+
+#include <fstream>
+#include <utility>
+
+namespace telvofm {
+
+Device::Device(std::shared_ptr<LinkDriver> linkDriver) : driver(std::move(linkDriver)) {}
+
+void Device::open(bool convertsText)
+{
+    convertText = convertsText;
+    driver->open();
+}
+
+void Device::close()
+{
+    driver->close();
+}
+
+Request Device::request(int address, Command command)
+{
+    return {requestStorage, address, command, convertText ? &CharacterMap::outgoing : nullptr};
+}
+
+void Device::send(const Request& request)
+{
+    driver->sendCommand(request.bytes());
+}
+
+void Device::sendUnspecified(std::string_view request)
+{
+    driver->sendCommand(request);
+}
+
+std::string Device::query(const Request& request)
+{
+    std::string reply = driver->query(request.bytes());
+    convertReply(reply);
+    return reply;
+}
+
+void Device::queryToFile(const Request& request, const char* fileName)
+{
+    std::ofstream file(fileName, std::ios::binary | std::ios::trunc);
+    if (!file) {
+        throw Telvo06FMException(code::transportFailure);
+    }
+    std::string reply = driver->queryStrict(request.bytes());
+    convertReply(reply);
+    file.write(reply.data(), static_cast<std::streamsize>(reply.size()));
+    file.close();
+    if (!file) {
+        // A full disk: the caller must not believe that the data is there.
+        throw Telvo06FMException(code::transportFailure);
+    }
+}
+
+void Device::upload(std::string_view data, bool isFinal)
+{
+    driver->sendBlocks(data, isFinal);
+}
+
+std::string Device::converted(std::string_view text) const
+{
+    std::string result(text);
+    if (convertText) {
+        CharacterMap::outgoing.convertAll(result);
+    }
+    return result;
+}
+
+std::size_t Device::itemNameWidth() const
+{
+    constexpr std::size_t twoLineItemWidth = 40;
+    return autoTwoLineItem ? twoLineItemWidth : 0;
+}
+
+void Device::convertReply(std::string& reply) const
+{
+    if (convertText) {
+        CharacterMap::incoming.convertAll(reply);
+    }
+}
+
+} // namespace telvofm

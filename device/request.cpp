@@ -1,0 +1,103 @@
+#include "device/request.h"
+
+#include "device/character_map.h"
+
+#include <algorithm>
+
+namespace telvofm {
+namespace {
+
+constexpr char requestStart = 0x1C;
+constexpr char fieldEnd = 0x00;
+constexpr char requestEnd = 0x04;
+
+} // namespace
+
+Request::Request(std::string& target, int address, Command command, const CharacterMap* map)
+    : storage(target), conversion(map)
+{
+    storage.clear();
+    storage.push_back(requestStart);
+    storage.push_back(static_cast<char>(address & 0xFF));
+    storage.push_back(static_cast<char>(command));
+    storage.push_back(requestEnd);
+}
+
+Request& Request::number(int value)
+{
+    return raw(NumberText::whole(value).view());
+}
+
+Request& Request::amount(const Amount& value, int decimals)
+{
+    value.writeFixed(decimals, [this](std::string_view digits) { raw(digits); });
+    return *this;
+}
+
+Request& Request::amountOrZero(const Amount& value, int decimals)
+{
+    return value.isZero() ? raw("0") : amount(value, decimals);
+}
+
+Request& Request::markedAmountOrZero(char mark, const Amount& value, int decimals)
+{
+    const std::size_t fieldStart = storage.size() - 1;
+    amountOrZero(value, decimals);
+    storage.insert(fieldStart, 1, mark);
+    return *this;
+}
+
+Request& Request::character(char value)
+{
+    return raw({&value, 1});
+}
+
+Request& Request::text(std::string_view value)
+{
+    reopen();
+    appendConverted(value);
+    return endField();
+}
+
+Request& Request::paddedText(std::string_view value, std::size_t width)
+{
+    reopen();
+    appendConverted(value);
+    storage.append(width - std::min(width, value.size()), ' ');
+    return endField();
+}
+
+Request& Request::fixedText(std::string_view value, std::size_t width)
+{
+    return paddedText(value.substr(0, width), width);
+}
+
+Request& Request::raw(std::string_view value)
+{
+    reopen();
+    storage.append(value);
+    return endField();
+}
+
+void Request::reopen()
+{
+    storage.pop_back();
+}
+
+Request& Request::endField()
+{
+    storage.push_back(fieldEnd);
+    storage.push_back(requestEnd);
+    return *this;
+}
+
+void Request::appendConverted(std::string_view value)
+{
+    if (conversion != nullptr) {
+        conversion->appendConverted(storage, value);
+    } else {
+        storage.append(value);
+    }
+}
+
+} // namespace telvofm

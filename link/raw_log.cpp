@@ -1,0 +1,71 @@
+#include "link/raw_log.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace telvofm {
+namespace {
+
+struct CloseFile
+{
+    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+void appendHexadecimal(std::string& target, std::string_view bytes)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        target.push_back(digits[value >> 4U]);
+        target.push_back(digits[value & 0x0FU]);
+        target.push_back(' ');
+    }
+}
+
+} // namespace
+
+void RawLog::switchOn(std::string_view newPath)
+{
+    const std::scoped_lock lock(settings);
+    if (!newPath.empty()) {
+        path = newPath;
+        const File emptied(std::fopen(path.c_str(), "w"));
+    }
+    if (!path.empty()) {
+        enabled = true;
+    }
+}
+
+void RawLog::switchOff()
+{
+    enabled = false;
+}
+
+void RawLog::append(std::string_view direction, std::string_view bytes)
+{
+    const std::scoped_lock lock(settings);
+    const File file(std::fopen(path.c_str(), "a"));
+    if (!file) {
+        return;
+    }
+    std::string record;
+    record.reserve(bytes.size() * 3 + direction.size() + 1);
+    if (direction != lastDirection) {
+        if (!lastDirection.empty()) {
+            record.push_back('\n');
+        }
+        record.append(direction);
+        lastDirection = direction;
+    }
+    appendHexadecimal(record, bytes);
+    static_cast<void>(std::fwrite(record.data(), 1, record.size(), file.get()));
+}
+
+RawLog& rawLog()
+{
+    static RawLog& log = *new RawLog;
+    return log;
+}
+
+} // namespace telvofm

@@ -1,0 +1,76 @@
+#include "tests/wire/checks.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace wire {
+namespace {
+
+std::string difference(const std::string& what, const std::string& expected, const std::string& actual)
+{
+    return what + " should be\n      " + expected + "\n    and is\n      " + actual;
+}
+
+} // namespace
+
+std::string checkResult(const Call& call, const std::string& result)
+{
+    if (!call.result || call.result->text == result) {
+        return {};
+    }
+    return difference("the result", call.result->text, result);
+}
+
+std::string checkOutputs(const Call& call, const telvofm::tools::CallContext& context,
+                         const std::string& resultObject)
+{
+    if (call.buffer) {
+        const std::string_view all(context.buffer.data(), context.buffer.size());
+        if (all.substr(0, call.buffer->size()) != *call.buffer) {
+            return difference("the buffer", hexadecimal(*call.buffer),
+                              hexadecimal(all.substr(0, call.buffer->size())));
+        }
+    }
+    if (call.count && *call.count != context.count) {
+        return difference("the count", std::to_string(*call.count), std::to_string(context.count));
+    }
+    if (call.resultObject && *call.resultObject != resultObject) {
+        return difference("the result object", hexadecimal(*call.resultObject), hexadecimal(resultObject));
+    }
+    return {};
+}
+
+std::string checkFiles(const Call& call, const std::filesystem::path& folder)
+{
+    for (const auto& [name, expected] : call.files) {
+        const auto contents = readFile(folder / name);
+        if (contents != expected) {
+            return difference("the file " + name, expected ? hexadecimal(*expected) : "absent",
+                              contents ? hexadecimal(*contents) : "absent");
+        }
+    }
+    return {};
+}
+
+std::string LogFollower::check(const std::string& expected)
+{
+    std::string all = readFile(path).value_or("");
+    // The log is a text file: on Windows its lines end with two bytes.
+    for (auto at = all.find("\r\n"); at != std::string::npos; at = all.find("\r\n", at)) {
+        all.erase(at, 1);
+    }
+    const std::string added = all.substr(std::min(seen, all.size()));
+    seen = all.size();
+    return added == expected ? std::string() : difference("the call log", expected, added);
+}
+
+std::optional<std::string> readFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        return std::nullopt;
+    }
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+} // namespace wire

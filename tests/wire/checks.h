@@ -1,0 +1,34 @@
+// What a script says about the outcome of a call, compared with what came out.
+#pragma once
+
+#include "tests/wire/script.h"
+#include "tools/export_table.h"
+
+#include <filesystem>
+#include <string>
+
+namespace wire {
+
+// Each returns what is wrong, or an empty text.
+std::string checkResult(const Call& call, const std::string& result);
+std::string checkOutputs(const Call& call, const telvofm::tools::CallContext& context,
+                         const std::string& resultObject);
+std::string checkFiles(const Call& call, const std::filesystem::path& folder);
+
+// Follows the log file: what each call has added to it.
+class LogFollower
+{
+public:
+    explicit LogFollower(std::filesystem::path logFile) : path(std::move(logFile)) {}
+
+    std::string check(const std::string& expected);
+
+private:
+    std::filesystem::path path;
+    std::size_t seen = 0;
+};
+
+// The whole file, byte for byte; nothing when there is none.
+std::optional<std::string> readFile(const std::filesystem::path& path);
+
+} // namespace wire

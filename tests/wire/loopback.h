@@ -1,0 +1,58 @@
+// The printer's end of the wire: a listening socket on the loopback address, and the byte connection that a
+// script is played on. There is one implementation per platform.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace wire {
+
+class Connection
+{
+public:
+    Connection() = default;
+    explicit Connection(std::intptr_t openHandle, bool isSocket = true) : handle(openHandle), socket(isSocket)
+    {
+    }
+    Connection(Connection&& other) noexcept;
+    Connection& operator=(Connection&& other) noexcept;
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() { close(); }
+
+    [[nodiscard]] bool isOpen() const { return handle != -1; }
+    void send(std::string_view bytes);
+    // At most `count` bytes; an empty text when nothing comes in time; nothing when the other end has closed.
+    std::optional<std::string> receive(std::size_t count, std::chrono::milliseconds limit);
+    void close();
+
+private:
+    std::intptr_t handle = -1;
+    bool socket = true;
+};
+
+class Listener
+{
+public:
+    Listener();
+    ~Listener();
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    [[nodiscard]] std::uint16_t port() const { return boundPort; }
+    // A closed connection when none comes in time.
+    Connection accept(std::chrono::milliseconds limit);
+
+private:
+    std::intptr_t handle = -1;
+    std::uint16_t boundPort = 0;
+};
+
+// A pseudo-terminal: the connection is its controlling end, `path` the terminal's name. Closed where there is
+// none.
+Connection openPseudoTerminal(std::string& path);
+
+} // namespace wire

@@ -1,0 +1,120 @@
+#include "tests/wire/loopback.h"
+
+#include <arpa/inet.h>
+#include <cstdlib>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
+
+namespace wire {
+namespace {
+
+int descriptor(std::intptr_t handle)
+{
+    return static_cast<int>(handle);
+}
+
+bool becomesReadable(std::intptr_t handle, std::chrono::milliseconds limit)
+{
+    pollfd readable = {.fd = descriptor(handle), .events = POLLIN, .revents = 0};
+    return ::poll(&readable, 1, static_cast<int>(limit.count())) == 1;
+}
+
+} // namespace
+
+Connection::Connection(Connection&& other) noexcept
+    : handle(std::exchange(other.handle, -1)), socket(other.socket)
+{
+}
+
+Connection& Connection::operator=(Connection&& other) noexcept
+{
+    std::swap(handle, other.handle);
+    std::swap(socket, other.socket);
+    return *this;
+}
+
+void Connection::send(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const auto sent = socket ? ::send(descriptor(handle), bytes.data(), bytes.size(), MSG_NOSIGNAL)
+                                 : ::write(descriptor(handle), bytes.data(), bytes.size());
+        if (sent <= 0) {
+            return; // the library has gone; the expectations that follow tell
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+}
+
+std::optional<std::string> Connection::receive(std::size_t count, std::chrono::milliseconds limit)
+{
+    if (!becomesReadable(handle, limit)) {
+        return std::string();
+    }
+    std::string bytes(count, '\0');
+    const auto received = ::read(descriptor(handle), bytes.data(), bytes.size());
+    if (received <= 0) {
+        return std::nullopt;
+    }
+    bytes.resize(static_cast<std::size_t>(received));
+    return bytes;
+}
+
+void Connection::close()
+{
+    if (handle != -1) {
+        ::close(descriptor(std::exchange(handle, -1)));
+    }
+}
+
+Listener::Listener() : handle(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    auto* any = reinterpret_cast<sockaddr*>(&address);
+    if (::bind(descriptor(handle), any, size) != 0 || ::listen(descriptor(handle), 8) != 0 ||
+        ::getsockname(descriptor(handle), any, &size) != 0) {
+        throw std::runtime_error("no port could be opened on the loopback address");
+    }
+    boundPort = ntohs(address.sin_port);
+}
+
+Listener::~Listener()
+{
+    ::close(descriptor(handle));
+}
+
+Connection Listener::accept(std::chrono::milliseconds limit)
+{
+    if (!becomesReadable(handle, limit)) {
+        return {};
+    }
+    const int accepted = ::accept4(descriptor(handle), nullptr, nullptr, SOCK_CLOEXEC);
+    const int on = 1;
+    ::setsockopt(accepted, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    return Connection(accepted);
+}
+
+Connection openPseudoTerminal(std::string& path)
+{
+    const int controller = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (controller == -1 || ::grantpt(controller) != 0 || ::unlockpt(controller) != 0) {
+        return {};
+    }
+    path = ::ptsname(controller);
+    termios raw{};
+    ::tcgetattr(controller, &raw);
+    ::cfmakeraw(&raw);
+    ::tcsetattr(controller, TCSANOW, &raw);
+    return Connection(controller, false);
+}
+
+} // namespace wire

@@ -1,0 +1,39 @@
+// The printer of one call: plays its steps on the connection in a thread of its own while the call runs.
+#pragma once
+
+#include "tests/wire/loopback.h"
+#include "tests/wire/script.h"
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+namespace wire {
+
+class Printer
+{
+public:
+    // Begins to play; the connection belongs to the printer until `finish`.
+    Printer(Connection& connection, const std::vector<Step>& steps);
+    Printer(const Printer&) = delete;
+    Printer& operator=(const Printer&) = delete;
+    ~Printer() { finish(); }
+
+    // The call has returned: plays what is left, looks for bytes that nobody expected, and says what went
+    // wrong (nothing: an empty text).
+    std::string finish();
+
+private:
+    void play();
+    bool expect(const Step& step);
+    void answer(const Step& step);
+    void lookForMore();
+
+    Connection& connection;
+    const std::vector<Step>& steps;
+    std::string problem;
+    std::atomic<bool> callHasReturned = false;
+    std::thread player;
+};
+
+} // namespace wire

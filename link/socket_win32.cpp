@@ -75,7 +75,7 @@ Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
     FD_SET(handle, &readable);
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
     const auto rest = std::chrono::duration_cast<std::chrono::microseconds>(limit - seconds);
-    const timeval timeout = {static_cast<long>(seconds.count()), static_cast<long>(rest.count())};
+    timeval timeout = {static_cast<long>(seconds.count()), static_cast<long>(rest.count())};
     const int ready = ::select(0, &readable, nullptr, nullptr, &timeout);
     if (ready == SOCKET_ERROR) {
         return Wait::failed;

@@ -19,7 +19,7 @@ bool becomesReadable(std::intptr_t handle, std::chrono::milliseconds limit)
     FD_ZERO(&readable);
     FD_SET(socketOf(handle), &readable);
     const auto milliseconds = static_cast<long>(limit.count());
-    const timeval timeout = {milliseconds / 1000, milliseconds % 1000 * 1000};
+    timeval timeout = {milliseconds / 1000, milliseconds % 1000 * 1000};
     return ::select(0, &readable, nullptr, nullptr, &timeout) == 1;
 }
 

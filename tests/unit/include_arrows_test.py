@@ -1,0 +1,56 @@
+#!/usr/bin/env python3
+"""Keeps the direction of the includes: api -> commands, graphics -> device -> link."""
+import pathlib
+import re
+import sys
+
+# The rooms that each room may include from.
+ARROWS = {
+    "api": {"api", "commands", "graphics", "device", "link"},
+    "commands": {"commands", "device"},
+    "graphics": {"graphics", "device"},
+    "device": {"device", "link"},
+    "link": {"link"},
+    # The other end of the wire decodes with its own code.
+    "virtual_printer": {"virtual_printer"},
+}
+# Everything throws it, and it includes nothing of ours.
+EXCEPTION = "device/telvo06fm_exception.h"
+# The commands that need pictures, and what the printer's end may share: constants.
+ALLOWED = {"virtual_printer": {"device/command.h"}}
+
+ROOMS = set(ARROWS) | {"tools", "tests", "bench", "bindings"}
+INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
+
+
+def wrong_includes(root):
+    for room, targets in ARROWS.items():
+        for path in sorted((root / room).rglob("*")):
+            if path.suffix not in {".cpp", ".h", ".c"}:
+                continue
+            for target in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                other = target.split("/")[0]
+                if other not in ROOMS or "/" not in target:
+                    continue
+                if other in targets or target == EXCEPTION and room != "virtual_printer":
+                    continue
+                if target in ALLOWED.get(room, set()):
+                    continue
+                yield f"{path.relative_to(root)} includes {target}"
+    for target in INCLUDE.findall((root / EXCEPTION).read_text(encoding="utf-8")):
+        if target.split("/")[0] in ROOMS and "/" in target:
+            yield f"{EXCEPTION} includes {target}"
+
+
+def main():
+    root = pathlib.Path(sys.argv[1])
+    seen = sum(len(list((root / room).rglob("*.cpp"))) for room in ARROWS)
+    if seen == 0:
+        sys.exit("no sources found")
+    wrong = list(wrong_includes(root))
+    if wrong:
+        sys.exit("\n".join(wrong))
+    print(f"{seen} sources keep the direction")
+
+
+main()

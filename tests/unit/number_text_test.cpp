@@ -1,0 +1,150 @@
+#include "device/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <locale>
+#include <string>
+
+namespace telvofm {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+std::string fixed(double value, int decimals)
+{
+    return std::string(NumberText::fixed(value, decimals).view());
+}
+
+std::string general(double value)
+{
+    return std::string(NumberText::general(value).view());
+}
+
+std::string whole(long long value)
+{
+    return std::string(NumberText::whole(value).view());
+}
+
+TEST(NumberText, WholeNumbersArePlainDecimal)
+{
+    EXPECT_EQ(whole(0), "0");
+    EXPECT_EQ(whole(-5), "-5");
+    EXPECT_EQ(whole(INT_MAX), "2147483647");
+    EXPECT_EQ(whole(INT_MIN), "-2147483648");
+    EXPECT_EQ(whole(LLONG_MIN), "-9223372036854775808");
+}
+
+TEST(NumberText, FixedKeepsTheWantedDecimals)
+{
+    EXPECT_EQ(fixed(1234567.0, 2), "1234567.00");
+    EXPECT_EQ(fixed(1.5, 3), "1.500");
+    EXPECT_EQ(fixed(8.3333, 2), "8.33");
+    EXPECT_EQ(fixed(-0.5, 2), "-0.50");
+    EXPECT_EQ(fixed(7.0, 0), "7");
+}
+
+// 12.345 is stored a little above, 2.675 a little below, 0.005 a little above what it reads.
+TEST(NumberText, FixedRoundsTheStoredBinaryValue)
+{
+    EXPECT_EQ(fixed(12.345, 2), "12.35");
+    EXPECT_EQ(fixed(2.675, 2), "2.67");
+    EXPECT_EQ(fixed(0.005, 2), "0.01");
+}
+
+TEST(NumberText, FixedRoundsATrueTieToTheEvenDigit)
+{
+    EXPECT_EQ(fixed(0.125, 2), "0.12");
+    EXPECT_EQ(fixed(0.375, 2), "0.38");
+}
+
+TEST(NumberText, FixedHoldsTheLargestDoubleWithAllItsDigits)
+{
+    // (2^53 - 1) * 2^971
+    const std::string largest =
+        "17976931348623157081452742373170435679807056752584499659891747680315726078002853"
+        "87605895586327668781715404589535143824642343213268894641827684675467035375169860"
+        "49910576551282076245490090389328944075868508455133942304583236903222948165808559"
+        "332123348274797826204144723168738177180919299881250404026184124858368";
+    EXPECT_EQ(fixed(DBL_MAX, 2), largest + ".00");
+    EXPECT_EQ(fixed(-DBL_MAX, 10), "-" + largest + ".0000000000");
+}
+
+TEST(NumberText, NegativeZeroKeepsItsSign)
+{
+    EXPECT_EQ(fixed(-0.0, 2), "-0.00");
+    EXPECT_EQ(general(-0.0), "-0");
+}
+
+TEST(NumberText, WhatIsNoNumberIsSaidInWords)
+{
+    EXPECT_EQ(fixed(infinity, 2), "inf");
+    EXPECT_EQ(fixed(-infinity, 2), "-inf");
+    EXPECT_EQ(fixed(notANumber, 2), "nan");
+    EXPECT_EQ(general(infinity), "inf");
+    EXPECT_EQ(general(notANumber), "nan");
+}
+
+TEST(NumberText, GeneralHasSixSignificantDigits)
+{
+    EXPECT_EQ(general(0.0), "0");
+    EXPECT_EQ(general(1.5), "1.5");
+    EXPECT_EQ(general(12.345), "12.345");
+    EXPECT_EQ(general(8.3333), "8.3333");
+    EXPECT_EQ(general(100.0 / 6.0), "16.6667");
+    EXPECT_EQ(general(999999.0), "999999");
+    EXPECT_EQ(general(1000000.0), "1e+06");
+    EXPECT_EQ(general(1234567.0), "1.23457e+06");
+    EXPECT_EQ(general(0.0001), "0.0001");
+    EXPECT_EQ(general(0.00001), "1e-05");
+    EXPECT_EQ(general(DBL_MAX), "1.79769e+308");
+}
+
+class DecimalComma : public std::numpunct<char>
+{
+protected:
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return ' '; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(NumberText, ALocaleOfTheHostChangesNothing)
+{
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new DecimalComma));
+    EXPECT_EQ(fixed(1234567.5, 2), "1234567.50");
+    EXPECT_EQ(general(12345.5), "12345.5");
+    EXPECT_EQ(whole(1234567), "1234567");
+    std::locale::global(before);
+}
+
+TEST(Truncated, GoesTowardZero)
+{
+    EXPECT_EQ(truncated(1.9), 1);
+    EXPECT_EQ(truncated(-1.9), -1);
+    EXPECT_EQ(truncated(-0.0), 0);
+}
+
+TEST(Truncated, HoldsUpToBothEndsOfTheRange)
+{
+    EXPECT_EQ(truncated(2147483647.0), INT_MAX);
+    EXPECT_EQ(truncated(2147483647.9), INT_MAX);
+    EXPECT_EQ(truncated(-2147483648.0), INT_MIN);
+    EXPECT_EQ(truncated(-2147483647.9), -INT_MAX);
+}
+
+TEST(Truncated, BeyondTheRangeIsTheSmallestInteger)
+{
+    EXPECT_EQ(truncated(2147483648.0), INT_MIN);
+    EXPECT_EQ(truncated(1e300), INT_MIN);
+    EXPECT_EQ(truncated(-1e300), INT_MIN);
+    EXPECT_EQ(truncated(infinity), INT_MIN);
+    EXPECT_EQ(truncated(-infinity), INT_MIN);
+    EXPECT_EQ(truncated(notANumber), INT_MIN);
+}
+
+} // namespace
+} // namespace telvofm

@@ -1,0 +1,65 @@
+// Sockets that follow a script: link/socket.h without a network and without a clock. Every call is noted down
+// in order, and each wait and receive takes the next event that the script has ready.
+#pragma once
+
+#include "link/socket.h"
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace telvofm::test {
+
+// What the network does when it is waited for.
+struct Event
+{
+    enum class Kind
+    {
+        bytes,
+        silence,    // the whole wait passes
+        closed,     // the peer has closed: readable, and 0 bytes
+        brokenRead, // readable, but receiving fails
+        brokenWait  // the wait itself fails
+    };
+
+    Kind kind;
+    std::string bytes;
+};
+
+inline Event arrive(std::string bytes)
+{
+    return {Event::Kind::bytes, std::move(bytes)};
+}
+inline const Event silence{Event::Kind::silence, {}};
+inline const Event closed{Event::Kind::closed, {}};
+inline const Event brokenRead{Event::Kind::brokenRead, {}};
+inline const Event brokenWait{Event::Kind::brokenWait, {}};
+
+struct ScriptedNetwork
+{
+    bool startsUp = true;
+    // How many addresses the name resolves to; nothing when it does not resolve.
+    std::optional<int> addresses = 1;
+    // The addresses (from 1) for which no socket can be made, and those that refuse the connection.
+    std::vector<int> withoutSocket;
+    std::vector<int> refusing;
+    // The number of the send (from 1) that fails.
+    int failingSend = 0;
+    std::deque<Event> events;
+
+    // Every call in order: "resolve printer 64000", "connect 1", "send 1c01e004", "wait 3000", ...
+    std::vector<std::string> calls;
+    int sends = 0;
+
+    void play(std::initializer_list<Event> script) { events.assign(script); }
+    // The calls since the last time.
+    std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
+};
+
+// The network of the running test; `resetNetwork` gives each test its own.
+ScriptedNetwork& network();
+void resetNetwork();
+
+} // namespace telvofm::test

@@ -275,6 +275,73 @@ TELVOFM_API bool isAutoTwoLineItem(void);
 /* ---- Receipt: discounts
  * -------------------------------------------------------------------------------------------- */
 
+/*
+ * Discounts on the last item line or on the subtotal of the open receipt, and the subtotal itself.
+ *   description         any length
+ *   operationType       the kind of operation, by the printer's number for it
+ *   discountValue       sent with 2 decimals; `_int`: hundredths; `_str`: sent as given
+ *   discountTotalValue  sent as discountValue is
+ *   vat                 the letter of the VAT rate; a blank is left out of the item discounts, whose field is
+ *                       then empty, but is sent with the subtotal discounts
+ * The library computes nothing: what the values mean depends on the operation type and is the printer's. All
+ * return 0 or the usual codes.
+ */
+
+/* A discount on an item, the value as a number. */
+TELVOFM_API int itemDiscount(int device, int row, const char* description, int operationType,
+                             double discountValue, char vat);
+
+/*
+ * A discount on an item, the value in hundredths; the first character of `vat` counts. Writes two lines to
+ * the call log, the first with its name alone.
+ */
+TELVOFM_API int itemDiscount_int(int device, int row, const char* description, int operationType,
+                                 int discountValue, const char* vat);
+
+/* A discount on an item, the value as text. Logged under the name itemDiscount. */
+TELVOFM_API int itemDiscount_str(int device, int row, const char* description, int operationType,
+                                 const char* discountValue, const char* vat);
+
+/* A discount on an item with its total, values as numbers. */
+TELVOFM_API int itemDiscount2(int device, int row, const char* description, int operationType,
+                              double discountValue, char vat, double discountTotalValue);
+
+/* A discount on an item with its total, values in hundredths; the first character of `vat` counts. */
+TELVOFM_API int itemDiscount2_int(int device, int row, const char* description, int operationType,
+                                  int discountValue, const char* vat, int discountTotalValue);
+
+/* A discount on an item with its total, values as text. Logged under the name itemDiscount2. */
+TELVOFM_API int itemDiscount2_str(int device, int row, const char* description, int operationType,
+                                  const char* discountValue, const char* vat, const char* discountTotalValue);
+
+/* The subtotal of the open receipt. */
+TELVOFM_API int subTotal(int device, int row, const char* description, int operationType);
+
+/* A discount on the subtotal, the value as a number. */
+TELVOFM_API int subTotalDiscount(int device, int row, const char* description, int operationType,
+                                 double discountValue, char vat);
+
+/* A discount on the subtotal, the value in hundredths; `vat` stays a `char` here. */
+TELVOFM_API int subTotalDiscount_int(int device, int row, const char* description, int operationType,
+                                     int discountValue, char vat);
+
+/* A discount on the subtotal, the value as text. Logged under the name subTotalDiscount. */
+TELVOFM_API int subTotalDiscount_str(int device, int row, const char* description, int operationType,
+                                     const char* discountValue, const char* vat);
+
+/* A discount on the subtotal with its total, values as numbers. `vat` comes last, unlike in itemDiscount2. */
+TELVOFM_API int subTotalDiscount2(int device, int row, const char* description, int operationType,
+                                  double discountValue, double discountTotalValue, char vat);
+
+/* A discount on the subtotal with its total, values in hundredths; `vat` stays a `char` here. */
+TELVOFM_API int subTotalDiscount2_int(int device, int row, const char* description, int operationType,
+                                      int discountValue, int discountTotalValue, char vat);
+
+/* A discount on the subtotal with its total, values as text. Logged under the name subTotalDiscount2. */
+TELVOFM_API int subTotalDiscount2_str(int device, int row, const char* description, int operationType,
+                                      const char* discountValue, const char* discountTotalValue,
+                                      const char* vat);
+
 /* ---- Receipt: payments
  * --------------------------------------------------------------------------------------- */
 
@@ -339,8 +406,122 @@ TELVOFM_API int depositeInDrawer_str(int device, int row, const char* descriptio
 /* ---- Configuration: VAT rates
  * -------------------------------------------------------------------------------------- */
 
+/*
+ * The VAT functions program the printer's table of rates.
+ *   password         judged by the printer; "*****" in the call log
+ *   vat              the letter of the rate, sent as it stands
+ *   vatValue...      the rate in percent; fractions are cut off: 19.99 is sent as 19
+ *   reverseConstant  see the functions
+ *   date             text in the printer's form
+ * Numbers beyond the range of `int` are sent as the smallest `int`. Texts are converted on serial links. All
+ * return 0 or the usual codes.
+ */
+
+/*
+ * Sets one rate. `reverseConstant` keeps its fraction, with six significant digits; a negative one is left
+ * out, so that its field is empty.
+ */
+TELVOFM_API int setVAT(int device, const char* password, char vat, double vatValue, double reverseConstant);
+
+/* As setVAT; the first character of `vat` counts. Logged under the name setVAT. */
+TELVOFM_API int setVAT_str(int device, const char* password, const char* vat, double vatValue,
+                           double reverseConstant);
+
+/*
+ * As setVAT, rate and reverse constant in hundredths; the first character of `vat` counts. The hundredths of
+ * the rate are cut off, those of the reverse constant are kept: 2050 is sent as 20, 1667 as 16.67.
+ */
+TELVOFM_API int setVAT_int(int device, const char* password, const char* vat, int vatValue,
+                           int reverseConstant);
+
+/*
+ * Replaces the table by the rates A to E. Fractions are cut off everywhere, and negative numbers are sent,
+ * also for the reverse constants, unlike in setVAT.
+ */
+TELVOFM_API int setAllVats(int device, const char* password, double vatValueA, double reverseConstantA,
+                           double vatValueB, double reverseConstantB, double vatValueC,
+                           double reverseConstantC, double vatValueD, double reverseConstantD,
+                           double vatValueE, double reverseConstantE);
+
+/*
+ * Replaces the table by the rates A to H from a date on; numbers as in setAllVats. Logged under the name
+ * setAllVats; the pairs F, G and H appear there with the labels of E.
+ */
+TELVOFM_API int setAllVats2(int device, const char* password, double vatValueA, double reverseConstantA,
+                            double vatValueB, double reverseConstantB, double vatValueC,
+                            double reverseConstantC, double vatValueD, double reverseConstantD,
+                            double vatValueE, double reverseConstantE, double vatValueF,
+                            double reverseConstantF, double vatValueG, double reverseConstantG,
+                            double vatValueH, double reverseConstantH, const char* date);
+
+/* As setAllVats2, in whole numbers that are sent unchanged (percents, not hundredths); logged as it is. */
+TELVOFM_API int setAllVats3(int device, const char* password, int vatValueA, int reverseConstantA,
+                            int vatValueB, int reverseConstantB, int vatValueC, int reverseConstantC,
+                            int vatValueD, int reverseConstantD, int vatValueE, int reverseConstantE,
+                            int vatValueF, int reverseConstantF, int vatValueG, int reverseConstantG,
+                            int vatValueH, int reverseConstantH, const char* date);
+
 /* ---- Configuration: setup
  * ------------------------------------------------------------------------------------------ */
+
+/*
+ * The printer's standing settings. Numbers are sent as given, texts may have any length, may be empty, and
+ * are converted on serial links, passwords too; passwords appear as "*****" in the call log. What the numbers
+ * mean is the printer's. All return 0 or the usual codes.
+ */
+
+/* Sets the escape sequence of the customer display. */
+TELVOFM_API int setEscapeSequence(int device, const char* sequence);
+
+/*
+ * Sets a payment type: `minCurrency`, its smallest unit, is sent with 2 decimals; `overPay` tells whether
+ * more than the total may be paid. On the wire the digit is inverted: "0" allows it, "1" does not.
+ */
+TELVOFM_API int setPaymentType(int device, int paymentTypeNumber, double minCurrency, bool overPay);
+
+/* As setPaymentType, minCurrency in hundredths; only an `overPay` of exactly 1 allows over-payment. */
+TELVOFM_API int setPaymentType_int(int device, int paymentTypeNumber, int minCurrency, int overPay);
+
+/* As setPaymentType, with a name for the payment type. */
+TELVOFM_API int setPaymentType2(int device, const char* paymentTypeName, int paymentTypeNumber,
+                                double minCurrency, bool overPay);
+
+/* As setPaymentType2, minCurrency in hundredths; only an `overPay` of exactly 1 allows over-payment. */
+TELVOFM_API int setPaymentType2_int(int device, const char* paymentTypeName, int paymentTypeNumber,
+                                    int minCurrency, int overPay);
+
+/* Replaces the printer's password. */
+TELVOFM_API int setPassword(int device, const char* oldPassword, const char* newPassword);
+
+/* Tells the printer which printer mechanism it drives, and its format. */
+TELVOFM_API int setPrinterType(int device, const char* servicePassword, int printerType, int printFormat);
+
+/* Sets a numbered parameter. */
+TELVOFM_API int setParameter(int device, const char* password, int paramNumber, int paramValue);
+
+/* Sets one row of the receipt's header. */
+TELVOFM_API int setHeader(int device, const char* password, int rowNumber, const char* text);
+
+/* Sets the additional header line. */
+TELVOFM_API int setAdditionalHeader(int device, const char* text);
+
+/* Sets the additional footer line. */
+TELVOFM_API int setAdditionalFooter(int device, const char* text);
+
+/* Sets the super footer. */
+TELVOFM_API int setSuperFooter(int device, const char* text);
+
+/* Sets the line before a receipt. Writes nothing to the call log. */
+TELVOFM_API int setPreline(int device, const char* description);
+
+/* Sets the line after a receipt. */
+TELVOFM_API int setPostline(int device, const char* description);
+
+/* Sets the exchange rate of the euro, sent with 4 decimals. */
+TELVOFM_API int setEuroExchangeRate(int device, double exchangeRate);
+
+/* As setEuroExchangeRate, in ten-thousandths. */
+TELVOFM_API int setEuroExchangeRate_int(int device, int exchangeRate);
 
 /* ---- Configuration: fiscalization and service
  * ---------------------------------------------------------------------- */

@@ -28,6 +28,11 @@ Request& Request::number(int value)
     return raw(NumberText::whole(value).view());
 }
 
+Request& Request::general(double value)
+{
+    return raw(NumberText::general(value).view());
+}
+
 Request& Request::amount(const Amount& value, int decimals)
 {
     value.writeFixed(decimals, [this](std::string_view digits) { raw(digits); });
@@ -77,6 +82,11 @@ Request& Request::raw(std::string_view value)
     reopen();
     storage.append(value);
     return endField();
+}
+
+Request& Request::empty()
+{
+    return raw({});
 }
 
 void Request::reopen()

@@ -25,6 +25,8 @@ public:
 
     // Decimal text.
     Request& number(int value);
+    // Six significant digits at most, no fixed number of decimals: 16.6667, 20.
+    Request& general(double value);
     // Fixed notation with `decimals` decimals, or the caller's text.
     Request& amount(const Amount& value, int decimals);
     // As `amount`, but exactly zero is the single character "0".
@@ -41,6 +43,8 @@ public:
     Request& fixedText(std::string_view value, std::size_t width);
     // Byte for byte, never converted.
     Request& raw(std::string_view value);
+    // A field with nothing in it.
+    Request& empty();
 
     [[nodiscard]] std::string_view bytes() const { return storage; }
 

@@ -403,6 +403,91 @@ TELVOFM_API int depositeInDrawer_str(int device, int row, const char* descriptio
 /* ---- Receipt: extras
  * ----------------------------------------------------------------------------------------------- */
 
+/*
+ * What a receipt carries beside items and payments. The values and the meaning of the types are the
+ * printer's. Only `number` of setClientID and the titles are converted on serial links; every other text of
+ * this group is sent byte for byte on every link. All return 0 or the usual codes.
+ */
+
+/* Identifies the client; `number` may have any length and is converted on serial links. */
+TELVOFM_API int setClientID(int device, const char* number, int type);
+
+/* Refers to a receipt issued earlier, by its number and its date and time as text. */
+TELVOFM_API int printIssuedParagon(int device, int orderNumber, const char* dateTime);
+
+/* Sets the number of the invoice that the receipt pays. */
+TELVOFM_API int setInvoiceNumber(int device, const char* invoiceNumber);
+
+/*
+ * Redeems a voucher on the receipt. `title` is converted on serial links, `voucherNumber` is not; `amount`
+ * (the quantity) and `price` are sent with 2 decimals; `vat` is the letter of the VAT rate, sent also when it
+ * is a blank.
+ */
+TELVOFM_API int redeemVoucher(int device, const char* title, double amount, char vat, double price,
+                              const char* voucherNumber);
+
+/* As redeemVoucher, amount and price as text, sent as given. Logged under the name redeemVoucher. */
+TELVOFM_API int redeemVoucher_str(int device, const char* title, const char* amount, const char* vat,
+                                  const char* price, const char* voucherNumber);
+
+/* Deducts a down payment on the receipt; the arguments are those of redeemVoucher. */
+TELVOFM_API int deductDownPayment(int device, const char* title, double amount, char vat, double price);
+
+/* As deductDownPayment, amount and price as text, sent as given. Logged under the name deductDownPayment. */
+TELVOFM_API int deductDownPayment_str(int device, const char* title, const char* amount, const char* vat,
+                                      const char* price);
+
+/*
+ * Asks for receipt identifiers: `inputType` tells what `input` is. The reply, converted on serial links, is
+ * copied into `buffer` up to its first 0x00, with a terminating NUL; `bufferSize` is the size of the buffer
+ * in bytes. A reply that does not fit with its NUL empties the buffer and raises the invalid-parameter
+ * failure of the C runtime, which by default ends the process: give a buffer for the longest reply, or use
+ * getParagonIDs_ResultObject. On a failure that comes back as a code the buffer keeps its contents.
+ */
+TELVOFM_API int getParagonIDs(int device, char inputType, const char* input, char* buffer, int bufferSize);
+
+/* As getParagonIDs; the first character of `inputType` counts. Logged under the name getParagonIDs. */
+TELVOFM_API int getParagonIDs_str(int device, const char* inputType, const char* input, char* buffer,
+                                  int bufferSize);
+
+/*
+ * As getParagonIDs, the whole reply into a result object in place of what it held. On a failure the object
+ * keeps its contents. `result` must not be null.
+ */
+TELVOFM_API int getParagonIDs_ResultObject(int device, char inputType, const char* input,
+                                           ResultObject* result);
+
+/* As getParagonIDs_ResultObject; the first character of `inputType` counts. */
+TELVOFM_API int getParagonIDs_str_ResultObject(int device, const char* inputType, const char* input,
+                                               ResultObject* result);
+
+/* Sets the transaction's identifier. */
+TELVOFM_API int setTransactionID(int device, const char* internalCode);
+
+/* Sets the V48 value. Unlike elsewhere the password is written to the call log in clear. */
+TELVOFM_API int setV48(int device, const char* password, char v48);
+
+/* As setV48; the first character of `v48` counts. Logged under the name setV48, the password in clear. */
+TELVOFM_API int setV48_str(int device, const char* password, const char* v48);
+
+/* Chooses the description of items with a zero VAT rate. */
+TELVOFM_API int Popis0DPH(int device, char type);
+
+/* As Popis0DPH; the first character of `type` counts. Logged under the name Popis0DPH. */
+TELVOFM_API int Popis0DPH_str(int device, const char* type);
+
+/* Identifies the seller. Unlike the client's, the seller's `number` is sent byte for byte. */
+TELVOFM_API int setSellerID(int device, const char* number, char type);
+
+/* As setSellerID; the first character of `type` counts. Logged under the name setSellerID. */
+TELVOFM_API int setSellerID_str(int device, const char* number, const char* type);
+
+/* Corrects a document that carries the given error code. */
+TELVOFM_API int opravaDokladu(int device, const char* errCode);
+
+/* Has the printer synchronise with PPEKK. */
+TELVOFM_API int synchronizationToPPEKK(int device);
+
 /* ---- Configuration: VAT rates
  * -------------------------------------------------------------------------------------- */
 

@@ -19,7 +19,7 @@ void CallLog::switchOff()
     enabled = false;
 }
 
-void CallLog::append(std::string line)
+void CallLog::append(std::string_view line)
 {
     const std::scoped_lock lock(settings);
     std::FILE* file = std::fopen(path.c_str(), "a");

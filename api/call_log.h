@@ -9,6 +9,7 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace telvofm {
 
@@ -21,7 +22,7 @@ public:
     [[nodiscard]] bool isOn() const { return enabled.load(std::memory_order_relaxed); }
 
     // Appends a line in one write, whether the log is on or not.
-    void append(std::string line);
+    void append(std::string_view line);
 
 private:
     std::atomic<bool> enabled = true;
@@ -66,10 +67,23 @@ inline void appendToLine(std::string& line, const Amount& amount)
     amount.writeGeneral([&line](std::string_view digits) { line.append(digits); });
 }
 
+// The room that a value wants in any case; journals are long, and a line should be built in one piece.
+template <typename Part>
+std::size_t roomInLine(const Part& part)
+{
+    constexpr std::size_t numberRoom = 16;
+    if constexpr (std::is_convertible_v<const Part&, std::string_view> && !std::is_pointer_v<Part>) {
+        return std::string_view(part).size();
+    } else {
+        return numberRoom;
+    }
+}
+
 template <typename... Parts>
 std::string logLine(const Parts&... parts)
 {
     std::string line;
+    line.reserve((roomInLine(parts) + ... + 1));
     (appendToLine(line, parts), ...);
     line.push_back('\n');
     return line;

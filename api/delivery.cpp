@@ -30,7 +30,9 @@ void copyExactly(std::string_view reply, char* buffer, int bufferSize)
 void copyBlanked(std::string_view reply, char* buffer, int bufferSize)
 {
     copyBlankedWithoutTerminator(reply, buffer, bufferSize);
-    buffer[reply.size()] = '\0';
+    if (buffer != nullptr) {
+        buffer[reply.size()] = '\0';
+    }
 }
 
 void copyBlankedWithoutTerminator(std::string_view reply, char* buffer, int bufferSize)

@@ -67,8 +67,7 @@ extern "C" {
 /* A byte string of any length that the library fills and the caller reads; see createResultObject. */
 typedef struct ResultObject ResultObject;
 
-/* ---- Session
- * ------------------------------------------------------------------------------------------------- */
+/* ---- Session ---- */
 
 /* Returns 106, the version of this interface, whether a printer is open or not. Not logged. */
 TELVOFM_API int getVersion(void);
@@ -123,8 +122,7 @@ TELVOFM_API int64_t rawWrite(const unsigned char* bytes, int64_t count);
  */
 TELVOFM_API int sendUnspecifiedData(const char* data);
 
-/* ---- Call log
- * ------------------------------------------------------------------------------------------------ */
+/* ---- Call log ---- */
 
 /*
  * Switches the call log on and makes `path` its file; the file is opened, appended to and closed for every
@@ -136,8 +134,7 @@ TELVOFM_API void setLogginOn(const char* path);
 /* Switches the call log off. */
 TELVOFM_API void setLogginOff(void);
 
-/* ---- Result objects
- * ------------------------------------------------------------------------------------------ */
+/* ---- Result objects ---- */
 
 /* Returns a new, empty result object that the caller destroys, or null when memory runs out. Not logged. */
 TELVOFM_API ResultObject* createResultObject(void);
@@ -154,8 +151,7 @@ TELVOFM_API int getResultObjectLength(const ResultObject* object);
  */
 TELVOFM_API const char* getResultObjectString(const ResultObject* object);
 
-/* ---- Raw log
- * ------------------------------------------------------------------------------------------------- */
+/* ---- Raw log ---- */
 
 /*
  * Switches the raw log on: every byte on the link, in hexadecimal, "C: " for sent and "S: " for received
@@ -167,8 +163,7 @@ TELVOFM_API void setRawLogginOn(const char* path);
 /* Switches the raw log off and keeps its path. */
 TELVOFM_API void seRawLogginOff(void);
 
-/* ---- Receipt: lifecycle
- * -------------------------------------------------------------------------------------- */
+/* ---- Receipt: lifecycle ---- */
 
 /*
  * Opens a receipt. The meaning of the numbers is the printer's; they are sent as given. Returns 0 or the
@@ -196,8 +191,7 @@ TELVOFM_API int printJobCancel(int device);
 /* Confirms the printer's note. Returns 0 or the usual codes. */
 TELVOFM_API int confirmNote(int device);
 
-/* ---- Receipt: items
- * ------------------------------------------------------------------------------------------ */
+/* ---- Receipt: items ---- */
 
 /*
  * The item functions add a line to the open receipt.
@@ -272,8 +266,7 @@ TELVOFM_API void setAutoTwoLineItem(bool on);
 /* Whether item names are filled up; false without an open session. Not logged. */
 TELVOFM_API bool isAutoTwoLineItem(void);
 
-/* ---- Receipt: discounts
- * -------------------------------------------------------------------------------------------- */
+/* ---- Receipt: discounts ---- */
 
 /*
  * Discounts on the last item line or on the subtotal of the open receipt, and the subtotal itself.
@@ -342,8 +335,7 @@ TELVOFM_API int subTotalDiscount2_str(int device, int row, const char* descripti
                                       const char* discountValue, const char* discountTotalValue,
                                       const char* vat);
 
-/* ---- Receipt: payments
- * --------------------------------------------------------------------------------------- */
+/* ---- Receipt: payments ---- */
 
 /*
  * The payment functions settle the open receipt.
@@ -400,8 +392,7 @@ TELVOFM_API int depositeInDrawer_int(int device, int row, const char* descriptio
 TELVOFM_API int depositeInDrawer_str(int device, int row, const char* description, int operationType,
                                      const char* amount, int paymentNumber);
 
-/* ---- Receipt: extras
- * ----------------------------------------------------------------------------------------------- */
+/* ---- Receipt: extras ---- */
 
 /*
  * What a receipt carries beside items and payments. The values and the meaning of the types are the
@@ -488,8 +479,7 @@ TELVOFM_API int opravaDokladu(int device, const char* errCode);
 /* Has the printer synchronise with PPEKK. */
 TELVOFM_API int synchronizationToPPEKK(int device);
 
-/* ---- Configuration: VAT rates
- * -------------------------------------------------------------------------------------- */
+/* ---- Configuration: VAT rates ---- */
 
 /*
  * The VAT functions program the printer's table of rates.
@@ -546,8 +536,7 @@ TELVOFM_API int setAllVats3(int device, const char* password, int vatValueA, int
                             int vatValueF, int reverseConstantF, int vatValueG, int reverseConstantG,
                             int vatValueH, int reverseConstantH, const char* date);
 
-/* ---- Configuration: setup
- * ------------------------------------------------------------------------------------------ */
+/* ---- Configuration: setup ---- */
 
 /*
  * The printer's standing settings. Numbers are sent as given, texts may have any length, may be empty, and
@@ -608,32 +597,181 @@ TELVOFM_API int setEuroExchangeRate(int device, double exchangeRate);
 /* As setEuroExchangeRate, in ten-thousandths. */
 TELVOFM_API int setEuroExchangeRate_int(int device, int exchangeRate);
 
-/* ---- Configuration: fiscalization and service
- * ---------------------------------------------------------------------- */
+/* ---- Configuration: fiscalization and service ---- */
 
-/* ---- Configuration: announcements, display, codes
- * ------------------------------------------------------------------ */
+/* ---- Configuration: announcements, display, codes ---- */
 
-/* ---- Configuration: online registration
- * ---------------------------------------------------------------------------- */
+/* ---- Configuration: online registration ---- */
 
-/* ---- Reports: printed reports
- * -------------------------------------------------------------------------------------- */
+/* ---- Reports: printed reports ---- */
 
-/* ---- Reports: journals
- * --------------------------------------------------------------------------------------------- */
+/* ---- Reports: journals ---- */
 
-/* ---- Reports: variables, last receipt, intervals
- * ------------------------------------------------------------------- */
+/*
+ * The journal functions read the electronic journal, whole or in extracts.
+ *   journalType, docType   a letter whose meaning is the printer's; of a text the first character is used and
+ * logged dateFrom, dateTo       dates in the printer's format, converted on serial links numberFrom, numberTo
+ * the first and the last number paragonSn              a receipt's number, converted on serial links The
+ * reply is converted on serial links and otherwise left as the printer sent it; it may contain 0x00. It is
+ * delivered into a buffer          exactly: the reply's bytes without a terminator; an empty reply leaves the
+ * buffer as it was. A reply longer than `bufferSize` fills the buffer with 0x00 and raises the C runtime's
+ *                          invalid-parameter failure, which ends the program unless it installed a handler
+ *   into a result object   of any length, replacing what it held; a null object gives -1 and nothing is sent
+ *   into a file            created or emptied; -10201 when it cannot be created or written
+ * All return 0 or the usual codes; after a failure buffers and result objects are as they were. A journal's
+ * bytes are not parsed, and their length is told by getJournal_str_count and by result objects only.
+ */
 
-/* ---- Reports: backups and memory images
- * ---------------------------------------------------------------------------- */
+/* The whole journal into a buffer. */
+TELVOFM_API int getJournal(int device, char* buffer, int bufferSize);
 
-/* ---- Reports: journal archive
- * -------------------------------------------------------------------------------------- */
+/* As getJournal; `count` gets the length of the reply. */
+TELVOFM_API int getJournal_str_count(int device, char* buffer, int bufferSize, unsigned int* count);
 
-/* ---- Graphics
- * ------------------------------------------------------------------------------------------------------ */
+/* The whole journal into a result object. Logged after success only, under the name getJournal and with the
+ * whole journal. */
+TELVOFM_API int getJournal_ResultObject(int device, ResultObject* result);
+
+/* The whole journal into a file, which is created when all of it has come. */
+TELVOFM_API int getJournal_str_tofile(int device, const char* fileName);
+
+/* The extract D, by journal type and dates, into a buffer, each 0x00 as a blank. At most `bufferSize` bytes
+ * are copied, but the terminating 0x00 goes to the position of the reply's full length, also beyond the
+ * buffer: it must hold the reply and one byte more. */
+TELVOFM_API int getJournalStructD(int device, char journalType, const char* dateFrom, const char* dateTo,
+                                  char* buffer, int bufferSize);
+
+/* As getJournalStructD, the terminator beyond the buffer included. */
+TELVOFM_API int getJournalStructD_str(int device, const char* journalType, const char* dateFrom,
+                                      const char* dateTo, char* buffer, int bufferSize);
+
+/* The extract D into a result object. */
+TELVOFM_API int getJournalStructD_ResultObject(int device, char journalType, const char* dateFrom,
+                                               const char* dateTo, ResultObject* result);
+
+/* As getJournalStructD_ResultObject. Logged with a small "str" in its name. */
+TELVOFM_API int getJournalStructD_Str_ResultObject(int device, const char* journalType, const char* dateFrom,
+                                                   const char* dateTo, ResultObject* result);
+
+/* The extract D into a file, which is created when all of it has come. */
+TELVOFM_API int getJournalStructD_str_tofile(int device, const char* journalType, const char* dateFrom,
+                                             const char* dateTo, const char* fileName);
+
+/* The extract D1, by journal type and dates, into a buffer, exactly. */
+TELVOFM_API int getJournalStructD1(int device, const char* journalType, const char* dateFrom,
+                                   const char* dateTo, char* buffer, int bufferSize);
+
+/* The extract D1 into a result object. */
+TELVOFM_API int getJournalStructD1_ResultObject(int device, const char* journalType, const char* dateFrom,
+                                                const char* dateTo, ResultObject* result);
+
+/* Asks for the extract D, not D1, and puts it into a file, which is created when all of it has come. */
+TELVOFM_API int getJournalStructD1_tofile(int device, const char* journalType, const char* dateFrom,
+                                          const char* dateTo, const char* fileName);
+
+/* The extract Z, by numbers, into a buffer, exactly. */
+TELVOFM_API int getJournalStructZ(int device, int numberFrom, int numberTo, char* buffer, int bufferSize);
+
+/* The extract Z into a result object. */
+TELVOFM_API int getJournalStructZ_ResultObject(int device, int numberFrom, int numberTo,
+                                               ResultObject* result);
+
+/* The extract Z into a file, which is created when all of it has come. */
+TELVOFM_API int getJournalStructZ_tofile(int device, int numberFrom, int numberTo, const char* fileName);
+
+/* The extract Z1, by document type and numbers, into a buffer, exactly. */
+TELVOFM_API int getJournalStructZ1(int device, const char* docType, int numberFrom, int numberTo,
+                                   char* buffer, int bufferSize);
+
+/* The extract Z1 into a result object. */
+TELVOFM_API int getJournalStructZ1_ResultObject(int device, const char* docType, int numberFrom, int numberTo,
+                                                ResultObject* result);
+
+/* The extract Z1 into a file, which is created before anything is sent and stays, perhaps empty, after a
+ * failure. A failure is written to the call log too, also while the log is off. */
+TELVOFM_API int getJournalStructZ1_tofile(int device, const char* docType, int numberFrom, int numberTo,
+                                          const char* fileName);
+
+/* The extract U, one receipt by its number, into a buffer, exactly. */
+TELVOFM_API int getJournalStructU(int device, const char* paragonSn, char* buffer, int bufferSize);
+
+/* The extract U into a result object. */
+TELVOFM_API int getJournalStructU_ResultObject(int device, const char* paragonSn, ResultObject* result);
+
+/* The extract U into a file, which is created when all of it has come. */
+TELVOFM_API int getJournalStructU_tofile(int device, const char* paragonSn, const char* fileName);
+
+/* A saved journal, by type and number, into a file, which is created before anything is sent and stays,
+ * perhaps empty, after a failure. */
+TELVOFM_API int saveJournalToFile(int device, char journalType, int journalNumber, const char* journalFile);
+
+/* As saveJournalToFile. */
+TELVOFM_API int saveJournalToFile_str(int device, const char* journalType, int journalNumber,
+                                      const char* journalFile);
+
+/* ---- Reports: variables, last receipt, intervals ---- */
+
+/* Reads the printer's variable of the given code (converted on serial links, as the reply is) without the
+ * line end that the printer puts behind it; a reply of one or two bytes counts as empty. It is copied up to
+ * its first 0x00, with a terminator. When both do not fit into `resultSize` bytes, the buffer is emptied and
+ * the C runtime's invalid-parameter failure raised, which ends the program unless it installed a handler.
+ * Returns 0 or the usual codes; a failure leaves the buffer as it was. Logged after success only, with the
+ * variable's text. */
+TELVOFM_API int getVariable(int device, const char* variableCode, char* result, int resultSize);
+
+/* As getVariable, into a result object, of any length. A null object gives -1 and nothing is sent. Logged as
+ * getVariable is, under its name. */
+TELVOFM_API int getVariableResultObject(int device, const char* variableCode, ResultObject* result);
+
+/* As getVariable, but returns the text, or "Error" on a failure and while no printer is open. The text is the
+ * library's; it is valid until the next call of this function on the same thread. */
+TELVOFM_API const char* getVariableStr(int device, const char* variableCode);
+
+/* Copies at most `bufferSize` bytes of the last receipt's image, each 0x00 as a blank, without a terminator;
+ * what is left of the buffer stays as it was. Returns 0 or the usual codes. Logged after success only, with
+ * the whole image. */
+TELVOFM_API int getLastParagon(int device, char* buffer, int bufferSize);
+
+/* Puts the last receipt's image, 0x00 bytes included, into a result object. A null object gives -1 and
+ * nothing is sent. Returns 0 or the usual codes. Logged after success only, with the whole image. */
+TELVOFM_API int getLastParagonResultObject(int device, ResultObject* result);
+
+/* Reads an extract of the fiscal memory by dates (converted on serial links, as the reply is); delivered and
+ * too long for the buffer as getVariable's text, but never shortened. Returns 0 or the usual codes. */
+TELVOFM_API int getIntervalFPD(int device, int printType, const char* dateFrom, const char* dateTo,
+                               char* result, int resultSize);
+
+/* As getIntervalFPD, by numbers. */
+TELVOFM_API int getIntervalFPC(int device, int printType, int numberFrom, int numberTo, char* result,
+                               int resultSize);
+
+/* ---- Reports: backups and memory images ---- */
+
+/* Tells the printer to restore from its backup. The password goes out byte for byte, and into the call log in
+ * clear. Returns 0 or the usual codes. */
+TELVOFM_API int restoreBCKP(int device, const char* password);
+
+/* Reads a backup page into a buffer, exactly as getJournal does; a page too long for it fills the buffer with
+ * 0x00 and raises the invalid-parameter failure. The password goes out byte for byte, and into the call log
+ * in clear. Returns 0 or the usual codes. */
+TELVOFM_API int getBCKP(int device, const char* password, int page, char* buffer, int bufferSize);
+
+/* Reads a backup page into a file, which is created before anything is sent and stays, perhaps empty, after a
+ * failure; -10201 when it cannot be created or written. The password goes into the call log in clear, the
+ * file name does not. */
+TELVOFM_API int saveBCKP(int device, const char* password, int page, const char* fileName);
+
+/* Reads the memory image into a buffer, as getBCKP does a page. The password goes into the call log in clear.
+ */
+TELVOFM_API int getRAMMP(int device, const char* password, char* buffer, int bufferSize);
+
+/* Reads the memory image into a file, as saveBCKP does a page. The password goes into the call log in clear.
+ */
+TELVOFM_API int saveRAMMP(int device, const char* password, const char* fileName);
+
+/* ---- Reports: journal archive ---- */
+
+/* ---- Graphics ---- */
 
 #ifdef __cplusplus
 }

@@ -7,6 +7,28 @@
 #include <utility>
 
 namespace telvofm {
+namespace {
+
+std::ofstream createdFile(std::string_view name)
+{
+    std::ofstream file(std::string(name), std::ios::binary | std::ios::trunc);
+    if (!file) {
+        throw Telvo06FMException(code::transportFailure);
+    }
+    return file;
+}
+
+// A disk that is full is a failure too: the caller must not believe that the data is there.
+void writeWhole(std::ofstream& file, std::string_view data)
+{
+    file.write(data.data(), static_cast<std::streamsize>(data.size()));
+    file.close();
+    if (!file) {
+        throw Telvo06FMException(code::transportFailure);
+    }
+}
+
+} // namespace
 
 Device::Device(std::shared_ptr<LinkDriver> linkDriver) : driver(std::move(linkDriver)) {}
 
@@ -43,20 +65,19 @@ std::string Device::query(const Request& request)
     return reply;
 }
 
-void Device::queryToFile(const Request& request, const char* fileName)
+void Device::queryToFile(const Request& request, std::string_view fileName)
 {
-    std::ofstream file(fileName, std::ios::binary | std::ios::trunc);
-    if (!file) {
-        throw Telvo06FMException(code::transportFailure);
-    }
+    std::ofstream file = createdFile(fileName);
     std::string reply = driver->queryStrict(request.bytes());
     convertReply(reply);
-    file.write(reply.data(), static_cast<std::streamsize>(reply.size()));
-    file.close();
-    if (!file) {
-        // A full disk: the caller must not believe that the data is there.
-        throw Telvo06FMException(code::transportFailure);
-    }
+    writeWhole(file, reply);
+}
+
+void Device::queryThenWriteFile(const Request& request, std::string_view fileName)
+{
+    const std::string reply = query(request);
+    std::ofstream file = createdFile(fileName);
+    writeWhole(file, reply);
 }
 
 void Device::upload(std::string_view data, bool isFinal)

@@ -37,8 +37,11 @@ public:
     void sendUnspecified(std::string_view request);
     // Sends a request and returns the reply, converted when conversion is on.
     std::string query(const Request& request);
-    // As `query`, but the reply goes into the file, which is created or emptied before anything is sent.
-    void queryToFile(const Request& request, const char* fileName);
+    // As `query`, but the reply goes into the file, which is created or emptied before anything is sent; a
+    // reply that breaks off leaves it there.
+    void queryToFile(const Request& request, std::string_view fileName);
+    // As `query`, and then writes the reply into the file, which a failed exchange leaves alone.
+    void queryThenWriteFile(const Request& request, std::string_view fileName);
     // Uploads data after the request that announced it; `isFinal` ends the upload.
     void upload(std::string_view data, bool isFinal);
 

@@ -76,6 +76,16 @@ RC_GTEST_PROP(NumberProperty, FixedIsWhatTheSystemPrints, (double value))
     RC_ASSERT(std::string(NumberText::fixed(value, decimals).view()) == printedFixed(value, decimals));
 }
 
+// Amounts around the halves of their last digit, where rounding is decided by the binary value.
+RC_GTEST_PROP(NumberProperty, AmountsRoundAsTheSystemPrintsThem, ())
+{
+    const int decimals = *rc::gen::inRange(0, 5);
+    const int numerator = *rc::gen::arbitrary<int>();
+    const int divisor = *rc::gen::element(1, 8, 64, 100, 200, 1000, 2000, 4096, 10000, 20000);
+    const double value = static_cast<double>(numerator) / divisor;
+    RC_ASSERT(std::string(NumberText::fixed(value, decimals).view()) == printedFixed(value, decimals));
+}
+
 RC_GTEST_PROP(NumberProperty, GeneralIsWhatTheSystemPrints, (double value))
 {
     RC_ASSERT(std::string(NumberText::general(value).view()) == printedGeneral(value));

@@ -56,10 +56,23 @@ TEST(NumberText, FixedRoundsTheStoredBinaryValue)
     EXPECT_EQ(fixed(0.005, 2), "0.01");
 }
 
+TEST(NumberText, FixedCarriesIntoTheWholes)
+{
+    EXPECT_EQ(fixed(0.999, 2), "1.00");
+    EXPECT_EQ(fixed(-9.9996, 3), "-10.000");
+    EXPECT_EQ(fixed(4503599627370495.5, 1), "4503599627370495.5"); // the last doubles with a fraction
+    EXPECT_EQ(fixed(4503599627370497.0, 1), "4503599627370497.0");
+    EXPECT_EQ(fixed(0.0004, 3), "0.000");
+    EXPECT_EQ(fixed(-0.0004, 2), "-0.00");
+}
+
 TEST(NumberText, FixedRoundsATrueTieToTheEvenDigit)
 {
     EXPECT_EQ(fixed(0.125, 2), "0.12");
     EXPECT_EQ(fixed(0.375, 2), "0.38");
+    EXPECT_EQ(fixed(0.0625, 3), "0.062");
+    EXPECT_EQ(fixed(-1.5, 0), "-2");
+    EXPECT_EQ(fixed(2.5, 0), "2");
 }
 
 TEST(NumberText, FixedHoldsTheLargestDoubleWithAllItsDigits)

@@ -1,0 +1,55 @@
+// Buffers that are too small: the delivery kinds themselves, and each export that promises the
+// invalid-parameter failure. The buffer is emptied first, and then the process ends.
+#include "tests/system/small_buffer.h"
+
+#include "api/delivery.h"
+#include "tests/system/process_ending.h"
+
+namespace telvofm::test {
+namespace {
+
+using SmallBufferDeathTest = SmallBuffer;
+
+void copyAndEnd(void (*copy)(std::string_view, char*, int), char* memory, int size)
+{
+    EXPECT_EXIT(copy(smallBufferReply, memory, size), isInvalidParameterEnding, invalidParameterMessage);
+}
+
+TEST(NoBufferDeathTest, EndsTheProcess)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    char byte = 0;
+    for (const auto copy : {copyExactly, copyText}) {
+        copyAndEnd(copy, nullptr, 8);
+        copyAndEnd(copy, &byte, 0);
+        copyAndEnd(copy, &byte, -1);
+    }
+    // A text of no length wants room for its end, an exact copy of nothing wants none.
+    EXPECT_EXIT(copyText("", &byte, 0), isInvalidParameterEnding, invalidParameterMessage);
+}
+
+TEST_P(SmallBufferDeathTest, EndsTheProcess)
+{
+    EXPECT_EXIT(callWithSmallBuffer(), isInvalidParameterEnding, invalidParameterMessage);
+}
+
+TEST_P(SmallBufferDeathTest, IsEmptiedBefore)
+{
+    EXPECT_EXIT(
+        {
+            judgeAtInvalidParameter(GetParam().isTextual ? isEmptied : isZeroed);
+            callWithSmallBuffer();
+        },
+        ::testing::ExitedWithCode(judgedGood), "");
+}
+
+TEST_P(SmallBufferDeathTest, ThatIsOneByteLargerSuffices)
+{
+    EXPECT_EQ(call(tooSmall() + 1), 0);
+    EXPECT_EQ(std::string_view(smallBuffer.data(), smallBufferReply.size()), smallBufferReply);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, SmallBufferDeathTest, ::testing::ValuesIn(bufferExports), nameOfExport);
+
+} // namespace
+} // namespace telvofm::test

@@ -4,6 +4,7 @@
 #include "api/frame.h"
 #include "api/telvofm.h"
 #include "link/raw_log.h"
+#include "link/serial_driver.h"
 #include "link/tcp_driver.h"
 
 #include <exception>
@@ -36,10 +37,12 @@ Sessions& sessions()
     return all;
 }
 
-// Makes the driver the current one and opens a new device on it. A failed open leaves both in place.
-int openSession(std::shared_ptr<LinkDriver> driver, bool convertText)
+// Makes a driver the current one and opens a new device on it. A failed open leaves both in place.
+template <typename MakeDriver>
+int openSession(MakeDriver makeDriver, bool convertText)
 {
     try {
+        std::shared_ptr<LinkDriver> driver = makeDriver();
         const auto device = std::make_shared<Device>(driver);
         {
             const std::scoped_lock lock(sessions().lock);
@@ -60,6 +63,36 @@ int openSession(std::shared_ptr<LinkDriver> driver, bool convertText)
 bool namesSerialPort(std::string_view name)
 {
     return name.starts_with("COM") || name.starts_with(R"(\\.\COM)");
+}
+
+int openTcp(std::string_view name)
+{
+    return openSession(
+        [&] {
+            constexpr std::int64_t tcpTimeoutMs = 15000;
+            auto driver = std::make_shared<TcpDriver>(std::string(name));
+            driver->setTimeout(tcpTimeoutMs);
+            return driver;
+        },
+        false);
+}
+
+constexpr std::uint32_t standardBaud = 57600;
+constexpr std::uint32_t fastBaud = 115200;
+
+int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
+{
+    return openSession([&] { return std::make_shared<SerialDriver>(name, baud, stopBits); }, true);
+}
+
+// 15 stands for one and a half; any number that is not listed means one.
+StopBits stopBitsOf(std::uint32_t argument)
+{
+    constexpr std::uint32_t oneAndHalf = 15;
+    if (argument == 2) {
+        return StopBits::two;
+    }
+    return argument == oneAndHalf ? StopBits::oneAndHalf : StopBits::one;
 }
 
 } // namespace
@@ -89,27 +122,31 @@ int openFM(const char* portName)
 {
     logCall("openFM ", "port name ", portName);
     const std::string_view name = Text(portName);
-    if (namesSerialPort(name)) {
-        return -1;
-    }
-    constexpr std::int64_t tcpTimeoutMs = 15000;
-    auto driver = std::make_shared<TcpDriver>(std::string(name));
-    driver->setTimeout(tcpTimeoutMs);
-    return openSession(std::move(driver), false);
+    return namesSerialPort(name) ? openSerial(name, standardBaud, StopBits::one) : openTcp(name);
 }
 
 int openFMBaud(const char* portName, uint32_t baud)
 {
     // It logs under the name of openFM and leaves the rate out: this is meant.
     logCall("openFM ", "port name ", portName);
-    static_cast<void>(baud);
-    return -1;
+    const std::string_view name = Text(portName);
+    if (!namesSerialPort(name)) {
+        return -1;
+    }
+    if (baud == standardBaud || baud == fastBaud) {
+        return openSerial(name, baud, StopBits::one);
+    }
+    // Another rate makes no driver: a new session begins on the link that is held, whatever it is. This is
+    // meant.
+    const auto held = currentDriver();
+    return held ? openSession([&] { return held; }, true) : -1;
 }
 
 int openFMStopBit(const char* portName, uint32_t stopBits)
 {
     logCall("openFMStopBit ", "port name ", portName, "stop bit ", stopBits);
-    return -1;
+    const std::string_view name = Text(portName);
+    return namesSerialPort(name) ? openSerial(name, standardBaud, stopBitsOf(stopBits)) : -1;
 }
 
 void closeFM(void)

@@ -43,13 +43,13 @@ public:
                                                              const std::string& port);
 
     bool create(const SocketAddress& address);
-    bool connect(const SocketAddress& address);
+    [[nodiscard]] bool connect(const SocketAddress& address) const;
     void close();
     // One send of all bytes; false when it fails. It never raises a signal in the host program.
-    bool send(std::string_view bytes);
-    Wait waitReadable(std::chrono::milliseconds limit);
+    [[nodiscard]] bool send(std::string_view bytes) const;
+    [[nodiscard]] Wait waitReadable(std::chrono::milliseconds limit) const;
     // The number of bytes received; 0 when the peer has closed, negative on failure.
-    std::ptrdiff_t receive(std::span<char> buffer);
+    [[nodiscard]] std::ptrdiff_t receive(std::span<char> buffer) const;
 
 private:
     static constexpr std::uintptr_t invalid = ~std::uintptr_t{0};

@@ -80,7 +80,7 @@ bool Socket::create(const SocketAddress& address)
     return true;
 }
 
-bool Socket::connect(const SocketAddress& address)
+bool Socket::connect(const SocketAddress& address) const
 {
     const auto* target = reinterpret_cast<const sockaddr*>(address.storage.data());
     if (::connect(descriptor(handle), target, static_cast<socklen_t>(address.size)) == 0) {
@@ -97,13 +97,13 @@ void Socket::close()
     }
 }
 
-bool Socket::send(std::string_view bytes)
+bool Socket::send(std::string_view bytes) const
 {
     return restarted([&] { return ::send(descriptor(handle), bytes.data(), bytes.size(), MSG_NOSIGNAL); }) !=
            -1;
 }
 
-Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
+Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit) const
 {
     using Clock = std::chrono::steady_clock;
     if (handle == invalid) {
@@ -122,7 +122,7 @@ Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
     return ready == 0 ? Wait::silent : Wait::readable;
 }
 
-std::ptrdiff_t Socket::receive(std::span<char> buffer)
+std::ptrdiff_t Socket::receive(std::span<char> buffer) const
 {
     return restarted([&] { return ::recv(descriptor(handle), buffer.data(), buffer.size(), 0); });
 }

@@ -49,7 +49,7 @@ bool Socket::create(const SocketAddress& address)
     return true;
 }
 
-bool Socket::connect(const SocketAddress& address)
+bool Socket::connect(const SocketAddress& address) const
 {
     const auto* target = reinterpret_cast<const sockaddr*>(address.storage.data());
     return ::connect(handle, target, static_cast<int>(address.size)) == 0;
@@ -63,12 +63,12 @@ void Socket::close()
     }
 }
 
-bool Socket::send(std::string_view bytes)
+bool Socket::send(std::string_view bytes) const
 {
     return ::send(handle, bytes.data(), static_cast<int>(bytes.size()), 0) != SOCKET_ERROR;
 }
 
-Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
+Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit) const
 {
     fd_set readable;
     FD_ZERO(&readable);
@@ -83,7 +83,7 @@ Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
     return ready == 0 ? Wait::silent : Wait::readable;
 }
 
-std::ptrdiff_t Socket::receive(std::span<char> buffer)
+std::ptrdiff_t Socket::receive(std::span<char> buffer) const
 {
     return ::recv(handle, buffer.data(), static_cast<int>(buffer.size()), 0);
 }

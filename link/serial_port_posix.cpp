@@ -1,0 +1,194 @@
+#include "link/serial_port.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <thread>
+#include <unistd.h>
+
+namespace telvofm {
+namespace {
+
+int descriptor(std::intptr_t handle)
+{
+    return static_cast<int>(handle);
+}
+
+// The path behind a port's name: COM<n> is the n-th serial port of the machine, COM and an absolute path that
+// path. Any other name is a port that does not exist.
+std::string pathOf(std::string_view name)
+{
+    constexpr std::string_view prefix = R"(\\.\COM)";
+    const std::string_view rest = name.substr(prefix.size());
+    if (rest.starts_with('/')) {
+        return std::string(rest);
+    }
+    int number = 0;
+    const auto parsed = std::from_chars(rest.data(), rest.data() + rest.size(), number);
+    if (parsed.ec != std::errc() || parsed.ptr != rest.data() + rest.size() || number < 1) {
+        return {};
+    }
+    return "/dev/ttyS" + std::to_string(number - 1);
+}
+
+// Waits for an event of the descriptor; a signal does not prolong the wait. 0 after a time-out.
+int waitFor(int port, short event, std::chrono::milliseconds limit)
+{
+    const auto deadline = CSerial::now() + limit;
+    pollfd waiting = {.fd = port, .events = event, .revents = 0};
+    int ready = ::poll(&waiting, 1, static_cast<int>(limit.count()));
+    while (ready == -1 && errno == EINTR) {
+        const auto left = std::max(deadline - CSerial::now(), std::chrono::milliseconds(0));
+        ready = ::poll(&waiting, 1, static_cast<int>(left.count()));
+    }
+    return ready;
+}
+
+template <typename Change>
+bool changeSettings(int port, Change change)
+{
+    termios settings{};
+    if (::tcgetattr(port, &settings) != 0) {
+        return false;
+    }
+    change(settings);
+    return ::tcsetattr(port, TCSANOW, &settings) == 0;
+}
+
+} // namespace
+
+bool CSerial::openPort(const std::string& name, std::uint32_t /*queueSize*/)
+{
+    // The kernel sizes its queues itself.
+    handle = ::open(pathOf(name).c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    return outcome(handle != closed);
+}
+
+void CSerial::closePort()
+{
+    if (handle != closed) {
+        ::close(descriptor(handle));
+        handle = closed;
+    }
+}
+
+bool CSerial::setLine(std::uint32_t baud, StopBits stopBits)
+{
+    return outcome(changeSettings(descriptor(handle), [&](termios& settings) {
+        ::cfmakeraw(&settings); // 8 data bits, no parity, every byte as it is
+        settings.c_cflag |= CREAD | CLOCAL;
+        // There is no one and a half here: two are what a receiver of one and a half takes as well.
+        if (stopBits == StopBits::one) {
+            settings.c_cflag &= ~tcflag_t{CSTOPB};
+        } else {
+            settings.c_cflag |= CSTOPB;
+        }
+        constexpr std::uint32_t fast = 115200;
+        ::cfsetspeed(&settings, baud == fast ? B115200 : B57600);
+    }));
+}
+
+bool CSerial::setBlockingReads()
+{
+    return outcome(changeSettings(descriptor(handle), [](termios& settings) {
+        settings.c_cc[VMIN] = 0; // readPort waits itself
+        settings.c_cc[VTIME] = 0;
+    }));
+}
+
+bool CSerial::setHardwareHandshake()
+{
+    return outcome(changeSettings(descriptor(handle), [](termios& settings) {
+        settings.c_cflag |= CRTSCTS;
+        settings.c_iflag &= ~tcflag_t{IXON | IXOFF | IXANY};
+    }));
+}
+
+bool CSerial::setSpecialCharacters(char event, char endOfFile)
+{
+    return outcome(changeSettings(descriptor(handle), [&](termios& settings) {
+        settings.c_cc[VEOL] = static_cast<cc_t>(event);
+        settings.c_cc[VEOF] = static_cast<cc_t>(endOfFile);
+    }));
+}
+
+bool CSerial::setEventMask()
+{
+    return true; // poll reports every event there is
+}
+
+bool CSerial::purge()
+{
+    return outcome(::tcflush(descriptor(handle), TCIOFLUSH) == 0);
+}
+
+bool CSerial::raiseDataTerminalReady()
+{
+    const int line = TIOCM_DTR;
+    return outcome(::ioctl(descriptor(handle), TIOCMBIS, &line) == 0);
+}
+
+bool CSerial::modemStatus(ModemStatus& status)
+{
+    unsigned int lines = 0;
+    if (!outcome(::ioctl(descriptor(handle), TIOCMGET, &lines) == 0)) {
+        return false;
+    }
+    status.clearToSend = (lines & TIOCM_CTS) != 0;
+    status.dataSetReady = (lines & TIOCM_DSR) != 0;
+    return true;
+}
+
+bool CSerial::writePort(char byte, std::chrono::milliseconds limit)
+{
+    const int ready = waitFor(descriptor(handle), POLLOUT, limit);
+    if (ready == 0) {
+        error = ETIMEDOUT;
+        return false;
+    }
+    return outcome(ready == 1 && ::write(descriptor(handle), &byte, 1) == 1);
+}
+
+bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, std::size_t& count)
+{
+    count = 0;
+    const int ready = waitFor(descriptor(handle), POLLIN, limit);
+    if (ready <= 0) {
+        return outcome(ready == 0);
+    }
+    const auto received = ::read(descriptor(handle), buffer.data(), buffer.size());
+    if (received == 0) {
+        error = EIO; // hung up: a port that is there has bytes when it says so
+        return false;
+    }
+    if (received < 0 && (errno == EAGAIN || errno == EINTR)) {
+        return true;
+    }
+    count = static_cast<std::size_t>(std::max<ssize_t>(received, 0));
+    return outcome(received > 0);
+}
+
+std::chrono::milliseconds CSerial::now()
+{
+    return std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
+void CSerial::pause(std::chrono::milliseconds time)
+{
+    std::this_thread::sleep_for(time);
+}
+
+bool CSerial::outcome(bool succeeded)
+{
+    if (!succeeded) {
+        error = static_cast<std::uint32_t>(errno);
+    }
+    return succeeded;
+}
+
+} // namespace telvofm

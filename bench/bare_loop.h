@@ -17,7 +17,7 @@ public:
     BareLoop& operator=(const BareLoop&) = delete;
 
     // Send, send, wait, receive; true when the printer accepts.
-    bool exchange(std::string_view request, char checksum) const;
+    [[nodiscard]] bool exchange(std::string_view request, char checksum) const;
     // Open, append, close.
     static void appendToFile(const std::string& path, std::string_view line);
 

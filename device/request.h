@@ -20,8 +20,8 @@ class CharacterMap;
 class Request
 {
 public:
-    // Builds in `storage`, which must outlive the request. Without `conversion` texts go out as they are.
-    Request(std::string& storage, int address, Command command, const CharacterMap* conversion);
+    // Builds in `target`, which must outlive the request. Without a map texts go out as they are.
+    Request(std::string& target, int address, Command command, const CharacterMap* map);
 
     // Decimal text.
     Request& number(int value);

@@ -23,13 +23,14 @@ protected:
 
 TEST_F(HostProgram, MayHaveMoreThan1024OpenFiles)
 {
-    constexpr int files = 1100;
+    constexpr rlim_t files = 1100;
     rlimit limit{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
     limit.rlim_cur = 2 * files;
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0) << "this machine allows too few open files";
     std::vector<int> opened;
-    for (int count = 0; count < files; ++count) {
+    opened.reserve(files);
+    for (rlim_t count = 0; count < files; ++count) {
         opened.push_back(::open("/dev/null", O_RDONLY | O_CLOEXEC));
     }
     ASSERT_GE(opened.back(), 1024);

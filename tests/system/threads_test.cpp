@@ -66,6 +66,7 @@ TEST_F(Threads, EachExchangeOfTwoSellersIsWhole)
     EXPECT_EQ(refused, (std::array<int, 2>{0, salesOfEachThread}));
     for (const std::string name : {"Chlieb", "Mlieko"}) {
         std::vector<std::string> expected;
+        expected.reserve(salesOfEachThread);
         for (int row = 0; row < salesOfEachThread; ++row) {
             expected.push_back(saleRequest(name, row));
         }

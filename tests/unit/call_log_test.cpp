@@ -102,6 +102,7 @@ TEST_F(CallLogTest, LinesOfThreadsNeverMix)
     setLogginOn("till.txt");
     const std::string description(500, 'x');
     std::vector<std::thread> running;
+    running.reserve(threads);
     for (int thread = 0; thread < threads; ++thread) {
         running.emplace_back([&, thread] {
             for (int call = 0; call < calls; ++call) {

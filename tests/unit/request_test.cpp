@@ -27,7 +27,7 @@ protected:
         return std::string(all.substr(3, all.size() - 4));
     }
 
-    static std::string field(std::string text) { return text + '\0'; }
+    static std::string field(const std::string& text) { return text + '\0'; }
 
     std::string storage;
 };

@@ -78,7 +78,7 @@ bool Socket::create(const SocketAddress& address)
     return !test::holds(network().withoutSocket, address.family);
 }
 
-bool Socket::connect(const SocketAddress& address)
+bool Socket::connect(const SocketAddress& address) const
 {
     test::note("connect " + std::to_string(address.family));
     return !test::holds(network().refusing, address.family);
@@ -90,13 +90,13 @@ void Socket::close()
     handle = invalid;
 }
 
-bool Socket::send(std::string_view bytes)
+bool Socket::send(std::string_view bytes) const
 {
     test::note("send " + test::hexadecimal(bytes));
     return ++network().sends != network().failingSend;
 }
 
-Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
+Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit) const
 {
     test::note("wait " + std::to_string(limit.count()));
     auto& events = network().events;
@@ -110,7 +110,7 @@ Socket::Wait Socket::waitReadable(std::chrono::milliseconds limit)
     return events.front().kind == Event::Kind::brokenWait ? Wait::failed : Wait::readable;
 }
 
-std::ptrdiff_t Socket::receive(std::span<char> buffer)
+std::ptrdiff_t Socket::receive(std::span<char> buffer) const
 {
     test::note("receive " + std::to_string(buffer.size()));
     Event& event = network().events.front();

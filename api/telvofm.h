@@ -599,11 +599,218 @@ TELVOFM_API int setEuroExchangeRate_int(int device, int exchangeRate);
 
 /* ---- Configuration: fiscalization and service ---- */
 
+/*
+ * The life of the printer as a fiscal device. The printer judges passwords, codes and dates and decides in
+ * which state it allows what. Texts may have any length and may be empty; they are converted on serial links
+ * except where a function says "byte for byte". All return 0 or the usual codes.
+ */
+
+/* Initialises the fiscal memory. */
+TELVOFM_API int initFP(int device, const char* servicePassword);
+
+/* Initialises the fiscal module. */
+TELVOFM_API int initFM(int device, const char* servicePassword);
+
+/* Initialises the electronic journal. */
+TELVOFM_API int initELJ(int device, const char* servicePassword);
+
+/* Enables an inspection. */
+TELVOFM_API int inspectionEnabled(int device, const char* servicePassword);
+
+/* Carries out the inspection E1; `deltaSI` is the printer's. The password is left out of the call log. */
+TELVOFM_API int inspectionE1(int device, const char* servicePassword, int deltaSI);
+
+/* Lets the printer verify the checksum of a closure in the electronic journal. */
+TELVOFM_API int verifyCRCELJ(int device, int closureNumber);
+
+/* Closes the journal's card. */
+TELVOFM_API int closeELJcard(int device);
+
+/* Fiscalizes the printer with the registration code `dkp`, which the call log shows in clear. */
+TELVOFM_API int fiscalization(int device, const char* password, const char* dkp);
+
+/* Defiscalizes the printer. */
+TELVOFM_API int defiscalizationFM(int device, const char* servicePassword);
+
+/* Sets the printer's clock; `date` in the printer's own form. */
+TELVOFM_API int setDateTime(int device, const char* date);
+
+/* Hands over the free identifier, byte for byte; `print` asks the printer to print it. */
+TELVOFM_API int freeID(int device, bool print, const char* id);
+
+/* Resets the printer's software. The password goes out byte for byte, and into the call log in clear. */
+TELVOFM_API int swReset(int device, const char* password);
+
+/*
+ * Lets the printer test its device of the given number. The password goes out byte for byte, and into the
+ * call log in clear; `targetDevice` is labelled "device " there, as the address is.
+ */
+TELVOFM_API int testTelvoFM(int device, const char* password, int targetDevice);
+
+/* Clears the printer's error states. The call log shows the word resetStates and nothing else. */
+TELVOFM_API int clearErrorStates(int device);
+
 /* ---- Configuration: announcements, display, codes ---- */
+
+/*
+ * Printing outside a receipt, the customer display, bar codes and QR codes, and the settings of the printer
+ * mechanism. Numbers are sent as given and mean what the printer says; texts may have any length, may be
+ * empty, and are converted on serial links, passwords and escape sequences too. All return 0 or the usual
+ * codes.
+ */
+
+/* Prints a line of free text. */
+TELVOFM_API int printAnnouncement(int device, int rowNumber, const char* text);
+
+/* As printAnnouncement, in the printer's second variant. */
+TELVOFM_API int printAnnouncementNF(int device, int rowNumber, const char* text);
+
+/* Shows a text on the customer display, behind an escape sequence of the display. */
+TELVOFM_API int printDisplay(int device, int displayType, const char* escSequence, const char* text);
+
+/* Clears the customer display. */
+TELVOFM_API int clearDisplay(int device, int displayType, const char* escSequence);
+
+/* Sets the parameters of the display. Its password is left out of the call log. */
+TELVOFM_API int setDispF(int device, const char* password, int dispF, int dispT, const char* parameter);
+
+/* Prints a bar code. */
+TELVOFM_API int printBC(int device, int codeType, const char* code);
+
+/* Sets how bar codes are printed. */
+TELVOFM_API int setBCparm(int device, int textPosition, int textFont, int height, int width);
+
+/* Sets how QR codes are printed. */
+TELVOFM_API int setQRparm(int device, int model, int moduleWidth, int errorCorrectionLevel, int leftMargin,
+                          int viewMode);
+
+/*
+ * Prints a QR code: a command, and then its text in blocks of at most 256 bytes, in one piece before any
+ * other thread's call. With an empty text only the command is sent. After a failure the printer may already
+ * have accepted the command. On serial links a text that was refused three times gives -10001.
+ */
+TELVOFM_API int printQRCode(int device, const char* text);
+
+/* Sets the width of the paper in columns. */
+TELVOFM_API int setPRNcolumns(int device, int width);
+
+/* Sets a parameter of the printer mechanism. */
+TELVOFM_API int setPParameter(int device, const char* password, int paramType, int value);
+
+/* Sets the speed of the printer mechanism, sent as given; the link to the printer keeps its own speed. */
+TELVOFM_API int setPRNBd(int device, int baud);
+
+/* Sets the printer's deltaSI. Neither the password nor the number goes into the call log. */
+TELVOFM_API int setDeltaSI(int device, const char* servicePassword, int deltaSI);
 
 /* ---- Configuration: online registration ---- */
 
+/*
+ * What the printer needs to register sales online. All texts of this section are sent byte for byte, also on
+ * serial links; they may have any length and may be empty. Numbers are not checked. All return 0 or the usual
+ * codes.
+ */
+
+/* Tells where the cash register stands by its position; both coordinates are sent with 10 decimals. */
+TELVOFM_API int setLocationGPS(int device, double vertX, double vertY);
+
+/* Tells where the cash register stands by its postal address. */
+TELVOFM_API int setLocationAddress(int device, const char* municipality, const char* street,
+                                   const char* number, const char* subNumber, const char* zip);
+
+/* Tells where the cash register stands in free words. */
+TELVOFM_API int setLocationOther(int device, const char* description);
+
+/* Sets the address for mail from the printer. */
+TELVOFM_API int setEmail(int device, const char* email);
+
+/*
+ * Sets the mail server. The first character of `type` counts and is logged. `port` is a signed number of 16
+ * bits and sent so: a port up to 32767 as it is, a port from 32768 on as its negative counterpart, 65535 as
+ * -1.
+ */
+TELVOFM_API int setSMTP(int device, const char* type, const char* ipAddress, int16_t port,
+                        const char* localDir);
+
+/*
+ * Tells the printer the path of its authentication key; the library does not open the file. The password goes
+ * into the call log in clear.
+ */
+TELVOFM_API int setAutKey(int device, const char* password, const char* filePath);
+
+/* Sets the interface of the protected data unit (CHDU): its type, a letter sent as it stands, and title. */
+TELVOFM_API int setPCHDU(int device, char interfaceType, const char* interfaceTitle);
+
+/* As setPCHDU; the first character of `interfaceType` counts. Logged under the name setPCHDU. */
+TELVOFM_API int setPCHDU_str(int device, const char* interfaceType, const char* interfaceTitle);
+
+/* Tells the printer the path of the subject's identification data; the library does not open the file. */
+TELVOFM_API int setSubjectIDData(int device, const char* filePath);
+
+/* Lets the printer send one unsent packet. Logged under the name sendUnsendedSFSpacket. */
+TELVOFM_API int sendUnsentSFSpacket(int device);
+
+/* Prints the packets that are not sent yet. Logged under the name printUnsendedSFSpackets. */
+TELVOFM_API int printUnsentSFSpackets(int device);
+
+/*
+ * Asks the printer for the packets of the last transactions; nothing is read back. The call log shows the
+ * count but not the device.
+ */
+TELVOFM_API int getLastTransactionPackets(int device, int transactionCount);
+
 /* ---- Reports: printed reports ---- */
+
+/*
+ * Reports and extracts that the printer prints itself; nothing is read back. Type letters and numbers are
+ * sent as they are, dates have the printer's form; what they mean, and which are allowed, is the printer's.
+ * Where a type is a text, its first character is used and logged. Dates, receipt numbers and the password are
+ * converted on serial links. All return 0 or the usual codes.
+ */
+
+/* Prints a report: the daily closure, for example. */
+TELVOFM_API int printReport(int device, char reportType, int reportNumber);
+
+/* As printReport. */
+TELVOFM_API int printReport_str(int device, const char* reportType, int reportNumber);
+
+/* Prints a journal. */
+TELVOFM_API int printJournal(int device, char journalType, int journalNumber);
+
+/* As printJournal. */
+TELVOFM_API int printJournal_str(int device, const char* journalType, int journalNumber);
+
+/* Prints the journal's extract D, by journal type and dates. */
+TELVOFM_API int printJournalStructD(int device, char journalType, const char* dateFrom, const char* dateTo);
+
+/* As printJournalStructD. */
+TELVOFM_API int printJournalStructD_str(int device, const char* journalType, const char* dateFrom,
+                                        const char* dateTo);
+
+/* Prints the extract D1, by journal type and dates. Logged under the name printJournalStructD_str. */
+TELVOFM_API int printJournalStructD1(int device, const char* journalType, const char* dateFrom,
+                                     const char* dateTo);
+
+/* Prints the extract Z, by numbers. */
+TELVOFM_API int printJournalStructZ(int device, int numberFrom, int numberTo);
+
+/* Prints the extract Z1, by document type and numbers. */
+TELVOFM_API int printJournalStructZ1(int device, const char* docType, int numberFrom, int numberTo);
+
+/* Prints the extract U, one receipt by its number. */
+TELVOFM_API int printJournalStructU(int device, const char* paragonSn);
+
+/* Prints the yearly closure. */
+TELVOFM_API int printYearlyClosure(int device, const char* password);
+
+/*
+ * Prints an extract of the fiscal memory by dates. It has the command code of the yearly closure; the printer
+ * tells them apart by their fields.
+ */
+TELVOFM_API int printIntervalFPD(int device, int printType, const char* dateFrom, const char* dateTo);
+
+/* Prints an extract of the fiscal memory by numbers. */
+TELVOFM_API int printIntervalFPC(int device, int printType, int numberFrom, int numberTo);
 
 /* ---- Reports: journals ---- */
 
@@ -770,6 +977,26 @@ TELVOFM_API int getRAMMP(int device, const char* password, char* buffer, int buf
 TELVOFM_API int saveRAMMP(int device, const char* password, const char* fileName);
 
 /* ---- Reports: journal archive ---- */
+
+/*
+ * The journal archives that the printer keeps under a name. Nothing is read back. All texts of this section
+ * are sent byte for byte, also on serial links; they may have any length and may be empty. All return 0 or
+ * the usual codes; the printer refuses an archive that is unknown or damaged.
+ */
+
+/* Lets the printer validate an archive. */
+TELVOFM_API int validateArchiveDb(int device, const char* archiveDbName);
+
+/* Prints an extract of the fiscal memory by dates from an archive. `journalType` is sent whole. */
+TELVOFM_API int printIntervalFPDArchive(int device, int printType, const char* dateFrom, const char* dateTo,
+                                        const char* journalType);
+
+/* Prints one receipt by its number from an archive. `journalType` is sent whole. */
+TELVOFM_API int printJournalStructUArchive(int device, const char* paragonSn, const char* journalType);
+
+/* Prints the extract D, by journal type and dates, from an archive. */
+TELVOFM_API int printJournalStructDArchive(int device, char journalType, const char* dateFrom,
+                                           const char* dateTo, const char* archiveDbName);
 
 /* ---- Graphics ---- */
 

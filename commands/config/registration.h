@@ -1,0 +1,44 @@
+// What the printer needs to register sales online: where the cash register stands, its mail, keys and
+// identification, and the packets that it has not sent yet. No text of this family is converted between code
+// pages, which is meant.
+#pragma once
+
+#include "device/device.h"
+
+#include <cstdint>
+
+namespace telvofm::config {
+
+struct PostalAddress
+{
+    std::string_view municipality;
+    std::string_view street;
+    std::string_view number;
+    std::string_view subNumber;
+    std::string_view zip;
+};
+
+struct MailServer
+{
+    char type;
+    std::string_view ipAddress;
+    std::int16_t port; // from 32768 on a port is the negative number of the same 16 bits, which is meant
+    std::string_view localDirectory;
+};
+
+void setPosition(Device& printer, int address, const Amount& vertX, const Amount& vertY);
+void setPostalAddress(Device& printer, int address, const PostalAddress& postalAddress);
+void setOtherLocation(Device& printer, int address, std::string_view description);
+void setEmail(Device& printer, int address, std::string_view email);
+void setMailServer(Device& printer, int address, const MailServer& server);
+// The printer reads the files; only their paths are sent.
+void setAuthenticationKey(Device& printer, int address, std::string_view password, std::string_view filePath);
+void setSubjectIdentification(Device& printer, int address, std::string_view filePath);
+// The unit that holds the protected data of the register.
+void setChdu(Device& printer, int address, char interfaceType, std::string_view interfaceTitle);
+void sendUnsentPacket(Device& printer, int address);
+void printUnsentPackets(Device& printer, int address);
+// Asks for the packets; no reply is read.
+void requestLastTransactionPackets(Device& printer, int address, int transactionCount);
+
+} // namespace telvofm::config

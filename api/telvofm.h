@@ -816,23 +816,28 @@ TELVOFM_API int printIntervalFPC(int device, int printType, int numberFrom, int 
 
 /*
  * The journal functions read the electronic journal, whole or in extracts.
- *   journalType, docType   a letter whose meaning is the printer's; of a text the first character is used and
- * logged dateFrom, dateTo       dates in the printer's format, converted on serial links numberFrom, numberTo
- * the first and the last number paragonSn              a receipt's number, converted on serial links The
- * reply is converted on serial links and otherwise left as the printer sent it; it may contain 0x00. It is
- * delivered into a buffer          exactly: the reply's bytes without a terminator; an empty reply leaves the
- * buffer as it was. A reply longer than `bufferSize` fills the buffer with 0x00 and raises the C runtime's
- *                          invalid-parameter failure, which ends the program unless it installed a handler
- *   into a result object   of any length, replacing what it held; a null object gives -1 and nothing is sent
- *   into a file            created or emptied; -10201 when it cannot be created or written
- * All return 0 or the usual codes; after a failure buffers and result objects are as they were. A journal's
- * bytes are not parsed, and their length is told by getJournal_str_count and by result objects only.
+ *   journalType, docType    a letter whose meaning is the printer's, never converted; where it is a text, its
+ *                           first character is used and logged
+ *   dateFrom, dateTo        dates in the printer's form, converted on serial links
+ *   numberFrom, numberTo    the first and the last number
+ *   paragonSn               the number of a receipt, converted on serial links
+ * The reply is the printer's, byte for byte but for the conversion on serial links; it may contain 0x00 and
+ * is not parsed. It goes
+ *   into a buffer           exactly, without a terminator; an empty reply leaves the buffer as it was. A reply
+ *                           longer than `bufferSize` fills the buffer with 0x00 and raises the C runtime's
+ *                           invalid-parameter failure, which by default ends the process. getJournalStructD
+ *                           and getJournalStructD_str differ, see there
+ *   into a result object    whatever its length, in place of what the object held; with a null object nothing
+ *                           is sent and -1 comes back
+ *   into a file             which is created or emptied; -10201 when it cannot be opened or written
+ * Only getJournal_str_count and result objects tell the length. All return 0 or the usual codes; after a
+ * failure buffers and result objects keep their contents.
  */
 
 /* The whole journal into a buffer. */
 TELVOFM_API int getJournal(int device, char* buffer, int bufferSize);
 
-/* As getJournal; `count` gets the length of the reply. */
+/* As getJournal; `count`, unless it is null, gets the length of the reply, 0 for an empty one. */
 TELVOFM_API int getJournal_str_count(int device, char* buffer, int bufferSize, unsigned int* count);
 
 /* The whole journal into a result object. Logged after success only, under the name getJournal and with the
@@ -999,6 +1004,48 @@ TELVOFM_API int printJournalStructDArchive(int device, char journalType, const c
                                            const char* dateTo, const char* archiveDbName);
 
 /* ---- Graphics ---- */
+
+/*
+ * Logos take two steps: a prepare function converts a monochrome bitmap file into the printer's layouts and keeps them
+ * with the session under `imageIndex`; a load function uploads them. An index keeps the picture that was prepared first;
+ * closeFM forgets all. All return 0 or the usual codes.
+ */
+
+/*
+ * Loads a 1-bit BMP file; clear bits of it print as dots. Nothing is sent. Writes "Path: ..." and, when the file is a
+ * bitmap, "OK" to standard output. Returns -10201 when the file is no bitmap, -10104 when it is not monochrome.
+ */
+TELVOFM_API int prepareGraphicHeader(int imageIndex, const char* fileName);
+
+/* As prepareGraphicHeader; when `inverse` is not 0, set bits and the padding print as dots. */
+TELVOFM_API int prepareGraphicHeader_inverse(int imageIndex, const char* fileName, int inverse);
+
+/* Uploads a prepared picture row by row; nothing is uploaded for an index without one. */
+TELVOFM_API int loadGHMMC(int device, int imageNumber, int leftSpacing);
+
+/* Uploads a prepared picture in bands of eight rows; nothing is uploaded for an index without one. */
+TELVOFM_API int loadGHMMC1(int device, int imageNumber, int leftSpacing);
+
+/*
+ * Uploads the pictures 1 to `imageCount` column by column. With more than 6 nothing is sent and 0 returned.
+ * `printLogoAfterPrint` is a truth value.
+ */
+TELVOFM_API int loadGHNV(int device, int imageCount, int leftSpacing1, int leftSpacing2, int leftSpacing3,
+                         int leftSpacing4, int leftSpacing5, int leftSpacing6, int printLogoAfterPrint);
+
+/* As loadGHNV, without a limit to `imageCount`. */
+TELVOFM_API int loadGHNV2(int device, int imageCount, int leftSpacing1, int leftSpacing2, int leftSpacing3,
+                          int leftSpacing4, int leftSpacing5, int leftSpacing6, int printLogoAfterPrint);
+
+/*
+ * Uploads the picture that was prepared under index 9, column by column. Without one nothing is uploaded, and a picture
+ * that is prepared under 9 afterwards is not taken for this function any more.
+ */
+TELVOFM_API int loadRAMBitMap(int device, int leftSpacing, int printLogoAfterPrint);
+
+/* Uploads `imageDataByteSize` bytes as they are (none when it is 0 or less), and four 0x00 bytes. */
+TELVOFM_API int printGraphic(int device, int printType, int graphicIndex, const void* imageData,
+                             int imageDataByteSize);
 
 #ifdef __cplusplus
 }

@@ -51,6 +51,11 @@ public:
     [[nodiscard]] std::size_t itemNameWidth() const;
 
     std::recursive_mutex lock;
+    // The prepared pictures by index, in the printer's layouts. The graphics commands fill and read them.
+    std::map<int, std::string> rasterImages;
+    std::map<int, std::string> bandImages;
+    std::map<int, std::string> columnImages;
+    std::map<int, std::string> secondColumnImages;
     std::atomic<bool> autoTwoLineItem = false; // set and read without the lock
 
 private:

@@ -1,0 +1,16 @@
+// Reads BMP files from memory, for platforms without a loader of their own: one bit per pixel, uncompressed,
+// with any version of the header, rows in either order. The palette is ignored: the bits of the file are what
+// counts.
+#pragma once
+
+#include "graphics/bitmap.h"
+
+#include <span>
+
+namespace telvofm::graphics {
+
+// Nothing when the bytes are no whole bitmap of a size that makes sense. The result is never larger than the
+// file.
+std::optional<PackedBitmap> readBitmap(std::span<const std::uint8_t> file);
+
+} // namespace telvofm::graphics

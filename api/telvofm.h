@@ -711,7 +711,10 @@ TELVOFM_API int setDeltaSI(int device, const char* servicePassword, int deltaSI)
  * codes.
  */
 
-/* Tells where the cash register stands by its position; both coordinates are sent with 10 decimals. */
+/*
+ * Tells where the cash register stands by its position. Both coordinates are sent with 10 decimals; which of
+ * them is the latitude is the printer's matter.
+ */
 TELVOFM_API int setLocationGPS(int device, double vertX, double vertY);
 
 /* Tells where the cash register stands by its postal address. */
@@ -738,7 +741,7 @@ TELVOFM_API int setSMTP(int device, const char* type, const char* ipAddress, int
  */
 TELVOFM_API int setAutKey(int device, const char* password, const char* filePath);
 
-/* Sets the interface of the protected data unit (CHDU): its type, a letter sent as it stands, and title. */
+/* Sets the CHDU interface: its type, a character sent as it stands, and its title. */
 TELVOFM_API int setPCHDU(int device, char interfaceType, const char* interfaceTitle);
 
 /* As setPCHDU; the first character of `interfaceType` counts. Logged under the name setPCHDU. */
@@ -800,7 +803,7 @@ TELVOFM_API int printJournalStructZ1(int device, const char* docType, int number
 /* Prints the extract U, one receipt by its number. */
 TELVOFM_API int printJournalStructU(int device, const char* paragonSn);
 
-/* Prints the yearly closure. */
+/* Prints the yearly closure. The call log shows ***** in place of the password. */
 TELVOFM_API int printYearlyClosure(int device, const char* password);
 
 /*

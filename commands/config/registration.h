@@ -34,7 +34,7 @@ void setMailServer(Device& printer, int address, const MailServer& server);
 // The printer reads the files; only their paths are sent.
 void setAuthenticationKey(Device& printer, int address, std::string_view password, std::string_view filePath);
 void setSubjectIdentification(Device& printer, int address, std::string_view filePath);
-// The unit that holds the protected data of the register.
+// The CHDU interface of the printer.
 void setChdu(Device& printer, int address, char interfaceType, std::string_view interfaceTitle);
 void sendUnsentPacket(Device& printer, int address);
 void printUnsentPackets(Device& printer, int address);

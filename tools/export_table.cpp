@@ -99,9 +99,12 @@ std::string resultText(bool flag)
     return flag ? "true" : "false";
 }
 
-std::string resultText(const ResultObject* object)
+// Only createResultObject returns an object, and its text is all that callers by name get: it goes at once.
+std::string resultText(ResultObject* object)
 {
-    return object == nullptr ? "null" : "result";
+    const bool isNull = object == nullptr;
+    destroyResultObject(object);
+    return isNull ? "null" : "result";
 }
 
 template <typename Number>

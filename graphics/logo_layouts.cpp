@@ -109,7 +109,12 @@ LogoLayouts logoLayouts(const Bitmap& bitmap, bool inverse)
             }
             const std::uint64_t turned = transposed(load(bytes.data()));
             std::memcpy(bytes.data(), &turned, tileSize);
-            std::copy_n(bytes.begin(), inBand, bands + b * bitmap.width + k * tileSize);
+            char* const band = bands + b * bitmap.width + k * tileSize;
+            if (inBand == tileSize) {
+                std::memcpy(band, bytes.data(), tileSize); // a fixed size is one move
+            } else {
+                std::copy_n(bytes.begin(), inBand, band);
+            }
             for (std::size_t column = 0; column < tileSize; ++column) {
                 columns[(k * tileSize + column) * tileRows + b] = bytes[column];
             }

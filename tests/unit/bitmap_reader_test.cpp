@@ -1,0 +1,111 @@
+#include "graphics/bitmap_reader.h"
+
+#include "tests/unit/bitmap_file.h"
+
+#include <gtest/gtest.h>
+
+namespace telvofm::graphics {
+namespace {
+
+void expectTwelveByTen(const BitmapFile& file)
+{
+    const auto bytes = file.bytes();
+    const auto bitmap = readBitmap(bytes);
+    ASSERT_TRUE(bitmap.has_value());
+    EXPECT_EQ(bitmap->width, 12U);
+    EXPECT_EQ(bitmap->height, 10U);
+    EXPECT_EQ(bitmap->bitsPerPixel, 1);
+    ASSERT_EQ(bitmap->stride, 4U);
+    ASSERT_EQ(bitmap->bits.size(), 40U);
+    for (std::size_t y = 0; y < 10; ++y) {
+        EXPECT_EQ(bitmap->bits[y * 4], y);
+    }
+}
+
+TEST(BitmapReader, ReadsRowsFromTheBottomAndFromTheTop)
+{
+    expectTwelveByTen({.height = 10});
+    expectTwelveByTen({.height = -10});
+}
+
+TEST(BitmapReader, ReadsEveryVersionOfTheHeader)
+{
+    for (const std::uint32_t size : {12U, 40U, 52U, 56U, 64U, 108U, 124U}) {
+        expectTwelveByTen({.descriptionSize = size});
+    }
+}
+
+TEST(BitmapReader, FindsThePixelsBehindAGap)
+{
+    expectTwelveByTen({.gap = 13});
+}
+
+TEST(BitmapReader, TruncatedAnywhereItIsNoBitmap)
+{
+    for (const std::uint32_t size : {12U, 40U, 124U}) {
+        const auto whole = BitmapFile{.descriptionSize = size}.bytes();
+        for (std::size_t length = 0; length < whole.size(); ++length) {
+            EXPECT_FALSE(readBitmap(std::span(whole).first(length)).has_value()) << length;
+        }
+    }
+}
+
+TEST(BitmapReader, RefusesAbsurdSizesWithoutReservingMemoryForThem)
+{
+    constexpr std::int32_t largest = 2147483647;
+    constexpr std::int32_t smallest = -largest - 1;
+    const auto bytes = BitmapFile{}.bytes();
+    for (const auto& [width, height] :
+         std::initializer_list<std::pair<std::int32_t, std::int32_t>>{{0, 10},
+                                                                      {12, 0},
+                                                                      {-12, 10},
+                                                                      {smallest, 10},
+                                                                      {largest, 10},
+                                                                      {12, largest},
+                                                                      {12, smallest},
+                                                                      {largest, largest},
+                                                                      {largest, smallest},
+                                                                      {65536, 65536}}) {
+        auto file = bytes;
+        for (std::size_t i = 0; i < 4; ++i) {
+            file[18 + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(width) >> (8 * i));
+            file[22 + i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(height) >> (8 * i));
+        }
+        EXPECT_FALSE(readBitmap(file).has_value()) << width << " x " << height;
+    }
+}
+
+TEST(BitmapReader, TellsOtherDepths)
+{
+    for (const std::uint16_t depth : std::initializer_list<std::uint16_t>{4, 8, 16, 24, 32}) {
+        const auto bytes = BitmapFile{.bitsPerPixel = depth}.bytes();
+        const auto bitmap = readBitmap(bytes);
+        ASSERT_TRUE(bitmap.has_value());
+        EXPECT_EQ(bitmap->bitsPerPixel, depth);
+    }
+}
+
+TEST(BitmapReader, RefusesCompressedPixels)
+{
+    for (const std::uint32_t compression : {1U, 2U, 3U, 4U}) {
+        const auto bytes = BitmapFile{.compression = compression}.bytes();
+        EXPECT_FALSE(readBitmap(bytes).has_value());
+    }
+}
+
+TEST(BitmapReader, RefusesWhatIsNoBitmap)
+{
+    auto other = BitmapFile{}.bytes();
+    other[0] = 'P';
+    EXPECT_FALSE(readBitmap(other).has_value());
+    auto pixelsInHeader = BitmapFile{}.bytes();
+    pixelsInHeader[10] = 3;
+    EXPECT_FALSE(readBitmap(pixelsInHeader).has_value());
+    auto pixelsBehindEnd = BitmapFile{}.bytes();
+    pixelsBehindEnd[13] = 0xFF;
+    EXPECT_FALSE(readBitmap(pixelsBehindEnd).has_value());
+    EXPECT_FALSE(readBitmap({}).has_value());
+}
+
+} // namespace
+} // namespace telvofm::graphics

@@ -26,8 +26,8 @@
  *        64          also: serial, the printer is silent for 15 s although it holds clear-to-send on
  *        -1          no printer is open; for the open functions: it could not be opened
  *        -10000      serial: a run-time failure inside the exchange
- *        -10001      serial: an uploaded block was refused three times; TCP: a run-time failure inside a
- * command -10002      a reply was damaged three times, or a byte came that the protocol does not allow there
+ *        -10001      serial: an uploaded block was refused three times; TCP: a run-time failure in a command
+ *        -10002      a reply was damaged three times, or a byte came that the protocol does not allow there
  *        -10103      serial: the port is not open, or clear-to-send is off when a write begins
  *        -10104      the bitmap file is not monochrome
  *        -10200      serial: the port reported error 2
@@ -826,10 +826,10 @@ TELVOFM_API int printIntervalFPC(int device, int printType, int numberFrom, int 
  *   paragonSn               the number of a receipt, converted on serial links
  * The reply is the printer's, byte for byte but for the conversion on serial links; it may contain 0x00 and
  * is not parsed. It goes
- *   into a buffer           exactly, without a terminator; an empty reply leaves the buffer as it was. A reply
- *                           longer than `bufferSize` fills the buffer with 0x00 and raises the C runtime's
- *                           invalid-parameter failure, which by default ends the process. getJournalStructD
- *                           and getJournalStructD_str differ, see there
+ *   into a buffer           exactly, without a terminator; an empty reply leaves the buffer as it was. A
+ *                           reply longer than `bufferSize` fills the buffer with 0x00 and raises the C
+ *                           runtime's invalid-parameter failure, which by default ends the process.
+ *                           getJournalStructD and getJournalStructD_str differ, see there
  *   into a result object    whatever its length, in place of what the object held; with a null object nothing
  *                           is sent and -1 comes back
  *   into a file             which is created or emptied; -10201 when it cannot be opened or written

@@ -49,7 +49,9 @@ int getJournal_str_count(int device, char* buffer, int bufferSize, unsigned int*
     return runQuery([&](Device& printer) { return printer.query(reports::wholeJournal(printer, device)); },
                     [&](std::string reply) {
                         copyExactly(reply, buffer, bufferSize);
-                        *count = static_cast<unsigned int>(reply.size());
+                        if (count != nullptr) {
+                            *count = static_cast<unsigned int>(reply.size());
+                        }
                     });
 }
 

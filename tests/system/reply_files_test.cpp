@@ -94,6 +94,18 @@ TEST_F(ReplyFiles, LoseWhatTheyHeldBefore)
     closeFM();
 }
 
+TEST_F(ReplyFiles, NeedAName)
+{
+    PrinterThread printer(replyingWith("reply"));
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    for (const auto& exports : {filesAfterFetch, filesWhileReading}) {
+        for (const FileExport& toFile : exports) {
+            EXPECT_EQ(toFile(nullptr), -10201);
+        }
+    }
+    closeFM();
+}
+
 TEST_F(ReplyFiles, StayCreatedWhenTheReplyBreaksOff)
 {
     for (std::size_t index = 0; index < filesWhileReading.size(); ++index) {
@@ -119,9 +131,18 @@ TEST_F(ReplyFiles, AreLeftAloneWhenAReplyThatIsFetchedFirstBreaksOff)
     }
 }
 
-TEST_F(ReplyFiles, ALongReplyFitsABufferOfItsLengthAndAResultObject)
+class ReplyOfLength : public ::testing::TestWithParam<std::size_t>
 {
-    const std::string reply = longReply();
+protected:
+    void SetUp() override { setLogginOff(); }
+    void TearDown() override { closeFM(); }
+};
+
+TEST_P(ReplyOfLength, ArrivesWholeInABufferAResultObjectAndAFile)
+{
+    const OwnFolder folder;
+    const std::string name = folder.file("reply");
+    const std::string reply = longReply().substr(0, GetParam());
     PrinterThread printer(replyingWith(reply));
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
     std::string buffer(reply.size() + 1, '#');
@@ -131,15 +152,22 @@ TEST_F(ReplyFiles, ALongReplyFitsABufferOfItsLengthAndAResultObject)
 
     unsigned int count = 0;
     EXPECT_EQ(getJournal_str_count(1, buffer.data(), size, &count), 0);
-    EXPECT_EQ(count, 65537U);
+    EXPECT_EQ(count, reply.size());
 
     ResultObject* const object = createResultObject();
     EXPECT_EQ(getJournal_ResultObject(1, object), 0);
-    ASSERT_EQ(getResultObjectLength(object), 65537);
+    ASSERT_EQ(getResultObjectLength(object), size);
     EXPECT_TRUE(std::string_view(getResultObjectString(object), reply.size()) == reply);
     destroyResultObject(object);
+
+    EXPECT_EQ(getJournal_str_tofile(1, name.c_str()), 0);
+    EXPECT_TRUE(contentOf(name) == reply);
+    EXPECT_EQ(saveJournalToFile(1, 'F', 1, name.c_str()), 0);
+    EXPECT_TRUE(contentOf(name) == reply);
     closeFM();
 }
+
+INSTANTIATE_TEST_SUITE_P(, ReplyOfLength, ::testing::Values(0, 1, 2, 255, 256, 257, 512, 65537));
 
 } // namespace
 } // namespace telvofm::test

@@ -109,7 +109,7 @@ protected:
         return result;
     }
 
-    int callWithSmallBuffer() const { return call(tooSmall()); }
+    [[nodiscard]] int callWithSmallBuffer() const { return call(tooSmall()); }
 };
 
 } // namespace telvofm::test

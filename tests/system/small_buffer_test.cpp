@@ -30,7 +30,7 @@ TEST(NoBufferDeathTest, EndsTheProcess)
 
 TEST_P(SmallBufferDeathTest, EndsTheProcess)
 {
-    EXPECT_EXIT(callWithSmallBuffer(), isInvalidParameterEnding, invalidParameterMessage);
+    EXPECT_EXIT(static_cast<void>(callWithSmallBuffer()), isInvalidParameterEnding, invalidParameterMessage);
 }
 
 TEST_P(SmallBufferDeathTest, IsEmptiedBefore)
@@ -38,7 +38,7 @@ TEST_P(SmallBufferDeathTest, IsEmptiedBefore)
     EXPECT_EXIT(
         {
             judgeAtInvalidParameter(GetParam().isTextual ? isEmptied : isZeroed);
-            callWithSmallBuffer();
+            static_cast<void>(callWithSmallBuffer());
         },
         ::testing::ExitedWithCode(judgedGood), "");
 }

@@ -21,7 +21,7 @@ int getBCKP(int device, const char* password, int page, char* buffer, int buffer
         [&](Device& printer) {
             return printer.query(reports::backupPage(printer, device, Text(password), page));
         },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int saveBCKP(int device, const char* password, int page, const char* fileName)
@@ -37,7 +37,7 @@ int getRAMMP(int device, const char* password, char* buffer, int bufferSize)
     logCall("getRAMMP ", "device ", device, "password ", password);
     return runQuery(
         [&](Device& printer) { return printer.query(reports::memoryImage(printer, device, Text(password))); },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int saveRAMMP(int device, const char* password, const char* fileName)

@@ -40,14 +40,14 @@ int getJournal(int device, char* buffer, int bufferSize)
 {
     logCall("getJournal ", "device ", device);
     return runQuery([&](Device& printer) { return printer.query(reports::wholeJournal(printer, device)); },
-                    [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+                    [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournal_str_count(int device, char* buffer, int bufferSize, unsigned int* count)
 {
     logCall("getJournal_str_count ", "device ", device);
     return runQuery([&](Device& printer) { return printer.query(reports::wholeJournal(printer, device)); },
-                    [&](std::string reply) {
+                    [&](const std::string& reply) {
                         copyExactly(reply, buffer, bufferSize);
                         if (count != nullptr) {
                             *count = static_cast<unsigned int>(reply.size());
@@ -77,7 +77,7 @@ int getJournalStructD(int device, char journalType, const char* dateFrom, const 
     const auto range = dates(journalType, dateFrom, dateTo);
     logDates("getJournalStructD ", device, range);
     return runQuery([&](Device& printer) { return printer.query(reports::extractD(printer, device, range)); },
-                    [&](std::string reply) { copyBlanked(reply, buffer, bufferSize); });
+                    [&](const std::string& reply) { copyBlanked(reply, buffer, bufferSize); });
 }
 
 int getJournalStructD_str(int device, const char* journalType, const char* dateFrom, const char* dateTo,
@@ -86,7 +86,7 @@ int getJournalStructD_str(int device, const char* journalType, const char* dateF
     const auto range = dates(journalType, dateFrom, dateTo);
     logDates("getJournalStructD_str ", device, range);
     return runQuery([&](Device& printer) { return printer.query(reports::extractD(printer, device, range)); },
-                    [&](std::string reply) { copyBlanked(reply, buffer, bufferSize); });
+                    [&](const std::string& reply) { copyBlanked(reply, buffer, bufferSize); });
 }
 
 int getJournalStructD_ResultObject(int device, char journalType, const char* dateFrom, const char* dateTo,
@@ -125,7 +125,7 @@ int getJournalStructD1(int device, const char* journalType, const char* dateFrom
     logDates("getJournalStructD1 ", device, range);
     return runQuery(
         [&](Device& printer) { return printer.query(reports::extractD1(printer, device, range)); },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournalStructD1_ResultObject(int device, const char* journalType, const char* dateFrom,
@@ -155,7 +155,7 @@ int getJournalStructZ(int device, int numberFrom, int numberTo, char* buffer, in
         [&](Device& printer) {
             return printer.query(reports::extractZ(printer, device, {numberFrom, numberTo}));
         },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournalStructZ_ResultObject(int device, int numberFrom, int numberTo, ResultObject* result)
@@ -188,7 +188,7 @@ int getJournalStructZ1(int device, const char* docType, int numberFrom, int numb
             return printer.query(
                 reports::extractZ1(printer, device, firstCharacter(docType), {numberFrom, numberTo}));
         },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournalStructZ1_ResultObject(int device, const char* docType, int numberFrom, int numberTo,
@@ -227,7 +227,7 @@ int getJournalStructU(int device, const char* paragonSn, char* buffer, int buffe
     logCall("getJournalStructU ", "device ", device, ", paragonSn ", paragonSn);
     return runQuery(
         [&](Device& printer) { return printer.query(reports::extractU(printer, device, Text(paragonSn))); },
-        [&](std::string reply) { copyExactly(reply, buffer, bufferSize); });
+        [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournalStructU_ResultObject(int device, const char* paragonSn, ResultObject* result)

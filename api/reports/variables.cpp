@@ -22,7 +22,7 @@ void logVariable(const char* name, int device, const char* variableCode, std::st
 int getVariable(int device, const char* variableCode, char* result, int resultSize)
 {
     return runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
-                    [&](std::string reply) {
+                    [&](const std::string& reply) {
                         copyText(reply, result, resultSize);
                         logVariable("getVariable ", device, variableCode, reply);
                     });
@@ -42,9 +42,9 @@ const char* getVariableStr(int device, const char* variableCode)
     thread_local std::string variable;
     const int result =
         runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
-                 [&](std::string reply) {
-                     variable = std::move(reply);
-                     logVariable("getVariableStr ", device, variableCode, variable);
+                 [&](const std::string& reply) {
+                     variable = reply;
+                     logVariable("getVariableStr ", device, variableCode, reply);
                  });
     return result == succeeded ? variable.c_str() : "Error";
 }
@@ -52,7 +52,7 @@ const char* getVariableStr(int device, const char* variableCode)
 int getLastParagon(int device, char* buffer, int bufferSize)
 {
     return runQuery([&](Device& printer) { return reports::lastParagon(printer, device); },
-                    [&](std::string reply) {
+                    [&](const std::string& reply) {
                         copyBlankedWithoutTerminator(reply, buffer, bufferSize);
                         logCall("getLastParagon (", reply.size(), " bytes)\n", reply);
                     });
@@ -76,7 +76,7 @@ int getIntervalFPD(int device, int printType, const char* dateFrom, const char* 
         [&](Device& printer) {
             return reports::intervalByDates(printer, device, printType, Text(dateFrom), Text(dateTo));
         },
-        [&](std::string reply) { copyText(reply, result, resultSize); });
+        [&](const std::string& reply) { copyText(reply, result, resultSize); });
 }
 
 int getIntervalFPC(int device, int printType, int numberFrom, int numberTo, char* result, int resultSize)
@@ -87,5 +87,5 @@ int getIntervalFPC(int device, int printType, int numberFrom, int numberTo, char
         [&](Device& printer) {
             return reports::intervalByNumbers(printer, device, printType, numberFrom, numberTo);
         },
-        [&](std::string reply) { copyText(reply, result, resultSize); });
+        [&](const std::string& reply) { copyText(reply, result, resultSize); });
 }

@@ -10,7 +10,7 @@
 namespace telvofm::test {
 namespace {
 
-// The value of each variable is its own code, three times; the variable "none" does not exist.
+// The value of each variable is its own code behind a word; the variable "none" does not exist.
 void serveVariables(wire::Connection& connection)
 {
     constexpr std::size_t head = 3;
@@ -19,7 +19,7 @@ void serveVariables(wire::Connection& connection)
         if (code == "none") {
             connection.send(bytes({nak, 9}));
         } else {
-            sendReply(connection, code + code + code);
+            sendReply(connection, "is " + code);
         }
     }
 }
@@ -42,8 +42,8 @@ TEST_F(VariableText, OutlivesTheCallsOfOtherThreads)
     const char* const mine = getVariableStr(1, "A");
     std::string theirs;
     std::thread([&theirs] { theirs = getVariableStr(1, "B"); }).join();
-    EXPECT_EQ(theirs, "BBB");
-    EXPECT_STREQ(mine, "AAA");
+    EXPECT_EQ(theirs, "is B");
+    EXPECT_STREQ(mine, "is A");
 }
 
 TEST_F(VariableText, OutlivesOtherExportsAndTheSession)
@@ -59,7 +59,7 @@ TEST_F(VariableText, OutlivesOtherExportsAndTheSession)
 TEST_F(VariableText, IsErrorAfterARefusalAndWithoutAPrinter)
 {
     EXPECT_STREQ(getVariableStr(1, "none"), "Error");
-    EXPECT_STREQ(getVariableStr(1, "A"), "AAA");
+    EXPECT_STREQ(getVariableStr(1, "A"), "is A");
     closeFM();
     EXPECT_STREQ(getVariableStr(1, "A"), "Error");
 }

@@ -95,7 +95,7 @@ bool CSerial::setLine(std::uint32_t baud, StopBits stopBits)
 bool CSerial::setBlockingReads()
 {
     return outcome(changeSettings(descriptor(handle), [](termios& settings) {
-        settings.c_cc[VMIN] = 0; // readPort waits itself
+        settings.c_cc[VMIN] = 1; // so that a read of 0 bytes means that the line has hung up
         settings.c_cc[VTIME] = 0;
     }));
 }

@@ -51,9 +51,10 @@ std::string checkOutputs(const Call& call, const telvofm::tools::CallContext& co
 
 std::string checkFiles(const Call& call, const std::filesystem::path& folder)
 {
-    for (const auto& [name, expected] : call.files) {
+    for (const auto& [name, expected, isText] : call.files) {
         const auto contents = readFile(folder / name);
-        if (contents != expected) {
+        const bool isSameText = isText && expected && contents == withWindowsLineEnds(*expected);
+        if (contents != expected && !isSameText) {
             return difference("the file " + name, expected ? hexadecimal(*expected) : "absent",
                               contents ? hexadecimal(*contents) : "absent");
         }

@@ -133,10 +133,12 @@ private:
             call.resultObject = bytesOf(words, 1);
         } else if (statement == "count") {
             call.count = static_cast<unsigned int>(std::stoul(wordAt(words, 1).text));
-        } else if (statement == "file") {
-            call.files.emplace_back(wordAt(words, 1).text, bytesOf(words, 2));
+        } else if (statement == "file" || statement == "text-file") {
+            call.files.push_back({.name = wordAt(words, 1).text,
+                                  .contents = bytesOf(words, 2),
+                                  .isText = statement == "text-file"});
         } else if (statement == "no-file") {
-            call.files.emplace_back(wordAt(words, 1).text, std::nullopt);
+            call.files.push_back({.name = wordAt(words, 1).text, .contents = std::nullopt});
         } else if (statement == "reopen") {
             call.reopensAfterwards = true;
         } else {

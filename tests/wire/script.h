@@ -27,6 +27,14 @@ struct Step
     std::size_t pieceSize = 0; // 0: sent in one piece
 };
 
+// What a file must hold after a call.
+struct FileCheck
+{
+    std::string name;
+    std::optional<std::string> contents; // nothing: the file must not exist
+    bool isText = false;                 // its lines may end as the platform ends them
+};
+
 struct Call
 {
     int line = 0;
@@ -38,7 +46,7 @@ struct Call
     std::optional<std::string> buffer;
     std::optional<std::string> resultObject;
     std::optional<unsigned int> count;
-    std::vector<std::pair<std::string, std::optional<std::string>>> files; // nothing: the file must not exist
+    std::vector<FileCheck> files;
     bool reopensAfterwards = false;
 };
 

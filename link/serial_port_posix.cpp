@@ -1,8 +1,8 @@
+#include "link/serial_path_posix.h"
 #include "link/serial_port.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -16,23 +16,6 @@ namespace {
 int descriptor(std::intptr_t handle)
 {
     return static_cast<int>(handle);
-}
-
-// The path behind a port's name: COM<n> is the n-th serial port of the machine, COM and an absolute path that
-// path. Any other name is a port that does not exist.
-std::string pathOf(std::string_view name)
-{
-    constexpr std::string_view prefix = R"(\\.\COM)";
-    const std::string_view rest = name.substr(prefix.size());
-    if (rest.starts_with('/')) {
-        return std::string(rest);
-    }
-    int number = 0;
-    const auto parsed = std::from_chars(rest.data(), rest.data() + rest.size(), number);
-    if (parsed.ec != std::errc() || parsed.ptr != rest.data() + rest.size() || number < 1) {
-        return {};
-    }
-    return "/dev/ttyS" + std::to_string(number - 1);
 }
 
 // Waits for an event of the descriptor; a signal does not prolong the wait. 0 after a time-out.
@@ -64,7 +47,7 @@ bool changeSettings(int port, Change change)
 bool CSerial::openPort(const std::string& name, std::uint32_t /*queueSize*/)
 {
     // The kernel sizes its queues itself.
-    handle = ::open(pathOf(name).c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    handle = ::open(serialPath(name).c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     return outcome(handle != closed);
 }
 

@@ -1,17 +1,16 @@
 // Plays wire scripts against the shared library: it calls the exports and is the printer at the other end.
 //
-//     wire_runner [--work FOLDER] [--serial-name NAME --port-file FILE] SCRIPT-OR-FOLDER...
+//     wire_runner [--work FOLDER] [--serial-name NAME] SCRIPT-OR-FOLDER...
 //
-// With --serial-name, scripts for serial links are played (and only those): the runner writes its port to the
-// file and waits until a bridge between that port and the named serial line connects. Without it, scripts for
-// serial links run on a pseudo-terminal where the platform has them.
+// With --serial-name, scripts for serial links are played (and only those): the runner prints "port N" and
+// waits until a bridge between that port and the named serial line connects. Without it, scripts for serial
+// links run on a pseudo-terminal where the platform has them.
 #include "tests/wire/checks.h"
 #include "tests/wire/loopback.h"
 #include "tests/wire/printer.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <stdexcept>
 
 namespace wire {
@@ -27,7 +26,6 @@ struct Options
 {
     fs::path work = "wire_work";
     std::string serialName;
-    fs::path portFile;
     std::vector<fs::path> paths;
 };
 
@@ -46,8 +44,8 @@ void emptyFolder(const fs::path& folder)
 class Stage
 {
 public:
-    Stage(bool isSerial, const std::string& serialName, Connection* bridge)
-        : bridged(bridge), serial(isSerial), address(serialName)
+    Stage(bool isSerial, std::string serialName, Connection* bridge)
+        : bridged(bridge), serial(isSerial), address(std::move(serialName))
     {
         if (!serial) {
             address = "127.0.0.1:" + std::to_string(listener.port());
@@ -230,7 +228,8 @@ private:
         if (options.serialName.empty()) {
             return;
         }
-        std::ofstream(options.portFile) << bridgeListener.port() << '\n';
+        std::printf("port %d\n", bridgeListener.port());
+        std::fflush(stdout);
         bridge = bridgeListener.accept(60s);
         if (!bridge.isOpen()) {
             throw std::runtime_error("no bridge to the serial line connected within a minute");
@@ -299,8 +298,6 @@ Options parse(const std::vector<std::string>& arguments)
             options.work = arguments[++i];
         } else if (arguments[i] == "--serial-name" && hasValue) {
             options.serialName = arguments[++i];
-        } else if (arguments[i] == "--port-file" && hasValue) {
-            options.portFile = arguments[++i];
         } else {
             options.paths.emplace_back(arguments[i]);
         }

@@ -12,6 +12,9 @@ using namespace telvofm;
 
 namespace {
 
+// What getVariableStr has returned, kept for the caller until its thread's next call.
+thread_local std::string variableText;
+
 void logVariable(const char* name, int device, const char* variableCode, std::string_view result)
 {
     logCall(name, "device ", device, ", variableCode ", variableCode, ", result ", result);
@@ -38,15 +41,13 @@ int getVariableResultObject(int device, const char* variableCode, ResultObject* 
 
 const char* getVariableStr(int device, const char* variableCode)
 {
-    // Keeps the text for the caller until its thread's next call.
-    thread_local std::string variable;
     const int result =
         runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
                  [&](const std::string& reply) {
-                     variable = reply;
+                     variableText = reply;
                      logVariable("getVariableStr ", device, variableCode, reply);
                  });
-    return result == succeeded ? variable.c_str() : "Error";
+    return result == succeeded ? variableText.c_str() : "Error";
 }
 
 int getLastParagon(int device, char* buffer, int bufferSize)

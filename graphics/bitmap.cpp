@@ -16,7 +16,8 @@ Bitmap expanded(const PackedBitmap& packed)
     for (std::size_t y = 0; y < packed.height; ++y) {
         const std::uint8_t* row = packed.bits.data() + y * packed.stride;
         for (std::size_t x = 0; x < packed.width; ++x) {
-            *pixel++ = row[x / bitsPerByte] >> (bitsPerByte - 1 - x % bitsPerByte) & 1U;
+            const unsigned int byte = row[x / bitsPerByte];
+            *pixel++ = static_cast<std::uint8_t>(byte >> (bitsPerByte - 1 - x % bitsPerByte) & 1U);
         }
     }
     return bitmap;

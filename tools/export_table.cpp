@@ -77,7 +77,7 @@ unsigned char* convert(std::type_identity<unsigned char*> /*type*/, const Argume
 }
 
 [[maybe_unused]] unsigned int* convert(std::type_identity<unsigned int*> /*type*/, const Argument& argument,
-                      CallContext& context)
+                                       CallContext& context)
 {
     return isNull(argument) ? nullptr : &context.count;
 }
@@ -108,8 +108,7 @@ std::string resultText(ResultObject* object)
 }
 
 template <typename Number>
-    requires(std::is_arithmetic_v<Number>)
-std::string resultText(Number number)
+requires(std::is_arithmetic_v<Number>) std::string resultText(Number number)
 {
     return std::to_string(number);
 }

@@ -52,7 +52,7 @@ TEST_F(BitmapLoader, GivesOneForSetBitsInRowsFromTheTop)
         ASSERT_EQ(bitmap.pixels.size(), bitmap.width * 10);
         for (std::size_t y = 0; y < 10; ++y) {
             for (std::size_t x = 0; x < bitmap.width; ++x) {
-                const unsigned expected = x < 8 ? y >> (7 - x) & 1U : 0;
+                const unsigned expected = x < 8 ? static_cast<unsigned>(y) >> (7 - x) & 1U : 0;
                 EXPECT_EQ(bitmap.pixels[y * bitmap.width + x], expected) << x << ", " << y;
             }
         }

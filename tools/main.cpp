@@ -1,0 +1,37 @@
+// The command-line tool `telvofm`.
+#include "tools/decode.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+int decode(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    const std::string rawLog{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        std::fprintf(stderr, "telvofm: %s cannot be read; name a raw log as setRawLogginOn writes it\n",
+                     path.c_str());
+        return 1;
+    }
+    std::fputs(telvofm::tools::decodeRawLog(rawLog).c_str(), stdout);
+    return 0;
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    CLI::App app("Tools around the TelvoFM library");
+    app.require_subcommand(1);
+    std::string path;
+    auto* decoding = app.add_subcommand("decode", "Show a raw log as an exchange, line by line");
+    decoding->add_option("RAWLOG", path, "A file that setRawLogginOn has made")
+        ->required()
+        ->check(CLI::ExistingFile);
+    CLI11_PARSE(app, count, arguments);
+    return decode(path);
+}

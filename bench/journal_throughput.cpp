@@ -36,20 +36,40 @@ constexpr std::size_t megabyte = kilobyte * kilobyte;
 struct Outcome
 {
     double seconds = std::numeric_limits<double>::infinity();
-    double peakBytes = 0; // above what the process held before the journal came
+    double processorSeconds =
+        std::numeric_limits<double>::infinity(); // of the fetching side, the kernel's too
+    double peakBytes = 0;                        // above what the process held before the journal came
 };
 
-double secondsSince(std::chrono::steady_clock::time_point start)
+// Measures this process from its construction on.
+class Meter
 {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+public:
+    [[nodiscard]] Outcome outcome() const
+    {
+        const rusage now = usage();
+        return {std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(),
+                secondsOf(now) - secondsOf(before),
+                static_cast<double>(now.ru_maxrss - before.ru_maxrss) * kilobyte};
+    }
 
-double peakOfThisProcess()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) * kilobyte;
-}
+private:
+    static rusage usage()
+    {
+        rusage used{};
+        getrusage(RUSAGE_SELF, &used);
+        return used;
+    }
+    static double secondsOf(const rusage& used)
+    {
+        constexpr double microsecond = 1e-6;
+        return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+               static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) * microsecond;
+    }
+
+    rusage before = usage();
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
 
 // Runs the measurement in a process of its own on the first core.
 Outcome inOwnProcess(const std::function<Outcome()>& measure)
@@ -91,10 +111,9 @@ Outcome fetchWithLibrary(const std::string& address, std::size_t size, const cha
     if (log != nullptr) {
         setLogginOn(log);
     }
-    const double before = peakOfThisProcess();
-    const auto start = std::chrono::steady_clock::now();
+    const Meter meter;
     const int result = getJournal_ResultObject(1, journal);
-    const Outcome outcome = {secondsSince(start), peakOfThisProcess() - before};
+    const Outcome outcome = meter.outcome();
     if (result != 0 || static_cast<std::size_t>(getResultObjectLength(journal)) != size) {
         _exit(1);
     }
@@ -114,7 +133,7 @@ Outcome fetchBare(std::uint16_t port, std::size_t size)
         }
     };
     std::array<char, 256> buffer{};
-    const auto start = std::chrono::steady_clock::now();
+    const Meter meter;
     send(journalRequest.substr(0, journalRequest.size() - 1));
     send(journalRequest.substr(journalRequest.size() - 1)); // the checksum byte goes out by itself
     for (std::size_t left = size; left > 0;) {
@@ -133,7 +152,7 @@ Outcome fetchBare(std::uint16_t port, std::size_t size)
         left -= data;
         send(left > 0 ? "\x06" : "\x03");
     }
-    const Outcome outcome = {secondsSince(start), 0};
+    const Outcome outcome = meter.outcome();
     close(socket);
     return outcome;
 }
@@ -152,6 +171,7 @@ Pair measure(std::size_t size, int rounds)
         const JournalPrinter printer(size);
         const auto faster = [](Outcome& kept, const Outcome& seen) {
             kept.seconds = std::min(kept.seconds, seen.seconds);
+            kept.processorSeconds = std::min(kept.processorSeconds, seen.processorSeconds);
             kept.peakBytes = std::max(kept.peakBytes, seen.peakBytes);
         };
         faster(best.bare, inOwnProcess([&] { return fetchBare(printer.port(), size); }));
@@ -163,8 +183,8 @@ Pair measure(std::size_t size, int rounds)
 
 void compare(int rounds, std::size_t largest)
 {
-    std::printf("%12s %12s %12s %18s %14s\n", "bytes", "library ns/B", "bare ns/B", "library/bare speed",
-                "peak/reply");
+    std::printf("%12s %12s %12s %13s %18s %11s\n", "bytes", "library ns/B", "bare ns/B", "bare/library",
+                "of processor time", "peak/reply");
     for (const std::size_t size : {64 * kilobyte, megabyte, 16 * megabyte, 64 * megabyte, 256 * megabyte}) {
         if (size > largest) {
             break;
@@ -172,26 +192,29 @@ void compare(int rounds, std::size_t largest)
         const Pair pair = measure(size, rounds);
         const auto bytes = static_cast<double>(size);
         constexpr double nanosecondsPerSecond = 1e9;
-        std::printf("%12zu %12.2f %12.2f %18.3f %14.2f\n", size,
-                    pair.library.seconds * nanosecondsPerSecond / bytes,
-                    pair.bare.seconds * nanosecondsPerSecond / bytes,
-                    pair.bare.seconds / pair.library.seconds, pair.library.peakBytes / bytes);
+        std::printf(
+            "%12zu %12.2f %12.2f %13.3f %18.3f %11.2f\n", size,
+            pair.library.seconds * nanosecondsPerSecond / bytes,
+            pair.bare.seconds * nanosecondsPerSecond / bytes, pair.bare.seconds / pair.library.seconds,
+            pair.bare.processorSeconds / pair.library.processorSeconds, pair.library.peakBytes / bytes);
         std::fflush(stdout);
     }
 }
 
-// The log line repeats the whole journal; it must not cost more than one copy of it.
-void measureWithLog(std::size_t size)
+// A journal one byte longer than a power of two has just made its string grow: no size costs more memory. The
+// log line repeats the whole journal.
+void measurePeaks(std::size_t size)
 {
     std::string log = "/tmp/journal_throughput_XXXXXX";
     const int file = mkstemp(log.data());
     const JournalPrinter printer(size);
-    const Outcome outcome =
-        inOwnProcess([&] { return fetchWithLibrary(printer.address(), size, log.c_str()); });
+    for (const char* const path : {static_cast<const char*>(nullptr), log.c_str()}) {
+        const Outcome outcome = inOwnProcess([&] { return fetchWithLibrary(printer.address(), size, path); });
+        std::printf("%12zu bytes with the call log %s: peak/reply %.2f\n", size,
+                    path == nullptr ? "off" : "on", outcome.peakBytes / static_cast<double>(size));
+    }
     close(file);
     unlink(log.c_str());
-    std::printf("with the call log on, %zu bytes: peak/reply %.2f\n", size,
-                outcome.peakBytes / static_cast<double>(size));
 }
 
 } // namespace
@@ -206,5 +229,5 @@ int main(int count, char** arguments)
     const int rounds = !given.empty() ? std::stoi(given[0]) : usualRounds;
     const std::size_t largest = (given.size() > 1 ? std::stoul(given[1]) : usualLargest) * megabyte;
     compare(rounds, largest);
-    measureWithLog(std::min(largest, 64 * megabyte));
+    measurePeaks(std::min(largest, 64 * megabyte) + 1);
 }

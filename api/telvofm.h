@@ -1009,14 +1009,15 @@ TELVOFM_API int printJournalStructDArchive(int device, char journalType, const c
 /* ---- Graphics ---- */
 
 /*
- * Logos take two steps: a prepare function converts a monochrome bitmap file into the printer's layouts and keeps them
- * with the session under `imageIndex`; a load function uploads them. An index keeps the picture that was prepared first;
- * closeFM forgets all. All return 0 or the usual codes.
+ * Logos take two steps: a prepare function converts a monochrome bitmap file into the printer's layouts and
+ * keeps them with the session under `imageIndex`; a load function uploads them. An index keeps the picture
+ * that was prepared first; closeFM forgets all. All return 0 or the usual codes.
  */
 
 /*
- * Loads a 1-bit BMP file; clear bits of it print as dots. Nothing is sent. Writes "Path: ..." and, when the file is a
- * bitmap, "OK" to standard output. Returns -10201 when the file is no bitmap, -10104 when it is not monochrome.
+ * Loads a 1-bit BMP file; clear bits of it print as dots. Nothing is sent. Writes "Path: ..." and, when the
+ * file is a bitmap, "OK" to standard output. Returns -10201 when the file is no bitmap, -10104 when it is not
+ * monochrome.
  */
 TELVOFM_API int prepareGraphicHeader(int imageIndex, const char* fileName);
 
@@ -1041,8 +1042,8 @@ TELVOFM_API int loadGHNV2(int device, int imageCount, int leftSpacing1, int left
                           int leftSpacing4, int leftSpacing5, int leftSpacing6, int printLogoAfterPrint);
 
 /*
- * Uploads the picture that was prepared under index 9, column by column. Without one nothing is uploaded, and a picture
- * that is prepared under 9 afterwards is not taken for this function any more.
+ * Uploads the picture that was prepared under index 9, column by column. Without one nothing is uploaded, and
+ * a picture that is prepared under 9 afterwards is not taken for this function any more.
  */
 TELVOFM_API int loadRAMBitMap(int device, int leftSpacing, int printLogoAfterPrint);
 

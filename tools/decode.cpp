@@ -1,7 +1,6 @@
 #include "tools/decode.h"
 
 #include "tools/command_names.h"
-#include "tools/windows_1250.h"
 
 #include <charconv>
 #include <cstdio>
@@ -33,7 +32,7 @@ char checksumOf(std::string_view bytes)
 }
 
 // A text in quotes, with everything that is no character in hexadecimal escapes.
-std::string quoted(std::string_view text)
+std::string quoted(std::string_view text, const CodePage& codePage)
 {
     std::string result = "\"";
     for (const char byte : text) {
@@ -43,7 +42,7 @@ std::string quoted(std::string_view text)
             std::snprintf(escape, sizeof escape, "\\x%02X", static_cast<unsigned>(value));
             result += escape;
         } else {
-            result += utf8OfWindows1250(value);
+            result += utf8Of(value, codePage);
         }
     }
     return result + "\"";
@@ -53,7 +52,10 @@ std::string quoted(std::string_view text)
 class Decoder
 {
 public:
-    Decoder(std::string_view allBytes, bool isFromTill) : rest(allBytes), fromTill(isFromTill) {}
+    Decoder(std::string_view allBytes, bool isFromTill, const CodePage& texts)
+        : rest(allBytes), fromTill(isFromTill), codePage(texts)
+    {
+    }
 
     std::string lines()
     {
@@ -114,7 +116,7 @@ private:
             if (fieldEnd == std::string_view::npos) {
                 break;
             }
-            fields += " " + quoted(rest.substr(end, fieldEnd - end));
+            fields += " " + quoted(rest.substr(end, fieldEnd - end), codePage);
             end = fieldEnd + 1;
         }
         if (end >= rest.size() || rest[end] != requestEnd) {
@@ -140,8 +142,8 @@ private:
         }
         const std::string_view unit = take(unitSize);
         const char terminator = unit.back();
-        return std::string(terminator == 0x03 ? "last block " : "block ") + quoted(unit.substr(2, dataSize)) +
-               checksum(unit);
+        return std::string(terminator == 0x03 ? "last block " : "block ") +
+               quoted(unit.substr(2, dataSize), codePage) + checksum(unit);
     }
 
     // Reads the checksum byte behind a unit and judges it.
@@ -163,6 +165,7 @@ private:
 
     std::string_view rest;
     bool fromTill;
+    const CodePage& codePage;
 };
 
 std::string bytesOf(std::string_view pairs)
@@ -179,7 +182,7 @@ std::string bytesOf(std::string_view pairs)
 
 } // namespace
 
-std::string decodeRawLog(std::string_view rawLog)
+std::string decodeRawLog(std::string_view rawLog, const CodePage& codePage)
 {
     constexpr std::string_view fromTill = "C: ";
     constexpr std::string_view fromPrinter = "S: ";
@@ -193,7 +196,7 @@ std::string decodeRawLog(std::string_view rawLog)
         }
         if (line.starts_with(fromTill) || line.starts_with(fromPrinter)) {
             const std::string bytes = bytesOf(line.substr(fromTill.size()));
-            text += Decoder(bytes, line.starts_with(fromTill)).lines();
+            text += Decoder(bytes, line.starts_with(fromTill), codePage).lines();
         } else if (!line.empty()) {
             text += "?        not a line of a raw log\n";
         }

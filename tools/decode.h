@@ -2,12 +2,14 @@
 // printer said. The log may be broken off anywhere; what cannot be understood is shown in hexadecimal.
 #pragma once
 
+#include "tools/code_pages.h"
+
 #include <string>
 #include <string_view>
 
 namespace telvofm::tools {
 
-// Texts of the exchange are shown in UTF-8; they are taken for Windows-1250, the encoding of TCP links.
-std::string decodeRawLog(std::string_view rawLog);
+// Texts of the exchange are shown in UTF-8.
+std::string decodeRawLog(std::string_view rawLog, const CodePage& codePage);
 
 } // namespace telvofm::tools

@@ -8,7 +8,7 @@
 
 namespace {
 
-int decode(const std::string& path)
+int decode(const std::string& path, bool isSerial)
 {
     std::ifstream file(path, std::ios::binary);
     const std::string rawLog{std::istreambuf_iterator<char>(file), {}};
@@ -17,7 +17,10 @@ int decode(const std::string& path)
                      path.c_str());
         return 1;
     }
-    std::fputs(telvofm::tools::decodeRawLog(rawLog).c_str(), stdout);
+    std::fputs(telvofm::tools::decodeRawLog(rawLog, isSerial ? telvofm::tools::codePage852
+                                                             : telvofm::tools::windows1250)
+                   .c_str(),
+               stdout);
     return 0;
 }
 
@@ -28,10 +31,12 @@ int main(int count, char** arguments)
     CLI::App app("Tools around the TelvoFM library");
     app.require_subcommand(1);
     std::string path;
+    bool isSerial = false;
     auto* decoding = app.add_subcommand("decode", "Show a raw log as an exchange, line by line");
     decoding->add_option("RAWLOG", path, "A file that setRawLogginOn has made")
         ->required()
         ->check(CLI::ExistingFile);
+    decoding->add_flag("--serial", isSerial, "The log is of a serial link: texts are in code page 852");
     CLI11_PARSE(app, count, arguments);
-    return decode(path);
+    return decode(path, isSerial);
 }

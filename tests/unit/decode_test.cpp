@@ -1,0 +1,63 @@
+#include "tools/decode.h"
+
+#include <gtest/gtest.h>
+
+namespace telvofm::tools {
+namespace {
+
+TEST(Decode, NamesCommandsAndShowsTheirFields)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 2b 30 00 8a e1 00 04 69 \nS: 06 ", windows1250),
+              "till     destroyParagon to device 1 \"0\" \"Šá\"\n"
+              "printer  accepted\n");
+}
+
+TEST(Decode, ShowsTextsOfSerialLinksInTheirCodePage)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 2b 30 00 e6 a0 00 04 44 ", codePage852),
+              "till     destroyParagon to device 1 \"0\" \"Šá\"\n");
+}
+
+TEST(Decode, TellsWrongAndMissingChecksums)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 00 ", windows1250),
+              "till     printJobCancel to device 1, checksum WRONG: 00 \n");
+    EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 ", windows1250),
+              "till     printJobCancel to device 1, the checksum is missing\n");
+}
+
+TEST(Decode, ShowsRefusalsAndTriesOnLinesOfTheirOwn)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 f9 11 1c 01 e0 04 f9 \nS: 15 05 ", windows1250),
+              "till     printJobCancel to device 1\n"
+              "till     are you there?\n"
+              "till     printJobCancel to device 1\n"
+              "printer  refused with error 5\n");
+}
+
+TEST(Decode, ShowsReplyBlocksAndTheirAnswers)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 9f 04 86 \r\nS: 3a 01 61 62 17 2f \nC: 06 \nS: 3a 00 63 03 5a \nC: 03 ",
+                           windows1250),
+              "till     getJournal to device 1\n"
+              "printer  block \"ab\"\n"
+              "till     block received, go on\n"
+              "printer  last block \"c\"\n"
+              "till     last block received\n");
+}
+
+TEST(Decode, MakesTheBestOfWhatIsBrokenOffOrUnknown)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 \nS: 3a 05 61 \nS: 5a \nS: 15 \nnonsense\nC: 1c 01 77 41 ", windows1250),
+              "till     a request that is broken off: 1c 01 \n"
+              "printer  a block that is broken off: 3a 05 61 \n"
+              "printer  unknown byte 5a \n"
+              "printer  refused, the error code is missing\n"
+              "?        not a line of a raw log\n"
+              "till     a request that is broken off: 1c 01 77 41 \n");
+    EXPECT_EQ(decodeRawLog("", windows1250), "");
+    EXPECT_EQ(decodeRawLog("C: 1", windows1250), "");
+}
+
+} // namespace
+} // namespace telvofm::tools

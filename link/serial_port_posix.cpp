@@ -31,6 +31,16 @@ int waitFor(int port, short event, std::chrono::milliseconds limit)
     return ready;
 }
 
+// Bytes that trickle in would each wake us. As long as more are wanted than the line carries in two
+// milliseconds at the highest rate, a rest of one delays nobody.
+void letBytesGather(std::size_t wanted)
+{
+    constexpr std::size_t twoMilliseconds = 24;
+    if (wanted >= twoMilliseconds) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 template <typename Change>
 bool changeSettings(int port, Change change)
 {
@@ -152,6 +162,9 @@ bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, 
         return true;
     }
     count = static_cast<std::size_t>(std::max<ssize_t>(received, 0));
+    if (received > 0) {
+        letBytesGather(buffer.size() - count);
+    }
     return outcome(received > 0);
 }
 

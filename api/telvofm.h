@@ -10,15 +10,15 @@
  *
  * 1. One printer at a time. The open functions connect; every other function works on the connected printer.
  * 2. Each call is exactly one exchange with the printer. The library keeps no receipt and no totals, and
- * checks almost no argument: values go to the printer, which judges them.
+ *    checks almost no argument: values go to the printer, which judges them.
  * 3. Texts are NUL-terminated byte strings in Windows-1250. On serial links most are converted to code page
- * 852 on the way out and back on the way in; each function says which are not. On TCP links nothing is
- * converted. A null text counts as an empty one.
+ *    852 on the way out and back on the way in; each function says which are not. On TCP links nothing is
+ *    converted. A null text counts as an empty one.
  * 4. `device` is the printer's address; only its low byte is sent.
  * 5. Amounts come in up to three variants: the plain function takes `double`, `_int` takes whole numbers in
- * fixed units (money in hundredths, quantities in thousandths, unit prices and exchange rates in
- * ten-thousandths), `_str` takes text that is sent unchanged. Where a plain function takes a `char`, `_str`
- * takes a text and uses its first character; an empty text sends the byte 0x00.
+ *    fixed units (money in hundredths, quantities in thousandths, unit prices and exchange rates in
+ *    ten-thousandths), `_str` takes text that is sent unchanged. Where a plain function takes a `char`, the
+ *    `_str` one takes a text and uses its first character; an empty text sends the byte 0x00.
  * 6. What comes back, unless a function says otherwise: 0, or the code of the failure.
  *
  *        0           done
@@ -35,11 +35,11 @@
  *        -10202      the printer did not answer in time
  *
  *    "The usual codes" below are those of the link in use. After a failure the link stays open and the next
- * call may succeed.
+ *    call may succeed.
  * 7. Functions may be called from several threads; each exchange is whole. rawRead and rawWrite do not wait
- * for an exchange of another thread to end.
+ *    for an exchange of another thread to end.
  * 8. Unless the call log is off, every call writes one line to it before anything is sent (see setLogginOn).
- * Passwords appear as "*****" unless a function says that it writes them in clear.
+ *    Passwords appear as "*****" unless a function says that it writes them in clear.
  * 9. Memory that a function returns stays the library's, except result objects, which the caller destroys.
  *
  * The spellings of some names are unusual; they are part of the interface.

@@ -1,7 +1,6 @@
 // An amount as a caller may give it: a number, or a text that goes to the printer unchanged. The plain,
-// `_int` and
-// `_str` exports differ only in how they make their amounts; commands, requests and the call log take either
-// kind.
+// `_int` and `_str` exports differ only in how they make their amounts; commands, requests and the call log
+// take either kind.
 #pragma once
 
 #include "device/number_text.h"

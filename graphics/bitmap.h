@@ -17,8 +17,8 @@ struct Bitmap
     std::vector<std::uint8_t> pixels;
 };
 
-// A bitmap as the platform loads it: rows from the top, `stride` bytes each, the first pixel of a byte in
-// bit 7. Other depths than one bit come without their bits, a bitmap that cannot be described with depth 0.
+// A bitmap as the platform loads it: rows from the top, `stride` bytes each, the first pixel of a byte in bit
+// 7. Other depths than one bit come without their bits, a bitmap that cannot be described with depth 0.
 struct PackedBitmap
 {
     std::size_t width = 0;

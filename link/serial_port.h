@@ -33,8 +33,8 @@ public:
     CSerial& operator=(const CSerial&) = delete;
     ~CSerial() { closePort(); }
 
-    // Everything that returns false leaves the reason in `lastError`.
-    // `\\.\COM<n>`, or on POSIX systems also `\\.\COM` followed by an absolute path.
+    // Everything that returns false leaves the reason in `lastError`. `\\.\COM<n>`, or on POSIX systems also
+    // `\\.\COM` followed by an absolute path.
     bool openPort(const std::string& name, std::uint32_t queueSize);
     void closePort();
     // 8 data bits and no parity.

@@ -14,9 +14,7 @@ class Connection
 {
 public:
     Connection() = default;
-    explicit Connection(std::intptr_t openHandle, bool isSocket = true) : handle(openHandle), socket(isSocket)
-    {
-    }
+    explicit Connection(std::intptr_t openHandle, bool isSocket = true) : handle(openHandle), socket(isSocket) {}
     Connection(Connection&& other) noexcept;
     Connection& operator=(Connection&& other) noexcept;
     Connection(const Connection&) = delete;
@@ -54,5 +52,8 @@ private:
 // A pseudo-terminal: the connection is its controlling end, `path` the terminal's name. Closed where there is
 // none.
 Connection openPseudoTerminal(std::string& path);
+
+// A variable of this process's environment.
+void setEnvironment(const std::string& name, const std::string& value);
 
 } // namespace wire

@@ -28,10 +28,7 @@ bool becomesReadable(std::intptr_t handle, std::chrono::milliseconds limit)
 
 } // namespace
 
-Connection::Connection(Connection&& other) noexcept
-    : handle(std::exchange(other.handle, -1)), socket(other.socket)
-{
-}
+Connection::Connection(Connection&& other) noexcept : handle(std::exchange(other.handle, -1)), socket(other.socket) {}
 
 Connection& Connection::operator=(Connection&& other) noexcept
 {
@@ -115,6 +112,11 @@ Connection openPseudoTerminal(std::string& path)
     ::cfmakeraw(&raw);
     ::tcsetattr(controller, TCSANOW, &raw);
     return Connection(controller, false);
+}
+
+void setEnvironment(const std::string& name, const std::string& value)
+{
+    ::setenv(name.c_str(), value.c_str(), 1);
 }
 
 } // namespace wire

@@ -25,10 +25,7 @@ bool becomesReadable(std::intptr_t handle, std::chrono::milliseconds limit)
 
 } // namespace
 
-Connection::Connection(Connection&& other) noexcept
-    : handle(std::exchange(other.handle, -1)), socket(other.socket)
-{
-}
+Connection::Connection(Connection&& other) noexcept : handle(std::exchange(other.handle, -1)), socket(other.socket) {}
 
 Connection& Connection::operator=(Connection&& other) noexcept
 {
@@ -100,6 +97,11 @@ Connection Listener::accept(std::chrono::milliseconds limit)
 Connection openPseudoTerminal(std::string& /*path*/)
 {
     return {};
+}
+
+void setEnvironment(const std::string& name, const std::string& value)
+{
+    ::_putenv_s(name.c_str(), value.c_str());
 }
 
 } // namespace wire

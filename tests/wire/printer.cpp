@@ -1,5 +1,7 @@
 #include "tests/wire/printer.h"
 
+#include "tests/wire/modem_lines.h"
+
 #include <algorithm>
 
 namespace wire {
@@ -14,8 +16,18 @@ constexpr auto look = 20ms;
 } // namespace
 
 Printer::Printer(Connection& openConnection, const std::vector<Step>& playedSteps)
-    : connection(openConnection), steps(playedSteps), player([this] { play(); })
+    : connection(openConnection), steps(playedSteps), played(setFirstLines()), player([this] { play(); })
 {
+}
+
+// The number of steps done.
+std::size_t Printer::setFirstLines()
+{
+    std::size_t done = 0;
+    for (; done < steps.size() && steps[done].kind == Step::Kind::lines; ++done) {
+        setModemLines(steps[done].bytes[0]);
+    }
+    return done;
 }
 
 std::string Printer::finish()
@@ -29,7 +41,8 @@ std::string Printer::finish()
 
 void Printer::play()
 {
-    for (const Step& step : steps) {
+    for (; played < steps.size(); ++played) {
+        const Step& step = steps[played];
         switch (step.kind) {
         case Step::Kind::expect:
             if (!expect(step)) {
@@ -39,6 +52,15 @@ void Printer::play()
             break;
         case Step::Kind::answer:
             answer(step);
+            break;
+        case Step::Kind::quiet:
+            if (!staysQuiet(step)) {
+                connection.close();
+                return;
+            }
+            break;
+        case Step::Kind::lines:
+            setModemLines(step.bytes[0]);
             break;
         case Step::Kind::close:
             connection.close();
@@ -66,8 +88,19 @@ bool Printer::expect(const Step& step)
     if (received == step.bytes) {
         return true;
     }
-    problem = "line " + std::to_string(step.line) + ": the library should send\n      " +
-              hexadecimal(step.bytes) + "\n    and sent\n      " + hexadecimal(received);
+    problem = "line " + std::to_string(step.line) + ": the library should send\n      " + hexadecimal(step.bytes) +
+              "\n    and sent\n      " + hexadecimal(received);
+    return false;
+}
+
+bool Printer::staysQuiet(const Step& step)
+{
+    constexpr auto moment = 200ms;
+    const auto bytes = connection.receive(1, moment);
+    if (bytes && bytes->empty() && !callHasReturned) {
+        return true;
+    }
+    problem = "line " + std::to_string(step.line) + ": the library should wait and send nothing";
     return false;
 }
 
@@ -87,8 +120,7 @@ void Printer::lookForMore()
     bool hadReturned = false;
     while (!hadReturned) {
         hadReturned = callHasReturned;
-        const auto bytes =
-            connection.isOpen() ? connection.receive(enough, hadReturned ? 0ms : 2ms) : std::nullopt;
+        const auto bytes = connection.isOpen() ? connection.receive(enough, hadReturned ? 0ms : 2ms) : std::nullopt;
         if (!bytes) {
             return; // closed by the call itself
         }

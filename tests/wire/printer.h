@@ -13,7 +13,8 @@ namespace wire {
 class Printer
 {
 public:
-    // Begins to play; the connection belongs to the printer until `finish`.
+    // Sets the modem lines that the call begins with and begins to play; the connection belongs to the printer until
+    // `finish`.
     Printer(Connection& connection, const std::vector<Step>& steps);
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
@@ -24,13 +25,16 @@ public:
     std::string finish();
 
 private:
+    std::size_t setFirstLines();
     void play();
     bool expect(const Step& step);
     void answer(const Step& step);
+    bool staysQuiet(const Step& step);
     void lookForMore();
 
     Connection& connection;
     const std::vector<Step>& steps;
+    std::size_t played;
     std::string problem;
     std::atomic<bool> callHasReturned = false;
     std::thread player;

@@ -1,12 +1,13 @@
 // Plays wire scripts against the shared library: it calls the exports and is the printer at the other end.
 //
-//     wire_runner [--work FOLDER] [--serial-name NAME] SCRIPT-OR-FOLDER...
+//     wire_runner [--work FOLDER] [--serial-name NAME --modem-lines FILE] SCRIPT-OR-FOLDER...
 //
 // With --serial-name, scripts for serial links are played (and only those): the runner prints "port N" and
-// waits until a bridge between that port and the named serial line connects. Without it, scripts for serial
-// links run on a pseudo-terminal where the platform has them.
+// waits until a bridge between that port and the named serial line connects; FILE keeps the modem lines of
+// that line. Without it, scripts for serial links run on a pseudo-terminal where the platform has them.
 #include "tests/wire/checks.h"
 #include "tests/wire/loopback.h"
+#include "tests/wire/modem_lines.h"
 #include "tests/wire/printer.h"
 
 #include <algorithm>
@@ -26,6 +27,7 @@ struct Options
 {
     fs::path work = "wire_work";
     std::string serialName;
+    fs::path modemLines;
     std::vector<fs::path> paths;
 };
 
@@ -134,6 +136,7 @@ struct Play
     fs::path script;
     Variables variables;
     fs::path folder;
+    fs::path linesFile;
     bool isSerial;
     std::string serialName;
     Connection* bridge;
@@ -144,6 +147,9 @@ void play(const Play& setting, bool logIsOn)
     const fs::path& folder = setting.folder;
     emptyFolder(folder);
     Stage stage(setting.isSerial, setting.serialName, setting.bridge);
+    if (setting.isSerial) {
+        resetModemLines(setting.linesFile.string());
+    }
     Variables variables = setting.variables;
     variables["address"] = stage.name();
     const Script script = readScript(setting.script, variables);
@@ -252,8 +258,7 @@ private:
         const fs::path folder =
             fs::absolute(options.work) / fs::relative(fs::absolute(path), root).replace_extension("");
         try {
-            const Variables variables = {{"folder", folderVariable(folder)},
-                                         {"scripts", root.generic_string()}};
+            const Variables variables = {{"folder", folderVariable(folder)}, {"scripts", root.generic_string()}};
             const Script script = readScript(path, variables);
             if (!canPlay(script)) {
                 ++skipped;
@@ -262,6 +267,7 @@ private:
             const Play setting = {path,
                                   variables,
                                   folder,
+                                  options.modemLines.empty() ? folder / "modem_lines" : options.modemLines,
                                   script.isSerial,
                                   options.serialName,
                                   bridge.isOpen() ? &bridge : nullptr};
@@ -298,6 +304,8 @@ Options parse(const std::vector<std::string>& arguments)
             options.work = arguments[++i];
         } else if (arguments[i] == "--serial-name" && hasValue) {
             options.serialName = arguments[++i];
+        } else if (arguments[i] == "--modem-lines" && hasValue) {
+            options.modemLines = arguments[++i];
         } else {
             options.paths.emplace_back(arguments[i]);
         }

@@ -1,5 +1,7 @@
 #include "tests/wire/script.h"
 
+#include "tests/wire/modem_lines.h"
+
 #include <fstream>
 #include <functional>
 #include <stdexcept>
@@ -107,6 +109,10 @@ private:
             add(Step::Kind::answer, line, {'\x15', static_cast<char>(std::stoi(wordAt(words, 1).text))});
         } else if (statement == "garbage") {
             add(Step::Kind::answer, line, std::string(std::stoul(wordAt(words, 1).text), '\x5A'));
+        } else if (statement == "quiet") {
+            add(Step::Kind::quiet, line, {});
+        } else if (statement == "lines") {
+            add(Step::Kind::lines, line, linesOf(words));
         } else if (statement == "close") {
             add(Step::Kind::close, line, {});
         } else if (statement == "split") {
@@ -134,9 +140,8 @@ private:
         } else if (statement == "count") {
             call.count = static_cast<unsigned int>(std::stoul(wordAt(words, 1).text));
         } else if (statement == "file" || statement == "text-file") {
-            call.files.push_back({.name = wordAt(words, 1).text,
-                                  .contents = bytesOf(words, 2),
-                                  .isText = statement == "text-file"});
+            call.files.push_back(
+                {.name = wordAt(words, 1).text, .contents = bytesOf(words, 2), .isText = statement == "text-file"});
         } else if (statement == "no-file") {
             call.files.push_back({.name = wordAt(words, 1).text, .contents = std::nullopt});
         } else if (statement == "reopen") {
@@ -150,6 +155,18 @@ private:
     {
         script.calls.back().steps.push_back(
             {.kind = kind, .line = line, .bytes = std::move(bytes), .pieceSize = pieceSize});
+    }
+
+    static std::string linesOf(const std::vector<Word>& words)
+    {
+        char state = 0;
+        for (std::size_t i = 1; i < words.size(); ++i) {
+            if (words[i].text != "cts" && words[i].text != "dsr") {
+                throw std::runtime_error("unknown line: " + words[i].text);
+            }
+            state = static_cast<char>(state | (words[i].text == "cts" ? clearToSend : dataSetReady));
+        }
+        return {state};
     }
 
     void repeat(std::size_t times)

@@ -18,12 +18,14 @@ struct Step
     {
         expect,
         answer,
+        quiet, // the library sends nothing for a moment
+        lines, // the modem lines that are on from now on; at a call's beginning before the call is made
         close
     };
 
     Kind kind;
     int line;
-    std::string bytes;
+    std::string bytes;         // of `lines`: their state as the file of the modem lines has it
     std::size_t pieceSize = 0; // 0: sent in one piece
 };
 

@@ -24,7 +24,6 @@ done
 port=COM7
 link=${WINEPREFIX:-$HOME/.wine}/dosdevices/com7
 export WINEDEBUG=${WINEDEBUG:--all}
-unset MODEM_LINES # both lines are on
 
 # A prefix that does not exist yet is made first, apart from us: Wine's services would hold on to our output.
 wine cmd /c exit </dev/null >/dev/null 2>&1
@@ -34,8 +33,9 @@ rm -rf "$work"
 mkdir -p "$work"
 mkfifo "$work/output"
 trap 'rm -f "$link" "$work/output"' EXIT
-LD_PRELOAD=$native/libmodem_lines.so wine "$windows/wire_runner.exe" --work "$work/scripts" \
-    --serial-name "$port" "$@" </dev/null >"$work/output" &
+MODEM_LINES=$work/modem_lines LD_PRELOAD=$native/libmodem_lines.so \
+    wine "$windows/wire_runner.exe" --work "$work/scripts" \
+    --serial-name "$port" --modem-lines "$work/modem_lines" "$@" </dev/null >"$work/output" &
 runner=$!
 
 # The runner's first line is its TCP port; the bridge makes the terminal and its link before it connects.

@@ -65,12 +65,15 @@ int main(int count, char** arguments)
     std::string address;
     std::string device;
     std::string fixedTime;
+    std::string logoFolder;
     bool wantsPseudoTerminal = false;
     auto* links = app.add_option_group("link");
     links->add_option("--listen", address, "Listen for tills on HOST:PORT");
     links->add_flag("--pty", wantsPseudoTerminal, "Make a pseudo-terminal and print its path");
     links->add_option("--serial", device, "Use a serial device");
     links->require_option(1);
+    app.add_option("--logo-png", logoFolder, "Write uploaded pictures as PNG files into this folder")
+        ->check(CLI::ExistingDirectory);
     app.add_option("--clock", fixedTime, "Print this as the time, instead of the system's");
     CLI11_PARSE(app, count, arguments);
 
@@ -79,6 +82,7 @@ int main(int count, char** arguments)
     static_cast<void>(std::signal(SIGINT, [](int) { ::_exit(0); }));
     const CodePage texts = address.empty() ? CodePage::cp852 : CodePage::windows1250;
     Printer printer(texts, say, [&] { return fixedTime.empty() ? systemTime() : fixedTime; });
+    printer.writeLogosTo(logoFolder);
     try {
         if (!address.empty()) {
             serveTcp(address, printer);

@@ -31,6 +31,8 @@ public:
     void print(std::string_view left, std::string_view right);
     void center(std::string_view text);
     void rule(char character);
+    // A line that is UTF-8 already; it is no text of the receipt and not copied.
+    void printPicture(std::string_view line) { output(line); }
 
     // What has been printed since the last call, in the code page of the link, lines ended by 0D 0A.
     std::string takeCopy();

@@ -1,6 +1,7 @@
 #include "virtual_printer/printer.h"
 
 #include "device/command.h"
+#include "virtual_printer/logo.h"
 #include "virtual_printer/money.h"
 
 #include <limits>
@@ -206,19 +207,52 @@ Answer Printer::variable(const Request& request)
     return {.refusal = Refusal::unknownVariable, .data = std::nullopt};
 }
 
-void Printer::takeUpload(const std::string& data)
+void Printer::takeUpload(const std::string& data, bool isLast)
 {
+    constexpr std::size_t largestPiece = 256;
     upload += data;
-}
-
-void Printer::endUpload()
-{
-    const std::string text = std::exchange(upload, {});
-    if (static_cast<Command>(uploadCommand) == Command::printQRCode) {
-        paper.print("[QR] " + text);
+    // Several pictures of one command follow each other without an end between them; each ends with a block
+    // that is not full.
+    if (!isLast && data.size() == largestPiece) {
         return;
     }
-    paper.print("[picture of " + std::to_string(text.size()) + " bytes]");
+    const std::string whole = std::exchange(upload, {});
+    switch (static_cast<Command>(uploadCommand)) {
+    case Command::printQRCode:
+        paper.print("[QR] " + whole);
+        break;
+    case Command::loadGHMMC:
+    case Command::loadGHMMC1:
+    case Command::loadGHNVOrRAMBitMap:
+        takeLogo(whole);
+        break;
+    default:
+        paper.print("[picture data of " + std::to_string(whole.size()) + " bytes]");
+        break;
+    }
+}
+
+void Printer::takeLogo(const std::string& data)
+{
+    LogoLayout layout = LogoLayout::columns;
+    if (static_cast<Command>(uploadCommand) == Command::loadGHMMC) {
+        layout = LogoLayout::raster;
+    } else if (static_cast<Command>(uploadCommand) == Command::loadGHMMC1) {
+        layout = LogoLayout::bands;
+    }
+    const auto logo = decodeLogo(data, layout);
+    if (!logo) {
+        paper.print("[a picture that does not fit its header]");
+        return;
+    }
+    ++logoCount;
+    for (const std::string& line : logoAsText(*logo, Paper::columns)) {
+        paper.printPicture(line);
+    }
+    if (!logoFolder.empty() &&
+        !writeLogoAsPng(*logo, logoFolder + "/logo-" + std::to_string(logoCount) + ".png")) {
+        paper.print("[the picture could not be written to its folder]");
+    }
 }
 
 } // namespace virtual_printer

@@ -24,10 +24,12 @@ class Printer
 public:
     Printer(CodePage texts, Paper::Output paperOutput, std::function<std::string()> clock);
 
+    // Writes every uploaded picture as logo-N.png into the folder.
+    void writeLogosTo(std::string folder) { logoFolder = std::move(folder); }
+
     Answer execute(const Request& request);
-    // Data of an upload that a request has announced.
-    void takeUpload(const std::string& data);
-    void endUpload();
+    // Data of an upload that a request has announced, block by block.
+    void takeUpload(const std::string& data, bool isLast);
 
 private:
     Refusal sell(const Request& request);
@@ -39,8 +41,12 @@ private:
     Paper paper;
     Storage storage;
     FiscalState receipt;
+    void takeLogo(const std::string& data);
+
     unsigned char uploadCommand = 0;
     std::string upload;
+    std::string logoFolder;
+    int logoCount = 0;
 };
 
 } // namespace virtual_printer

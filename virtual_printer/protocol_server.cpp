@@ -94,10 +94,8 @@ bool ProtocolServer::takeBlock()
         refuse(Refusal::wrongChecksum);
         return true;
     }
-    printer.takeUpload(block.substr(2, *length + std::size_t{1}));
-    if (static_cast<unsigned char>(block.back()) == lastBlock) {
-        printer.endUpload();
-    }
+    const bool isLast = static_cast<unsigned char>(block.back()) == lastBlock;
+    printer.takeUpload(block.substr(2, *length + std::size_t{1}), isLast);
     writeByte(accepted);
     return true;
 }

@@ -93,8 +93,9 @@ TEST_F(VirtualPrinter, SellsAReceiptAndPrintsItsTotal)
                             "a\x9A",
                             "0.50")),
               accepted + accepted + accepted + accepted);
-    EXPECT_EQ(answerTo(request(0x30, {"0", "1", "12.00", "20.00", "0", "Hotovost  "}) + request(0x22, {"0", "0"})),
-              accepted + accepted);
+    EXPECT_EQ(
+        answerTo(request(0x30, {"0", "1", "12.00", "20.00", "0", "Hotovost  "}) + request(0x22, {"0", "0"})),
+        accepted + accepted);
     const auto has = [&](const std::string& line) {
         return std::find(paper.begin(), paper.end(), line) != paper.end();
     };
@@ -181,6 +182,44 @@ TEST_F(VirtualPrinter, TakesUploadsInBlocks)
     std::string damaged = withChecksum("\x3A\x00"s + "c" + "\x03");
     damaged.back() ^= 1;
     EXPECT_EQ(answerTo(damaged), refused(Refusal::wrongChecksum));
+}
+
+// A corner of 12 x 10 dots, blank at the top and the left, in the three layouts.
+TEST_F(VirtualPrinter, PrintsUploadedPicturesInEveryLayout)
+{
+    const auto repeated = [](const std::string& bytes, int times) {
+        std::string all;
+        for (int i = 0; i < times; ++i) {
+            all += bytes;
+        }
+        return all;
+    };
+    const std::string raster = "\x02\0\x11\0"s + "\0\0"s + repeated("\x7F\xF0", 9) + repeated("\0\0"s, 6);
+    const std::string bands = "\x0C\0\x02\0"s + "\0"s + repeated("\x7F", 11) + "\0"s + repeated("\xC0", 11);
+    const std::string columns = "\x02\0\x02\0"s + "\0\0"s + repeated("\x7F\xC0", 11) + repeated("\0\0"s, 4);
+    const auto upload = [&](unsigned char command, const std::string& data) {
+        paper.clear();
+        const std::string block = {'\x3A', static_cast<char>(data.size() - 1)};
+        EXPECT_EQ(answerTo(request(command, {"1", "0"}) + withChecksum(block + data + "\x03")),
+                  accepted + accepted);
+    };
+    // Two rows of dots a line: the first row is blank, ten are left.
+    const std::vector<std::string> corner = {" " + repeated("\u2584", 11),
+                                             " " + repeated("\u2588", 11),
+                                             " " + repeated("\u2588", 11),
+                                             " " + repeated("\u2588", 11),
+                                             " " + repeated("\u2588", 11),
+                                             "",
+                                             "",
+                                             ""};
+    upload(0xD0, raster);
+    EXPECT_EQ(paper, corner);
+    upload(0xD2, bands);
+    EXPECT_EQ(paper, corner);
+    upload(0xD1, columns);
+    EXPECT_EQ(paper, corner);
+    upload(0xD1, columns.substr(1));
+    EXPECT_EQ(paper, std::vector<std::string>{"[a picture that does not fit its header]"});
 }
 
 TEST(Money, IsParsedWithoutRounding)

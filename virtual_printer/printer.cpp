@@ -211,9 +211,11 @@ void Printer::takeUpload(const std::string& data, bool isLast)
 {
     constexpr std::size_t largestPiece = 256;
     upload += data;
-    // Several pictures of one command follow each other without an end between them; each ends with a block
-    // that is not full.
-    if (!isLast && data.size() == largestPiece) {
+    // The pictures of this command follow each other without an end between them: a block that is not full
+    // ends one.
+    const bool endsPicture =
+        static_cast<Command>(uploadCommand) == Command::loadGHNVOrRAMBitMap && data.size() < largestPiece;
+    if (!isLast && !endsPicture) {
         return;
     }
     const std::string whole = std::exchange(upload, {});

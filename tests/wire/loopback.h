@@ -14,7 +14,9 @@ class Connection
 {
 public:
     Connection() = default;
-    explicit Connection(std::intptr_t openHandle, bool isSocket = true) : handle(openHandle), socket(isSocket) {}
+    explicit Connection(std::intptr_t openHandle, bool isSocket = true) : handle(openHandle), socket(isSocket)
+    {
+    }
     Connection(Connection&& other) noexcept;
     Connection& operator=(Connection&& other) noexcept;
     Connection(const Connection&) = delete;

@@ -28,7 +28,10 @@ bool becomesReadable(std::intptr_t handle, std::chrono::milliseconds limit)
 
 } // namespace
 
-Connection::Connection(Connection&& other) noexcept : handle(std::exchange(other.handle, -1)), socket(other.socket) {}
+Connection::Connection(Connection&& other) noexcept
+    : handle(std::exchange(other.handle, -1)), socket(other.socket)
+{
+}
 
 Connection& Connection::operator=(Connection&& other) noexcept
 {

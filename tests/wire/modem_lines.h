@@ -1,5 +1,5 @@
-// The modem lines that the printer drives on a pseudo-terminal. tests/modem_lines.c answers for them out of the
-// file that MODEM_LINES names.
+// The modem lines that the printer drives on a pseudo-terminal. tests/modem_lines.c answers for them out of
+// the file that MODEM_LINES names.
 #pragma once
 
 #include <string>

@@ -88,8 +88,8 @@ bool Printer::expect(const Step& step)
     if (received == step.bytes) {
         return true;
     }
-    problem = "line " + std::to_string(step.line) + ": the library should send\n      " + hexadecimal(step.bytes) +
-              "\n    and sent\n      " + hexadecimal(received);
+    problem = "line " + std::to_string(step.line) + ": the library should send\n      " +
+              hexadecimal(step.bytes) + "\n    and sent\n      " + hexadecimal(received);
     return false;
 }
 
@@ -120,7 +120,8 @@ void Printer::lookForMore()
     bool hadReturned = false;
     while (!hadReturned) {
         hadReturned = callHasReturned;
-        const auto bytes = connection.isOpen() ? connection.receive(enough, hadReturned ? 0ms : 2ms) : std::nullopt;
+        const auto bytes =
+            connection.isOpen() ? connection.receive(enough, hadReturned ? 0ms : 2ms) : std::nullopt;
         if (!bytes) {
             return; // closed by the call itself
         }

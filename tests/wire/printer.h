@@ -13,8 +13,8 @@ namespace wire {
 class Printer
 {
 public:
-    // Sets the modem lines that the call begins with and begins to play; the connection belongs to the printer until
-    // `finish`.
+    // Sets the modem lines that the call begins with and begins to play; the connection belongs to the
+    // printer until `finish`.
     Printer(Connection& connection, const std::vector<Step>& steps);
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;

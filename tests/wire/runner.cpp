@@ -258,7 +258,8 @@ private:
         const fs::path folder =
             fs::absolute(options.work) / fs::relative(fs::absolute(path), root).replace_extension("");
         try {
-            const Variables variables = {{"folder", folderVariable(folder)}, {"scripts", root.generic_string()}};
+            const Variables variables = {{"folder", folderVariable(folder)},
+                                         {"scripts", root.generic_string()}};
             const Script script = readScript(path, variables);
             if (!canPlay(script)) {
                 ++skipped;

@@ -140,8 +140,9 @@ private:
         } else if (statement == "count") {
             call.count = static_cast<unsigned int>(std::stoul(wordAt(words, 1).text));
         } else if (statement == "file" || statement == "text-file") {
-            call.files.push_back(
-                {.name = wordAt(words, 1).text, .contents = bytesOf(words, 2), .isText = statement == "text-file"});
+            call.files.push_back({.name = wordAt(words, 1).text,
+                                  .contents = bytesOf(words, 2),
+                                  .isText = statement == "text-file"});
         } else if (statement == "no-file") {
             call.files.push_back({.name = wordAt(words, 1).text, .contents = std::nullopt});
         } else if (statement == "reopen") {

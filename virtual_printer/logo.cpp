@@ -7,11 +7,11 @@ namespace {
 
 constexpr std::size_t headerSize = 4;
 constexpr std::size_t byteDots = 8;
+constexpr std::size_t byteRange = 256;
 
 // A size whose low byte is known: the smallest one that accounts for all of the data.
 std::size_t wholeSize(unsigned char lowByte, std::size_t dataSize, std::size_t bytesEach)
 {
-    constexpr std::size_t byteRange = 256;
     std::size_t size = lowByte;
     while (bytesEach > 0 && size * bytesEach < dataSize) {
         size += byteRange;
@@ -45,6 +45,9 @@ std::optional<Logo> decodeLogo(std::string_view data, LogoLayout layout)
         }
         logo.width = across * byteDots;
         logo.height = bytes.size() / across;
+        if ((logo.height + byteDots - 1 - second) % byteRange >= byteDots) {
+            return std::nullopt;
+        }
         break;
     case LogoLayout::bands:
         across = wholeSize(first, bytes.size(), down);

@@ -82,7 +82,7 @@ int main(int count, char** arguments)
     static_cast<void>(std::signal(SIGINT, [](int) { ::_exit(0); }));
     const CodePage texts = address.empty() ? CodePage::cp852 : CodePage::windows1250;
     Printer printer(texts, say, [&] { return fixedTime.empty() ? systemTime() : fixedTime; });
-    printer.writeLogosTo(logoFolder);
+    printer.uploads().writeLogosTo(logoFolder);
     try {
         if (!address.empty()) {
             serveTcp(address, printer);

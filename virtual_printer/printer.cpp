@@ -1,7 +1,6 @@
 #include "virtual_printer/printer.h"
 
 #include "device/command.h"
-#include "virtual_printer/logo.h"
 #include "virtual_printer/money.h"
 
 #include <limits>
@@ -31,14 +30,23 @@ int numberOf(const std::string& text, int otherwise)
 } // namespace
 
 Printer::Printer(CodePage texts, Paper::Output paperOutput, std::function<std::string()> clock)
-    : paper(texts, std::move(paperOutput)), receipt(paper, storage, std::move(clock))
+    : paper(texts, std::move(paperOutput)), received(paper), receipt(paper, storage, std::move(clock))
 {
 }
 
 Answer Printer::execute(const Request& request)
 {
-    uploadCommand = request.command;
-    upload.clear();
+    const Answer answer = carryOut(request);
+    if (answer.refusal == Refusal::none) {
+        received.begin(request);
+    } else {
+        received.forbid(); // what follows a refused request is noise
+    }
+    return answer;
+}
+
+Answer Printer::carryOut(const Request& request)
+{
     switch (static_cast<Command>(request.command)) {
     case Command::getVariable:
         return variable(request);
@@ -205,56 +213,6 @@ Answer Printer::variable(const Request& request)
         return {.refusal = Refusal::none, .data = receipt.isReceiptOpen() ? "open\r\n" : "closed\r\n"};
     }
     return {.refusal = Refusal::unknownVariable, .data = std::nullopt};
-}
-
-void Printer::takeUpload(const std::string& data, bool isLast)
-{
-    constexpr std::size_t largestPiece = 256;
-    upload += data;
-    // The pictures of this command follow each other without an end between them: a block that is not full
-    // ends one.
-    const bool endsPicture =
-        static_cast<Command>(uploadCommand) == Command::loadGHNVOrRAMBitMap && data.size() < largestPiece;
-    if (!isLast && !endsPicture) {
-        return;
-    }
-    const std::string whole = std::exchange(upload, {});
-    switch (static_cast<Command>(uploadCommand)) {
-    case Command::printQRCode:
-        paper.print("[QR] " + whole);
-        break;
-    case Command::loadGHMMC:
-    case Command::loadGHMMC1:
-    case Command::loadGHNVOrRAMBitMap:
-        takeLogo(whole);
-        break;
-    default:
-        paper.print("[picture data of " + std::to_string(whole.size()) + " bytes]");
-        break;
-    }
-}
-
-void Printer::takeLogo(const std::string& data)
-{
-    LogoLayout layout = LogoLayout::columns;
-    if (static_cast<Command>(uploadCommand) == Command::loadGHMMC) {
-        layout = LogoLayout::raster;
-    } else if (static_cast<Command>(uploadCommand) == Command::loadGHMMC1) {
-        layout = LogoLayout::bands;
-    }
-    const auto logo = decodeLogo(data, layout);
-    if (!logo) {
-        paper.print("[a picture that does not fit its header]");
-        return;
-    }
-    ++logoCount;
-    for (const std::string& line : logoAsText(*logo, Paper::columns)) {
-        paper.printPicture(line);
-    }
-    if (!logoFolder.empty() &&
-        !writeLogoAsPng(*logo, logoFolder + "/logo-" + std::to_string(logoCount) + ".png")) {
-        paper.print("[the picture could not be written to its folder]");
-    }
 }
 
 } // namespace virtual_printer

@@ -5,6 +5,7 @@
 #include "virtual_printer/fiscal_state.h"
 #include "virtual_printer/paper.h"
 #include "virtual_printer/storage.h"
+#include "virtual_printer/uploads.h"
 
 #include <functional>
 #include <optional>
@@ -24,14 +25,12 @@ class Printer
 public:
     Printer(CodePage texts, Paper::Output paperOutput, std::function<std::string()> clock);
 
-    // Writes every uploaded picture as logo-N.png into the folder.
-    void writeLogosTo(std::string folder) { logoFolder = std::move(folder); }
-
     Answer execute(const Request& request);
-    // Data of an upload that a request has announced, block by block.
-    void takeUpload(const std::string& data, bool isLast);
+    // Where what requests announce goes.
+    Uploads& uploads() { return received; }
 
 private:
+    Answer carryOut(const Request& request);
     Refusal sell(const Request& request);
     Answer report(const Request& request);
     Answer data(const Request& request);
@@ -39,14 +38,9 @@ private:
     void printReport(const std::string& title);
 
     Paper paper;
+    Uploads received;
     Storage storage;
     FiscalState receipt;
-    void takeLogo(const std::string& data);
-
-    unsigned char uploadCommand = 0;
-    std::string upload;
-    std::string logoFolder;
-    int logoCount = 0;
 };
 
 } // namespace virtual_printer

@@ -28,7 +28,10 @@ unsigned char checksumOf(std::string_view bytes)
 void ProtocolServer::serve()
 {
     while (const auto byte = stream.read()) {
-        if (*byte == requestStart ? !takeRequest() : *byte == blockStart && !takeBlock()) {
+        if (*byte == requestStart && !takeRequest()) {
+            return;
+        }
+        if (*byte == blockStart && printer.uploads().areExpected() && !takeBlock()) {
             return;
         }
         if (*byte == ready) {
@@ -95,7 +98,7 @@ bool ProtocolServer::takeBlock()
         return true;
     }
     const bool isLast = static_cast<unsigned char>(block.back()) == lastBlock;
-    printer.takeUpload(block.substr(2, *length + std::size_t{1}), isLast);
+    printer.uploads().take(block.substr(2, *length + std::size_t{1}), isLast);
     writeByte(accepted);
     return true;
 }

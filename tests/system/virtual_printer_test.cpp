@@ -222,6 +222,69 @@ TEST_F(VirtualPrinter, PrintsUploadedPicturesInEveryLayout)
     EXPECT_EQ(paper, std::vector<std::string>{"[a picture that does not fit its header]"});
 }
 
+std::string blockOf(const std::string& data, char terminator)
+{
+    return withChecksum("\x3A"s + static_cast<char>(data.size() - 1) + data + terminator);
+}
+
+// Eight columns of eight dots: the upper or the lower half is black.
+const std::string upperHalf = "\x01\0\x01\0\xF0\xF0\xF0\xF0\xF0\xF0\xF0\xF0"s;
+const std::string lowerHalf = "\x01\0\x01\0\x0F\x0F\x0F\x0F\x0F\x0F\x0F\x0F"s;
+const std::string blackLine = "\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588";
+
+TEST_F(VirtualPrinter, TakesSeveralLogosInOneUpload)
+{
+    EXPECT_EQ(answerTo(request(0xD1, {"2", "000000000000", "0"}) + blockOf(upperHalf, '\x17') +
+                       blockOf(lowerHalf, '\x03')),
+              accepted + accepted + accepted);
+    EXPECT_EQ(paper, (std::vector<std::string>{blackLine, blackLine, "", "", "", "", blackLine, blackLine}));
+}
+
+TEST_F(VirtualPrinter, PrintsAKeptLogoByItsNumberWhenNoPictureComesWithTheCommand)
+{
+    const std::string end = blockOf("\0\0\0\0"s, '\x03');
+    answerTo(request(0xD1, {"2", "000000000000", "0"}) + blockOf(upperHalf, '\x17') +
+             blockOf(lowerHalf, '\x03'));
+    answerTo(request(0xD1, {"", "9", "0", "0"}) + blockOf(upperHalf, '\x03'));
+    const auto printed = [&](const std::string& number) {
+        paper.clear();
+        EXPECT_EQ(answerTo(request(0xDE, {"0", number}) + end), accepted + accepted);
+        return paper;
+    };
+    const std::vector<std::string> upper = {blackLine, blackLine, "", ""};
+    EXPECT_EQ(printed("1"), upper);
+    EXPECT_EQ(printed("2"), (std::vector<std::string>{"", "", blackLine, blackLine}));
+    EXPECT_EQ(printed("9"), upper);
+    EXPECT_EQ(printed("3"), std::vector<std::string>{});
+    paper.clear();
+    EXPECT_EQ(answerTo(request(0xDE, {"0", "1"}) + blockOf("own picture", '\x03') + end),
+              accepted + accepted + accepted);
+    EXPECT_EQ(paper, std::vector<std::string>{"[picture data of 11 bytes]"});
+}
+
+TEST_F(VirtualPrinter, TakesNoPictureWhoseHeaderTellsAnotherHeight)
+{
+    // 16 rows of one byte: heights of 9 to 16 fit, which the header tells as 16 to 23.
+    const auto paperFor = [&](char height) {
+        paper.clear();
+        answerTo(request(0xD0, {"1", "0"}) +
+                 blockOf("\x01\0"s + height + "\0"s + std::string(16, '\0'), '\x03'));
+        return paper;
+    };
+    const std::vector<std::string> blank(8);
+    const std::vector<std::string> complaint = {"[a picture that does not fit its header]"};
+    EXPECT_EQ(paperFor(15), complaint);
+    EXPECT_EQ(paperFor(16), blank);
+    EXPECT_EQ(paperFor(23), blank);
+    EXPECT_EQ(paperFor(24), complaint);
+}
+
+TEST_F(VirtualPrinter, PassesOverBlocksThatNoRequestHasAnnounced)
+{
+    EXPECT_EQ(answerTo(blockOf("stray", '\x03') + request(0x29, {"0"})), accepted);
+    EXPECT_EQ(answerTo(request(0xE0) + blockOf("stray", '\x03') + request(0x29, {"0"})), accepted + accepted);
+}
+
 TEST(Money, IsParsedWithoutRounding)
 {
     EXPECT_EQ(parseDecimal("12.5", 2), 1250);

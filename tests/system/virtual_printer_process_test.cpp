@@ -1,0 +1,195 @@
+// The virtual printer as users run it: a process that is reached over a real socket.
+#include <arpa/inet.h>
+#include <array>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <spawn.h>
+#include <string>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+// Each carries its checksum byte, worked out by hand: the XOR of all bytes before it.
+const std::string beginDay = "\x1C\x01\x29\x30\x00\x04\x00"s;
+const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
+
+class PrinterProcess
+{
+public:
+    PrinterProcess()
+    {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(::pipe(ends.data()), 0);
+        posix_spawn_file_actions_t actions;
+        ::posix_spawn_file_actions_init(&actions);
+        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        ::posix_spawn_file_actions_addclose(&actions, ends[0]);
+        std::array<std::string, 3> words = {TELVOFM_PRINTER, "--listen", "127.0.0.1:0"};
+        std::array<char*, 4> arguments = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+        EXPECT_EQ(::posix_spawn(&process, words[0].c_str(), &actions, nullptr, arguments.data(), environ), 0);
+        ::posix_spawn_file_actions_destroy(&actions);
+        ::close(ends[1]);
+        output = ends[0];
+    }
+    PrinterProcess(const PrinterProcess&) = delete;
+    PrinterProcess& operator=(const PrinterProcess&) = delete;
+    ~PrinterProcess()
+    {
+        if (process > 0) {
+            ::kill(process, SIGKILL);
+            ::waitpid(process, nullptr, 0);
+        }
+        ::close(output);
+    }
+
+    // The next line on standard output, without its end.
+    std::string line() const
+    {
+        std::string text;
+        for (char byte = 0; ::read(output, &byte, 1) == 1 && byte != '\n';) {
+            text += byte;
+        }
+        return text;
+    }
+
+    // The exit status after the signal; -1 when the process did not exit by itself.
+    int end(int signal)
+    {
+        int status = 0;
+        ::kill(process, signal);
+        ::waitpid(process, &status, 0);
+        process = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t process = 0;
+    int output = -1;
+};
+
+class Till
+{
+public:
+    explicit Till(int port) : connection(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(::connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        constexpr timeval longest = {30, 0}; // so that a silent printer fails the test and does not hang it
+        ::setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
+    }
+    Till(const Till&) = delete;
+    Till& operator=(const Till&) = delete;
+    ~Till() { ::close(connection); }
+
+    void say(const std::string& bytes) const
+    {
+        EXPECT_EQ(::send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL),
+                  static_cast<ssize_t>(bytes.size()));
+    }
+
+    std::string hear(std::size_t size) const
+    {
+        std::string bytes(size, '\0');
+        const ssize_t count = ::recv(connection, bytes.data(), bytes.size(), MSG_WAITALL);
+        bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+        return bytes;
+    }
+
+    // Hangs up so that the printer sees an error instead of an end.
+    void reset() const
+    {
+        constexpr linger atOnce = {1, 0};
+        ::setsockopt(connection, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    }
+
+private:
+    int connection;
+};
+
+class VirtualPrinterProcess : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const std::string greeting = printer.line();
+        const std::string start = "listening on 127.0.0.1:";
+        ASSERT_EQ(greeting.substr(0, start.size()), start);
+        port = std::stoi(greeting.substr(start.size()));
+        ASSERT_NE(port, 0); // the real one
+    }
+
+    PrinterProcess printer;
+    int port = 0;
+};
+
+TEST_F(VirtualPrinterProcess, ServesTheNextTillAfterOneThatBrokeOff)
+{
+    {
+        const Till till(port);
+        till.say(beginDay.substr(0, 4));
+    }
+    {
+        const Till till(port);
+        till.say(beginDay);
+        EXPECT_EQ(till.hear(1), "\x06");
+        till.say(beginDay.substr(0, 2));
+        till.reset();
+    }
+    const Till till(port);
+    till.say(cancelPrinting);
+    EXPECT_EQ(till.hear(1), "\x06");
+}
+
+TEST_F(VirtualPrinterProcess, KeepsWhatWasSoldWhenATillComesBack)
+{
+    {
+        const Till till(port);
+        till.say(beginDay);
+        EXPECT_EQ(till.hear(1), "\x06");
+    }
+    const Till till(port);
+    // paragonBegin with no fields: without the selling day of the first till it would be refused.
+    till.say("\x1C\x01\x20\x04\x39"s);
+    EXPECT_EQ(till.hear(1), "\x06");
+    EXPECT_EQ(printer.line(), "                TELVOFM");
+}
+
+TEST_F(VirtualPrinterProcess, PassesOverNoise)
+{
+    const Till till(port);
+    till.say("\xFF\x00\x3A\x3A\x07GET / HTTP/1.1\r\n\r\n"s + cancelPrinting);
+    EXPECT_EQ(till.hear(1), "\x06");
+    till.say("\x11");
+    EXPECT_EQ(till.hear(1), "\x11");
+}
+
+TEST_F(VirtualPrinterProcess, RefusesAWrongChecksum)
+{
+    const Till till(port);
+    till.say("\x1C\x01\xE0\x04\xF8"s);
+    EXPECT_EQ(till.hear(2), "\x15\x01");
+}
+
+TEST_F(VirtualPrinterProcess, EndsWellOnSIGTERM)
+{
+    EXPECT_EQ(printer.end(SIGTERM), 0);
+}
+
+TEST_F(VirtualPrinterProcess, EndsWellOnSIGINTWhileATillIsThere)
+{
+    const Till till(port);
+    till.say(cancelPrinting);
+    EXPECT_EQ(till.hear(1), "\x06");
+    EXPECT_EQ(printer.end(SIGINT), 0);
+    EXPECT_EQ(till.hear(1), "");
+}
+
+} // namespace

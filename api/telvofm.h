@@ -443,7 +443,7 @@ TELVOFM_API int getParagonIDs_str(int device, const char* inputType, const char*
 
 /*
  * As getParagonIDs, the whole reply into a result object in place of what it held. On a failure the object
- * keeps its contents. `result` must not be null.
+ * keeps its contents; with a null object nothing is sent and -1 comes back.
  */
 TELVOFM_API int getParagonIDs_ResultObject(int device, char inputType, const char* input,
                                            ResultObject* result);

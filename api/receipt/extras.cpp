@@ -27,24 +27,20 @@ int deduct(int device, const receipt::DownPayment& downPayment)
     return runCommand([&](Device& printer) { receipt::deductDownPayment(printer, device, downPayment); });
 }
 
-template <typename Deliver>
-int fetchIds(const char* name, int device, char inputType, const char* input, Deliver deliver)
+int fetchIds(const char* name, int device, char inputType, const char* input, char* buffer, int bufferSize)
 {
     logCall(name, "device ", device, "inputType ", inputType, "input ", input);
     return runQuery(
         [&](Device& printer) { return receipt::paragonIds(printer, device, inputType, Text(input)); },
-        deliver);
+        [&](const std::string& reply) { copyText(reply, buffer, bufferSize); });
 }
 
-// The buffer of getParagonIDs.
-auto into(char* buffer, int bufferSize)
+int fetchIds(const char* name, int device, char inputType, const char* input, ResultObject* result)
 {
-    return [=](const std::string& reply) { copyText(reply, buffer, bufferSize); };
-}
-
-auto into(ResultObject* result)
-{
-    return [=](std::string reply) { result->contents = std::move(reply); };
+    logCall(name, "device ", device, "inputType ", inputType, "input ", input);
+    return fillResult(result, [&](Device& printer) {
+        return receipt::paragonIds(printer, device, inputType, Text(input));
+    });
 }
 
 } // namespace
@@ -94,22 +90,22 @@ int deductDownPayment_str(int device, const char* title, const char* amount, con
 
 int getParagonIDs(int device, char inputType, const char* input, char* buffer, int bufferSize)
 {
-    return fetchIds("getParagonIDs", device, inputType, input, into(buffer, bufferSize));
+    return fetchIds("getParagonIDs", device, inputType, input, buffer, bufferSize);
 }
 
 int getParagonIDs_str(int device, const char* inputType, const char* input, char* buffer, int bufferSize)
 {
-    return fetchIds("getParagonIDs", device, firstCharacter(inputType), input, into(buffer, bufferSize));
+    return fetchIds("getParagonIDs", device, firstCharacter(inputType), input, buffer, bufferSize);
 }
 
 int getParagonIDs_ResultObject(int device, char inputType, const char* input, ResultObject* result)
 {
-    return fetchIds("getParagonIDs_ResultObject", device, inputType, input, into(result));
+    return fetchIds("getParagonIDs_ResultObject", device, inputType, input, result);
 }
 
 int getParagonIDs_str_ResultObject(int device, const char* inputType, const char* input, ResultObject* result)
 {
-    return fetchIds("getParagonIDs_str_ResultObject", device, firstCharacter(inputType), input, into(result));
+    return fetchIds("getParagonIDs_str_ResultObject", device, firstCharacter(inputType), input, result);
 }
 
 int setTransactionID(int device, const char* internalCode)

@@ -158,13 +158,15 @@ TEST_F(SerialFaults, SignalsDoNotDisturbAWait)
     sigset_t alarm;
     sigemptyset(&alarm);
     sigaddset(&alarm, SIGALRM);
-    const auto playing = printer.play([&](wire::Connection& line) {
-        pthread_sigmask(SIG_BLOCK, &alarm, nullptr); // they are meant for the caller's thread
+    // They are meant for the caller's thread: the printer's begins with them blocked.
+    pthread_sigmask(SIG_BLOCK, &alarm, nullptr);
+    const auto playing = printer.play([](wire::Connection& line) {
         receiveRequest(line);
         std::this_thread::sleep_for(300ms);
         line.send(block("reply", etx));
         receiveBytes(line, 1);
     });
+    pthread_sigmask(SIG_UNBLOCK, &alarm, nullptr);
     struct sigaction handling = {};
     handling.sa_handler = ignoreSignal; // without SA_RESTART
     struct sigaction before = {};

@@ -601,8 +601,9 @@ TELVOFM_API int setEuroExchangeRate_int(int device, int exchangeRate);
 
 /*
  * The life of the printer as a fiscal device. The printer judges passwords, codes and dates and decides in
- * which state it allows what. Texts may have any length and may be empty; they are converted on serial links
- * except where a function says "byte for byte". All return 0 or the usual codes.
+ * which state it allows what. Numbers are sent as given, whatever their value. Texts may have any length and
+ * may be empty; they are converted on serial links except where a function says "byte for byte". All return 0
+ * or the usual codes. swReset and testTelvoFM write their password to the call log in clear.
  */
 
 /* Initialises the fiscal memory. */
@@ -617,10 +618,13 @@ TELVOFM_API int initELJ(int device, const char* servicePassword);
 /* Enables an inspection. */
 TELVOFM_API int inspectionEnabled(int device, const char* servicePassword);
 
-/* Carries out the inspection E1; `deltaSI` is the printer's. The password is left out of the call log. */
+/*
+ * Carries out the inspection E1 with a number that the printer interprets. The password is left out of the
+ * call log, and not even shown as "*****".
+ */
 TELVOFM_API int inspectionE1(int device, const char* servicePassword, int deltaSI);
 
-/* Lets the printer verify the checksum of a closure in the electronic journal. */
+/* Lets the printer verify the checksum of the closure with this number in the electronic journal. */
 TELVOFM_API int verifyCRCELJ(int device, int closureNumber);
 
 /* Closes the journal's card. */
@@ -659,10 +663,10 @@ TELVOFM_API int clearErrorStates(int device);
  * codes.
  */
 
-/* Prints a line of free text. */
+/* Prints a line of free text outside a receipt, at the given row; no row number is too large. */
 TELVOFM_API int printAnnouncement(int device, int rowNumber, const char* text);
 
-/* As printAnnouncement, in the printer's second variant. */
+/* As printAnnouncement, in the printer's second variant; the printer decides what this one leaves out. */
 TELVOFM_API int printAnnouncementNF(int device, int rowNumber, const char* text);
 
 /* Shows a text on the customer display, behind an escape sequence of the display. */
@@ -671,10 +675,10 @@ TELVOFM_API int printDisplay(int device, int displayType, const char* escSequenc
 /* Clears the customer display. */
 TELVOFM_API int clearDisplay(int device, int displayType, const char* escSequence);
 
-/* Sets the parameters of the display. Its password is left out of the call log. */
+/* Sets the parameters of the display. The call log leaves the password out and shows `parameter`. */
 TELVOFM_API int setDispF(int device, const char* password, int dispF, int dispT, const char* parameter);
 
-/* Prints a bar code. */
+/* Prints `code` as a bar code of the printer's type `codeType`. */
 TELVOFM_API int printBC(int device, int codeType, const char* code);
 
 /* Sets how bar codes are printed. */

@@ -192,7 +192,8 @@ void fetchBare(const std::string& path)
 void print(const char* reader, const Outcome& outcome)
 {
     constexpr std::size_t blocks = replySize / blockSize;
-    constexpr std::size_t bytesOnTheLine = replySize + blocks * 4 + (blocks - 1); // with the acknowledge bytes
+    constexpr std::size_t bytesOnTheLine =
+        replySize + blocks * 4 + (blocks - 1); // with the acknowledge bytes
     const double lineSeconds = Seconds(byteTime * bytesOnTheLine).count();
     constexpr double percent = 100;
     std::printf("%-12s %10.3f %10.3f %12.2f %14.2f\n", reader, lineSeconds, outcome.replySeconds,
@@ -204,7 +205,8 @@ void print(const char* reader, const Outcome& outcome)
 int compare(bool oneByOne)
 {
     setLogginOff();
-    std::printf("64 KB at %u baud, %s\n", baud, oneByOne ? "each byte by itself" : "released every millisecond");
+    std::printf("64 KB at %u baud, %s\n", baud,
+                oneByOne ? "each byte by itself" : "released every millisecond");
     std::printf("%-12s %10s %10s %12s %14s\n", "reader", "line s", "reply s", "line rate %", "of one core %");
     print("bare loop", measure(oneByOne, fetchBare));
     print("library", measure(oneByOne, fetchWithLibrary));

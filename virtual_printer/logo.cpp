@@ -21,7 +21,8 @@ std::size_t wholeSize(unsigned char lowByte, std::size_t dataSize, std::size_t b
 
 bool bitOf(std::string_view bytes, std::size_t index, std::size_t dot)
 {
-    return (static_cast<unsigned char>(bytes[index]) >> (byteDots - 1 - dot) & 1U) != 0;
+    const unsigned int byte = static_cast<unsigned char>(bytes[index]);
+    return (byte >> (byteDots - 1 - dot) & 1U) != 0;
 }
 
 } // namespace

@@ -35,7 +35,7 @@ using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 using namespace std::chrono_literals;
 
-constexpr std::size_t replySize = 64 * 1024;
+constexpr std::size_t replySize = std::size_t{64} * 1024;
 constexpr std::size_t blockSize = 256;
 constexpr double bitsPerByte = 10; // a start bit, eight data bits, a stop bit
 constexpr unsigned int baud = 115200;

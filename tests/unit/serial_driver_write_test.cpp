@@ -113,7 +113,7 @@ class SerialRawLog : public SerialDriverTest
 protected:
     void TearDown() override { rawLog().switchOff(); }
 
-    std::string content() const
+    [[nodiscard]] std::string content() const
     {
         std::string lines = contentOf(folder.file("raw.txt"));
         std::erase(lines, '\r');

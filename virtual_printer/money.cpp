@@ -7,7 +7,7 @@ namespace virtual_printer {
 
 std::optional<std::int64_t> parseDecimal(std::string_view text, int decimals)
 {
-    constexpr std::size_t mostDigits = 15;
+    constexpr std::size_t mostDigits = 12; // so that no sum of a day leaves 64 bits
     const bool isNegative = text.starts_with('-');
     if (isNegative || text.starts_with('+')) {
         text.remove_prefix(1);

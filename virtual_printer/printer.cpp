@@ -2,7 +2,10 @@
 
 #include "device/command.h"
 #include "virtual_printer/money.h"
+#include "virtual_printer/settings.h"
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -142,9 +145,33 @@ Refusal Printer::sell(const Request& request)
     default:
         break;
     }
-    // Settings and service: kept, and given back with the memory image.
-    const std::string name = "command " + std::to_string(request.command);
-    storage.remember(name, joined(fields));
+    return set(request);
+}
+
+// Settings and service: shown, kept, and given back with the memory image.
+Refusal Printer::set(const Request& request)
+{
+    constexpr auto uploads = std::array{Command::loadGHMMC, Command::loadGHMMC1, Command::loadGHNVOrRAMBitMap,
+                                        Command::printGraphic, Command::printQRCode};
+    if (std::find(uploads.begin(), uploads.end(), static_cast<Command>(request.command)) != uploads.end()) {
+        return Refusal::none; // what they are about comes behind them
+    }
+    const Setting* setting = findSetting(request.command);
+    if (setting == nullptr) {
+        return Refusal::unknownCommand;
+    }
+    auto first = request.fields.begin();
+    first += static_cast<std::ptrdiff_t>(std::min(setting->passwords, request.fields.size()));
+    std::string title(setting->title);
+    if (setting->hasKey && first != request.fields.end()) {
+        title += " " + *first++;
+    }
+    const std::string value = joined({first, request.fields.end()});
+    paper.print(title, value.size() + title.size() < Paper::columns ? value : "");
+    if (value.size() + title.size() >= Paper::columns) {
+        paper.print(value);
+    }
+    storage.remember(title, value);
     return Refusal::none;
 }
 

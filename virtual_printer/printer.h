@@ -32,6 +32,7 @@ public:
 private:
     Answer carryOut(const Request& request);
     Refusal sell(const Request& request);
+    Refusal set(const Request& request);
     Answer report(const Request& request);
     Answer data(const Request& request);
     Answer variable(const Request& request);

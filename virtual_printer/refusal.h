@@ -8,6 +8,7 @@ enum class Refusal : unsigned char
 {
     none = 0,
     wrongChecksum = 1,
+    unknownCommand = 2,
     wrongFields = 3,   // too few fields
     badNumber = 4,     // a field that is no decimal number
     noSellingDay = 10, // sellingDayBegin is due

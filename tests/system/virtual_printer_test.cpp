@@ -285,6 +285,40 @@ TEST_F(VirtualPrinter, PassesOverBlocksThatNoRequestHasAnnounced)
     EXPECT_EQ(answerTo(request(0xE0) + blockOf("stray", '\x03') + request(0x29, {"0"})), accepted + accepted);
 }
 
+TEST_F(VirtualPrinter, ShowsAndKeepsSettingsButNoPasswords)
+{
+    EXPECT_EQ(answerTo(request(0xBC, {"secret", "1", "Potraviny"}) +
+                       request(0xBC, {"secret", "2", "Trnava"}) + request(0xB7, {"secret", "newsecret"}) +
+                       request(0xA7, {std::string(60, 'm')})),
+              accepted + accepted + accepted + accepted);
+    EXPECT_EQ(paper, (std::vector<std::string>{"Header line 1                  Potraviny",
+                                               "Header line 2                     Trnava",
+                                               "Password                                ",
+                                               "Mail address                            ",
+                                               std::string(40, 'm'), std::string(20, 'm')}));
+    const std::string image = answerTo(request(0x7B, {"secret"}) + "\x03");
+    EXPECT_NE(image.find("Header line 1=Potraviny\r\nHeader line 2=Trnava\r\n"), std::string::npos);
+    EXPECT_EQ(image.find("secret"), std::string::npos);
+}
+
+TEST_F(VirtualPrinter, RefusesCommandsThatItDoesNotHave)
+{
+    EXPECT_EQ(answerTo(request(0x21)), refused(Refusal::unknownCommand));
+    EXPECT_EQ(answerTo(request(0xFF)), refused(Refusal::unknownCommand));
+}
+
+// Only the commands of the printer's language are not unknown.
+TEST_F(VirtualPrinter, KnowsEveryCommandOfItsLanguage)
+{
+    int known = 0;
+    for (int code = 0; code <= 0xFF; ++code) {
+        if (answerTo(request(static_cast<unsigned char>(code))) != refused(Refusal::unknownCommand)) {
+            ++known;
+        }
+    }
+    EXPECT_EQ(known, 112);
+}
+
 TEST(Money, IsParsedWithoutRounding)
 {
     EXPECT_EQ(parseDecimal("12.5", 2), 1250);
@@ -294,7 +328,8 @@ TEST(Money, IsParsedWithoutRounding)
     EXPECT_EQ(parseDecimal("", 2), std::nullopt);
     EXPECT_EQ(parseDecimal("12,5", 2), std::nullopt);
     EXPECT_EQ(parseDecimal("1e3", 2), std::nullopt);
-    EXPECT_EQ(parseDecimal("1234567890123456", 2), std::nullopt);
+    EXPECT_EQ(parseDecimal("999999999999.99", 2), 99999999999999);
+    EXPECT_EQ(parseDecimal("1000000000000", 2), std::nullopt);
     EXPECT_EQ(formatCents(-5), "-0.05");
     EXPECT_EQ(formatCents(123456), "1234.56");
 }

@@ -114,9 +114,13 @@ bool CSerial::setEventMask()
     return true; // poll reports every event there is
 }
 
+// What has been written counts as sent, also when it is still on its way: the last byte of an exchange must
+// not be lost because the next one begins. Only output that the printer holds back is stale.
 bool CSerial::purge()
 {
-    return outcome(::tcflush(descriptor(handle), TCIOFLUSH) == 0);
+    ModemStatus status{};
+    const bool outputFlows = modemStatus(status) && status.clearToSend;
+    return outcome(::tcflush(descriptor(handle), outputFlows ? TCIFLUSH : TCIOFLUSH) == 0);
 }
 
 bool CSerial::raiseDataTerminalReady()

@@ -46,6 +46,7 @@ TEST_F(SerialFaults, NoiseBeforeAReplyIsSkipped)
     });
     EXPECT_EQ(fetchJournal(), 0);
     EXPECT_STREQ(getResultObjectString(journal), "reply");
+    playing.wait();
     expectThatTheNextCallWorks();
 }
 
@@ -70,6 +71,7 @@ TEST_F(SerialFaults, NoiseBeforeAReplyForAFileIsAnErrorAtOnce)
         line.send("Z");
     });
     EXPECT_EQ(saveRAMMP(1, "password", folder.file("memory").c_str()), -10002);
+    playing.wait();
     expectThatTheNextCallWorks();
 }
 
@@ -99,6 +101,7 @@ TEST_F(SerialFaults, TheThirdErrorCodeIsReturned)
         }
     });
     EXPECT_EQ(printJobCancel(1), 11);
+    playing.wait();
     expectThatTheNextCallWorks();
 }
 

@@ -74,6 +74,7 @@ TEST_F(SerialWaits, ABusyPrinterIsWaitedForAndTheCallGoesOn)
         line.send("\x06");
     });
     EXPECT_EQ(printJobCancel(1), 0);
+    playing.wait();
     expectThatTheNextCallWorks();
 }
 

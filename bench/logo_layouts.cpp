@@ -1,11 +1,49 @@
 // Converts bitmaps into all layouts, beside a plain loop over the dots and beside copying the same output.
-// Prints dots per second (all four tables counted) and the ratios.
+// Prints dots per second (all four tables counted), the ratios, and the most memory that preparing a bitmap
+// file takes, beside the pixels and the four layouts.
 #include "graphics/logo_layouts.h"
+#include "graphics/logos.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <malloc.h>
+#include <new>
 #include <random>
+
+namespace {
+
+std::size_t memoryInUse = 0;
+std::size_t mostMemoryInUse = 0;
+
+} // namespace
+
+// These take the place of the standard ones in this program.
+void* operator new(std::size_t size)
+{
+    void* memory = std::malloc(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    memoryInUse += ::malloc_usable_size(memory);
+    mostMemoryInUse = std::max(mostMemoryInUse, memoryInUse);
+    return memory;
+}
+
+void operator delete(void* memory) noexcept
+{
+    memoryInUse -= ::malloc_usable_size(memory);
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept
+{
+    operator delete(memory);
+}
 
 namespace {
 
@@ -91,10 +129,49 @@ void measure(std::size_t width, std::size_t height)
                 width, height, dots / ours / 1e9, dots / plain / 1e9, plain / ours, ours / copying);
 }
 
+// A file of clear pixels: one bit each, rows from the bottom, whole words.
+void writeBitmap(const std::filesystem::path& path, std::uint32_t width, std::uint32_t height)
+{
+    constexpr std::uint32_t pixelsAt = 14 + 40 + 8;
+    const std::size_t stride = (std::size_t{width} + 31) / 32 * 4;
+    std::string file(pixelsAt + stride * height, '\0');
+    const auto put = [&file](std::size_t position, std::uint32_t value) {
+        for (std::size_t i = 0; i < 4; ++i) {
+            file[position + i] = static_cast<char>(value >> (8 * i) & 0xFFU);
+        }
+    };
+    file.replace(0, 2, "BM");
+    put(10, pixelsAt);
+    put(14, 40);
+    put(18, width);
+    put(22, height);
+    put(26, 0x00010001); // one plane, one bit per pixel
+    std::ofstream(path, std::ios::binary).write(file.data(), static_cast<std::streamsize>(file.size()));
+}
+
+void measureMemory(std::uint32_t width, std::uint32_t height)
+{
+    const auto path = std::filesystem::temp_directory_path() / "telvofm_logo_layouts.bmp";
+    writeBitmap(path, width, height);
+    telvofm::Device printer(nullptr);
+    const std::size_t before = memoryInUse;
+    mostMemoryInUse = before;
+    prepare(printer, 1, path.string(), false);
+    const std::size_t most = mostMemoryInUse - before;
+    const std::size_t kept = printer.rasterImages[1].size() + printer.bandImages[1].size() +
+                             printer.columnImages[1].size() + printer.secondColumnImages[1].size();
+    const std::size_t needed = std::size_t{width} * height + kept;
+    std::filesystem::remove(path);
+    std::printf("%u x %u: preparing takes %zu bytes at most, pixels and four layouts are %zu, ratio %.2f\n",
+                width, height, most, needed, static_cast<double>(most) / static_cast<double>(needed));
+}
+
 } // namespace
 
 int main()
 {
     measure(576, 1200);
     measure(4096, 4096);
+    measureMemory(576, 1200);
+    measureMemory(4096, 4096);
 }

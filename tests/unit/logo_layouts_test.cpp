@@ -1,5 +1,6 @@
 #include "graphics/logo_layouts.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -111,6 +112,66 @@ TEST(LogoLayouts, HeaderBytesAreTheLowBytesOfLargeSizes)
     expectSameAsDotByDot(randomBitmap(2049, 3, random));
     expectSameAsDotByDot(randomBitmap(3, 2049, random));
     expectSameAsDotByDot(randomBitmap(300, 300, random));
+}
+
+Bitmap drawn(std::initializer_list<std::string_view> rows)
+{
+    Bitmap bitmap{.width = rows.begin()->size(), .height = rows.size(), .pixels = {}};
+    for (const std::string_view row : rows) {
+        for (const char pixel : row) {
+            bitmap.pixels.push_back(pixel == '#' ? 1 : 0);
+        }
+    }
+    return bitmap;
+}
+
+std::string bytes(std::initializer_list<unsigned> values)
+{
+    return {values.begin(), values.end()};
+}
+
+TEST(LogoLayouts, TwelveByTenByteByByte)
+{
+    const Bitmap bitmap = drawn({"#...........", //
+                                 "##..........", //
+                                 "###.........", //
+                                 "............", //
+                                 "...........#", //
+                                 "..........##", //
+                                 "............", //
+                                 "####........", //
+                                 ".#.#.#.#.#.#", //
+                                 "........####"});
+    const std::string raster = bytes({0x02, 0x00, 0x11, 0x00,             // the third: height and seven
+                                      0x7F, 0xF0, 0x3F, 0xF0, 0x1F, 0xF0, // rows 0 to 2
+                                      0xFF, 0xF0, 0xFF, 0xE0, 0xFF, 0xC0, // 3 to 5
+                                      0xFF, 0xF0, 0x0F, 0xF0,             // 6 and 7
+                                      0xAA, 0xA0, 0xFF, 0x00,             // 8 and 9
+                                      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, // the padding below
+                                      0x00, 0x00, 0x00, 0x00, 0x00, 0x00});
+    const std::string bands = bytes({0x0C, 0x00, 0x02, 0x00, //
+                                     0x1E, 0x9E, 0xDE, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFB, 0xF3,
+                                     0xC0, 0x40, 0xC0, 0x40, 0xC0, 0x40, 0xC0, 0x40, 0x80, 0x00, 0x80, 0x00});
+    const std::string columns = bytes({0x02, 0x00, 0x02, 0x00,                         //
+                                       0x1E, 0xC0, 0x9E, 0x40, 0xDE, 0xC0, 0xFE, 0x40, // columns 0 to 3
+                                       0xFF, 0xC0, 0xFF, 0x40, 0xFF, 0xC0, 0xFF, 0x40, // 4 to 7
+                                       0xFF, 0x80, 0xFF, 0x00, 0xFB, 0x80, 0xF3, 0x00, // 8 to 11
+                                       0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00});
+    const LogoLayouts layouts = logoLayouts(bitmap, false);
+    EXPECT_EQ(layouts.raster, raster);
+    EXPECT_EQ(layouts.bands, bands);
+    EXPECT_EQ(layouts.columns, columns);
+
+    // Inverse, every dot changes, the padding too; the header does not.
+    const auto inverted = [](std::string layout) {
+        std::transform(layout.begin() + 4, layout.end(), layout.begin() + 4,
+                       [](char byte) { return static_cast<char>(~byte); });
+        return layout;
+    };
+    const LogoLayouts inverse = logoLayouts(bitmap, true);
+    EXPECT_EQ(inverse.raster, inverted(raster));
+    EXPECT_EQ(inverse.bands, inverted(bands));
+    EXPECT_EQ(inverse.columns, inverted(columns));
 }
 
 TEST(LogoLayouts, TwelveByTenHasTheSizesOfTheExample)

@@ -1,10 +1,23 @@
 #include "graphics/bitmap_reader.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 namespace telvofm::graphics {
+namespace {
+
+// Reads on until `bytes` is `size` long, or the file ends.
+void extend(std::vector<std::uint8_t>& bytes, std::uint64_t size, std::ifstream& file)
+{
+    const std::size_t begin = bytes.size();
+    bytes.resize(std::max<std::uint64_t>(begin, size));
+    file.read(reinterpret_cast<char*>(bytes.data() + begin),
+              static_cast<std::streamsize>(bytes.size() - begin));
+    bytes.resize(begin + static_cast<std::size_t>(file.gcount()));
+}
+
+} // namespace
 
 std::optional<PackedBitmap> loadBitmapFile(const std::string& fileName)
 {
@@ -13,7 +26,14 @@ std::optional<PackedBitmap> loadBitmapFile(const std::string& fileName)
         return std::nullopt; // a folder, a pipe or an endless device among them
     }
     std::ifstream file(fileName, std::ios::binary);
-    const std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(file), {}};
+    std::vector<std::uint8_t> bytes;
+    extend(bytes, bitmapHeadSize, file);
+    const auto end = endOfBitmap(bytes);
+    const std::uintmax_t fileSize = std::filesystem::file_size(fileName, failure);
+    if (!end || failure || *end > fileSize) {
+        return std::nullopt;
+    }
+    extend(bytes, *end, file);
     return readBitmap(bytes);
 }
 

@@ -1,4 +1,5 @@
-// BMP files of one bit per pixel in memory, with the oddities that tests ask for.
+// BMP files in memory, with the oddities that tests ask for. Files of one bit per pixel hold a pattern
+// without any symmetry, and ones in the padding of their rows.
 #pragma once
 
 #include <cstdint>
@@ -15,29 +16,44 @@ struct BitmapFile
     std::uint32_t compression = 0;
     std::uint32_t descriptionSize = 40; // 12: the oldest version; 108 and 124: the newer ones
     std::uint32_t gap = 0;              // between the palette and the pixels
+    bool whiteFirst = false;            // in the palette, which is black and white otherwise
 
-    // Every pixel row holds its number counted from the top of the picture, and zeros.
+    // The pattern; `y` counts from the top of the picture.
+    static bool isSet(std::size_t x, std::size_t y)
+    {
+        const auto column = static_cast<std::uint32_t>(x + 1) * 0x9E3779B1U;
+        const auto row = static_cast<std::uint32_t>(y + 1) * 0x85EBCA77U;
+        return ((column ^ row) >> 16U & 1U) != 0;
+    }
+
+    [[nodiscard]] std::size_t stride() const
+    {
+        return (static_cast<std::size_t>(width) * bitsPerPixel + 31) / 32 * 4;
+    }
+
     [[nodiscard]] std::vector<std::uint8_t> bytes() const
     {
+        const bool isCore = descriptionSize == 12;
+        const std::uint32_t pixelsAt = 14 + descriptionSize + (isCore ? 6 : 8) + gap;
         std::vector<std::uint8_t> file = {'B', 'M'};
-        const std::uint32_t paletteSize = descriptionSize == 12 ? 6 : 8;
         put(file, 0, 4);
         put(file, 0, 4);
-        put(file, 14 + descriptionSize + paletteSize + gap, 4);
+        put(file, pixelsAt, 4);
         put(file, descriptionSize, 4);
-        const int sizeBytes = descriptionSize == 12 ? 2 : 4;
-        put(file, static_cast<std::uint32_t>(width), sizeBytes);
-        put(file, static_cast<std::uint32_t>(height), sizeBytes);
+        put(file, static_cast<std::uint32_t>(width), isCore ? 2 : 4);
+        put(file, static_cast<std::uint32_t>(height), isCore ? 2 : 4);
         put(file, 1, 2);
         put(file, bitsPerPixel, 2);
-        if (descriptionSize != 12) {
+        if (!isCore) {
             put(file, compression, 4);
         }
-        file.resize(14 + descriptionSize + paletteSize + gap);
-        const std::int32_t rows = std::abs(height);
-        for (std::int32_t row = 0; row < rows; ++row) {
-            file.push_back(static_cast<std::uint8_t>(height < 0 ? row : rows - 1 - row));
-            file.resize(file.size() + static_cast<std::size_t>((width + 31) / 32 * 4 - 1));
+        file.resize(14 + descriptionSize);
+        put(file, whiteFirst ? 0xFFFFFF : 0, isCore ? 3 : 4);
+        put(file, whiteFirst ? 0 : 0xFFFFFF, isCore ? 3 : 4);
+        file.resize(pixelsAt);
+        const auto rows = static_cast<std::size_t>(std::abs(height));
+        for (std::size_t row = 0; row < rows; ++row) {
+            appendRow(file, height < 0 ? row : rows - 1 - row);
         }
         return file;
     }
@@ -47,6 +63,18 @@ private:
     {
         for (int i = 0; i < size; ++i) {
             file.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        }
+    }
+
+    void appendRow(std::vector<std::uint8_t>& file, std::size_t y) const
+    {
+        for (std::size_t x = 0; x < stride() * 8; ++x) {
+            if (x % 8 == 0) {
+                file.push_back(0);
+            }
+            const bool isPadding = x >= static_cast<std::size_t>(width) * bitsPerPixel;
+            const unsigned bit = isPadding || isSet(x, y) ? 1U : 0U;
+            file.back() = static_cast<std::uint8_t>(unsigned{file.back()} << 1U | bit);
         }
     }
 };

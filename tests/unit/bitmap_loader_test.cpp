@@ -23,6 +23,21 @@ protected:
         file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     }
 
+    void expectPattern(const BitmapFile& file)
+    {
+        write(file.bytes());
+        const Bitmap bitmap = loadMonochrome(name);
+        ASSERT_EQ(bitmap.width, static_cast<std::size_t>(file.width));
+        ASSERT_EQ(bitmap.height, static_cast<std::size_t>(file.height));
+        ASSERT_EQ(bitmap.pixels.size(), bitmap.width * bitmap.height);
+        for (std::size_t y = 0; y < bitmap.height; ++y) {
+            for (std::size_t x = 0; x < bitmap.width; ++x) {
+                ASSERT_EQ(bitmap.pixels[y * bitmap.width + x], BitmapFile::isSet(x, y) ? 1 : 0)
+                    << x << ", " << y << " of " << bitmap.width << " x " << bitmap.height;
+            }
+        }
+    }
+
     int codeOfLoading()
     {
         try {
@@ -36,34 +51,22 @@ protected:
     std::string name = std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".bmp";
 };
 
-std::vector<std::uint8_t> whiteSecond(std::vector<std::uint8_t> file)
-{
-    std::fill_n(file.begin() + 14 + 40 + 4, 3, std::uint8_t{0xFF});
-    return file;
-}
-
 TEST_F(BitmapLoader, GivesOneForSetBitsInRowsFromTheTop)
 {
-    for (const std::int32_t width : {1, 7, 8, 9, 12, 16, 17, 33, 40}) {
-        write(whiteSecond(BitmapFile{.width = width, .height = 10}.bytes()));
-        const Bitmap bitmap = loadMonochrome(name);
-        ASSERT_EQ(bitmap.width, static_cast<std::size_t>(width));
-        ASSERT_EQ(bitmap.height, 10U);
-        ASSERT_EQ(bitmap.pixels.size(), bitmap.width * 10);
-        for (std::size_t y = 0; y < 10; ++y) {
-            for (std::size_t x = 0; x < bitmap.width; ++x) {
-                const unsigned expected = x < 8 ? static_cast<unsigned>(y) >> (7 - x) & 1U : 0;
-                EXPECT_EQ(bitmap.pixels[y * bitmap.width + x], expected) << x << ", " << y;
-            }
-        }
+    for (std::int32_t width = 1; width <= 70; ++width) {
+        expectPattern({.width = width, .height = 1 + width * 7 % 23});
     }
+    expectPattern({.width = 576, .height = 1200});
+}
+
+TEST_F(BitmapLoader, FindsThePixelsBehindAGap)
+{
+    expectPattern({.gap = 20});
 }
 
 TEST_F(BitmapLoader, RefusesColours)
 {
-    auto file = BitmapFile{.width = 4, .height = 4, .bitsPerPixel = 24}.bytes();
-    file.resize(file.size() + 4 * 12);
-    write(file);
+    write(BitmapFile{.width = 4, .height = 4, .bitsPerPixel = 24}.bytes());
     EXPECT_EQ(codeOfLoading(), code::bitmapNotMonochrome);
 }
 
@@ -84,7 +87,7 @@ TEST_F(BitmapLoader, RefusesAFolder)
 
 TEST_F(BitmapLoader, SaysOnStandardOutputWhatItLoadsAndThatItCould)
 {
-    write(whiteSecond(BitmapFile{}.bytes()));
+    write(BitmapFile{}.bytes());
     testing::internal::CaptureStdout();
     loadMonochrome(name);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Path: " + name + "\nOK\n");

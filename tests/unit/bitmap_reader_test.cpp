@@ -7,37 +7,67 @@
 namespace telvofm::graphics {
 namespace {
 
-void expectTwelveByTen(const BitmapFile& file)
+void expectItsPattern(const BitmapFile& file)
 {
     const auto bytes = file.bytes();
     const auto bitmap = readBitmap(bytes);
     ASSERT_TRUE(bitmap.has_value());
-    EXPECT_EQ(bitmap->width, 12U);
-    EXPECT_EQ(bitmap->height, 10U);
+    ASSERT_EQ(bitmap->width, static_cast<std::size_t>(file.width));
+    ASSERT_EQ(bitmap->height, static_cast<std::size_t>(std::abs(file.height)));
     EXPECT_EQ(bitmap->bitsPerPixel, 1);
-    ASSERT_EQ(bitmap->stride, 4U);
-    ASSERT_EQ(bitmap->bits.size(), 40U);
-    for (std::size_t y = 0; y < 10; ++y) {
-        EXPECT_EQ(bitmap->bits[y * 4], y);
+    ASSERT_EQ(bitmap->bits.size(), bitmap->stride * bitmap->height);
+    for (std::size_t y = 0; y < bitmap->height; ++y) {
+        for (std::size_t x = 0; x < bitmap->width; ++x) {
+            const unsigned byte = bitmap->bits[y * bitmap->stride + x / 8];
+            ASSERT_EQ((byte >> (7 - x % 8) & 1U) != 0, BitmapFile::isSet(x, y)) << x << ", " << y;
+        }
     }
 }
 
 TEST(BitmapReader, ReadsRowsFromTheBottomAndFromTheTop)
 {
-    expectTwelveByTen({.height = 10});
-    expectTwelveByTen({.height = -10});
+    for (std::int32_t width = 1; width <= 70; ++width) {
+        for (const std::int32_t height : {1, -1, 2, -2, 10, -10}) {
+            expectItsPattern({.width = width, .height = height});
+        }
+    }
 }
 
 TEST(BitmapReader, ReadsEveryVersionOfTheHeader)
 {
     for (const std::uint32_t size : {12U, 40U, 52U, 56U, 64U, 108U, 124U}) {
-        expectTwelveByTen({.descriptionSize = size});
+        expectItsPattern({.descriptionSize = size});
     }
+    expectItsPattern({.height = -10, .descriptionSize = 108});
+    expectItsPattern({.height = -10, .descriptionSize = 124});
 }
 
 TEST(BitmapReader, FindsThePixelsBehindAGap)
 {
-    expectTwelveByTen({.gap = 13});
+    expectItsPattern({.gap = 13});
+    expectItsPattern({.descriptionSize = 12, .gap = 1});
+}
+
+TEST(BitmapReader, IgnoresThePalette)
+{
+    expectItsPattern({.whiteFirst = true});
+    expectItsPattern({.descriptionSize = 12, .whiteFirst = true});
+}
+
+TEST(BitmapReader, ReadsAHeightOfTheOldestHeaderAsUnsigned)
+{
+    expectItsPattern({.width = 1, .height = 40000, .descriptionSize = 12});
+}
+
+TEST(BitmapReader, TellsFromTheHeadHowLongTheFileHasToBe)
+{
+    for (const std::uint32_t size : {12U, 40U, 124U}) {
+        const auto bytes = BitmapFile{.width = 33, .descriptionSize = size, .gap = 5}.bytes();
+        EXPECT_EQ(endOfBitmap(std::span(bytes).first(bitmapHeadSize)), bytes.size());
+    }
+    const auto colours = BitmapFile{.bitsPerPixel = 24}.bytes();
+    EXPECT_EQ(endOfBitmap(std::span(colours).first(bitmapHeadSize)), 14U + 40);
+    EXPECT_EQ(endOfBitmap({}), std::nullopt);
 }
 
 TEST(BitmapReader, TruncatedAnywhereItIsNoBitmap)
@@ -99,7 +129,7 @@ TEST(BitmapReader, RefusesWhatIsNoBitmap)
     other[0] = 'P';
     EXPECT_FALSE(readBitmap(other).has_value());
     auto pixelsInHeader = BitmapFile{}.bytes();
-    pixelsInHeader[10] = 3;
+    pixelsInHeader[10] = 14 + 40 - 1;
     EXPECT_FALSE(readBitmap(pixelsInHeader).has_value());
     auto pixelsBehindEnd = BitmapFile{}.bytes();
     pixelsBehindEnd[13] = 0xFF;

@@ -85,7 +85,7 @@ void loadMemoryBitmap(Device& printer, int address, int leftSpacing, bool printA
 {
     constexpr int memoryBitmapIndex = 9;
     printer.send(printer.request(address, Command::loadGHNVOrRAMBitMap)
-                     .raw("")
+                     .empty()
                      .number(memoryBitmapIndex)
                      .number(leftSpacing)
                      .character(digit(printAfter)));

@@ -5,6 +5,7 @@
 #include "tests/unit/bitmap_file.h"
 #include "tests/unit/own_folder.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -67,6 +68,17 @@ TEST_F(BitmapFiles, CostNoMoreMemoryThanTheirPictureHoweverLargeTheyAre)
 
     write(bytes, 0);
     std::filesystem::resize_file(name, farTooLarge);
+    EXPECT_FALSE(loadBitmapFile(name).has_value());
+}
+
+TEST_F(BitmapFiles, CostNoMemoryForAPictureThatTheyOnlyAnnounce)
+{
+    auto bytes = BitmapFile{}.bytes();
+    for (const std::size_t number : {18U, 22U}) { // where the width and the height stand
+        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(number), 3, std::uint8_t{0xFF});
+        bytes[number + 3] = 0x7F;
+    }
+    write(bytes, bytes.size());
     EXPECT_FALSE(loadBitmapFile(name).has_value());
 }
 

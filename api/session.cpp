@@ -138,7 +138,7 @@ int openFMBaud(const char* portName, uint32_t baud)
     }
     // Another rate makes no driver: a new session begins on the link that is held, whatever it is. This is
     // meant.
-    const auto held = currentDriver();
+    auto held = currentDriver();
     return held ? openSession([&] { return held; }, true) : -1;
 }
 

@@ -24,9 +24,7 @@ int decode(const std::string& path, bool isSerial)
     return 0;
 }
 
-} // namespace
-
-int main(int count, char** arguments)
+int run(int count, char** arguments)
 {
     CLI::App app("Tools around the TelvoFM library");
     app.require_subcommand(1);
@@ -39,4 +37,16 @@ int main(int count, char** arguments)
     decoding->add_flag("--serial", isSerial, "The log is of a serial link: texts are in code page 852");
     CLI11_PARSE(app, count, arguments);
     return decode(path, isSerial);
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    try {
+        return run(count, arguments);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "telvofm: %s\n", failure.what());
+        return 1;
+    }
 }

@@ -1,6 +1,7 @@
 #include "tests/wire/loopback.h"
 
 #include <arpa/inet.h>
+#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -40,11 +41,19 @@ Connection& Connection::operator=(Connection&& other) noexcept
     return *this;
 }
 
-void Connection::send(std::string_view bytes)
+void Connection::send(std::string_view bytes) const
 {
+    constexpr int patience = 10000; // in milliseconds, for a library that reads slowly
     while (!bytes.empty()) {
+        pollfd writable = {.fd = descriptor(handle), .events = POLLOUT, .revents = 0};
+        if (::poll(&writable, 1, patience) != 1) {
+            return;
+        }
         const auto sent = socket ? ::send(descriptor(handle), bytes.data(), bytes.size(), MSG_NOSIGNAL)
                                  : ::write(descriptor(handle), bytes.data(), bytes.size());
+        if (sent == -1 && errno == EAGAIN) {
+            continue;
+        }
         if (sent <= 0) {
             return; // the library has gone; the expectations that follow tell
         }
@@ -52,13 +61,16 @@ void Connection::send(std::string_view bytes)
     }
 }
 
-std::optional<std::string> Connection::receive(std::size_t count, std::chrono::milliseconds limit)
+std::optional<std::string> Connection::receive(std::size_t count, std::chrono::milliseconds limit) const
 {
     if (!becomesReadable(handle, limit)) {
         return std::string();
     }
     std::string bytes(count, '\0');
     const auto received = ::read(descriptor(handle), bytes.data(), bytes.size());
+    if (received == -1 && errno == EAGAIN) {
+        return std::string(); // a hang-up that was over when we looked, because the line was opened again
+    }
     if (received <= 0) {
         return std::nullopt;
     }
@@ -92,7 +104,7 @@ Listener::~Listener()
     ::close(descriptor(handle));
 }
 
-Connection Listener::accept(std::chrono::milliseconds limit)
+Connection Listener::accept(std::chrono::milliseconds limit) const
 {
     if (!becomesReadable(handle, limit)) {
         return {};
@@ -105,7 +117,7 @@ Connection Listener::accept(std::chrono::milliseconds limit)
 
 Connection openPseudoTerminal(std::string& path)
 {
-    const int controller = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    const int controller = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (controller == -1 || ::grantpt(controller) != 0 || ::unlockpt(controller) != 0) {
         return {};
     }

@@ -37,12 +37,12 @@ Connection& Connection::operator=(Connection&& other) noexcept
     return *this;
 }
 
-void Connection::send(std::string_view bytes)
+void Connection::send(std::string_view bytes) const
 {
     ::send(socketOf(handle), bytes.data(), static_cast<int>(bytes.size()), 0);
 }
 
-std::optional<std::string> Connection::receive(std::size_t count, std::chrono::milliseconds limit)
+std::optional<std::string> Connection::receive(std::size_t count, std::chrono::milliseconds limit) const
 {
     if (!becomesReadable(handle, limit)) {
         return std::string();
@@ -86,7 +86,7 @@ Listener::~Listener()
     ::WSACleanup();
 }
 
-Connection Listener::accept(std::chrono::milliseconds limit)
+Connection Listener::accept(std::chrono::milliseconds limit) const
 {
     if (!becomesReadable(handle, limit)) {
         return {};

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool isOpen() const { return handle != -1; }
     void send(std::string_view bytes) const;
     // At most `count` bytes; an empty text when nothing comes in time; nothing when the other end has closed.
-    std::optional<std::string> receive(std::size_t count, std::chrono::milliseconds limit) const;
+    [[nodiscard]] std::optional<std::string> receive(std::size_t count, std::chrono::milliseconds limit) const;
     void close();
 
 private:
@@ -44,7 +44,7 @@ public:
 
     [[nodiscard]] std::uint16_t port() const { return boundPort; }
     // A closed connection when none comes in time.
-    Connection accept(std::chrono::milliseconds limit) const;
+    [[nodiscard]] Connection accept(std::chrono::milliseconds limit) const;
 
 private:
     std::intptr_t handle = -1;

@@ -56,7 +56,7 @@ private:
         char vat;
     };
 
-    Refusal requireOpen() const;
+    [[nodiscard]] Refusal requireOpen() const;
     void printTotal(std::string_view label);
     void forgetReceipt();
 

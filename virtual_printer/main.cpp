@@ -57,9 +57,7 @@ void serveLine(int line, Printer& printer)
     ProtocolServer(stream, printer).serve();
 }
 
-} // namespace
-
-int main(int count, char** arguments)
+int run(int count, char** arguments)
 {
     CLI::App app("A virtual fiscal printer; its paper is standard output");
     std::string address;
@@ -83,22 +81,31 @@ int main(int count, char** arguments)
     const CodePage texts = address.empty() ? CodePage::cp852 : CodePage::windows1250;
     Printer printer(texts, say, [&] { return fixedTime.empty() ? systemTime() : fixedTime; });
     printer.uploads().writeLogosTo(logoFolder);
-    try {
-        if (!address.empty()) {
-            serveTcp(address, printer);
-        } else if (wantsPseudoTerminal) {
-            std::string path;
-            const int line = openPseudoTerminal(path);
-            say("serial line " + path);
-            serveLine(line, printer);
-        } else {
-            const int line = openTerminal(device);
-            say("serial line " + device);
-            serveLine(line, printer);
-        }
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "telvofm-printer: %s\n", failure.what());
-        return 1;
+    if (!address.empty()) {
+        serveTcp(address, printer);
+    } else if (wantsPseudoTerminal) {
+        std::string path;
+        const int line = openPseudoTerminal(path);
+        say("serial line " + path);
+        serveLine(line, printer);
+    } else {
+        const int line = openTerminal(device);
+        say("serial line " + device);
+        serveLine(line, printer);
     }
     return 0;
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    try {
+        return run(count, arguments);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "telvofm-printer: %s\n", failure.what());
+    } catch (...) {
+        std::fputs("telvofm-printer: something went wrong that cannot be told; start it again\n", stderr);
+    }
+    return 1;
 }

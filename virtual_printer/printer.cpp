@@ -39,7 +39,7 @@ Printer::Printer(CodePage texts, Paper::Output paperOutput, std::function<std::s
 
 Answer Printer::execute(const Request& request)
 {
-    const Answer answer = carryOut(request);
+    Answer answer = carryOut(request);
     if (answer.refusal == Refusal::none) {
         received.begin(request);
     } else {

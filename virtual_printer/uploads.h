@@ -31,7 +31,7 @@ private:
     void keepLogo(const std::string& data);
     void printGraphic(const std::string& data);
     void print(const Logo& logo);
-    int numberOfNextLogo() const;
+    [[nodiscard]] int numberOfNextLogo() const;
 
     Paper& paper;
     Request announced;

@@ -48,7 +48,7 @@ public:
     }
 
     // The next line on standard output, without its end.
-    std::string line() const
+    [[nodiscard]] std::string line() const
     {
         std::string text;
         for (char byte = 0; ::read(output, &byte, 1) == 1 && byte != '\n';) {
@@ -95,7 +95,7 @@ public:
                   static_cast<ssize_t>(bytes.size()));
     }
 
-    std::string hear(std::size_t size) const
+    [[nodiscard]] std::string hear(std::size_t size) const
     {
         std::string bytes(size, '\0');
         const ssize_t count = ::recv(connection, bytes.data(), bytes.size(), MSG_WAITALL);

@@ -30,7 +30,7 @@ private:
     std::size_t next = 0;
 };
 
-std::string withChecksum(std::string unit)
+std::string withChecksum(const std::string& unit)
 {
     char sum = 0;
     for (const char byte : unit) {
@@ -224,7 +224,7 @@ TEST_F(VirtualPrinter, PrintsUploadedPicturesInEveryLayout)
 
 std::string blockOf(const std::string& data, char terminator)
 {
-    return withChecksum("\x3A"s + static_cast<char>(data.size() - 1) + data + terminator);
+    return withChecksum(":"s + static_cast<char>(data.size() - 1) + data + terminator);
 }
 
 // Eight columns of eight dots: the upper or the lower half is black.

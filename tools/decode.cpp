@@ -152,8 +152,9 @@ private:
         if (rest.empty()) {
             return ", the checksum is missing";
         }
-        const char given = take(1).front();
-        return given == checksumOf(unit) ? "" : ", checksum WRONG: " + hexadecimal({&given, 1});
+        const char expected = checksumOf(unit);
+        return take(1).front() == expected ? ", checksum ok"
+                                           : ", checksum wrong, " + hexadecimal({&expected, 1}) + "expected";
     }
 
     std::string_view take(std::size_t count)

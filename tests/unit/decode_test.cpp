@@ -8,30 +8,38 @@ namespace {
 TEST(Decode, NamesCommandsAndShowsTheirFields)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 2b 30 00 8a e1 00 04 69 \nS: 06 ", windows1250),
-              "till     destroyParagon to device 1 \"0\" \"Šá\"\n"
+              "till     destroyParagon to device 1 \"0\" \"Šá\", checksum ok\n"
               "printer  accepted\n");
 }
 
 TEST(Decode, ShowsTextsOfSerialLinksInTheirCodePage)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 2b 30 00 e6 a0 00 04 44 ", codePage852),
-              "till     destroyParagon to device 1 \"0\" \"Šá\"\n");
+              "till     destroyParagon to device 1 \"0\" \"Šá\", checksum ok\n");
 }
 
 TEST(Decode, TellsWrongAndMissingChecksums)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 00 ", windows1250),
-              "till     printJobCancel to device 1, checksum WRONG: 00 \n");
+              "till     printJobCancel to device 1, checksum wrong, f9 expected\n");
     EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 ", windows1250),
               "till     printJobCancel to device 1, the checksum is missing\n");
+}
+
+// 3a ^ 00 ^ 63 ^ 03 is 5a.
+TEST(Decode, TellsAWrongChecksumOfABlock)
+{
+    EXPECT_EQ(decodeRawLog("S: 3a 00 63 03 5b ", windows1250),
+              "printer  last block \"c\", checksum wrong, 5a expected\n");
+    EXPECT_EQ(decodeRawLog("S: 3a 00 63 03 5a ", windows1250), "printer  last block \"c\", checksum ok\n");
 }
 
 TEST(Decode, ShowsRefusalsAndTriesOnLinesOfTheirOwn)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 e0 04 f9 11 1c 01 e0 04 f9 \nS: 15 05 ", windows1250),
-              "till     printJobCancel to device 1\n"
+              "till     printJobCancel to device 1, checksum ok\n"
               "till     are you there?\n"
-              "till     printJobCancel to device 1\n"
+              "till     printJobCancel to device 1, checksum ok\n"
               "printer  refused with error 5\n");
 }
 
@@ -39,10 +47,10 @@ TEST(Decode, ShowsReplyBlocksAndTheirAnswers)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 9f 04 86 \r\nS: 3a 01 61 62 17 2f \nC: 06 \nS: 3a 00 63 03 5a \nC: 03 ",
                            windows1250),
-              "till     getJournal to device 1\n"
-              "printer  block \"ab\"\n"
+              "till     getJournal to device 1, checksum ok\n"
+              "printer  block \"ab\", checksum ok\n"
               "till     block received, go on\n"
-              "printer  last block \"c\"\n"
+              "printer  last block \"c\", checksum ok\n"
               "till     last block received\n");
 }
 

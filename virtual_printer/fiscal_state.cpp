@@ -1,6 +1,7 @@
 #include "virtual_printer/fiscal_state.h"
 
 #include "virtual_printer/money.h"
+#include "virtual_printer/reports.h"
 
 #include <algorithm>
 #include <utility>
@@ -36,6 +37,28 @@ Refusal FiscalState::beginDay()
     return Refusal::none;
 }
 
+Refusal FiscalState::closeDay()
+{
+    if (state != State::closed) {
+        return Refusal::receiptIsOpen;
+    }
+    FiscalMemory& memory = storage.fiscalMemory;
+    Document closure = {.kind = Document::Kind::closure,
+                        .number = memory.nextClosure(),
+                        .day = memory.nextClosure(),
+                        .moment = now(),
+                        .text = {},
+                        .invoice = {},
+                        .transaction = {}};
+    paper.takeCopy(); // the closure's own text begins here
+    printDay(paper, memory, "DAILY CLOSURE " + std::to_string(closure.number), closure.moment);
+    closure.text = paper.takeCopy();
+    memory.closeDay(closure.moment);
+    storage.journal.add(std::move(closure));
+    dayIsOpen = false;
+    return Refusal::none;
+}
+
 Refusal FiscalState::beginReceipt()
 {
     if (!dayIsOpen) {
@@ -45,9 +68,12 @@ Refusal FiscalState::beginReceipt()
         return Refusal::receiptIsOpen;
     }
     state = State::open;
+    document.number = storage.journal.nextReceipt();
+    document.day = storage.fiscalMemory.nextClosure();
+    document.moment = now();
     paper.takeCopy(); // the receipt's own text begins here
     paper.center("TELVOFM");
-    paper.print("Receipt " + std::to_string(storage.nextNumber()), now());
+    paper.print("Receipt " + std::to_string(document.number), document.moment);
     paper.rule('-');
     return Refusal::none;
 }
@@ -182,11 +208,9 @@ Refusal FiscalState::endReceipt()
         paper.print(std::string("VAT ") + vat, formatCents(sum));
     }
     paper.rule('=');
-    Receipt receipt;
-    receipt.number = storage.nextNumber();
-    receipt.total = total;
-    receipt.text = paper.takeCopy();
-    storage.add(std::move(receipt), totals);
+    document.text = paper.takeCopy();
+    storage.journal.add(std::move(document));
+    storage.fiscalMemory.addReceipt(totals);
     forgetReceipt();
     return Refusal::none;
 }
@@ -199,6 +223,7 @@ Refusal FiscalState::cancelReceipt(const std::string& description)
     paper.center("RECEIPT CANCELLED");
     paper.print(description);
     paper.rule('=');
+    storage.fiscalMemory.addCancelled();
     forgetReceipt();
     return Refusal::none;
 }
@@ -218,15 +243,32 @@ Refusal FiscalState::drawer(const Request& request)
         return Refusal::badNumber;
     }
     paper.print("DRAWER " + request.fields[description], formatCents(*sum));
+    storage.fiscalMemory.addToDrawer(*sum);
     return Refusal::none;
 }
 
-Refusal FiscalState::note(const std::string& text)
+Refusal FiscalState::note(const std::string& text, std::string Document::*identifier)
 {
     if (state == State::closed) {
         return Refusal::noReceipt;
     }
     paper.print(text);
+    if (identifier != nullptr) {
+        document.*identifier = text;
+    }
+    return Refusal::none;
+}
+
+Refusal FiscalState::printCopyOfLast()
+{
+    if (state != State::closed) {
+        return Refusal::receiptIsOpen;
+    }
+    const Document* last = storage.journal.lastReceipt();
+    if (last == nullptr) {
+        return Refusal::nothingSold;
+    }
+    printCopy(paper, last->text);
     return Refusal::none;
 }
 
@@ -251,6 +293,7 @@ void FiscalState::printTotal(std::string_view label)
 void FiscalState::forgetReceipt()
 {
     state = State::closed;
+    document = {};
     items.clear();
     totals.clear();
     total = 0;

@@ -25,6 +25,8 @@ public:
     }
 
     Refusal beginDay();
+    // The day's sums go to the fiscal memory as a closure, whose text the journal keeps.
+    Refusal closeDay();
     Refusal beginReceipt();
     // `sign` is 1 for goods that leave the shop and -1 for those that come back.
     Refusal addItem(const Request& request, int sign);
@@ -36,8 +38,9 @@ public:
     Refusal endReceipt();
     Refusal cancelReceipt(const std::string& description);
     Refusal drawer(const Request& request);
-    // A line of the receipt that carries further data.
-    Refusal note(const std::string& text);
+    // A line of the receipt that carries further data. `identifier` is what receipts can be looked up by.
+    Refusal note(const std::string& text, std::string Document::*identifier = nullptr);
+    Refusal printCopyOfLast();
 
     [[nodiscard]] bool isReceiptOpen() const { return state != State::closed; }
 
@@ -65,6 +68,7 @@ private:
     std::function<std::string()> now;
     State state = State::closed;
     bool dayIsOpen = false;
+    Document document; // the receipt as the journal will have it
     std::vector<Item> items;
     std::map<char, std::int64_t> totals;
     std::int64_t total = 0;

@@ -5,6 +5,7 @@
 //     telvofm-printer --serial /dev/ttyUSB0     on a real serial line
 //
 // The first line of its output says where it can be reached. One till is served at a time.
+#include "virtual_printer/moments.h"
 #include "virtual_printer/protocol_server.h"
 
 #include <CLI/CLI.hpp>
@@ -75,6 +76,13 @@ int run(int count, char** arguments)
     app.add_option("--clock", fixedTime, "Print this as the time, instead of the system's");
     CLI11_PARSE(app, count, arguments);
 
+    if (!fixedTime.empty()) {
+        const auto moment = parseMoment(fixedTime, Edge::first);
+        if (!moment) {
+            throw std::runtime_error(fixedTime + " is no time; write it as \"2026-01-31 12:00\"");
+        }
+        fixedTime = *moment;
+    }
     // Nothing is held that would have to be put away.
     static_cast<void>(std::signal(SIGTERM, [](int) { ::_exit(0); }));
     static_cast<void>(std::signal(SIGINT, [](int) { ::_exit(0); }));

@@ -1,12 +1,13 @@
 #include "virtual_printer/printer.h"
 
 #include "device/command.h"
-#include "virtual_printer/money.h"
+#include "virtual_printer/extracts.h"
+#include "virtual_printer/reports.h"
 #include "virtual_printer/settings.h"
+#include "virtual_printer/variables.h"
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <utility>
 
 namespace virtual_printer {
@@ -23,17 +24,19 @@ std::string joined(const std::vector<std::string>& fields)
     return text;
 }
 
-int numberOf(const std::string& text, int otherwise)
+Answer readExtract(Extract extract)
 {
-    const auto value = parseDecimal(text, 0);
-    return value && *value >= 0 && *value <= std::numeric_limits<int>::max() ? static_cast<int>(*value)
-                                                                             : otherwise;
+    if (extract.refusal != Refusal::none) {
+        return {.refusal = extract.refusal, .data = std::nullopt};
+    }
+    return {.refusal = Refusal::none, .data = std::move(extract.text)};
 }
 
 } // namespace
 
 Printer::Printer(CodePage texts, Paper::Output paperOutput, std::function<std::string()> clock)
-    : paper(texts, std::move(paperOutput)), received(paper), receipt(paper, storage, std::move(clock))
+    : paper(texts, std::move(paperOutput)), received(paper), now(std::move(clock)),
+      receipt(paper, storage, now)
 {
 }
 
@@ -53,19 +56,25 @@ Answer Printer::carryOut(const Request& request)
     switch (static_cast<Command>(request.command)) {
     case Command::getVariable:
         return variable(request);
-    case Command::getLastParagon:
+    case Command::getLastParagon: {
+        const Document* last = storage.journal.lastReceipt();
+        return {.refusal = Refusal::none, .data = last == nullptr ? "" : last->text};
+    }
     case Command::getJournal:
     case Command::getJournalStructD:
     case Command::getJournalStructD1:
     case Command::getJournalStructZ:
     case Command::getJournalStructZ1:
     case Command::getJournalStructU:
+        return readExtract(extractFromJournal(storage.journal, request));
     case Command::getIntervalFPD:
     case Command::getIntervalFPC:
+        return readExtract(extractFromFiscalMemory(storage.fiscalMemory, request));
     case Command::getParagonIDs:
+        return readExtract(findReceipts(storage.journal, request));
     case Command::getBCKP:
     case Command::getRAMMP:
-        return data(request);
+        return {.refusal = Refusal::none, .data = storage.settingsText()};
     case Command::printReport:
     case Command::printJournal:
     case Command::printYearlyClosureOrIntervalFPD:
@@ -78,7 +87,7 @@ Answer Printer::carryOut(const Request& request)
     case Command::printIntervalFPDArchive:
     case Command::printJournalStructUArchive:
     case Command::printJournalStructDArchive:
-        return report(request);
+        return {.refusal = report(request), .data = std::nullopt};
     default:
         return {.refusal = sell(request), .data = std::nullopt};
     }
@@ -121,13 +130,7 @@ Refusal Printer::sell(const Request& request)
         return fields.size() > description ? receipt.cancelReceipt(fields[description])
                                            : Refusal::wrongFields;
     case Command::repeatParagon:
-        if (storage.all().empty()) {
-            return Refusal::nothingSold;
-        }
-        paper.center("COPY");
-        paper.print("Receipt " + std::to_string(storage.all().back().number),
-                    formatCents(storage.all().back().total));
-        return Refusal::none;
+        return receipt.printCopyOfLast();
     case Command::printAnnouncement:
     case Command::printAnnouncementNF:
         paper.print(fields.size() > description ? fields[description] : "");
@@ -138,10 +141,12 @@ Refusal Printer::sell(const Request& request)
                                              : Refusal::wrongFields;
     case Command::setClientID:
     case Command::setSellerID:
-    case Command::setInvoiceNumber:
-    case Command::setTransactionID:
     case Command::printIssuedParagon:
         return receipt.note(joined(fields));
+    case Command::setInvoiceNumber:
+        return receipt.note(joined(fields), &Document::invoice);
+    case Command::setTransactionID:
+        return receipt.note(joined(fields), &Document::transaction);
     default:
         break;
     }
@@ -171,75 +176,51 @@ Refusal Printer::set(const Request& request)
     if (value.size() + title.size() >= Paper::columns) {
         paper.print(value);
     }
-    storage.remember(title, value);
+    storage.settings[title] = value;
     return Refusal::none;
 }
 
-Answer Printer::report(const Request& request)
+Refusal Printer::report(const Request& request)
 {
     if (receipt.isReceiptOpen()) {
-        return {.refusal = Refusal::receiptIsOpen, .data = std::nullopt};
+        return Refusal::receiptIsOpen;
     }
-    printReport("REPORT " + joined(request.fields));
-    return {};
-}
-
-void Printer::printReport(const std::string& title)
-{
-    paper.rule('=');
-    paper.center(title);
-    for (const auto& [vat, sum] : storage.turnover()) {
-        paper.print(std::string("VAT ") + vat, formatCents(sum));
-    }
-    paper.print("Receipts", std::to_string(storage.all().size()));
-    paper.print("Turnover EUR", formatCents(storage.total()));
-    paper.rule('=');
-}
-
-Answer Printer::data(const Request& request)
-{
-    constexpr int all = std::numeric_limits<int>::max();
-    const auto& fields = request.fields;
-    const auto number = [&](std::size_t field, int otherwise) {
-        return field < fields.size() ? numberOf(fields[field], otherwise) : otherwise;
-    };
-    switch (static_cast<Command>(request.command)) {
-    case Command::getLastParagon:
-        return {.refusal = Refusal::none, .data = storage.all().empty() ? "" : storage.all().back().text};
-    case Command::getJournalStructZ:
-        return {.refusal = Refusal::none, .data = storage.journal(number(0, 1), number(1, all))};
-    case Command::getJournalStructZ1:
-        return {.refusal = Refusal::none, .data = storage.journal(number(1, 1), number(2, all))};
-    case Command::getJournalStructU:
-        return {.refusal = Refusal::none, .data = storage.journal(number(0, 0), number(0, 0))};
-    case Command::getParagonIDs: {
-        std::string numbers;
-        for (const Receipt& sold : storage.all()) {
-            numbers += std::to_string(sold.number) + "\r\n";
+    const auto command = static_cast<Command>(request.command);
+    if (command == Command::printReport) {
+        if (request.fields.empty()) {
+            return Refusal::wrongFields;
         }
-        return {.refusal = Refusal::none, .data = numbers};
+        const std::string& letter = request.fields.front();
+        if (letter == "Z") {
+            return receipt.closeDay();
+        }
+        printDay(paper, storage.fiscalMemory, "REPORT " + letter, now());
+        return Refusal::none;
     }
-    case Command::getBCKP:
-    case Command::getRAMMP:
-        return {.refusal = Refusal::none, .data = storage.settingsText()};
-    default:
-        return {.refusal = Refusal::none, .data = storage.journal(1, all)};
+    if (command == Command::printYearlyClosureOrIntervalFPD && request.fields.size() == 1) {
+        constexpr std::size_t yearSize = 4;
+        printYear(paper, storage.fiscalMemory, now().substr(0, yearSize)); // the field is a password
+        return Refusal::none;
     }
+    const bool isOfFiscalMemory = command == Command::printYearlyClosureOrIntervalFPD ||
+                                  command == Command::printIntervalFPC ||
+                                  command == Command::printIntervalFPDArchive;
+    const Extract extract = isOfFiscalMemory ? extractFromFiscalMemory(storage.fiscalMemory, request)
+                                             : extractFromJournal(storage.journal, request);
+    if (extract.refusal == Refusal::none) {
+        printExtract(paper, isOfFiscalMemory ? "FISCAL MEMORY" : "JOURNAL", extract.text);
+    }
+    return extract.refusal;
 }
 
 Answer Printer::variable(const Request& request)
 {
     const std::string name = request.fields.empty() ? "" : request.fields.front();
-    if (name == "RECEIPTS") {
-        return {.refusal = Refusal::none, .data = std::to_string(storage.all().size()) + "\r\n"};
+    auto text = variableText(name, storage.fiscalMemory, receipt.isReceiptOpen());
+    if (!text) {
+        return {.refusal = Refusal::unknownVariable, .data = std::nullopt};
     }
-    if (name == "TURNOVER") {
-        return {.refusal = Refusal::none, .data = formatCents(storage.total()) + "\r\n"};
-    }
-    if (name == "STATE") {
-        return {.refusal = Refusal::none, .data = receipt.isReceiptOpen() ? "open\r\n" : "closed\r\n"};
-    }
-    return {.refusal = Refusal::unknownVariable, .data = std::nullopt};
+    return {.refusal = Refusal::none, .data = *text + "\r\n"};
 }
 
 } // namespace virtual_printer

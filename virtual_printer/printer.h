@@ -33,14 +33,13 @@ private:
     Answer carryOut(const Request& request);
     Refusal sell(const Request& request);
     Refusal set(const Request& request);
-    Answer report(const Request& request);
-    Answer data(const Request& request);
+    Refusal report(const Request& request);
     Answer variable(const Request& request);
-    void printReport(const std::string& title);
 
     Paper paper;
     Uploads received;
     Storage storage;
+    std::function<std::string()> now;
     FiscalState receipt;
 };
 

@@ -11,6 +11,7 @@ enum class Refusal : unsigned char
     unknownCommand = 2,
     wrongFields = 3,   // too few fields
     badNumber = 4,     // a field that is no decimal number
+    badDate = 5,       // a bound that is no date
     noSellingDay = 10, // sellingDayBegin is due
     receiptIsOpen = 11,
     noReceipt = 12,
@@ -19,6 +20,7 @@ enum class Refusal : unsigned char
     paidTooLittle = 15,
     nothingSold = 16, // there is no receipt to repeat
     unknownVariable = 20,
+    unknownIdentifier = 21, // receipts are not looked up by that
 };
 
 } // namespace virtual_printer

@@ -105,6 +105,12 @@ void Uploads::printGraphic(const std::string& data)
 {
     constexpr std::size_t endSize = 4; // four zeros end the picture, in an upload of their own
     if (data != std::string(endSize, '\0')) {
+        for (const LogoLayout layout : {LogoLayout::columns, LogoLayout::bands, LogoLayout::raster}) {
+            if (const auto picture = decodeLogo(data, layout)) {
+                print(*picture);
+                return;
+            }
+        }
         paper.print("[picture data of " + std::to_string(data.size()) + " bytes]");
         return;
     }

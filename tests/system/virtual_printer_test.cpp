@@ -1,6 +1,6 @@
 // The virtual printer from the till's end of the wire: what it answers, what it prints, and what it survives.
+#include "tests/system/virtual_printer_fixture.h"
 #include "virtual_printer/money.h"
-#include "virtual_printer/protocol_server.h"
 
 #include <gtest/gtest.h>
 
@@ -8,80 +8,6 @@ namespace virtual_printer {
 namespace {
 
 using namespace std::string_literals;
-
-// A till that has said everything beforehand and then hangs up.
-class ScriptedTill : public ByteStream
-{
-public:
-    std::optional<unsigned char> read() override
-    {
-        if (next == said.size()) {
-            return std::nullopt;
-        }
-        return static_cast<unsigned char>(said[next++]);
-    }
-
-    void write(std::string_view bytes) override { heard += bytes; }
-
-    std::string said;
-    std::string heard;
-
-private:
-    std::size_t next = 0;
-};
-
-std::string withChecksum(const std::string& unit)
-{
-    char sum = 0;
-    for (const char byte : unit) {
-        sum = static_cast<char>(sum ^ byte);
-    }
-    return unit + sum;
-}
-
-std::string request(unsigned char command, const std::vector<std::string>& fields = {})
-{
-    std::string unit = {'\x1C', '\x01', static_cast<char>(command)};
-    for (const std::string& field : fields) {
-        unit += field + '\0';
-    }
-    return withChecksum(unit + '\x04');
-}
-
-const std::string accepted = "\x06";
-
-std::string refused(Refusal refusal)
-{
-    return {'\x15', static_cast<char>(refusal)};
-}
-
-class VirtualPrinter : public testing::Test
-{
-protected:
-    // What the printer answers to these bytes; the connection ends behind them.
-    std::string answerTo(const std::string& bytes)
-    {
-        ScriptedTill till;
-        till.said = bytes;
-        ProtocolServer(till, printer).serve();
-        return till.heard;
-    }
-
-    std::string item(unsigned char command, const std::string& name, const std::string& total)
-    {
-        return request(command, {"0", name, total, "A", "1.000", total, "ks "});
-    }
-
-    void openReceipt()
-    {
-        ASSERT_EQ(answerTo(request(0x29, {"0"}) + request(0x20, {"0", "1", "0", "0", "1", "0"})),
-                  accepted + accepted);
-    }
-
-    std::vector<std::string> paper;
-    Printer printer{CodePage::windows1250, [this](std::string_view line) { paper.emplace_back(line); },
-                    [] { return "2026-01-01 12:00"s; }};
-};
 
 TEST_F(VirtualPrinter, SellsAReceiptAndPrintsItsTotal)
 {
@@ -182,101 +108,6 @@ TEST_F(VirtualPrinter, TakesUploadsInBlocks)
     std::string damaged = withChecksum("\x3A\x00"s + "c" + "\x03");
     damaged.back() ^= 1;
     EXPECT_EQ(answerTo(damaged), refused(Refusal::wrongChecksum));
-}
-
-// A corner of 12 x 10 dots, blank at the top and the left, in the three layouts.
-TEST_F(VirtualPrinter, PrintsUploadedPicturesInEveryLayout)
-{
-    const auto repeated = [](const std::string& bytes, int times) {
-        std::string all;
-        for (int i = 0; i < times; ++i) {
-            all += bytes;
-        }
-        return all;
-    };
-    const std::string raster = "\x02\0\x11\0"s + "\0\0"s + repeated("\x7F\xF0", 9) + repeated("\0\0"s, 6);
-    const std::string bands = "\x0C\0\x02\0"s + "\0"s + repeated("\x7F", 11) + "\0"s + repeated("\xC0", 11);
-    const std::string columns = "\x02\0\x02\0"s + "\0\0"s + repeated("\x7F\xC0", 11) + repeated("\0\0"s, 4);
-    const auto upload = [&](unsigned char command, const std::string& data) {
-        paper.clear();
-        const std::string block = {'\x3A', static_cast<char>(data.size() - 1)};
-        EXPECT_EQ(answerTo(request(command, {"1", "0"}) + withChecksum(block + data + "\x03")),
-                  accepted + accepted);
-    };
-    // Two rows of dots a line: the first row is blank, ten are left.
-    const std::vector<std::string> corner = {" " + repeated("\u2584", 11),
-                                             " " + repeated("\u2588", 11),
-                                             " " + repeated("\u2588", 11),
-                                             " " + repeated("\u2588", 11),
-                                             " " + repeated("\u2588", 11),
-                                             "",
-                                             "",
-                                             ""};
-    upload(0xD0, raster);
-    EXPECT_EQ(paper, corner);
-    upload(0xD2, bands);
-    EXPECT_EQ(paper, corner);
-    upload(0xD1, columns);
-    EXPECT_EQ(paper, corner);
-    upload(0xD1, columns.substr(1));
-    EXPECT_EQ(paper, std::vector<std::string>{"[a picture that does not fit its header]"});
-}
-
-std::string blockOf(const std::string& data, char terminator)
-{
-    return withChecksum(":"s + static_cast<char>(data.size() - 1) + data + terminator);
-}
-
-// Eight columns of eight dots: the upper or the lower half is black.
-const std::string upperHalf = "\x01\0\x01\0\xF0\xF0\xF0\xF0\xF0\xF0\xF0\xF0"s;
-const std::string lowerHalf = "\x01\0\x01\0\x0F\x0F\x0F\x0F\x0F\x0F\x0F\x0F"s;
-const std::string blackLine = "\u2588\u2588\u2588\u2588\u2588\u2588\u2588\u2588";
-
-TEST_F(VirtualPrinter, TakesSeveralLogosInOneUpload)
-{
-    EXPECT_EQ(answerTo(request(0xD1, {"2", "000000000000", "0"}) + blockOf(upperHalf, '\x17') +
-                       blockOf(lowerHalf, '\x03')),
-              accepted + accepted + accepted);
-    EXPECT_EQ(paper, (std::vector<std::string>{blackLine, blackLine, "", "", "", "", blackLine, blackLine}));
-}
-
-TEST_F(VirtualPrinter, PrintsAKeptLogoByItsNumberWhenNoPictureComesWithTheCommand)
-{
-    const std::string end = blockOf("\0\0\0\0"s, '\x03');
-    answerTo(request(0xD1, {"2", "000000000000", "0"}) + blockOf(upperHalf, '\x17') +
-             blockOf(lowerHalf, '\x03'));
-    answerTo(request(0xD1, {"", "9", "0", "0"}) + blockOf(upperHalf, '\x03'));
-    const auto printed = [&](const std::string& number) {
-        paper.clear();
-        EXPECT_EQ(answerTo(request(0xDE, {"0", number}) + end), accepted + accepted);
-        return paper;
-    };
-    const std::vector<std::string> upper = {blackLine, blackLine, "", ""};
-    EXPECT_EQ(printed("1"), upper);
-    EXPECT_EQ(printed("2"), (std::vector<std::string>{"", "", blackLine, blackLine}));
-    EXPECT_EQ(printed("9"), upper);
-    EXPECT_EQ(printed("3"), std::vector<std::string>{});
-    paper.clear();
-    EXPECT_EQ(answerTo(request(0xDE, {"0", "1"}) + blockOf("own picture", '\x03') + end),
-              accepted + accepted + accepted);
-    EXPECT_EQ(paper, std::vector<std::string>{"[picture data of 11 bytes]"});
-}
-
-TEST_F(VirtualPrinter, TakesNoPictureWhoseHeaderTellsAnotherHeight)
-{
-    // 16 rows of one byte: heights of 9 to 16 fit, which the header tells as 16 to 23.
-    const auto paperFor = [&](char height) {
-        paper.clear();
-        answerTo(request(0xD0, {"1", "0"}) +
-                 blockOf("\x01\0"s + height + "\0"s + std::string(16, '\0'), '\x03'));
-        return paper;
-    };
-    const std::vector<std::string> blank(8);
-    const std::vector<std::string> complaint = {"[a picture that does not fit its header]"};
-    EXPECT_EQ(paperFor(15), complaint);
-    EXPECT_EQ(paperFor(16), blank);
-    EXPECT_EQ(paperFor(23), blank);
-    EXPECT_EQ(paperFor(24), complaint);
 }
 
 TEST_F(VirtualPrinter, PassesOverBlocksThatNoRequestHasAnnounced)

@@ -1,0 +1,166 @@
+#include "virtual_printer/extracts.h"
+
+#include "device/command.h"
+#include "virtual_printer/bounds.h"
+#include "virtual_printer/reports.h"
+
+#include <functional>
+
+namespace virtual_printer {
+namespace {
+
+using telvofm::Command;
+
+Document::Kind kindOf(const std::string& letter)
+{
+    return letter == "Z" ? Document::Kind::closure : Document::Kind::receipt;
+}
+
+Extract wholeOrOneDay(const Journal& journal, const Request& request)
+{
+    constexpr std::size_t journalNumber = 1;
+    if (request.fields.size() <= journalNumber) {
+        return {.refusal = Refusal::none, .text = journal.text([](const Document&) { return true; })};
+    }
+    const auto day = parseDecimal(request.fields[journalNumber], 0);
+    if (!day) {
+        return {.refusal = Refusal::badNumber, .text = {}};
+    }
+    return {.refusal = Refusal::none, .text = journal.text([&](const Document& document) {
+                return *day == 0 || document.day == *day;
+            })};
+}
+
+Extract byDates(const Journal& journal, const Request& request)
+{
+    Dates dates;
+    if (const Refusal refusal = readBounds(request, 1, dates); refusal != Refusal::none) {
+        return {.refusal = refusal, .text = {}};
+    }
+    const Document::Kind kind = kindOf(request.fields.front());
+    return {.refusal = Refusal::none, .text = journal.text([&](const Document& document) {
+                return document.kind == kind && dates.contain(document.moment);
+            })};
+}
+
+Extract byNumbers(const Journal& journal, const Request& request, std::size_t first)
+{
+    Numbers numbers{};
+    if (const Refusal refusal = readBounds(request, first, numbers); refusal != Refusal::none) {
+        return {.refusal = refusal, .text = {}};
+    }
+    const Document::Kind kind = first == 0 ? Document::Kind::receipt : kindOf(request.fields.front());
+    return {.refusal = Refusal::none, .text = journal.text([&](const Document& document) {
+                return document.kind == kind && numbers.contain(document.number);
+            })};
+}
+
+// The receipt's number is a text: one that is no number is no receipt's.
+Extract oneReceipt(const Journal& journal, const Request& request)
+{
+    if (request.fields.empty()) {
+        return {.refusal = Refusal::wrongFields, .text = {}};
+    }
+    const auto number = parseDecimal(request.fields.front(), 0);
+    return {.refusal = Refusal::none, .text = journal.text([&](const Document& document) {
+                return document.kind == Document::Kind::receipt && number == document.number;
+            })};
+}
+
+// Which receipts have what the input tells; `refusal` says why nothing is looked up.
+Journal::Wanted identifiedBy(const std::string& type, const std::string& input, Refusal& refusal)
+{
+    const auto number = parseDecimal(input, 0);
+    const auto from = parseMoment(input, Edge::first);
+    const auto to = parseMoment(input, Edge::last);
+    const auto needed = [&](bool isThere, Refusal otherwise) {
+        refusal = isThere || input.empty() ? Refusal::none : otherwise;
+    };
+    if (type == "N") {
+        needed(number.has_value(), Refusal::badNumber);
+        return [=](const Document& receipt) { return number == receipt.number; };
+    }
+    if (type == "Z") {
+        needed(number.has_value(), Refusal::badNumber);
+        return [=](const Document& receipt) { return number == receipt.day; };
+    }
+    if (type == "D") {
+        needed(from.has_value(), Refusal::badDate);
+        return [=](const Document& receipt) { return from <= receipt.moment && to >= receipt.moment; };
+    }
+    if (type == "I") {
+        return [=](const Document& receipt) { return receipt.invoice == input; };
+    }
+    if (type == "T") {
+        return [=](const Document& receipt) { return receipt.transaction == input; };
+    }
+    refusal = Refusal::unknownIdentifier;
+    return {};
+}
+
+} // namespace
+
+Extract extractFromJournal(const Journal& journal, const Request& request)
+{
+    switch (static_cast<Command>(request.command)) {
+    case Command::getJournalStructD:
+    case Command::getJournalStructD1:
+    case Command::printJournalStructD:
+    case Command::printJournalStructD1:
+    case Command::printJournalStructDArchive:
+        return byDates(journal, request);
+    case Command::getJournalStructZ:
+    case Command::printJournalStructZ:
+        return byNumbers(journal, request, 0);
+    case Command::getJournalStructZ1:
+    case Command::printJournalStructZ1:
+        return byNumbers(journal, request, 1);
+    case Command::getJournalStructU:
+    case Command::printJournalStructU:
+    case Command::printJournalStructUArchive:
+        return oneReceipt(journal, request);
+    default:
+        return wholeOrOneDay(journal, request);
+    }
+}
+
+Extract extractFromFiscalMemory(const FiscalMemory& memory, const Request& request)
+{
+    const auto command = static_cast<Command>(request.command);
+    const bool goesByNumbers = command == Command::getIntervalFPC || command == Command::printIntervalFPC;
+    Dates dates;
+    Numbers numbers{};
+    const Refusal refusal = goesByNumbers ? readBounds(request, 1, numbers) : readBounds(request, 1, dates);
+    Extract extract = {.refusal = refusal, .text = {}};
+    if (refusal != Refusal::none) {
+        return extract;
+    }
+    for (const Closure& closure : memory.closures()) {
+        if (goesByNumbers ? numbers.contain(closure.number) : dates.contain(closure.moment)) {
+            extract.text += closureText(closure);
+        }
+    }
+    return extract;
+}
+
+Extract findReceipts(const Journal& journal, const Request& request)
+{
+    if (request.fields.size() < 2) {
+        return {.refusal = Refusal::wrongFields, .text = {}};
+    }
+    const std::string& input = request.fields[1];
+    Extract extract;
+    const Journal::Wanted isIdentified = identifiedBy(request.fields.front(), input, extract.refusal);
+    if (extract.refusal != Refusal::none) {
+        return extract;
+    }
+    const auto found = journal.all([&](const Document& document) {
+        return document.kind == Document::Kind::receipt && (input.empty() || isIdentified(document));
+    });
+    for (const Document* receipt : found) {
+        extract.text += std::to_string(receipt->number) + "\r\n";
+    }
+    return extract;
+}
+
+} // namespace virtual_printer

@@ -105,6 +105,8 @@ void Uploads::printGraphic(const std::string& data)
 {
     constexpr std::size_t endSize = 4; // four zeros end the picture, in an upload of their own
     if (data != std::string(endSize, '\0')) {
+        // Nothing tells the layout: the first one that the size of the data fits. Raster comes last because
+        // every band picture of 64, 128 ... rows would fit it too.
         for (const LogoLayout layout : {LogoLayout::columns, LogoLayout::bands, LogoLayout::raster}) {
             if (const auto picture = decodeLogo(data, layout)) {
                 print(*picture);

@@ -116,6 +116,14 @@ TEST_F(VirtualPrinterPictures, PrintsThePictureThatComesWithTheCommandInWhicheve
     EXPECT_EQ(printed("own picture"), std::vector<std::string>{"[picture data of 11 bytes]"});
 }
 
+// Eight bands of eight columns; the same bytes would be a raster picture of 64 x 8 dots too.
+TEST_F(VirtualPrinterPictures, TakesBandsForBandsWhenRowsWouldFitToo)
+{
+    const std::string data = "\x08\0\x08\0"s + std::string(64, '\xFF');
+    answerTo(request(0xDE, {"0", "1"}) + blockOf(data, '\x03'));
+    EXPECT_EQ(paper, std::vector<std::string>(32, blackLine));
+}
+
 TEST_F(VirtualPrinterPictures, PrintsAPictureOfManyBlocksSmallerToFitThePaper)
 {
     // 80 x 32 dots in columns of four bytes, all black: 40 columns of half-size dots, eight lines.

@@ -21,16 +21,18 @@ const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
 class PrinterProcess
 {
 public:
-    PrinterProcess()
+    explicit PrinterProcess(const std::string& time = "2026-01-31 12:00")
     {
         std::array<int, 2> ends{};
         EXPECT_EQ(::pipe(ends.data()), 0);
         posix_spawn_file_actions_t actions;
         ::posix_spawn_file_actions_init(&actions);
         ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
         ::posix_spawn_file_actions_addclose(&actions, ends[0]);
-        std::array<std::string, 3> words = {TELVOFM_PRINTER, "--listen", "127.0.0.1:0"};
-        std::array<char*, 4> arguments = {words[0].data(), words[1].data(), words[2].data(), nullptr};
+        std::array<std::string, 5> words = {TELVOFM_PRINTER, "--listen", "127.0.0.1:0", "--clock", time};
+        std::array<char*, 6> arguments = {words[0].data(), words[1].data(), words[2].data(),
+                                          words[3].data(), words[4].data(), nullptr};
         EXPECT_EQ(::posix_spawn(&process, words[0].c_str(), &actions, nullptr, arguments.data(), environ), 0);
         ::posix_spawn_file_actions_destroy(&actions);
         ::close(ends[1]);
@@ -176,6 +178,22 @@ TEST_F(VirtualPrinterProcess, RefusesAWrongChecksum)
     const Till till(port);
     till.say("\x1C\x01\xE0\x04\xF8"s);
     EXPECT_EQ(till.hear(2), "\x15\x01");
+}
+
+TEST_F(VirtualPrinterProcess, PrintsTheTimeThatItWasTold)
+{
+    const Till till(port);
+    till.say(beginDay + "\x1C\x01\x20\x04\x39"s);
+    EXPECT_EQ(till.hear(2), "\x06\x06");
+    EXPECT_EQ(printer.line(), "                TELVOFM");
+    EXPECT_EQ(printer.line(), "Receipt 1               2026-01-31 12:00");
+}
+
+TEST(VirtualPrinterClock, RefusesWhatIsNoTime)
+{
+    PrinterProcess printer("noon");
+    EXPECT_EQ(printer.line(), "telvofm-printer: noon is no time; write it as \"2026-01-31 12:00\"");
+    EXPECT_EQ(printer.end(0), 1);
 }
 
 TEST_F(VirtualPrinterProcess, EndsWellOnSIGTERM)

@@ -52,7 +52,7 @@ protected:
     // The extract of the command and what its printing twin prints are about the same documents.
     std::string extract(unsigned char command, unsigned char printing, const std::vector<std::string>& fields)
     {
-        const std::string documents = documentsIn(dataOf(request(command, fields)));
+        std::string documents = documentsIn(dataOf(request(command, fields)));
         std::string printed;
         for (const std::string& text : paperOf(request(printing, fields))) {
             printed += text + "\n";
@@ -64,7 +64,7 @@ protected:
 
     std::string byDates(const std::string& letter, const std::string& from, const std::string& to)
     {
-        const std::string documents = extract(0x97, 0x57, {letter, from, to});
+        std::string documents = extract(0x97, 0x57, {letter, from, to});
         EXPECT_EQ(extract(0x9A, 0x5A, {letter, from, to}), documents);
         return documents;
     }

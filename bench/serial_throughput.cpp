@@ -85,7 +85,7 @@ double serve(wire::Connection& line, bool oneByOne)
     auto lineIsFree = start;
     for (std::size_t left = replySize; left > 0; left -= blockSize) {
         releaseAtLineRate(line, block(left == blockSize), lineIsFree, oneByOne);
-        line.receive(1, 60s);
+        static_cast<void>(line.receive(1, 60s)); // the acknowledge byte
         lineIsFree = Clock::now() + std::chrono::duration_cast<Clock::duration>(byteTime);
     }
     return Seconds(Clock::now() - start).count();

@@ -40,7 +40,8 @@
  *    for an exchange of another thread to end.
  * 8. Unless the call log is off, every call writes one line to it before anything is sent (see setLogginOn).
  *    Passwords appear as "*****" unless a function says that it writes them in clear.
- * 9. Memory that a function returns stays the library's, except result objects, which the caller destroys.
+ * 9. A `bool` is one byte and must be 0 or 1; a host language whose true is another number has to pass 1.
+ * 10. Memory that a function returns stays the library's, except result objects, which the caller destroys.
  *
  * The spellings of some names are unusual; they are part of the interface.
  */

@@ -26,7 +26,8 @@ public:
     [[nodiscard]] bool isOpen() const { return handle != -1; }
     void send(std::string_view bytes) const;
     // At most `count` bytes; an empty text when nothing comes in time; nothing when the other end has closed.
-    [[nodiscard]] std::optional<std::string> receive(std::size_t count, std::chrono::milliseconds limit) const;
+    [[nodiscard]] std::optional<std::string> receive(std::size_t count,
+                                                     std::chrono::milliseconds limit) const;
     void close();
 
 private:

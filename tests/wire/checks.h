@@ -15,13 +15,14 @@ std::string checkOutputs(const Call& call, const telvofm::tools::CallContext& co
                          const std::string& resultObject);
 std::string checkFiles(const Call& call, const std::filesystem::path& folder);
 
-// Follows the log file: what each call has added to it.
+// Follows the log file: what each call has added to it since the last one that was done.
 class LogFollower
 {
 public:
     explicit LogFollower(std::filesystem::path logFile) : path(std::move(logFile)) {}
 
-    std::string check(const std::string& expected);
+    [[nodiscard]] std::string check(const std::string& expected) const;
+    void callIsDone();
 
 private:
     std::filesystem::path path;

@@ -3,6 +3,7 @@
 #include "tests/wire/modem_lines.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace wire {
 namespace {
@@ -11,12 +12,13 @@ using namespace std::chrono_literals;
 
 // Bytes of a call that has returned are there at once on a socket, and a moment later behind a serial line.
 constexpr auto grace = 300ms;
-constexpr auto look = 20ms;
+constexpr auto glance = 20ms;
 
 } // namespace
 
-Printer::Printer(Connection& openConnection, const std::vector<Step>& playedSteps)
-    : connection(openConnection), steps(playedSteps), played(setFirstLines()), player([this] { play(); })
+Printer::Printer(Connection& openConnection, const std::vector<Step>& playedSteps, Look look)
+    : connection(openConnection), steps(playedSteps), lookAtFirstRequest(std::move(look)),
+      played(setFirstLines()), player([this] { play(); })
 {
 }
 
@@ -45,7 +47,7 @@ void Printer::play()
         const Step& step = steps[played];
         switch (step.kind) {
         case Step::Kind::expect:
-            if (!expect(step)) {
+            if (!expect(step) || !looksRight()) {
                 connection.close(); // so that the call ends
                 return;
             }
@@ -76,13 +78,13 @@ bool Printer::expect(const Step& step)
     auto waitedAfterReturn = 0ms;
     while (received.size() < step.bytes.size() && waitedAfterReturn < grace) {
         const bool hadReturned = callHasReturned;
-        const auto bytes = connection.receive(step.bytes.size() - received.size(), look);
+        const auto bytes = connection.receive(step.bytes.size() - received.size(), glance);
         if (!bytes) {
             break;
         }
         received += *bytes;
         if (hadReturned && bytes->empty()) {
-            waitedAfterReturn += look;
+            waitedAfterReturn += glance;
         }
     }
     if (received == step.bytes) {
@@ -91,6 +93,15 @@ bool Printer::expect(const Step& step)
     problem = "line " + std::to_string(step.line) + ": the library should send\n      " +
               hexadecimal(step.bytes) + "\n    and sent\n      " + hexadecimal(received);
     return false;
+}
+
+// Only the first time.
+bool Printer::looksRight()
+{
+    if (const Look look = std::exchange(lookAtFirstRequest, nullptr)) {
+        problem = look();
+    }
+    return problem.empty();
 }
 
 bool Printer::staysQuiet(const Step& step)

@@ -5,6 +5,7 @@
 #include "tests/wire/script.h"
 
 #include <atomic>
+#include <functional>
 #include <string>
 #include <thread>
 
@@ -13,9 +14,12 @@ namespace wire {
 class Printer
 {
 public:
+    // What is looked at the moment the first request of the call has come: what is wrong, or an empty text.
+    using Look = std::function<std::string()>;
+
     // Sets the modem lines that the call begins with and begins to play; the connection belongs to the
     // printer until `finish`.
-    Printer(Connection& connection, const std::vector<Step>& steps);
+    Printer(Connection& connection, const std::vector<Step>& steps, Look lookAtFirstRequest);
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
     ~Printer() { finish(); }
@@ -28,12 +32,14 @@ private:
     std::size_t setFirstLines();
     void play();
     bool expect(const Step& step);
+    bool looksRight();
     void answer(const Step& step);
     bool staysQuiet(const Step& step);
     void lookForMore();
 
     Connection& connection;
     const std::vector<Step>& steps;
+    Look lookAtFirstRequest;
     std::size_t played;
     std::string problem;
     std::atomic<bool> callHasReturned = false;

@@ -106,9 +106,9 @@ std::string run(const Call& call, CallContext& context)
     return result;
 }
 
-void playCall(const Call& call, Stage& stage, CallContext& context)
+void playCall(const Call& call, Stage& stage, CallContext& context, Printer::Look lookAtFirstRequest)
 {
-    Printer printer(stage.connection(), call.steps);
+    Printer printer(stage.connection(), call.steps, std::move(lookAtFirstRequest));
     const std::string result = run(call, context);
     const std::string problem = printer.finish();
     if (!problem.empty()) {
@@ -162,10 +162,11 @@ void play(const Play& setting, bool logIsOn)
     const auto switchLog = [&] { logIsOn ? setLogginOn(logPath.c_str()) : setLogginOff(); };
     switchLog();
     for (const Call& call : script.calls) {
-        playCall(call, stage, context);
-        if (const auto wrong = log.check(logIsOn ? call.log : ""); !wrong.empty()) {
+        playCall(call, stage, context, [&] { return log.check(logIsOn ? call.log : ""); });
+        if (const auto wrong = log.check(logIsOn ? call.log + call.logAfter : ""); !wrong.empty()) {
             fail(call, wrong);
         }
+        log.callIsDone();
         if (const auto wrong = checkFiles(call, folder); !wrong.empty()) {
             fail(call, wrong);
         }

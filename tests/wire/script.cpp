@@ -133,6 +133,8 @@ private:
             call.result = wordAt(words, 1);
         } else if (statement == "log") {
             call.log += wordAt(words, 1).text + "\n";
+        } else if (statement == "log-after") {
+            call.logAfter += wordAt(words, 1).text + "\n";
         } else if (statement == "buffer") {
             call.buffer = bytesOf(words, 1);
         } else if (statement == "result") {

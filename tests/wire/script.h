@@ -44,7 +44,8 @@ struct Call
     std::vector<Word> arguments;
     std::vector<Step> steps;
     std::optional<Word> result;
-    std::string log;
+    std::string log;      // written before anything is sent
+    std::string logAfter; // written after the reply
     std::optional<std::string> buffer;
     std::optional<std::string> resultObject;
     std::optional<unsigned int> count;

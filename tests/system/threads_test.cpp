@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <future>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -98,6 +99,46 @@ TEST_F(Threads, ClosingWaitsForARunningExchange)
     EXPECT_EQ(sale.get(), 0);
     closing.get();
     EXPECT_EQ(sell("Chlieb", 1), -1);
+}
+
+// Raw bytes pass a running exchange; unspecified data is an exchange of its own and waits for its turn.
+TEST_F(Threads, RawAccessDoesNotWaitForARunningExchangeAndUnspecifiedDataDoes)
+{
+    using namespace std::chrono_literals;
+    std::promise<void> requestCame;
+    std::promise<void> mayAnswer;
+    std::promise<std::optional<std::string>> beforeTheAnswer;
+    std::promise<std::optional<std::string>> afterTheAnswer;
+    PrinterThread printer([&](wire::Connection& connection) {
+        receiveRequest(connection);
+        requestCame.set_value();
+        mayAnswer.get_future().wait();
+        beforeTheAnswer.set_value(connection.receive(16, 0ms));
+        connection.send("\x06");
+        afterTheAnswer.set_value(receiveRequest(connection));
+        connection.send("\x06");
+        receiveUntilClosed(connection);
+    });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    auto sale = std::async(std::launch::async, [] { return sell("Chlieb", 0); });
+    requestCame.get_future().wait();
+
+    unsigned char byte = 'R';
+    auto writing = std::async(std::launch::async, [&byte] { return rawWrite(&byte, 1); });
+    EXPECT_EQ(writing.wait_for(5s), std::future_status::ready);
+    auto reading = std::async(std::launch::async, [&byte] { return rawRead(&byte, 1, nullptr); });
+    EXPECT_EQ(reading.wait_for(5s), std::future_status::ready);
+    auto unspecified = std::async(std::launch::async, [] { return sendUnspecifiedData("\x1C\x01\xE0\x04"); });
+    EXPECT_EQ(unspecified.wait_for(100ms), std::future_status::timeout);
+    mayAnswer.set_value();
+
+    EXPECT_EQ(beforeTheAnswer.get_future().get(), "R");
+    EXPECT_EQ(afterTheAnswer.get_future().get(), "\x1C\x01\xE0\x04");
+    EXPECT_EQ(writing.get(), 1);
+    EXPECT_EQ(reading.get(), 0);
+    EXPECT_EQ(sale.get(), 0);
+    EXPECT_EQ(unspecified.get(), 0);
+    closeFM();
 }
 
 TEST_F(Threads, CallsThatMeetAClosingSessionEndWithACode)

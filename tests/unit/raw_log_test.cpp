@@ -102,18 +102,39 @@ TEST_F(RawLogTest, AFileThatCannotBeWrittenLosesTheRecordOnly)
 class RawLogOfDriver : public TcpDriverTest
 {
 protected:
+    // Each begins as if the library had received something before, in whatever order the tests run.
+    void SetUp() override
+    {
+        TcpDriverTest::SetUp();
+        rawLog().switchOn(path);
+        rawLog().record(RawLog::received, "\x06");
+        rawLog().switchOn(path);
+    }
     void TearDown() override { rawLog().switchOff(); }
+
+    [[nodiscard]] std::string lines() const
+    {
+        std::string content = contentOf(path);
+        std::erase(content, '\r');
+        return content;
+    }
+
+    OwnFolder folder;
+    const std::string path = folder.file("raw.txt");
 };
 
 TEST_F(RawLogOfDriver, ShowsWhatPassesTheLink)
 {
-    const OwnFolder folder;
-    rawLog().switchOn(folder.file("raw.txt"));
     network().play({silence, arrive("\x13"), arrive("\x06late")});
     driver.sendCommand(bytes({0x1C, 0x01, 0xE0, 0x04}));
-    std::string content = contentOf(folder.file("raw.txt"));
-    std::erase(content, '\r');
-    EXPECT_EQ(content, "C: 1c 01 e0 04 f9 11 \nS: 13 06 6c 61 74 65 ");
+    EXPECT_EQ(lines(), "\nC: 1c 01 e0 04 f9 11 \nS: 13 06 6c 61 74 65 ");
+}
+
+TEST_F(RawLogOfDriver, ShowsASendThatFailed)
+{
+    network().failingSend = 2;
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(bytes({0x1C, 0x01, 0xE0, 0x04})); }), -10201);
+    EXPECT_EQ(lines(), "\nC: 1c 01 e0 04 f9 ");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "tests/unit/socket_scripted.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace telvofm::test {
 namespace {
@@ -114,6 +115,9 @@ std::ptrdiff_t Socket::receive(std::span<char> buffer) const
 {
     test::note("receive " + std::to_string(buffer.size()));
     Event& event = network().events.front();
+    if (event.kind == Event::Kind::throwing) {
+        throw std::runtime_error(event.bytes);
+    }
     if (event.kind != Event::Kind::bytes) {
         return event.kind == Event::Kind::closed ? 0 : -1;
     }

@@ -21,7 +21,8 @@ struct Event
         silence,    // the whole wait passes
         closed,     // the peer has closed: readable, and 0 bytes
         brokenRead, // readable, but receiving fails
-        brokenWait  // the wait itself fails
+        brokenWait, // the wait itself fails
+        throwing    // readable, but receiving throws a run-time exception with `bytes` as its text
     };
 
     Kind kind;
@@ -36,6 +37,10 @@ inline const Event silence{Event::Kind::silence, {}};
 inline const Event closed{Event::Kind::closed, {}};
 inline const Event brokenRead{Event::Kind::brokenRead, {}};
 inline const Event brokenWait{Event::Kind::brokenWait, {}};
+inline Event throwing(std::string text)
+{
+    return {Event::Kind::throwing, std::move(text)};
+}
 
 struct ScriptedNetwork
 {

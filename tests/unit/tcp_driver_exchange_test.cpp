@@ -8,6 +8,7 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
+using ::testing::ThrowsMessage;
 
 const std::string request = bytes({0x1C, 0x01, 0xE0, 0x04});
 
@@ -147,6 +148,26 @@ TEST_F(TcpDriverTest, UploadsEachBlockInTwoSends)
     network().play({arrive("\x06")});
     driver.sendBlocks("A", true);
     EXPECT_THAT(network().calls, ElementsAre("send 3a004103", "send 78", "wait 3000", "receive 256"));
+}
+
+// A late "no more data" behind the first answer would be taken for the second one and end the upload.
+TEST_F(TcpDriverTest, AnUploadForgetsLateBytesBeforeEachBlock)
+{
+    network().play({arrive("\x06\x04"), arrive("\x06"), arrive("\x06")});
+    driver.sendBlocks(std::string(513, 'x'), true);
+    EXPECT_THAT(network().calls, Contains("send 3a007803")); // the third block
+}
+
+TEST_F(TcpDriverTest, OnlyACommandTurnsARunTimeExceptionIntoACode)
+{
+    const auto pass = [](auto exchange) {
+        EXPECT_THAT(exchange, ThrowsMessage<std::runtime_error>("out of luck"));
+    };
+    network().play({throwing("out of luck")});
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), -10001);
+    pass([&] { static_cast<void>(driver.query(request)); });
+    pass([&] { static_cast<void>(driver.queryStrict(request)); });
+    pass([&] { driver.sendBlocks("A", true); });
 }
 
 } // namespace

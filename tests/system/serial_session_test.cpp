@@ -69,6 +69,19 @@ TEST_F(SerialSession, OpensWith57600Baud8BitsNoParityOneStopBitAndHardwareHandsh
     EXPECT_EQ(line.c_cc[VEOF], 0x04);
 }
 
+TEST_F(SerialSession, ThePrintersOwnSpeedIsNotTheLinks)
+{
+    ASSERT_EQ(openFM(printer.name().c_str()), 0);
+    const auto playing = printer.play([](wire::Connection& line) {
+        receiveRequest(line);
+        line.send("\x06");
+    });
+    EXPECT_EQ(setPRNBd(1, 115200), 0);
+    const termios line = settings();
+    EXPECT_EQ(::cfgetospeed(&line), speed_t{B57600});
+    EXPECT_EQ(::cfgetispeed(&line), speed_t{B57600});
+}
+
 TEST_F(SerialSession, RaisesDataTerminalReady)
 {
     EXPECT_FALSE(printer.dataTerminalReady());

@@ -1,15 +1,12 @@
 // The virtual printer as users run it: a process that is reached over a real socket.
+#include "tests/system/printer_process.h"
+
 #include <arpa/inet.h>
-#include <array>
-#include <csignal>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
-#include <spawn.h>
-#include <string>
 #include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+namespace telvofm::test {
 namespace {
 
 using namespace std::string_literals;
@@ -17,62 +14,6 @@ using namespace std::string_literals;
 // Each carries its checksum byte, worked out by hand: the XOR of all bytes before it.
 const std::string beginDay = "\x1C\x01\x29\x30\x00\x04\x00"s;
 const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
-
-class PrinterProcess
-{
-public:
-    explicit PrinterProcess(const std::string& time = "2026-01-31 12:00")
-    {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe(ends.data()), 0);
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-        ::posix_spawn_file_actions_addclose(&actions, ends[0]);
-        std::array<std::string, 5> words = {TELVOFM_PRINTER, "--listen", "127.0.0.1:0", "--clock", time};
-        std::array<char*, 6> arguments = {words[0].data(), words[1].data(), words[2].data(),
-                                          words[3].data(), words[4].data(), nullptr};
-        EXPECT_EQ(::posix_spawn(&process, words[0].c_str(), &actions, nullptr, arguments.data(), environ), 0);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        output = ends[0];
-    }
-    PrinterProcess(const PrinterProcess&) = delete;
-    PrinterProcess& operator=(const PrinterProcess&) = delete;
-    ~PrinterProcess()
-    {
-        if (process > 0) {
-            ::kill(process, SIGKILL);
-            ::waitpid(process, nullptr, 0);
-        }
-        ::close(output);
-    }
-
-    // The next line on standard output, without its end.
-    [[nodiscard]] std::string line() const
-    {
-        std::string text;
-        for (char byte = 0; ::read(output, &byte, 1) == 1 && byte != '\n';) {
-            text += byte;
-        }
-        return text;
-    }
-
-    // The exit status after the signal; -1 when the process did not exit by itself.
-    int end(int signal)
-    {
-        int status = 0;
-        ::kill(process, signal);
-        ::waitpid(process, &status, 0);
-        process = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-private:
-    pid_t process = 0;
-    int output = -1;
-};
 
 class Till
 {
@@ -128,7 +69,7 @@ protected:
         ASSERT_NE(port, 0); // the real one
     }
 
-    PrinterProcess printer;
+    PrinterProcess printer{{"--listen", "127.0.0.1:0", "--clock", "2026-01-31 12:00"}};
     int port = 0;
 };
 
@@ -191,7 +132,7 @@ TEST_F(VirtualPrinterProcess, PrintsTheTimeThatItWasTold)
 
 TEST(VirtualPrinterClock, RefusesWhatIsNoTime)
 {
-    PrinterProcess printer("noon");
+    PrinterProcess printer({"--listen", "127.0.0.1:0", "--clock", "noon"});
     EXPECT_EQ(printer.line(), "telvofm-printer: noon is no time; write it as \"2026-01-31 12:00\"");
     EXPECT_EQ(printer.end(0), 1);
 }
@@ -211,3 +152,4 @@ TEST_F(VirtualPrinterProcess, EndsWellOnSIGINTWhileATillIsThere)
 }
 
 } // namespace
+} // namespace telvofm::test

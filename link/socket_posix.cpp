@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <memory>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -59,6 +60,7 @@ std::optional<std::vector<SocketAddress>> Socket::resolve(const std::string& hos
     if (::getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) {
         return std::nullopt;
     }
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner(found, &::freeaddrinfo);
     std::vector<SocketAddress> addresses;
     for (const addrinfo* entry = found; entry != nullptr; entry = entry->ai_next) {
         SocketAddress address{
@@ -66,7 +68,6 @@ std::optional<std::vector<SocketAddress>> Socket::resolve(const std::string& hos
         std::memcpy(address.storage.data(), entry->ai_addr, std::min(address.size, address.storage.size()));
         addresses.push_back(address);
     }
-    ::freeaddrinfo(found);
     return addresses;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
@@ -28,6 +29,7 @@ std::optional<std::vector<SocketAddress>> Socket::resolve(const std::string& hos
     if (::getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) {
         return std::nullopt;
     }
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner(found, &::freeaddrinfo);
     std::vector<SocketAddress> addresses;
     for (const addrinfo* entry = found; entry != nullptr; entry = entry->ai_next) {
         SocketAddress address{
@@ -35,7 +37,6 @@ std::optional<std::vector<SocketAddress>> Socket::resolve(const std::string& hos
         std::memcpy(address.storage.data(), entry->ai_addr, std::min(address.size, address.storage.size()));
         addresses.push_back(address);
     }
-    ::freeaddrinfo(found);
     return addresses;
 }
 

@@ -95,6 +95,12 @@ TEST_F(BitmapLoader, SaysOnStandardOutputWhatItLoadsAndThatItCould)
     testing::internal::CaptureStdout();
     EXPECT_THROW(loadMonochrome("missing.bmp"), Telvo06FMException);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "Path: missing.bmp\n");
+
+    write(BitmapFile{.width = 4, .height = 4, .bitsPerPixel = 24}.bytes());
+    testing::internal::CaptureStdout();
+    EXPECT_THROW(loadMonochrome(name),
+                 Telvo06FMException); // loaded, and only then found to be no monochrome one
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "Path: " + name + "\nOK\n");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "bench/journal_printer.h"
+#include "bench/reply_block.h"
 
 #include "bench/loopback_printer.h"
 
@@ -41,27 +42,12 @@ int streamSocket()
     return created;
 }
 
-std::string block(std::size_t dataSize, bool isLast)
-{
-    std::string bytes = ":";
-    bytes += static_cast<char>(dataSize - 1);
-    for (std::size_t i = 0; i < dataSize; ++i) {
-        bytes += static_cast<char>('!' + i % 90);
-    }
-    bytes += isLast ? '\x03' : '\x17';
-    char sum = 0;
-    for (const char byte : bytes) {
-        sum = static_cast<char>(sum ^ byte);
-    }
-    return bytes + sum;
-}
-
 // The printer's answers are built before it serves: its part of the time is the system calls.
 void serve(int connection, std::size_t journalSize)
 {
     const std::size_t lastPiece = (journalSize - 1) % largestPiece + 1;
-    const std::string full = block(largestPiece, false);
-    const std::string last = block(lastPiece, true);
+    const std::string full = replyBlock(largestPiece, false);
+    const std::string last = replyBlock(lastPiece, true);
     // The caller's checksum byte waits for the acknowledgement of the request; a delayed one would cost 40
     // ms.
     const int on = 1;

@@ -9,6 +9,7 @@
 // them. The processor time is that of the whole call in the reader's process.
 //
 //     serial_throughput [single]
+#include "bench/reply_block.h"
 #include "telvofm.h"
 #include "tests/wire/loopback.h"
 
@@ -41,21 +42,6 @@ constexpr double bitsPerByte = 10; // a start bit, eight data bits, a stop bit
 constexpr unsigned int baud = 115200;
 constexpr Seconds byteTime{bitsPerByte / baud};
 
-std::string block(bool isLast)
-{
-    std::string bytes = ":";
-    bytes += static_cast<char>(blockSize - 1);
-    for (std::size_t i = 0; i < blockSize; ++i) {
-        bytes += static_cast<char>('!' + i % 90);
-    }
-    bytes += isLast ? '\x03' : '\x17';
-    char sum = 0;
-    for (const char byte : bytes) {
-        sum = static_cast<char>(sum ^ byte);
-    }
-    return bytes + sum;
-}
-
 // Releases each byte when the line, free from `start` on, would have carried it.
 void releaseAtLineRate(wire::Connection& line, std::string_view bytes, Clock::time_point start, bool oneByOne)
 {
@@ -84,7 +70,7 @@ double serve(wire::Connection& line, bool oneByOne)
     const auto start = Clock::now();
     auto lineIsFree = start;
     for (std::size_t left = replySize; left > 0; left -= blockSize) {
-        releaseAtLineRate(line, block(left == blockSize), lineIsFree, oneByOne);
+        releaseAtLineRate(line, replyBlock(blockSize, left == blockSize), lineIsFree, oneByOne);
         static_cast<void>(line.receive(1, 60s)); // the acknowledge byte
         lineIsFree = Clock::now() + std::chrono::duration_cast<Clock::duration>(byteTime);
     }

@@ -4,8 +4,8 @@
 
 #include "api/session.h"
 #include "device/device.h"
-#include "device/telvo06fm_exception.h"
 #include "device/text.h"
+#include "link/telvo06fm_exception.h"
 
 #include <mutex>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "bench/journal_printer.h"
-#include "bench/reply_block.h"
 
 #include "bench/loopback_printer.h"
+#include "bench/reply_block.h"
 
 #include <algorithm>
 #include <arpa/inet.h>

@@ -1,7 +1,7 @@
 #include "device/device.h"
 
 #include "device/character_map.h"
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 
 #include <fstream>
 #include <utility>

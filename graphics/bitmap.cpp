@@ -1,6 +1,6 @@
 #include "graphics/bitmap.h"
 
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 
 #include <cstdio>
 

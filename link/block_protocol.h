@@ -4,8 +4,8 @@
 // the table below.
 #pragma once
 
-#include "device/telvo06fm_exception.h"
 #include "link/link_driver.h"
+#include "link/telvo06fm_exception.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "link/link_driver.h"
 
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 
 #include <utility>
 

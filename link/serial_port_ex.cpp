@@ -1,6 +1,6 @@
 #include "link/serial_port_ex.h"
 
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 
 #include <thread>
 

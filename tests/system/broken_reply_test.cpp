@@ -1,6 +1,6 @@
 // The TCP driver on real sockets: replies that a closing printer cuts at each byte.
-#include "device/telvo06fm_exception.h"
 #include "link/tcp_driver.h"
+#include "link/telvo06fm_exception.h"
 #include "tests/system/printer_thread.h"
 #include "tests/unit/bytes.h"
 

@@ -1,7 +1,7 @@
 // The platform's serial port: which code each kind of broken port comes to, and what a name means.
-#include "device/telvo06fm_exception.h"
 #include "link/serial_driver.h"
 #include "link/serial_path_posix.h"
+#include "link/telvo06fm_exception.h"
 #include "tests/system/serial_printer.h"
 #include "tests/unit/own_folder.h"
 

@@ -1,6 +1,6 @@
 // A loader that loads, but cannot describe what it loaded: bit depth 0.
-#include "device/telvo06fm_exception.h"
 #include "graphics/bitmap.h"
+#include "link/telvo06fm_exception.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // with a black and a white palette entry, and what it refuses.
 #include "graphics/bitmap.h"
 
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 #include "tests/unit/bitmap_file.h"
 
 #include <filesystem>

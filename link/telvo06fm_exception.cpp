@@ -1,4 +1,4 @@
-#include "device/telvo06fm_exception.h"
+#include "link/telvo06fm_exception.h"
 
 #include <string>
 #include <string_view>

@@ -7,8 +7,11 @@
 #include "link/serial_driver.h"
 #include "link/tcp_driver.h"
 
+#include <algorithm>
+#include <chrono>
 #include <exception>
 #include <mutex>
+#include <shared_mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +23,7 @@ struct Session
 {
     std::shared_ptr<LinkDriver> driver;
     std::shared_ptr<Device> device;
+    std::string port; // what identifies it, on serial links
 };
 
 struct Sessions
@@ -37,26 +41,59 @@ Sessions& sessions()
     return all;
 }
 
-// Makes a driver the current one and opens a new device on it. A failed open leaves both in place.
-template <typename MakeDriver>
-int openSession(MakeDriver makeDriver, bool convertText)
+Session takeCurrent()
 {
-    try {
-        std::shared_ptr<LinkDriver> driver = makeDriver();
-        const auto device = std::make_shared<Device>(driver);
-        {
-            const std::scoped_lock lock(sessions().lock);
-            if (sessions().current.device) {
-                sessions().replaced.push_back(sessions().current);
-            }
-            sessions().current = {std::move(driver), device};
-        }
-        const std::scoped_lock exchange(device->lock);
-        device->open(convertText);
-        return succeeded;
-    } catch (const std::exception&) {
-        return -1;
+    const std::scoped_lock lock(sessions().lock);
+    return std::exchange(sessions().current, {});
+}
+
+// Closes the link. Running calls end with the step that they wait in; one that is blocked in the platform
+// itself is cut off.
+void end(const Session& session)
+{
+    constexpr std::chrono::seconds step{3};
+    session.driver->interrupt();
+    std::unique_lock exchange(session.device->lock, std::defer_lock);
+    if (!exchange.try_lock_for(step)) {
+        session.driver->cut();
+        exchange.lock();
     }
+    session.device->close();
+}
+
+// A serial port can be opened once: whatever session holds it, also one that was replaced, has to let it go,
+// or the port would be lost until the host program ends.
+void endSessionsOn(const std::string& port)
+{
+    std::vector<Session> ending;
+    {
+        const std::scoped_lock lock(sessions().lock);
+        auto& replaced = sessions().replaced;
+        const auto first = std::partition(replaced.begin(), replaced.end(),
+                                          [&](const Session& s) { return s.port != port; });
+        ending.assign(first, replaced.end());
+        replaced.erase(first, replaced.end());
+        if (sessions().current.device && sessions().current.port == port) {
+            ending.push_back(std::exchange(sessions().current, {}));
+        }
+    }
+    std::for_each(ending.begin(), ending.end(), end);
+}
+
+// Makes the session the current one and opens its link. A failed open leaves both in place.
+int openSession(Session session, bool convertText)
+{
+    const auto device = session.device;
+    {
+        const std::scoped_lock lock(sessions().lock);
+        if (sessions().current.device) {
+            sessions().replaced.push_back(sessions().current);
+        }
+        sessions().current = std::move(session);
+    }
+    const std::scoped_lock exchange(device->lock);
+    device->open(convertText);
+    return succeeded;
 }
 
 // Only the beginning decides, and its case counts: COMX is a serial port, com3 a host.
@@ -65,16 +102,25 @@ bool namesSerialPort(std::string_view name)
     return name.starts_with("COM") || name.starts_with(R"(\\.\COM)");
 }
 
+// Every exception of an open is its failure.
+template <typename Open>
+int orMinusOne(Open open)
+{
+    try {
+        return open();
+    } catch (const std::exception&) {
+        return -1;
+    }
+}
+
 int openTcp(std::string_view name)
 {
-    return openSession(
-        [&] {
-            constexpr std::int64_t tcpTimeoutMs = 15000;
-            auto driver = std::make_shared<TcpDriver>(std::string(name));
-            driver->setTimeout(tcpTimeoutMs);
-            return driver;
-        },
-        false);
+    return orMinusOne([&] {
+        constexpr std::int64_t tcpTimeoutMs = 15000;
+        const auto driver = std::make_shared<TcpDriver>(std::string(name));
+        driver->setTimeout(tcpTimeoutMs);
+        return openSession({driver, std::make_shared<Device>(driver), {}}, false);
+    });
 }
 
 constexpr std::uint32_t standardBaud = 57600;
@@ -82,7 +128,27 @@ constexpr std::uint32_t fastBaud = 115200;
 
 int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
 {
-    return openSession([&] { return std::make_shared<SerialDriver>(name, baud, stopBits); }, true);
+    return orMinusOne([&] {
+        const std::string port = SerialDriver::portIdentity(name);
+        const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
+        const auto device = std::make_shared<Device>(driver);
+        endSessionsOn(port);
+        return openSession({driver, device, port}, true);
+    });
+}
+
+// A new session on the link that is held, whatever it is; -1 without one. The link is closed first: it has no
+// room for a second connection.
+int openHeldLink()
+{
+    return orMinusOne([] {
+        const Session held = takeCurrent();
+        if (!held.driver) {
+            return -1;
+        }
+        end(held);
+        return openSession({held.driver, std::make_shared<Device>(held.driver), held.port}, true);
+    });
 }
 
 // 15 stands for one and a half; any number that is not listed means one.
@@ -138,8 +204,7 @@ int openFMBaud(const char* portName, uint32_t baud)
     }
     // Another rate makes no driver: a new session begins on the link that is held, whatever it is. This is
     // meant.
-    auto held = currentDriver();
-    return held ? openSession([&] { return held; }, true) : -1;
+    return openHeldLink();
 }
 
 int openFMStopBit(const char* portName, uint32_t stopBits)
@@ -152,17 +217,10 @@ int openFMStopBit(const char* portName, uint32_t stopBits)
 void closeFM(void)
 {
     logCall("closeFM ");
-    Session closing;
-    {
-        const std::scoped_lock lock(sessions().lock);
-        if (!sessions().current.device) {
-            return;
-        }
-        closing = std::exchange(sessions().current, {});
+    const Session closing = takeCurrent();
+    if (closing.device) {
+        end(closing);
     }
-    // An exchange of another thread ends before its link closes.
-    const std::scoped_lock exchange(closing.device->lock);
-    closing.device->close();
 }
 
 void setTcpTimeout(int64_t timeoutMs)
@@ -179,6 +237,7 @@ int64_t rawRead(unsigned char* buffer, int64_t count, const void* marker)
         return -1;
     }
     try {
+        const std::shared_lock transport(driver->transportLock);
         return driver->readRaw(buffer, count, marker);
     } catch (const Telvo06FMException&) {
         return -1;
@@ -192,6 +251,7 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         return -1;
     }
     try {
+        const std::shared_lock transport(driver->transportLock);
         const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         return static_cast<int64_t>(driver->writeRaw(all));
     } catch (const Telvo06FMException&) {

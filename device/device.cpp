@@ -30,16 +30,25 @@ void writeWhole(std::ofstream& file, std::string_view data)
 
 } // namespace
 
-Device::Device(std::shared_ptr<LinkDriver> linkDriver) : driver(std::move(linkDriver)) {}
+Device::Device(std::shared_ptr<LinkDriver> linkDriver)
+    : lock(linkDriver->exchangeLock), driver(std::move(linkDriver))
+{
+}
 
 void Device::open(bool convertsText)
 {
     convertText = convertsText;
+    const std::scoped_lock transport(driver->transportLock);
     driver->open();
 }
 
 void Device::close()
 {
+    std::unique_lock transport(driver->transportLock, std::try_to_lock);
+    if (!transport) {
+        driver->cut();
+        transport.lock();
+    }
     driver->close();
 }
 

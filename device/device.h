@@ -26,6 +26,7 @@ public:
 
     // Opens the link. Texts are converted between code pages on serial links and not on TCP links.
     void open(bool convertsText);
+    // Waits for raw access to end, which is cut off.
     void close();
 
     // An empty request; valid until the next one is begun.
@@ -50,7 +51,8 @@ public:
     // The width that item names are padded to: 0, or 40 while `autoTwoLineItem` is set.
     [[nodiscard]] std::size_t itemNameWidth() const;
 
-    std::recursive_mutex lock;
+    // Of the link: whoever works with it, one exchange is whole.
+    std::recursive_timed_mutex& lock;
     // The prepared pictures by index, in the printer's layouts. The graphics commands fill and read them.
     std::map<int, std::string> rasterImages;
     std::map<int, std::string> bandImages;

@@ -1,8 +1,10 @@
 #include "link/block_protocol.h"
 
+#include "link/standard_output.h"
+
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <exception>
 #include <numeric>
 #include <utility>
 
@@ -51,7 +53,35 @@ BlockProtocol::BlockProtocol(std::string connectionText, const ProtocolRules& li
 {
 }
 
+// Runs an exchange; what the standard library throws in it becomes a code of our own.
+template <typename Run>
+auto BlockProtocol::translated(std::int32_t runtimeFailureCode, Run run)
+{
+    try {
+        return run();
+    } catch (const Telvo06FMException&) {
+        throw;
+    } catch (const std::exception& failure) {
+        if (rules.printsRuntimeFailure) {
+            writeLine(failure.what());
+        }
+        throw Telvo06FMException(runtimeFailureCode);
+    }
+}
+
+void BlockProtocol::endIfInterrupted() const
+{
+    if (mustEnd()) {
+        throw Telvo06FMException(rules.closedLink);
+    }
+}
+
 Byte BlockProtocol::sendCommand(std::string_view request)
+{
+    return translated(rules.commandRuntimeFailure, [&] { return runCommand(request); });
+}
+
+Byte BlockProtocol::runCommand(std::string_view request)
 {
     const Byte requestChecksum = checksum(request);
     Byte errorCode = 0;
@@ -72,6 +102,11 @@ Byte BlockProtocol::sendCommand(std::string_view request)
 }
 
 void BlockProtocol::sendBlocks(std::string_view data, bool lastPart)
+{
+    translated(rules.runtimeFailure, [&] { runUpload(data, lastPart); });
+}
+
+void BlockProtocol::runUpload(std::string_view data, bool lastPart)
 {
     std::array<char, largestPiece + 3> storage;
     while (!data.empty()) {
@@ -108,12 +143,12 @@ bool BlockProtocol::sendBlock(std::string_view block)
 
 std::string BlockProtocol::query(std::string_view request)
 {
-    return runQuery(request, Exchange::query);
+    return translated(rules.runtimeFailure, [&] { return runQuery(request, Exchange::query); });
 }
 
 std::string BlockProtocol::queryStrict(std::string_view request)
 {
-    return runQuery(request, Exchange::strictQuery);
+    return translated(rules.runtimeFailure, [&] { return runQuery(request, Exchange::strictQuery); });
 }
 
 std::string BlockProtocol::runQuery(std::string_view request, Exchange exchange)
@@ -131,6 +166,7 @@ std::string BlockProtocol::runQuery(std::string_view request, Exchange exchange)
             if (!skipsStrayBytes) {
                 throw Telvo06FMException(code::unexpectedAnswer);
             }
+            endIfInterrupted();
             answer = readAnswerByte();
         }
         if (answer == blockStart) {
@@ -177,6 +213,7 @@ std::string BlockProtocol::receiveBlocks(Exchange exchange)
 {
     std::string reply;
     while (receiveBlock(reply, exchange)) {
+        endIfInterrupted();
     }
     return reply;
 }
@@ -208,8 +245,7 @@ bool BlockProtocol::receiveBlock(std::string& reply, Exchange exchange)
             // A good block with an unknown terminator counts as damaged although its data stays: this is
             // meant.
             if (exchange == Exchange::query && rules.queryReportsUnknownTerminator) {
-                std::puts("Odpoved na potvrdenie prijatia bloku: ");
-                std::fflush(stdout);
+                writeLine("Odpoved na potvrdenie prijatia bloku: ");
             }
         }
         writeProtocolByte(negative);
@@ -228,6 +264,7 @@ bool BlockProtocol::anotherBlockFollows()
 {
     Byte answer = readAnswerByte();
     while (answer != blockStart && answer != noMoreData) {
+        endIfInterrupted();
         answer = readAnswerByte();
     }
     return answer == blockStart;

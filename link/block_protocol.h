@@ -30,6 +30,13 @@ struct ProtocolRules
     bool queryReportsUnknownTerminator;
     // What three refused tries of an uploaded block come to.
     std::int32_t uploadFailure;
+    // What becomes of an exception of the standard library in a command, and in the other exchanges; some
+    // links print its text first.
+    std::int32_t commandRuntimeFailure;
+    std::int32_t runtimeFailure;
+    bool printsRuntimeFailure;
+    // What a call gets whose link is closed under it.
+    std::int32_t closedLink;
 };
 
 inline constexpr ProtocolRules tcpRules = {
@@ -39,6 +46,10 @@ inline constexpr ProtocolRules tcpRules = {
     .querySkipsStrayBytes = false,
     .queryReportsUnknownTerminator = false,
     .uploadFailure = code::timeout,
+    .commandRuntimeFailure = code::uploadRefusedOrRuntimeFailure,
+    .runtimeFailure = code::runtimeFailure,
+    .printsRuntimeFailure = false,
+    .closedLink = code::transportFailure,
 };
 
 inline constexpr ProtocolRules serialRules = {
@@ -48,6 +59,10 @@ inline constexpr ProtocolRules serialRules = {
     .querySkipsStrayBytes = true,
     .queryReportsUnknownTerminator = true,
     .uploadFailure = code::uploadRefusedOrRuntimeFailure,
+    .commandRuntimeFailure = code::runtimeFailure,
+    .runtimeFailure = code::runtimeFailure,
+    .printsRuntimeFailure = true,
+    .closedLink = code::portNotReady,
 };
 
 // The XOR of all bytes.
@@ -80,7 +95,14 @@ protected:
     // Bytes inside a block or after NAK, where every value is data.
     virtual void readData(char* target, std::size_t count) = 0;
 
+    // Throws when the link is being closed.
+    void endIfInterrupted() const;
+
 private:
+    template <typename Run>
+    auto translated(std::int32_t runtimeFailureCode, Run run);
+    Byte runCommand(std::string_view request);
+    void runUpload(std::string_view data, bool lastPart);
     std::string runQuery(std::string_view request, Exchange exchange);
     bool sendBlock(std::string_view block);
     std::optional<Byte> ask(std::string_view unit, Byte unitChecksum, Exchange exchange, int attempt);

@@ -18,6 +18,9 @@ std::int64_t LinkDriver::readRaw(Byte* buffer, std::int64_t count, const void* m
         while (stored < count) {
             buffer[stored] = readByte(false, 0);
             ++stored;
+            if (mustEnd()) { // a printer that never stops must not hold up who closes the link
+                break;
+            }
         }
     } catch (const Telvo06FMException& failure) {
         if (failure.code != code::timeout) {

@@ -1,11 +1,15 @@
 // The way to the printer: one object of this class stands for one connection, whatever carries it. The device
 // object runs its exchanges through slots 3 to 6 while its lock is held; rawRead and rawWrite use slots 7 and
-// 9 without it. A driver is not thread-safe by itself. Every failure is thrown as Telvo06FMException and
-// leaves the link usable.
+// 9 without it. Every failure is thrown as Telvo06FMException and leaves the link usable.
+//
+// Who closes a link beside running calls interrupts it first, so that no wait without limit holds it up.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <mutex>
+#include <shared_mutex>
 #include <string>
 #include <string_view>
 
@@ -41,14 +45,32 @@ public:
     // Reads up to `count` bytes until nothing more comes in time; without a marker it reads nothing.
     virtual std::int64_t readRaw(Byte* buffer, std::int64_t count, const void* marker);
 
+    // Ends the waits of the calls that are inside, each when its present step is over and with the code of a
+    // closed link. It lasts until the link is opened again.
+    void interrupt() { isInterrupted = true; }
+    // Breaks the transport under a call that is blocked in the platform itself.
+    virtual void cut() {}
+
+    // Held by each exchange: device objects that share a link share its lock.
+    std::recursive_timed_mutex exchangeLock;
+    // Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes.
+    std::shared_mutex transportLock;
+
     // Kept for the caller; no exchange reads it, which is meant.
     void setTimeout(std::int64_t milliseconds) { timeoutMs = milliseconds; }
     [[nodiscard]] std::int64_t timeout() const { return timeoutMs; }
 
 protected:
+    // Every wait without limit looks here before it goes on.
+    [[nodiscard]] bool mustEnd() const { return isInterrupted.load(std::memory_order_relaxed); }
+    void startAnew() { isInterrupted = false; }
+
     std::string portName;
     bool isOpen = false;
-    std::int64_t timeoutMs = 5000;
+
+private:
+    std::atomic<bool> isInterrupted = false;
+    std::atomic<std::int64_t> timeoutMs = 5000;
 };
 
 } // namespace telvofm

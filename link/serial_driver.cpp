@@ -2,8 +2,6 @@
 
 #include "link/raw_log.h"
 
-#include <cstdio>
-
 namespace telvofm {
 namespace {
 
@@ -13,21 +11,6 @@ constexpr std::chrono::milliseconds answerLimit{15000};
 std::string deviceName(std::string_view name)
 {
     return std::string(name.substr(0, 3) == "COM" ? R"(\\.\)" : "").append(name);
-}
-
-// Runs an exchange; what the standard library throws in it is printed and becomes a code of our own.
-template <typename Exchange>
-auto translated(Exchange exchange)
-{
-    try {
-        return exchange();
-    } catch (const Telvo06FMException&) {
-        throw;
-    } catch (const std::exception& failure) {
-        std::puts(failure.what());
-        std::fflush(stdout);
-        throw Telvo06FMException(code::serialRuntimeFailure);
-    }
 }
 
 } // namespace
@@ -40,6 +23,7 @@ SerialDriver::SerialDriver(std::string_view name, std::uint32_t baud, StopBits s
 void SerialDriver::open()
 {
     isOpen = false;
+    startAnew();
     openLine(portName, lineBaud, lineStopBits);
     isOpen = true;
 }
@@ -50,26 +34,6 @@ void SerialDriver::close()
         closePort();
         isOpen = false;
     }
-}
-
-LinkDriver::Byte SerialDriver::sendCommand(std::string_view request)
-{
-    return translated([&] { return BlockProtocol::sendCommand(request); });
-}
-
-void SerialDriver::sendBlocks(std::string_view data, bool lastPart)
-{
-    translated([&] { BlockProtocol::sendBlocks(data, lastPart); });
-}
-
-std::string SerialDriver::query(std::string_view request)
-{
-    return translated([&] { return BlockProtocol::query(request); });
-}
-
-std::string SerialDriver::queryStrict(std::string_view request)
-{
-    return translated([&] { return BlockProtocol::queryStrict(request); });
 }
 
 std::size_t SerialDriver::writeRaw(std::string_view bytes)
@@ -100,6 +64,11 @@ std::int64_t SerialDriver::readRaw(Byte* buffer, std::int64_t count, const void*
     return LinkDriver::readRaw(buffer, count, marker);
 }
 
+std::string SerialDriver::portIdentity(std::string_view name)
+{
+    return identity(deviceName(name));
+}
+
 void SerialDriver::beginTry(Exchange exchange)
 {
     requireOpen();
@@ -117,8 +86,23 @@ void SerialDriver::beginTry(Exchange exchange)
 void SerialDriver::writeProtocolByte(Byte byte)
 {
     const char single = static_cast<char>(byte);
-    writeWhenReady(single);
+    waitForDataSetReady();
+    writeToLine(single);
     rawLog().record(RawLog::sent, {&single, 1});
+}
+
+// No limit in time, and at first no pause between looks: a line that steers the flow is off for moments. A
+// printer that is switched off holds it off for hours, and must not take a processor for them.
+void SerialDriver::waitForDataSetReady()
+{
+    constexpr std::int64_t looksWithoutPause = 1000;
+    constexpr std::chrono::milliseconds rest{1};
+    for (std::int64_t looks = 1; !isDataSetReady(); ++looks) {
+        endIfInterrupted();
+        if (looks > looksWithoutPause) {
+            pause(rest);
+        }
+    }
 }
 
 LinkDriver::Byte SerialDriver::readAnswerByte()
@@ -132,14 +116,18 @@ void SerialDriver::readData(char* target, std::size_t count)
 {
     requireOpen();
     auto silentSince = now();
-    while (count > 0) {
+    for (;;) {
         const std::size_t taken = readLine({target, count}, answerLimit);
         if (taken > 0) {
             rawLog().record(RawLog::received, {target, taken});
             target += taken;
             count -= taken;
-            silentSince = now();
-        } else if (!isClearToSend()) {
+            if (count == 0) {
+                return;
+            }
+        }
+        endIfInterrupted();
+        if (taken > 0 || !isClearToSend()) {
             silentSince = now();
         } else if (now() - silentSince > answerLimit) {
             throw Telvo06FMException(code::silentWithClearToSend);

@@ -16,20 +16,20 @@ public:
 
     void open() override;
     void close() override;
-    Byte sendCommand(std::string_view request) override;
-    void sendBlocks(std::string_view data, bool lastPart) override;
-    std::string query(std::string_view request) override;
-    std::string queryStrict(std::string_view request) override;
     std::size_t writeRaw(std::string_view bytes) override;
     // `passThrough` means nothing here; without `waitMs` only a byte that is there already is read.
     Byte readByte(bool passThrough, std::int64_t waitMs) override;
     std::int64_t readRaw(Byte* buffer, std::int64_t count, const void* marker) override;
+
+    // The same for all names of one port.
+    static std::string portIdentity(std::string_view name);
 
 private:
     void beginTry(Exchange exchange) override;
     void writeProtocolByte(Byte byte) override;
     Byte readAnswerByte() override;
     void readData(char* target, std::size_t count) override;
+    void waitForDataSetReady();
     void requireOpen() const;
 
     std::uint32_t lineBaud;

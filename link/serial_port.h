@@ -3,6 +3,7 @@
 // place. There is one implementation per platform.
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -58,6 +59,9 @@ public:
 
     [[nodiscard]] std::uint32_t lastError() const { return error; }
 
+    // The same for all names of one port.
+    static std::string identity(const std::string& name);
+
     static std::chrono::milliseconds now();
     static void pause(std::chrono::milliseconds time);
 
@@ -67,7 +71,7 @@ private:
     static constexpr std::intptr_t closed = -1;
 
     std::intptr_t handle = closed;
-    std::uint32_t error = 0;
+    std::atomic<std::uint32_t> error = 0; // raw access may fail beside an exchange
 };
 
 } // namespace telvofm

@@ -2,8 +2,6 @@
 
 #include "link/telvo06fm_exception.h"
 
-#include <thread>
-
 namespace telvofm {
 namespace {
 
@@ -36,9 +34,16 @@ void CSerialEx::purgeLine()
     require(purge());
 }
 
-void CSerialEx::writeWhenReady(char byte)
+// A port that has gone away is a failure, and not one that is never ready.
+bool CSerialEx::isDataSetReady()
 {
-    waitForDataSetReady();
+    ModemStatus status{};
+    require(modemStatus(status));
+    return status.dataSetReady;
+}
+
+void CSerialEx::writeToLine(char byte)
+{
     require(writePort(byte, writeLimit));
 }
 
@@ -53,18 +58,6 @@ bool CSerialEx::isClearToSend()
 {
     ModemStatus status{};
     return modemStatus(status) && status.clearToSend;
-}
-
-// No limit in time and no pause between looks, which is meant; the processor is offered to others between
-// them. A port that has gone away ends the wait.
-void CSerialEx::waitForDataSetReady()
-{
-    ModemStatus status{};
-    require(modemStatus(status));
-    while (!status.dataSetReady) {
-        std::this_thread::yield();
-        require(modemStatus(status));
-    }
 }
 
 void CSerialEx::require(bool succeeded)

@@ -13,15 +13,14 @@ public:
     void openLine(const std::string& name, std::uint32_t baud, StopBits stopBits);
     // Discards what has been received and what has not been sent yet.
     void purgeLine();
-    // Waits, without limit, until the printer is ready, and writes the byte.
-    void writeWhenReady(char byte);
+    bool isDataSetReady();
+    void writeToLine(char byte);
     // The number of bytes read; 0 after a time-out.
     std::size_t readLine(std::span<char> buffer, std::chrono::milliseconds limit);
     // Off also when the status cannot be read.
     bool isClearToSend();
 
 private:
-    void waitForDataSetReady();
     void require(bool succeeded);
 };
 

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <system_error>
 #include <termios.h>
 #include <thread>
 #include <unistd.h>
@@ -170,6 +172,14 @@ bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, 
         letBytesGather(buffer.size() - count);
     }
     return outcome(received > 0);
+}
+
+std::string CSerial::identity(const std::string& name)
+{
+    const std::string path = serialPath(name);
+    std::error_code noSuchFile;
+    const auto resolved = std::filesystem::canonical(path, noSuchFile); // a link leads to the same port
+    return noSuchFile ? path : resolved.string();
 }
 
 std::chrono::milliseconds CSerial::now()

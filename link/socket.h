@@ -45,6 +45,8 @@ public:
     bool create(const SocketAddress& address);
     [[nodiscard]] bool connect(const SocketAddress& address) const;
     void close();
+    // Ends what other threads do with the connection; the socket stays theirs until it is closed.
+    void shutDown() const;
     // One send of all bytes; false when it fails. It never raises a signal in the host program.
     [[nodiscard]] bool send(std::string_view bytes) const;
     [[nodiscard]] Wait waitReadable(std::chrono::milliseconds limit) const;

@@ -98,6 +98,11 @@ void Socket::close()
     }
 }
 
+void Socket::shutDown() const
+{
+    ::shutdown(descriptor(handle), SHUT_RDWR);
+}
+
 bool Socket::send(std::string_view bytes) const
 {
     return restarted([&] { return ::send(descriptor(handle), bytes.data(), bytes.size(), MSG_NOSIGNAL); }) !=

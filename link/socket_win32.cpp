@@ -64,6 +64,11 @@ void Socket::close()
     }
 }
 
+void Socket::shutDown() const
+{
+    ::shutdown(handle, SD_BOTH);
+}
+
 bool Socket::send(std::string_view bytes) const
 {
     return ::send(handle, bytes.data(), static_cast<int>(bytes.size()), 0) != SOCKET_ERROR;

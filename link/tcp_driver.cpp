@@ -1,9 +1,8 @@
 #include "link/tcp_driver.h"
 
 #include "link/raw_log.h"
+#include "link/standard_output.h"
 
-#include <algorithm>
-#include <cstdio>
 #include <utility>
 
 namespace telvofm {
@@ -20,6 +19,8 @@ TcpDriver::TcpDriver(std::string address) : BlockProtocol(std::move(address), tc
 
 void TcpDriver::open()
 {
+    close(); // a link that is opened again loses no socket
+    startAnew();
     if (!Socket::startUp()) {
         throw Telvo06FMException(code::transportFailure);
     }
@@ -29,8 +30,7 @@ void TcpDriver::open()
     if (port.empty()) {
         port = defaultPort;
     }
-    std::printf("host: %s port: %s\n", host.c_str(), port.c_str());
-    std::fflush(stdout);
+    writeLine("host: " + host + " port: " + port);
     try {
         connectToFirstThatAccepts(host, port);
     } catch (...) {
@@ -52,6 +52,7 @@ void TcpDriver::connectToFirstThatAccepts(const std::string& host, const std::st
                 return;
             }
             socket.close();
+            endIfInterrupted();
         }
     }
     throw Telvo06FMException(code::transportFailure);
@@ -66,15 +67,12 @@ void TcpDriver::close()
     }
 }
 
-LinkDriver::Byte TcpDriver::sendCommand(std::string_view request)
+// Without waiting for an opening or closing that is under way: there is nothing to break then.
+void TcpDriver::cut()
 {
-    try {
-        return BlockProtocol::sendCommand(request);
-    } catch (const Telvo06FMException&) {
-        throw;
-    } catch (const std::exception&) {
-        // Only here: the other exchanges let a run-time exception pass, which is meant.
-        throw Telvo06FMException(code::uploadRefusedOrRuntimeFailure);
+    if (transportLock.try_lock_shared()) {
+        socket.shutDown();
+        transportLock.unlock_shared();
     }
 }
 
@@ -88,29 +86,32 @@ LinkDriver::Byte TcpDriver::readByte(bool passThrough, std::int64_t waitMs)
 {
     bool probeSent = false;
     for (;;) {
-        while (unread.empty()) {
+        char received = 0;
+        while (input.take({&received, 1}) == 0) {
             waitForBytes(waitMs, probeSent);
         }
-        const auto byte = static_cast<Byte>(unread.front());
-        unread = unread.subspan(1);
+        const auto byte = static_cast<Byte>(received);
         if (passThrough || waitMs != 0 || (byte != ready && byte != busy)) {
             return byte;
         }
         if (byte == ready && probeSent) {
             throw Telvo06FMException(code::timeout);
         }
+        endIfInterrupted();
         probeSent = false;
     }
 }
 
-// One step of waiting: afterwards bytes are there to read, or the probe has been sent.
+// One step of waiting: afterwards bytes may be there to take, or the probe has been sent.
 void TcpDriver::waitForBytes(std::int64_t waitMs, bool& probeSent)
 {
     const auto limit = waitMs == 0 ? waitStep : std::chrono::milliseconds(waitMs);
+    const auto fillings = input.fillings();
     switch (socket.waitReadable(limit)) {
     case Socket::Wait::failed:
         throw Telvo06FMException(code::transportFailure);
     case Socket::Wait::silent:
+        endIfInterrupted();
         if (waitMs != 0 || probeSent) {
             throw Telvo06FMException(code::timeout);
         }
@@ -120,18 +121,21 @@ void TcpDriver::waitForBytes(std::int64_t waitMs, bool& probeSent)
     case Socket::Wait::readable:
         break;
     }
-    const std::ptrdiff_t received = socket.receive(inputBuffer);
-    if (received <= 0) {
-        // The printer is gone: waiting on would spin, as a closed socket is always readable.
-        throw Telvo06FMException(code::transportFailure);
-    }
-    unread = std::span<const char>(inputBuffer).first(static_cast<std::size_t>(received));
-    rawLog().record(RawLog::received, {unread.data(), unread.size()});
+    input.fillOnceSince(fillings, [this](std::span<char> room) {
+        const std::ptrdiff_t received = socket.receive(room);
+        if (received <= 0) {
+            // The printer is gone: waiting on would spin, as a closed socket is always readable.
+            throw Telvo06FMException(code::transportFailure);
+        }
+        const auto count = static_cast<std::size_t>(received);
+        rawLog().record(RawLog::received, {room.data(), count});
+        return count;
+    });
 }
 
 void TcpDriver::beginTry(Exchange /*exchange*/)
 {
-    unread = {};
+    input.discard();
 }
 
 void TcpDriver::writeProtocolByte(Byte byte)
@@ -147,15 +151,19 @@ LinkDriver::Byte TcpDriver::readAnswerByte()
 
 void TcpDriver::readData(char* target, std::size_t count)
 {
-    while (count > 0) {
-        bool probeSent = false;
-        while (unread.empty()) {
-            waitForBytes(0, probeSent);
+    std::span<char> missing(target, count);
+    bool probeSent = false;
+    for (;;) {
+        const std::size_t taken = input.take(missing);
+        missing = missing.subspan(taken);
+        if (missing.empty()) {
+            return;
         }
-        const std::size_t taken = std::min(count, unread.size());
-        target = std::copy_n(unread.begin(), taken, target);
-        unread = unread.subspan(taken);
-        count -= taken;
+        if (taken > 0) {
+            endIfInterrupted();
+            probeSent = false;
+        }
+        waitForBytes(0, probeSent);
     }
 }
 

@@ -4,10 +4,8 @@
 #pragma once
 
 #include "link/block_protocol.h"
+#include "link/input_buffer.h"
 #include "link/socket.h"
-
-#include <array>
-#include <span>
 
 namespace telvofm {
 
@@ -19,7 +17,7 @@ public:
 
     void open() override;
     void close() override;
-    Byte sendCommand(std::string_view request) override;
+    void cut() override;
     std::size_t writeRaw(std::string_view bytes) override;
     Byte readByte(bool passThrough, std::int64_t waitMs) override;
 
@@ -33,8 +31,7 @@ private:
     void sendRecorded(std::string_view bytes);
 
     Socket socket;
-    std::array<char, 256> inputBuffer{};
-    std::span<const char> unread;
+    InputBuffer input;
 };
 
 } // namespace telvofm

@@ -11,7 +11,7 @@ namespace telvofm {
 // The library's own codes. 0 to 255 are the printer's error bytes and have no names here.
 namespace code {
 inline constexpr std::int32_t silentWithClearToSend = 64; // shares its value with a printer's error code
-inline constexpr std::int32_t serialRuntimeFailure = -10000;
+inline constexpr std::int32_t runtimeFailure = -10000;
 inline constexpr std::int32_t uploadRefusedOrRuntimeFailure = -10001;
 inline constexpr std::int32_t unexpectedAnswer = -10002;
 inline constexpr std::int32_t portNotReady = -10103;

@@ -52,19 +52,28 @@ TEST_F(SerialDriverTest, NothingIsWrittenAfterTheLookAtClearToSendWhenThereIsNot
     EXPECT_THAT(port().calls, ElementsAre("look"));
 }
 
-TEST_F(SerialDriverTest, WaitsForDataSetReadyBeforeEachByteWithoutLimitAndWithoutPause)
+// The first look of these tests is the one at clear-to-send.
+TEST_F(SerialDriverTest, WaitsForDataSetReadyBeforeEachByteWithoutPauseWhileItSteersTheFlow)
 {
-    constexpr std::size_t looksInVain = 100000;
-    const auto started = port().clock;
-    port().looks.assign(looksInVain, onlyCts);
+    constexpr std::size_t looksInVain = 1000;
+    port().looks.assign(looksInVain + 1, onlyCts);
     port().looks.push_back(bothOn);
     port().looks.insert(port().looks.end(), looksInVain, onlyCts);
     EXPECT_EQ(driver.writeRaw("ab"), 2U);
     EXPECT_EQ(port().written(), "ab");
-    // The first look was the one at clear-to-send.
-    EXPECT_EQ(port().count("look"), 2 * static_cast<std::ptrdiff_t>(looksInVain) + 2);
-    EXPECT_EQ(port().calls.size(), 2 * looksInVain + 4) << "looks and two writes, no pause";
-    EXPECT_EQ(port().clock, started);
+    EXPECT_EQ(port().count("look"), 2 * static_cast<std::ptrdiff_t>(looksInVain) + 3);
+    EXPECT_EQ(port().calls.size(), 2 * looksInVain + 5) << "looks and two writes, no pause";
+}
+
+TEST_F(SerialDriverTest, LooksOnceAMillisecondWithoutLimitAtAPrinterThatStaysOff)
+{
+    constexpr std::ptrdiff_t looksWithoutPause = 1000;
+    constexpr std::ptrdiff_t anHour = 3600000;
+    const auto started = port().clock;
+    port().looks.assign(looksWithoutPause + anHour + 1, onlyCts);
+    EXPECT_EQ(driver.writeRaw("a"), 1U);
+    EXPECT_EQ(port().count("pause 1"), anHour);
+    EXPECT_EQ(port().clock - started, std::chrono::hours(1));
 }
 
 // A port that has gone away must not be looked at for ever.

@@ -185,6 +185,11 @@ bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, 
     return true;
 }
 
+std::string CSerial::identity(const std::string& name)
+{
+    return name;
+}
+
 std::chrono::milliseconds CSerial::now()
 {
     return port().clock;

@@ -91,6 +91,11 @@ void Socket::close()
     handle = invalid;
 }
 
+void Socket::shutDown() const
+{
+    test::note("shut down");
+}
+
 bool Socket::send(std::string_view bytes) const
 {
     test::note("send " + test::hexadecimal(bytes));

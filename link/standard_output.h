@@ -1,0 +1,12 @@
+// The few lines that the library writes to the standard output of its host. The stream is the host's: a
+// reader that has gone away raises no signal in it, and a full pipe does not block the call; the line then
+// stays in the stream's buffer until the host's next write. There is one implementation per platform.
+#pragma once
+
+#include <string_view>
+
+namespace telvofm {
+
+void writeLine(std::string_view line);
+
+} // namespace telvofm

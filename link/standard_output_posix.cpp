@@ -1,0 +1,60 @@
+#include "link/standard_output.h"
+
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <poll.h>
+#include <pthread.h>
+
+namespace telvofm {
+namespace {
+
+// Keeps the signal of a pipe without a reader away from the host while this thread writes.
+class WithoutBrokenPipeSignal
+{
+public:
+    WithoutBrokenPipeSignal()
+    {
+        ::sigemptyset(&brokenPipe);
+        ::sigaddset(&brokenPipe, SIGPIPE);
+        sigset_t pending;
+        ::sigpending(&pending);
+        wasPending = ::sigismember(&pending, SIGPIPE) == 1;
+        ::pthread_sigmask(SIG_BLOCK, &brokenPipe, &before);
+    }
+    WithoutBrokenPipeSignal(const WithoutBrokenPipeSignal&) = delete;
+    WithoutBrokenPipeSignal& operator=(const WithoutBrokenPipeSignal&) = delete;
+    ~WithoutBrokenPipeSignal()
+    {
+        if (!wasPending) {
+            const timespec atOnce{};
+            ::sigtimedwait(&brokenPipe, nullptr, &atOnce); // takes ours back, if it was raised
+        }
+        ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    }
+
+private:
+    sigset_t brokenPipe{};
+    sigset_t before{};
+    bool wasPending = false;
+};
+
+bool takesBytes(int descriptor)
+{
+    pollfd writable = {.fd = descriptor, .events = POLLOUT, .revents = 0};
+    return ::poll(&writable, 1, 0) != 0;
+}
+
+} // namespace
+
+void writeLine(std::string_view line)
+{
+    const WithoutBrokenPipeSignal quiet;
+    std::fwrite(line.data(), 1, line.size(), stdout);
+    std::fputc('\n', stdout);
+    if (takesBytes(::fileno(stdout))) {
+        std::fflush(stdout);
+    }
+}
+
+} // namespace telvofm

@@ -19,7 +19,7 @@ struct Bitmap
 
 // A bitmap as the platform loads it: rows from the top, `stride` bytes each, the first pixel of a byte in bit
 // 7. White is 1. Bitmaps in colours come with another depth than 1 and without their bits, a bitmap that
-// cannot be described with depth 0.
+// cannot be described, or not be read whole, with depth 0.
 struct PackedBitmap
 {
     std::size_t width = 0;

@@ -15,7 +15,7 @@ void expectItsPattern(const BitmapFile& file, bool ones = true)
     ASSERT_TRUE(bitmap.has_value());
     ASSERT_EQ(bitmap->width, static_cast<std::size_t>(file.width));
     ASSERT_EQ(bitmap->height, static_cast<std::size_t>(std::abs(file.height)));
-    EXPECT_EQ(bitmap->bitsPerPixel, 1);
+    ASSERT_EQ(bitmap->bitsPerPixel, 1);
     ASSERT_EQ(bitmap->bits.size(), bitmap->stride * bitmap->height);
     for (std::size_t y = 0; y < bitmap->height; ++y) {
         for (std::size_t x = 0; x < bitmap->width; ++x) {

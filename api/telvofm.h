@@ -1020,13 +1020,13 @@ TELVOFM_API int printJournalStructDArchive(int device, char journalType, const c
  */
 
 /*
- * Loads a 1-bit BMP file; clear bits of it print as dots. Nothing is sent. Writes "Path: ..." and, when the
- * file is a bitmap, "OK" to standard output. Returns -10201 when the file is no bitmap, -10104 when it is not
- * monochrome.
+ * Loads a BMP file of one bit per pixel in black and white; black prints as dots. Nothing is sent. Writes
+ * "Path: ..." and, when the file is a bitmap, "OK" to standard output. Returns -10201 when the file is no
+ * bitmap, -10104 when it is not monochrome.
  */
 TELVOFM_API int prepareGraphicHeader(int imageIndex, const char* fileName);
 
-/* As prepareGraphicHeader; when `inverse` is not 0, set bits and the padding print as dots. */
+/* As prepareGraphicHeader; when `inverse` is not 0, white and the padding print as dots. */
 TELVOFM_API int prepareGraphicHeader_inverse(int imageIndex, const char* fileName, int inverse);
 
 /* Uploads a prepared picture row by row; nothing is uploaded for an index without one. */

@@ -1,4 +1,4 @@
-// A monochrome picture, one byte per pixel in rows from the top: 1 where the bit of the bitmap file is set,
+// A monochrome picture, one byte per pixel in rows from the top: 1 where the bit of the loaded bitmap is set,
 // else 0.
 #pragma once
 
@@ -18,7 +18,8 @@ struct Bitmap
 };
 
 // A bitmap as the platform loads it: rows from the top, `stride` bytes each, the first pixel of a byte in bit
-// 7. Other depths than one bit come without their bits, a bitmap that cannot be described with depth 0.
+// 7. White is 1. Bitmaps in colours come with another depth than 1 and without their bits, a bitmap that
+// cannot be described, or not be read whole, with depth 0.
 struct PackedBitmap
 {
     std::size_t width = 0;

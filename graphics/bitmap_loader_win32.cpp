@@ -33,7 +33,10 @@ std::optional<PackedBitmap> loadBitmapFile(const std::string& fileName)
     packed.bitsPerPixel = description.bmBitsPixel;
     if (packed.bitsPerPixel == 1) {
         packed.bits.resize(packed.stride * packed.height);
-        ::GetBitmapBits(handle.get(), static_cast<LONG>(packed.bits.size()), packed.bits.data());
+        const auto size = static_cast<LONG>(packed.bits.size());
+        if (::GetBitmapBits(handle.get(), size, packed.bits.data()) != size) {
+            packed.bitsPerPixel = 0; // what is missing would print black
+        }
     }
     return packed;
 }

@@ -1,6 +1,7 @@
-// Reads BMP files from memory, for platforms without a loader of their own: one bit per pixel, uncompressed,
-// with any version of the header, rows in either order. The palette is ignored: the bits of the file are what
-// counts.
+// Reads BMP files from memory, for platforms without a loader of their own, as a loader for a screen does: a
+// file of one bit per pixel whose palette is black and white becomes a monochrome bitmap, in which white is 1
+// whichever colour stands first; all others become bitmaps in colours. docs/graphics.md has the table of what
+// is read and what is refused.
 #pragma once
 
 #include "graphics/bitmap.h"
@@ -10,7 +11,7 @@
 namespace telvofm::graphics {
 
 // So many bytes of the file's beginning tell how long it has to be.
-inline constexpr std::size_t bitmapHeadSize = 34;
+inline constexpr std::size_t bitmapHeadSize = 50;
 
 // Where the bitmap ends that `head`, the beginning of a file, announces; nothing when it is no bitmap. A
 // loader asks before it reads the rest, so that a wrong file costs no memory.

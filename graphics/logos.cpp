@@ -9,6 +9,13 @@ namespace {
 
 using ImageTable = std::map<int, std::string>;
 
+ImageTable tableOf(int imageIndex, std::string image)
+{
+    ImageTable table;
+    table.emplace(imageIndex, std::move(image));
+    return table;
+}
+
 std::string_view imageOf(const ImageTable& table, int index)
 {
     const auto found = table.find(index);
@@ -50,10 +57,16 @@ void loadImages(Device& printer, int address, const LogoPlacement& placement, co
 void prepare(Device& printer, int imageIndex, std::string_view fileName, bool inverse)
 {
     LogoLayouts layouts = logoLayouts(loadMonochrome(fileName), inverse);
-    printer.secondColumnImages.try_emplace(imageIndex, layouts.columns);
-    printer.columnImages.try_emplace(imageIndex, std::move(layouts.columns));
-    printer.bandImages.try_emplace(imageIndex, std::move(layouts.bands));
-    printer.rasterImages.try_emplace(imageIndex, std::move(layouts.raster));
+    ImageTable secondColumns = tableOf(imageIndex, layouts.columns);
+    ImageTable columns = tableOf(imageIndex, std::move(layouts.columns));
+    ImageTable bands = tableOf(imageIndex, std::move(layouts.bands));
+    ImageTable raster = tableOf(imageIndex, std::move(layouts.raster));
+    // All memory is there by now: merging moves whole entries, cannot fail, and leaves a taken index as it
+    // is.
+    printer.secondColumnImages.merge(secondColumns);
+    printer.columnImages.merge(columns);
+    printer.bandImages.merge(bands);
+    printer.rasterImages.merge(raster);
 }
 
 void loadRaster(Device& printer, int address, int imageNumber, int leftSpacing)
@@ -96,8 +109,9 @@ void loadMemoryBitmap(Device& printer, int address, int leftSpacing, bool printA
 void print(Device& printer, int address, int printType, int graphicIndex, std::string_view imageData)
 {
     constexpr std::string_view end("\0\0\0\0", 4);
+    const std::string picture(imageData); // the caller may change its own while the printer answers
     printer.send(printer.request(address, Command::printGraphic).number(printType).number(graphicIndex));
-    printer.upload(imageData, true);
+    printer.upload(picture, true);
     printer.upload(end, true);
 }
 

@@ -8,7 +8,7 @@
 
 namespace telvofm::graphics {
 
-// An index that is prepared already keeps its first picture.
+// An index that is prepared already keeps its first picture. What fails leaves every table as it was.
 void prepare(Device& printer, int imageIndex, std::string_view fileName, bool inverse);
 
 struct LogoPlacement

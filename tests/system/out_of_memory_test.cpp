@@ -1,6 +1,8 @@
-// The library while memory runs out: the program's allocations are the library's too, and end on demand.
+// The library while memory runs out: the program's allocations are the library's too, and end on demand. The
+// printer's thread goes on.
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
+#include "tests/unit/failing_allocations.h"
 
 #include <gtest/gtest.h>
 
@@ -8,64 +10,8 @@
 #include <future>
 #include <new>
 
-namespace {
-
-constexpr int unlimited = -1;
-
-// Of this thread only, so that the printer of the test goes on.
-thread_local int allocationsLeft = unlimited;
-
-bool mayAllocate()
-{
-    if (allocationsLeft > 0) {
-        --allocationsLeft;
-        return true;
-    }
-    return allocationsLeft == unlimited;
-}
-
-} // namespace
-
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
-{
-    return mayAllocate() ? std::malloc(size == 0 ? 1 : size) : nullptr;
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* memory = operator new(size, std::nothrow)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept
-{
-    std::free(memory);
-}
-
 namespace telvofm::test {
 namespace {
-
-// What the call returns when memory ends after so many allocations.
-template <typename Call>
-auto withAllocations(int count, Call call)
-{
-    struct Limit
-    {
-        explicit Limit(int allocations) { allocationsLeft = allocations; }
-        Limit(const Limit&) = delete;
-        Limit& operator=(const Limit&) = delete;
-        ~Limit() { allocationsLeft = unlimited; }
-    };
-    const Limit limit(count);
-    return call();
-}
 
 class OutOfMemory : public ::testing::Test
 {

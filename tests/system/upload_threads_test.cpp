@@ -1,4 +1,5 @@
-// An upload and the command that announces it are one exchange: no other thread's call comes in between.
+// An upload and the command that announces it are one exchange: no other thread's call comes in between, and
+// the caller's bytes are those of the call.
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
 
@@ -65,6 +66,33 @@ TEST(UploadThreads, NoCallComesBetweenACommandAndItsUpload)
     const std::string announcement{"\x1C\x01\x31\x32\0Otvorene\0\x04", 15};
     const std::vector<std::string> expected{command, blockOf(256, 'a', '\x17'), blockOf(256, 'b', '\x17'),
                                             blockOf(88, 'c', '\x03'), announcement};
+    EXPECT_EQ(received, expected);
+}
+
+TEST(UploadThreads, APictureThatChangesMeanwhileIsUploadedAsItWas)
+{
+    std::string picture(300, 'a');
+    std::vector<std::string> received;
+    {
+        PrinterThread printer([&](wire::Connection& connection) {
+            receiveRequest(connection);
+            picture.assign(picture.size(), 'b');
+            connection.send("\x06");
+            for (const std::size_t length : {256U, 44U, 4U}) {
+                std::string block = receiveBytes(connection, length + 4);
+                block.resize(block.empty() ? 0 : block.size() - 1); // its checksum byte
+                received.push_back(block);
+                connection.send("\x06");
+            }
+            receiveUntilClosed(connection);
+        });
+        setLogginOff();
+        ASSERT_EQ(openFM(printer.address().c_str()), 0);
+        EXPECT_EQ(printGraphic(1, 2, 3, picture.data(), static_cast<int>(picture.size())), 0);
+        closeFM();
+    }
+    const std::vector<std::string> expected{blockOf(256, 'a', '\x17'), blockOf(44, 'a', '\x03'),
+                                            blockOf(4, '\0', '\x03')};
     EXPECT_EQ(received, expected);
 }
 

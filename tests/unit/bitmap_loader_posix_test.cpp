@@ -1,58 +1,85 @@
-// Files that only our own reader is asked about: damaged ones, rows from the top, and files far larger than
-// memory.
-#include "graphics/bitmap.h"
+// Files that our own reader and Wine's loader take differently, and files far larger than memory.
+#include "tests/unit/bitmap_loader_fixture.h"
 
-#include "tests/unit/bitmap_file.h"
-#include "tests/unit/own_folder.h"
-
-#include <algorithm>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace telvofm::graphics {
 namespace {
 
-class BitmapFiles : public testing::Test
-{
-protected:
-    void write(const std::vector<std::uint8_t>& bytes, std::size_t length)
-    {
-        std::ofstream file(name, std::ios::binary | std::ios::trunc);
-        file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(length));
-    }
+constexpr std::uint32_t black = BitmapFile::black;
+constexpr std::uint32_t white = BitmapFile::white;
 
-    test::OwnFolder folder;
-    std::string name = folder.file("logo.bmp");
+class BitmapFiles : public BitmapLoaderFixture
+{
 };
 
-TEST_F(BitmapFiles, TruncatedAnywhereTheyAreNoBitmaps)
+TEST_F(BitmapFiles, WithWhiteFirstGiveOneForWhiteAllTheSame)
 {
-    for (const std::uint32_t size : {12U, 40U, 124U}) {
-        const auto whole = BitmapFile{.descriptionSize = size}.bytes();
-        for (std::size_t length = 0; length < whole.size(); ++length) {
-            write(whole, length);
-            EXPECT_FALSE(loadBitmapFile(name).has_value()) << length;
-        }
-        write(whole, whole.size());
-        EXPECT_TRUE(loadBitmapFile(name).has_value());
+    for (const std::uint32_t size : {12U, 40U, 108U, 124U}) {
+        expectPattern({.descriptionSize = size, .palette = {white, black}}, Pixels::clearBits);
     }
 }
 
-TEST_F(BitmapFiles, AreReadAsTheReaderReadsThem)
+TEST_F(BitmapFiles, OfTheNewerHeadersHaveTheirPaletteBehindThem)
 {
-    for (const BitmapFile& file : {BitmapFile{.width = 70, .height = -33}, BitmapFile{.descriptionSize = 12},
-                                   BitmapFile{.descriptionSize = 108, .whiteFirst = true},
-                                   BitmapFile{.descriptionSize = 124, .gap = 300}}) {
-        const auto bytes = file.bytes();
-        write(bytes, bytes.size());
-        const auto loaded = loadBitmapFile(name);
-        ASSERT_TRUE(loaded.has_value());
-        ASSERT_EQ(loaded->height, static_cast<std::size_t>(std::abs(file.height)));
-        for (std::size_t y = 0; y < loaded->height; ++y) {
-            const unsigned byte = loaded->bits[y * loaded->stride];
-            EXPECT_EQ((byte & 0x80U) != 0, BitmapFile::isSet(0, y));
-            EXPECT_EQ((byte & 0x01U) != 0, BitmapFile::isSet(7, y));
+    for (const std::uint32_t size : {108U, 124U}) {
+        expectPattern({.descriptionSize = size});
+        expectPattern({.descriptionSize = size, .gap = 300});
+        EXPECT_EQ(codeOf(BitmapFile{.descriptionSize = size, .palette = {0x0000FF, white}}.bytes()),
+                  code::bitmapNotMonochrome);
+        EXPECT_EQ(codeOf(BitmapFile{.descriptionSize = size, .palette = {}}.bytes()),
+                  code::bitmapNotMonochrome);
+    }
+}
+
+TEST_F(BitmapFiles, WithRowsFromTheTopAreNotUpsideDown)
+{
+    for (const std::uint32_t size : {40U, 108U, 124U}) {
+        expectPattern({.width = 70, .height = -33, .descriptionSize = size});
+    }
+    expectPattern({.height = -10, .palette = {white, black}}, Pixels::clearBits);
+    EXPECT_EQ(codeOf(BitmapFile{.width = 1, .height = -65536}.bytes()), code::transportFailure);
+}
+
+TEST_F(BitmapFiles, TruncatedAnywhereTheyAreNoBitmaps)
+{
+    for (const std::uint32_t size : {12U, 40U, 108U, 124U}) {
+        const auto whole = BitmapFile{.descriptionSize = size}.bytes();
+        for (std::size_t length = 0; length < whole.size(); ++length) {
+            write(whole, length);
+            ASSERT_EQ(codeOfLoading(), code::transportFailure) << length;
         }
+        write(whole);
+        EXPECT_EQ(codeOfLoading(), 0);
+    }
+}
+
+TEST_F(BitmapFiles, OfOneBitThatSayTheyAreCompressedAreNoBitmaps)
+{
+    for (const std::uint32_t compression : {1U, 2U, 3U, 4U, 5U, 99U}) {
+        EXPECT_EQ(codeOf(BitmapFile{.compression = compression}.bytes()), code::transportFailure);
+    }
+}
+
+TEST_F(BitmapFiles, WithoutASizeOrWithOneBelowZeroAreNoBitmaps)
+{
+    for (const auto& [position, value] :
+         std::initializer_list<std::pair<std::size_t, std::uint32_t>>{{BitmapFile::widthAt, 0U},
+                                                                      {BitmapFile::heightAt, 0U},
+                                                                      {BitmapFile::widthAt, 0xFFFFFFF4U},
+                                                                      {BitmapFile::heightAt, 0x80000000U}}) {
+        auto bytes = BitmapFile{}.bytes();
+        BitmapFile::overwrite(bytes, position, value);
+        EXPECT_EQ(codeOf(bytes), code::transportFailure) << value;
+    }
+}
+
+TEST_F(BitmapFiles, WhosePixelsWouldBeInTheHeaderOrBehindTheEndAreNoBitmaps)
+{
+    for (const std::uint32_t offset : {1U, 14U, 53U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        auto bytes = BitmapFile{}.bytes();
+        BitmapFile::overwrite(bytes, BitmapFile::pixelOffsetAt, offset);
+        EXPECT_EQ(codeOf(bytes), code::transportFailure) << offset;
     }
 }
 
@@ -60,26 +87,26 @@ TEST_F(BitmapFiles, CostNoMoreMemoryThanTheirPictureHoweverLargeTheyAre)
 {
     constexpr std::uintmax_t farTooLarge = std::uintmax_t{64} << 30U;
     const auto bytes = BitmapFile{}.bytes();
-    write(bytes, bytes.size());
+    write(bytes);
     std::filesystem::resize_file(name, farTooLarge); // takes no room on the disk
     const auto loaded = loadBitmapFile(name);
     ASSERT_TRUE(loaded.has_value());
     EXPECT_EQ(loaded->bits.size(), 40U);
 
-    write(bytes, 0);
+    write({});
     std::filesystem::resize_file(name, farTooLarge);
     EXPECT_FALSE(loadBitmapFile(name).has_value());
 }
 
 TEST_F(BitmapFiles, CostNoMemoryForAPictureThatTheyOnlyAnnounce)
 {
-    auto bytes = BitmapFile{}.bytes();
-    for (const std::size_t number : {18U, 22U}) { // where the width and the height stand
-        std::fill_n(bytes.begin() + static_cast<std::ptrdiff_t>(number), 3, std::uint8_t{0xFF});
-        bytes[number + 3] = 0x7F;
+    for (const std::uint32_t size : {65535U, 0x7FFFFFFFU}) {
+        auto bytes = BitmapFile{}.bytes();
+        BitmapFile::overwrite(bytes, BitmapFile::widthAt, size);
+        BitmapFile::overwrite(bytes, BitmapFile::heightAt, size);
+        write(bytes);
+        EXPECT_FALSE(loadBitmapFile(name).has_value());
     }
-    write(bytes, bytes.size());
-    EXPECT_FALSE(loadBitmapFile(name).has_value());
 }
 
 TEST_F(BitmapFiles, APipeIsNotWaitedFor)

@@ -1,10 +1,13 @@
-"""Makes the bitmap files of this folder: one bit per pixel, rows from the bottom, palette black and white, so that the
-loaders of all platforms read them alike. Run it in this folder after a change."""
+"""Makes the bitmap files of this folder, rows from the bottom. Those that are to be read have one bit per pixel and the palette
+black and white, so that the loaders of all platforms read them alike. Run it in this folder after a change."""
 import struct
 
 
-def write(name, width, height, is_set, depth=1):
-    palette = b"\x00\x00\x00\x00\xff\xff\xff\x00" if depth == 1 else b""
+BLACK_AND_WHITE = b"\x00\x00\x00\x00\xff\xff\xff\x00"
+RED_AND_WHITE = b"\x00\x00\xff\x00\xff\xff\xff\x00"
+
+
+def write(name, width, height, is_set, depth=1, palette=BLACK_AND_WHITE):
     stride = (width * depth + 31) // 32 * 4
     rows = b""
     for y in reversed(range(height)):
@@ -25,4 +28,5 @@ write("set_1x1.bmp", 1, 1, lambda x, y: True)
 write("clear_1x1.bmp", 1, 1, lambda x, y: False)
 write("clear_257x1.bmp", 257, 1, lambda x, y: False)
 write("clear_252x8.bmp", 252, 8, lambda x, y: False)
-write("colour_4x4.bmp", 4, 4, lambda x, y: x == y, depth=24)
+write("colour_4x4.bmp", 4, 4, lambda x, y: x == y, depth=24, palette=b"")
+write("red_4x4.bmp", 4, 4, lambda x, y: x == y, palette=RED_AND_WHITE)

@@ -55,6 +55,7 @@ using telvofm::test::watcher;
 // The drivers are linked into the test program and find these first; the clock is asked by the language's
 // library, which needs to see it from outside.
 extern "C" {
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's own names are reserved ones.
 
 // An interrupted connect goes on by itself, and so does this one.
 int connect(int descriptor, const sockaddr* address, socklen_t size)
@@ -125,4 +126,6 @@ int poll(pollfd* waiting, nfds_t count, int limit)
     now->tv_nsec = (moved % seconds(1)).count();
     return static_cast<int>(result);
 }
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 }

@@ -99,6 +99,20 @@ TEST_F(RawLogTest, AFileThatCannotBeWrittenLosesTheRecordOnly)
     EXPECT_EQ(linesOf(path), "S: 02 ");
 }
 
+// Somebody may take the file away at any time: no record holds it.
+TEST_F(RawLogTest, TheFileIsClosedAfterEachRecord)
+{
+    log.switchOn(path);
+    log.record(RawLog::sent, "\x01");
+    std::filesystem::rename(path, folder.file("taken.txt"));
+    log.record(RawLog::received, "\x02");
+    EXPECT_EQ(linesOf(folder.file("taken.txt")), "C: 01 ");
+    EXPECT_EQ(linesOf(path), "\nS: 02 ");
+    std::filesystem::remove(path);
+    log.record(RawLog::received, "\x03");
+    EXPECT_EQ(linesOf(path), "03 ");
+}
+
 class RawLogOfDriver : public TcpDriverTest
 {
 protected:

@@ -29,7 +29,8 @@ private:
     std::size_t seen = 0;
 };
 
-// The whole file, byte for byte; nothing when there is none.
-std::optional<std::string> readFile(const std::filesystem::path& path);
+// The whole file, byte for byte; nothing when there is none. Its name may hold any bytes, as names do that
+// are given to the library.
+std::optional<std::string> readFile(const std::string& path);
 
 } // namespace wire

@@ -1,0 +1,85 @@
+// The serial driver's calls of the system, on a pseudo-terminal: the wait for room to write, and whose
+// terminal it is.
+#include "link/serial_driver.h"
+#include "link/telvo06fm_exception.h"
+#include "tests/system/serial_printer.h"
+#include "tests/system/system_calls.h"
+#include "tests/unit/own_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace telvofm::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SerialCalls : public ::testing::Test
+{
+protected:
+    // Until no more goes in. The system moves what it holds for a moment longer and has a little room again,
+    // but never as much as `more`.
+    void fillLine() const
+    {
+        const int line = ::open(printer.terminal().c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+        ASSERT_NE(line, -1);
+        while (::write(line, more.data(), more.size()) > 0) {
+        }
+        ::close(line);
+    }
+
+    const std::string more = std::string(16384, 'x');
+    OwnFolder folder;
+    SerialPrinter printer{folder.file("lines")};
+    SystemCalls calls;
+};
+
+TEST_F(SerialCalls, AByteWaitsFifteenSecondsForRoom)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    fillLine();
+    try {
+        driver.writeRaw(more);
+        FAIL() << "there is no room";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, -10201);
+    }
+    EXPECT_EQ(calls.waitedForTerminal, 15000ms);
+}
+
+TEST_F(SerialCalls, AByteIsWrittenWhenThereIsRoomAgain)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    fillLine();
+    int timesFull = 0;
+    calls.whenTerminalIsFull = [&] {
+        ++timesFull;
+        while (!printer.line().receive(more.size(), 0ms)->empty()) {
+        }
+    };
+    EXPECT_EQ(driver.writeRaw(more), more.size());
+    EXPECT_GT(timesFull, 0);
+    EXPECT_EQ(calls.waitedForTerminal, 0ms);
+}
+
+// A host without a terminal of its own must not get the printer's: it would be ended by a hang-up of the
+// line.
+TEST_F(SerialCalls, AnOpenPortDoesNotBecomeTheTerminalOfTheHost)
+{
+    const auto host = [&] {
+        ::setsid();
+        SerialDriver driver(printer.name(), 57600, StopBits::one);
+        driver.open();
+        const bool hasTerminal = ::open("/dev/tty", O_RDONLY | O_CLOEXEC) != -1 || errno != ENXIO;
+        ::_exit(hasTerminal ? 1 : 0);
+    };
+    EXPECT_EXIT(host(), ::testing::ExitedWithCode(0), "");
+}
+
+} // namespace
+} // namespace telvofm::test

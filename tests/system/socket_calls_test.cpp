@@ -1,0 +1,109 @@
+// The TCP driver's calls of the system: what is asked of the socket, and what becomes of calls that are cut
+// short or interrupted.
+#include "link/tcp_driver.h"
+#include "link/telvo06fm_exception.h"
+#include "tests/system/printer_thread.h"
+#include "tests/system/system_calls.h"
+#include "tests/unit/bytes.h"
+
+#include <gmock/gmock.h>
+
+#include <future>
+
+namespace telvofm::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+const std::string request = bytes({0x1C, 0x01, 0xE0, 0x04});
+
+class SocketCalls : public ::testing::Test
+{
+protected:
+    // Opens a connection, has a command accepted and closes again; what the printer received.
+    std::string exchange()
+    {
+        std::promise<std::string> received;
+        PrinterThread printer([&](wire::Connection& connection) {
+            std::string all = receiveBytes(connection, 1);
+            connection.send("\x06");
+            received.set_value(all += receiveUntilClosed(connection));
+        });
+        TcpDriver driver(printer.address());
+        driver.open();
+        EXPECT_EQ(driver.sendCommand(request), 0x06);
+        driver.close();
+        return received.get_future().get();
+    }
+
+    SystemCalls calls;
+};
+
+TEST_F(SocketCalls, NoOptionOfTheSocketIsChanged)
+{
+    EXPECT_EQ(exchange(), request + "\xF9");
+    EXPECT_EQ(calls.socketOptionsSet, 0);
+}
+
+TEST_F(SocketCalls, ARequestAndItsChecksumByteAreOneSendEach)
+{
+    exchange();
+    EXPECT_THAT(calls.sends, ElementsAre(4, 1));
+}
+
+// The rest of a request that the system takes in part is lost: this is meant.
+TEST_F(SocketCalls, APartialSendIsNotRepeated)
+{
+    calls.mostBytesPerSend = 2;
+    EXPECT_EQ(exchange(), request.substr(0, 2) + "\xF9");
+    EXPECT_THAT(calls.sends, ElementsAre(4, 1));
+}
+
+TEST_F(SocketCalls, RawBytesCountAsWrittenWhenTheyAreSentInPart)
+{
+    std::promise<std::string> received;
+    PrinterThread printer(
+        [&](wire::Connection& connection) { received.set_value(receiveUntilClosed(connection)); });
+    TcpDriver driver(printer.address());
+    driver.open();
+    calls.mostBytesPerSend = 3;
+    EXPECT_EQ(driver.writeRaw("abcdef"), 6U);
+    driver.close();
+    EXPECT_EQ(received.get_future().get(), "abc");
+}
+
+TEST_F(SocketCalls, AnInterruptedConnectIsWaitedFor)
+{
+    calls.connectsToInterrupt = 1;
+    EXPECT_EQ(exchange(), request + "\xF9");
+    EXPECT_EQ(calls.connectsToInterrupt, 0);
+}
+
+TEST_F(SocketCalls, AnInterruptedConnectThatIsRefusedThenFails)
+{
+    const auto address = [] {
+        const wire::Listener listener;
+        return "127.0.0.1:" + std::to_string(listener.port());
+    }();
+    calls.connectsToInterrupt = 1;
+    TcpDriver driver(address);
+    try {
+        driver.open();
+        FAIL() << "nobody listens there";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, -10201);
+    }
+    EXPECT_EQ(calls.connectsToInterrupt, 0);
+}
+
+TEST_F(SocketCalls, InterruptedSendsAndReceivesAreRepeated)
+{
+    calls.sendsToInterrupt = 3;
+    calls.receivesToInterrupt = 3;
+    EXPECT_EQ(exchange(), request + "\xF9");
+    EXPECT_EQ(calls.sendsToInterrupt, 0);
+    EXPECT_EQ(calls.receivesToInterrupt, 0);
+}
+
+} // namespace
+} // namespace telvofm::test

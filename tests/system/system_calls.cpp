@@ -1,0 +1,131 @@
+#include "tests/system/system_calls.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace telvofm::test {
+namespace {
+
+thread_local SystemCalls* watcher = nullptr;
+thread_local std::chrono::milliseconds timePassedAtOnce{0};
+
+// The function of the system that the one of the same name below hides.
+template <typename Function>
+Function* system(const char* name)
+{
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+bool interrupts(int SystemCalls::*count)
+{
+    if (watcher == nullptr || watcher->*count == 0) {
+        return false;
+    }
+    --(watcher->*count);
+    errno = EINTR;
+    return true;
+}
+
+} // namespace
+
+SystemCalls::SystemCalls()
+{
+    watcher = this;
+}
+
+SystemCalls::~SystemCalls()
+{
+    watcher = nullptr;
+}
+
+} // namespace telvofm::test
+
+using telvofm::test::interrupts;
+using telvofm::test::SystemCalls;
+using telvofm::test::timePassedAtOnce;
+using telvofm::test::watcher;
+
+// The drivers are linked into the test program and find these first; the clock is asked by the language's
+// library, which needs to see it from outside.
+extern "C" {
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the system's own names are reserved ones.
+
+// An interrupted connect goes on by itself, and so does this one.
+int connect(int descriptor, const sockaddr* address, socklen_t size)
+{
+    static auto* const real = telvofm::test::system<decltype(::connect)>("connect");
+    if (!interrupts(&SystemCalls::connectsToInterrupt)) {
+        return real(descriptor, address, size);
+    }
+    const int flags = ::fcntl(descriptor, F_GETFL);
+    ::fcntl(descriptor, F_SETFL, flags | O_NONBLOCK);
+    const int result = real(descriptor, address, size);
+    const int error = errno == EINPROGRESS ? EINTR : errno;
+    ::fcntl(descriptor, F_SETFL, flags);
+    errno = error;
+    return result;
+}
+
+ssize_t send(int descriptor, const void* bytes, size_t count, int flags)
+{
+    static auto* const real = telvofm::test::system<decltype(::send)>("send");
+    if (interrupts(&SystemCalls::sendsToInterrupt)) {
+        return -1;
+    }
+    if (watcher != nullptr) {
+        watcher->sends.push_back(count);
+        count = std::min(count, watcher->mostBytesPerSend);
+    }
+    return real(descriptor, bytes, count, flags);
+}
+
+ssize_t recv(int descriptor, void* buffer, size_t size, int flags)
+{
+    static auto* const real = telvofm::test::system<decltype(::recv)>("recv");
+    return interrupts(&SystemCalls::receivesToInterrupt) ? -1 : real(descriptor, buffer, size, flags);
+}
+
+int setsockopt(int descriptor, int level, int option, const void* value, socklen_t size) noexcept
+{
+    static auto* const real = telvofm::test::system<decltype(::setsockopt)>("setsockopt");
+    if (watcher != nullptr) {
+        ++watcher->socketOptionsSet;
+    }
+    return real(descriptor, level, option, value, size);
+}
+
+int poll(pollfd* waiting, nfds_t count, int limit)
+{
+    static auto* const real = telvofm::test::system<decltype(::poll)>("poll");
+    const bool isForTerminal = count == 1 && waiting->events == POLLOUT && ::isatty(waiting->fd) == 1;
+    if (watcher == nullptr || !isForTerminal || real(waiting, count, 0) != 0) {
+        return real(waiting, count, limit);
+    }
+    if (watcher->whenTerminalIsFull) {
+        watcher->whenTerminalIsFull();
+        return real(waiting, count, limit);
+    }
+    watcher->waitedForTerminal += std::chrono::milliseconds(limit);
+    timePassedAtOnce += std::chrono::milliseconds(limit);
+    return 0;
+}
+
+[[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec* now) noexcept
+{
+    using namespace std::chrono;
+    const long result = ::syscall(SYS_clock_gettime, clock, now);
+    const nanoseconds moved = seconds(now->tv_sec) + nanoseconds(now->tv_nsec) + timePassedAtOnce;
+    now->tv_sec = duration_cast<seconds>(moved).count();
+    now->tv_nsec = (moved % seconds(1)).count();
+    return static_cast<int>(result);
+}
+
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
+}

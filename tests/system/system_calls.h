@@ -1,0 +1,37 @@
+// Stands between the link drivers and the system: while an object of this class lives, the calls of the
+// thread that made it pass through here and are cut, interrupted and counted. Calls of other threads, the
+// printer's for example, go by.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+namespace telvofm::test {
+
+class SystemCalls
+{
+public:
+    SystemCalls();
+    ~SystemCalls();
+    SystemCalls(const SystemCalls&) = delete;
+    SystemCalls& operator=(const SystemCalls&) = delete;
+
+    // What shall happen: how many of the next calls a signal interrupts, and how much of its bytes a send
+    // takes.
+    int connectsToInterrupt = 0;
+    int sendsToInterrupt = 0;
+    int receivesToInterrupt = 0;
+    std::size_t mostBytesPerSend = static_cast<std::size_t>(-1);
+    // Called when a terminal has no room for a byte, before the wait for it begins. Without it that wait ends
+    // in vain, and its time passes at once.
+    std::function<void()> whenTerminalIsFull;
+
+    // What has happened.
+    std::vector<std::size_t> sends; // how many bytes each was given
+    int socketOptionsSet = 0;
+    std::chrono::milliseconds waitedForTerminal{0};
+};
+
+} // namespace telvofm::test

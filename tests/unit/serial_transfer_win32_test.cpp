@@ -112,6 +112,13 @@ TEST_F(SerialTransferWin32, AWaitThatFailsEndsTheOperation)
     EXPECT_TRUE(comm.operations.empty());
 }
 
+// As when an adapter is pulled out.
+TEST_F(SerialTransferWin32, AReadThatFailsBeforeTheCancelIsNoSilence)
+{
+    comm.reads = {{Course::late, "", ERROR_GEN_FAILURE}};
+    EXPECT_EQ(codeOf([&] { read(1); }), -10201);
+}
+
 TEST_F(SerialTransferWin32, AFailingReadHasTheCodeOfItsError)
 {
     for (const auto& [error, code] :

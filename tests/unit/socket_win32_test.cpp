@@ -10,7 +10,6 @@
 namespace telvofm::test {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using namespace std::chrono_literals;
@@ -115,6 +114,13 @@ protected:
 
     Socket socket;
 };
+
+TEST_F(OpenSocketWin32, ANameThatDoesNotResolveHasNoAddresses)
+{
+    winsock.fail("getaddrinfo");
+    EXPECT_FALSE(Socket::resolve("printer", "9100").has_value());
+    EXPECT_THAT(winsock.calls, ElementsAre("getaddrinfo printer 9100 0 1 6 0"));
+}
 
 TEST_F(OpenSocketWin32, SendsAllBytesOnceAndWithoutFlags)
 {

@@ -23,13 +23,13 @@ struct Transfer
         waitedFor, // is done while its event is waited for
         late,      // is done after that wait has ended, but before the cancel takes hold
         silent,    // is never done: the cancel ends it
-        refused,   // does not begin: the call fails with `error`
-        broken     // begins, and its result is `error`
+        refused,   // does not begin: the call fails
+        broken     // begins, and has failed when it is waited for
     };
 
     Course course;
     std::string bytes; // of a read; a write moves as many
-    DWORD error = 0;
+    DWORD error = 0;   // of one that fails, late ones included
 };
 
 // An operation under way.

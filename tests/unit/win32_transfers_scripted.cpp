@@ -117,7 +117,7 @@ BOOL WINAPI getOverlappedResult(HANDLE handle, OVERLAPPED* overlapped, DWORD* mo
     if (wasCancelled) {
         return failed(ERROR_OPERATION_ABORTED);
     }
-    return course == Transfer::Course::broken ? failed(error) : succeeded();
+    return error != 0 ? failed(error) : succeeded();
 }
 
 BOOL WINAPI cancelIo(HANDLE port)

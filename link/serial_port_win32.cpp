@@ -23,6 +23,26 @@ bool changeSettings(HANDLE port, Change change)
     return ::SetCommState(port, &settings) != 0;
 }
 
+// A port comes as the last program left it. Whatever our own steps do not set is put right here, so that no
+// byte is dropped or replaced and no call refused.
+void clean(DCB& settings)
+{
+    settings.fParity = FALSE;
+    settings.fErrorChar = FALSE;
+    settings.ErrorChar = 0;
+    settings.fNull = FALSE;
+    settings.fAbortOnError = FALSE; // otherwise noise makes every call fail until the error has been fetched
+    settings.fTXContinueOnXoff = FALSE;
+    // Not in use; but two that are equal are refused all the same.
+    settings.XonChar = 0x11;
+    settings.XoffChar = 0x13;
+    // When the handshake holds the printer off. The platform's usual values: they suit our queues, and fit
+    // the smaller one that a driver may have kept, which refuses limits beyond its size.
+    settings.XonLim = 2048;
+    settings.XoffLim = 512;
+    settings.wReserved = 0;
+}
+
 // One overlapped operation with an event of its own.
 class Overlapped
 {
@@ -30,26 +50,37 @@ public:
     Overlapped() { operation.hEvent = ::CreateEventA(nullptr, TRUE, FALSE, nullptr); }
     Overlapped(const Overlapped&) = delete;
     Overlapped& operator=(const Overlapped&) = delete;
-    ~Overlapped() { ::CloseHandle(operation.hEvent); }
+    ~Overlapped()
+    {
+        if (hasEvent()) {
+            ::CloseHandle(operation.hEvent);
+        }
+    }
+
+    // Without one no operation can begin; GetLastError has the reason.
+    [[nodiscard]] bool hasEvent() const { return operation.hEvent != nullptr; }
 
     // Waits for what `started` says has begun; the number of bytes moved, also when the time ran out. False
     // on a failure, with the reason in GetLastError.
     bool finish(HANDLE port, bool started, std::chrono::milliseconds limit, DWORD& moved)
     {
         moved = 0;
-        if (!started && ::GetLastError() != ERROR_IO_PENDING) {
-            return false;
-        }
-        if (!started &&
-            ::WaitForSingleObject(operation.hEvent, static_cast<DWORD>(limit.count())) != WAIT_OBJECT_0) {
-            ::CancelIo(port);
-            // A byte may have come before the cancel did: it counts.
-            if (::GetOverlappedResult(port, &operation, &moved, TRUE) == 0) {
-                return ::GetLastError() == ERROR_OPERATION_ABORTED;
+        DWORD waited = WAIT_OBJECT_0;
+        if (!started) {
+            if (::GetLastError() != ERROR_IO_PENDING) {
+                return false;
             }
+            waited = ::WaitForSingleObject(operation.hEvent, static_cast<DWORD>(limit.count()));
+            if (waited != WAIT_OBJECT_0) {
+                ::CancelIo(port);
+            }
+        }
+        // Also after a cancel the operation has our memory until its end; and a byte that came before the
+        // cancel counts.
+        if (::GetOverlappedResult(port, &operation, &moved, TRUE) != 0) {
             return true;
         }
-        return ::GetOverlappedResult(port, &operation, &moved, TRUE) != 0;
+        return waited == WAIT_TIMEOUT && ::GetLastError() == ERROR_OPERATION_ABORTED;
     }
 
     OVERLAPPED operation{};
@@ -79,10 +110,10 @@ void CSerial::closePort()
 bool CSerial::setLine(std::uint32_t baud, StopBits stopBits)
 {
     return outcome(changeSettings(portOf(handle), [&](DCB& settings) {
+        clean(settings);
         settings.BaudRate = baud;
         settings.ByteSize = 8;
         settings.Parity = NOPARITY;
-        settings.fParity = FALSE;
         settings.StopBits = static_cast<BYTE>(stopBits);
         settings.fBinary = TRUE;
     }));
@@ -97,6 +128,9 @@ bool CSerial::setBlockingReads()
     timeouts.ReadIntervalTimeout = 0;
     timeouts.ReadTotalTimeoutMultiplier = 0;
     timeouts.ReadTotalTimeoutConstant = 0;
+    // Of writes too: the limit of a write is ours.
+    timeouts.WriteTotalTimeoutMultiplier = 0;
+    timeouts.WriteTotalTimeoutConstant = 0;
     return outcome(::SetCommTimeouts(portOf(handle), &timeouts) != 0);
 }
 
@@ -152,6 +186,9 @@ bool CSerial::modemStatus(ModemStatus& status)
 bool CSerial::writePort(char byte, std::chrono::milliseconds limit)
 {
     Overlapped writing;
+    if (!outcome(writing.hasEvent())) {
+        return false;
+    }
     DWORD written = 0;
     const bool started = ::WriteFile(portOf(handle), &byte, 1, nullptr, &writing.operation) != 0;
     if (!outcome(writing.finish(portOf(handle), started, limit, written))) {
@@ -173,6 +210,9 @@ bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, 
     }
     const auto wanted = std::min<std::size_t>(buffer.size(), std::max<DWORD>(waiting.cbInQue, 1));
     Overlapped reading;
+    if (!outcome(reading.hasEvent())) {
+        return false;
+    }
     DWORD received = 0;
     const bool started = ::ReadFile(portOf(handle), buffer.data(), static_cast<DWORD>(wanted), nullptr,
                                     &reading.operation) != 0;

@@ -1,6 +1,7 @@
 #include "link/socket.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <winsock2.h>
@@ -47,6 +48,8 @@ bool Socket::create(const SocketAddress& address)
         return false;
     }
     handle = created;
+    // A program that the host starts would keep the connection open beyond our close.
+    ::SetHandleInformation(reinterpret_cast<HANDLE>(created), HANDLE_FLAG_INHERIT, 0);
     return true;
 }
 
@@ -71,6 +74,10 @@ void Socket::shutDown() const
 
 bool Socket::send(std::string_view bytes) const
 {
+    // The platform counts in int: what is beyond is not sent in part and reported whole.
+    if (bytes.size() > INT_MAX) {
+        return false;
+    }
     return ::send(handle, bytes.data(), static_cast<int>(bytes.size()), 0) != SOCKET_ERROR;
 }
 

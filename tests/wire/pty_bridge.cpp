@@ -2,12 +2,16 @@
 // given path, connects to the port, and copies bytes both ways until the port closes. So a printer that
 // listens on TCP, a program for Windows under Wine too, stands at the end of a COM port.
 //
-//     pty_bridge [HOST:]PORT LINK
+//     pty_bridge [HOST:]PORT LINK [SETTINGS]
+//
+// Into the file SETTINGS it writes how the line is set, as in "57600 8N1 RTS/CTS", each time before it
+// carries bytes on to the printer: who has received them can read what they were sent with.
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -16,6 +20,7 @@
 #include <sys/socket.h>
 #include <termios.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -86,13 +91,41 @@ bool copyOnce(int from, int to)
     return true;
 }
 
-void copyBothWays(int connection, int controller)
+std::string speedOf(const termios& line)
+{
+    constexpr std::array<std::pair<speed_t, const char*>, 3> speeds = {
+        {{B9600, "9600"}, {B57600, "57600"}, {B115200, "115200"}}};
+    for (const auto& [speed, text] : speeds) {
+        if (::cfgetospeed(&line) == speed) {
+            return text;
+        }
+    }
+    return "?";
+}
+
+void writeSettings(int controller, const char* path)
+{
+    termios line{};
+    if (path == nullptr || ::tcgetattr(controller, &line) != 0) {
+        return;
+    }
+    const auto is = [](tcflag_t flags, tcflag_t wanted) { return (flags & wanted) != 0; };
+    std::ofstream(path) << speedOf(line) << " baud"
+                        << (is(line.c_cflag, CSTOPB) ? " 2 stop bits" : " 1 stop bit")
+                        << (is(line.c_cflag, CRTSCTS) ? " RTS/CTS" : "")
+                        << (is(line.c_iflag, IXON | IXOFF) ? " XON/XOFF" : "");
+}
+
+void copyBothWays(int connection, int controller, const char* settings)
 {
     std::array<pollfd, 2> ends{{{.fd = connection, .events = POLLIN, .revents = 0},
                                 {.fd = controller, .events = POLLIN, .revents = 0}}};
     while (::poll(ends.data(), ends.size(), -1) > 0 || errno == EINTR) {
         if (ends[0].revents != 0 && !copyOnce(connection, controller)) {
             return;
+        }
+        if (ends[1].revents != 0) {
+            writeSettings(controller, settings);
         }
         if (ends[1].revents != 0 && !copyOnce(controller, connection)) {
             return;
@@ -104,12 +137,12 @@ void copyBothWays(int connection, int controller)
 
 int main(int count, char** arguments)
 {
-    if (count != 3) {
-        std::fputs("usage: pty_bridge [HOST:]PORT LINK\n", stderr);
+    if (count != 3 && count != 4) {
+        std::fputs("usage: pty_bridge [HOST:]PORT LINK [SETTINGS]\n", stderr);
         return 2;
     }
     const int controller = openTerminal(arguments[2]);
     const int connection = connectTo(arguments[1]);
-    copyBothWays(connection, controller);
+    copyBothWays(connection, controller, count == 4 ? arguments[3] : nullptr);
     ::unlink(arguments[2]);
 }

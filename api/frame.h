@@ -8,6 +8,8 @@
 #include "link/telvo06fm_exception.h"
 
 #include <mutex>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace telvofm {
@@ -33,15 +35,15 @@ int runCommand(Command command)
     }
 }
 
-// As `runCommand` for commands that fetch a reply; `deliver` gets it after the lock is released, and only on
-// success.
+// As `runCommand` for commands that fetch a reply; `deliver` gets it after the lock is released, and only
+// when there is one: a refusal whose code is 0 returns 0 and delivers nothing, which is meant.
 template <typename Query, typename Deliver>
 int runQuery(Query query, Deliver deliver)
 {
-    std::string reply;
+    std::optional<std::string> reply;
     const int result = runCommand([&](Device& printer) { reply = query(printer); });
-    if (result == succeeded) {
-        deliver(std::move(reply));
+    if (reply) {
+        deliver(std::move(*reply));
     }
     return result;
 }

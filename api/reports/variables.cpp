@@ -41,13 +41,14 @@ int getVariableResultObject(int device, const char* variableCode, ResultObject* 
 
 const char* getVariableStr(int device, const char* variableCode)
 {
-    const int result =
-        runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
-                 [&](const std::string& reply) {
-                     variableText = reply;
-                     logVariable("getVariableStr ", device, variableCode, reply);
-                 });
-    return result == succeeded ? variableText.c_str() : "Error";
+    const char* text = "Error";
+    runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
+             [&](const std::string& reply) {
+                 variableText = reply;
+                 text = variableText.c_str();
+                 logVariable("getVariableStr ", device, variableCode, reply);
+             });
+    return text;
 }
 
 int getLastParagon(int device, char* buffer, int bufferSize)

@@ -75,10 +75,11 @@ int setDateTime(int device, const char* date)
     return runCommand([&](Device& printer) { config::setDateTime(printer, device, Text(date)); });
 }
 
-int freeID(int device, bool print, const char* id)
+int freeID(int device, TelvofmBool print, const char* id)
 {
-    logCall("freeID", "device ", device, "print ", print, "freeID ", id);
-    return runCommand([&](Device& printer) { config::setFreeId(printer, device, print, Text(id)); });
+    const bool isPrinted = print != 0;
+    logCall("freeID", "device ", device, "print ", isPrinted, "freeID ", id);
+    return runCommand([&](Device& printer) { config::setFreeId(printer, device, isPrinted, Text(id)); });
 }
 
 // These two alone in this family write their password in clear, which is meant.

@@ -23,11 +23,11 @@ int setEscapeSequence(int device, const char* sequence)
     return runCommand([&](Device& printer) { config::setEscapeSequence(printer, device, Text(sequence)); });
 }
 
-int setPaymentType(int device, int paymentTypeNumber, double minCurrency, bool overPay)
+int setPaymentType(int device, int paymentTypeNumber, double minCurrency, TelvofmBool overPay)
 {
-    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay};
+    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay != 0};
     logCall("setPaymentType", "Device ", device, ", paymentTypeNumber ", paymentTypeNumber, ", minCurrency ",
-            type.minCurrency, ", overPay ", overPay);
+            type.minCurrency, ", overPay ", type.overPay);
     return runCommand([&](Device& printer) { config::setPaymentType(printer, device, type); });
 }
 
@@ -40,12 +40,12 @@ int setPaymentType_int(int device, int paymentTypeNumber, int minCurrency, int o
 }
 
 int setPaymentType2(int device, const char* paymentTypeName, int paymentTypeNumber, double minCurrency,
-                    bool overPay)
+                    TelvofmBool overPay)
 {
-    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay};
+    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay != 0};
     logCall("setPaymentType2", "Device ", device, ", paymentTypeName ", paymentTypeName,
             ", paymentTypeNumber ", paymentTypeNumber, ", minCurrency ", type.minCurrency, ", overPay ",
-            overPay);
+            type.overPay);
     return runCommand(
         [&](Device& printer) { config::setPaymentType(printer, device, Text(paymentTypeName), type); });
 }

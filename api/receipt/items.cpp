@@ -148,10 +148,10 @@ int itemNegative_str(int device, int row, const char* commodityName, const char*
     return runCommand([&](Device& printer) { receipt::negativeItem(printer, device, row, item); });
 }
 
-void setAutoTwoLineItem(bool on)
+void setAutoTwoLineItem(TelvofmBool on)
 {
     if (const auto printer = openDevice()) {
-        printer->autoTwoLineItem = on;
+        printer->autoTwoLineItem = on != 0;
     }
 }
 

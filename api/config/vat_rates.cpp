@@ -4,6 +4,7 @@
 #include "api/call_log.h"
 #include "api/frame.h"
 #include "api/telvofm.h"
+#include "device/floating_point.h"
 
 #include <algorithm>
 #include <array>
@@ -76,8 +77,8 @@ int setVAT_str(int device, const char* password, const char* vat, double vatValu
 
 int setVAT_int(int device, const char* password, const char* vat, int vatValue, int reverseConstant)
 {
-    return setOne("setVAT_int", device, password, firstCharacter(vat), vatValue / 100.0,
-                  reverseConstant / 100.0);
+    return setOne("setVAT_int", device, password, firstCharacter(vat), quotient(vatValue, 100),
+                  quotient(reverseConstant, 100));
 }
 
 int setAllVats(int device, const char* password, double vatValueA, double reverseConstantA, double vatValueB,

@@ -1,5 +1,7 @@
 // The frame of every export: it finds the open device, holds its lock while the command runs, and turns
-// failures into codes. No export tries, locks or catches anything itself.
+// failures into codes. No export tries, locks or catches anything itself. What an export logs and runs are
+// its own copies of the caller's texts (Text), made at its beginning: while it waits for the lock, the
+// caller's may change.
 #pragma once
 
 #include "api/session.h"
@@ -46,13 +48,6 @@ int runQuery(Query query, Deliver deliver)
         deliver(std::move(*reply));
     }
     return result;
-}
-
-// What the `_str` and most `_int` exports use of a text that stands for a single character: its first byte,
-// and 0x00 for an empty text.
-inline char firstCharacter(const char* text)
-{
-    return Text(text).firstCharacter();
 }
 
 } // namespace telvofm

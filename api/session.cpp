@@ -186,16 +186,16 @@ int getVersion(void)
 
 int openFM(const char* portName)
 {
-    logCall("openFM ", "port name ", portName);
-    const std::string_view name = Text(portName);
+    const Text name(portName);
+    logCall("openFM ", "port name ", name);
     return namesSerialPort(name) ? openSerial(name, standardBaud, StopBits::one) : openTcp(name);
 }
 
 int openFMBaud(const char* portName, uint32_t baud)
 {
+    const Text name(portName);
     // It logs under the name of openFM and leaves the rate out: this is meant.
-    logCall("openFM ", "port name ", portName);
-    const std::string_view name = Text(portName);
+    logCall("openFM ", "port name ", name);
     if (!namesSerialPort(name)) {
         return -1;
     }
@@ -209,8 +209,8 @@ int openFMBaud(const char* portName, uint32_t baud)
 
 int openFMStopBit(const char* portName, uint32_t stopBits)
 {
-    logCall("openFMStopBit ", "port name ", portName, "stop bit ", stopBits);
-    const std::string_view name = Text(portName);
+    const Text name(portName);
+    logCall("openFMStopBit ", "port name ", name, "stop bit ", stopBits);
     return namesSerialPort(name) ? openSerial(name, standardBaud, stopBitsOf(stopBits)) : -1;
 }
 
@@ -261,8 +261,9 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
 
 int sendUnspecifiedData(const char* data)
 {
-    logCall("sendUnspecifiedData ", "data ", data);
-    return runCommand([&](Device& printer) { printer.sendUnspecified(Text(data)); });
+    const Text ownData(data);
+    logCall("sendUnspecifiedData ", "data ", ownData);
+    return runCommand([&](Device& printer) { printer.sendUnspecified(ownData); });
 }
 
 void setRawLogginOn(const char* path)

@@ -13,7 +13,7 @@
  *    checks almost no argument: values go to the printer, which judges them.
  * 3. Texts are NUL-terminated byte strings in Windows-1250. On serial links most are converted to code page
  *    852 on the way out and back on the way in; each function says which are not. On TCP links nothing is
- *    converted. A null text counts as an empty one.
+ *    converted. A null text counts as an empty one. A call copies its texts when it begins.
  * 4. `device` is the printer's address; only its low byte is sent.
  * 5. Amounts come in up to three variants: the plain function takes `double`, `_int` takes whole numbers in
  *    fixed units (money in hundredths, quantities in thousandths, unit prices and exchange rates in

@@ -32,7 +32,7 @@ Amount tenThousandths(int value)
 
 Amount text(const char* value)
 {
-    return Amount(value == nullptr ? std::string_view() : std::string_view(value));
+    return Amount(value);
 }
 
 } // namespace telvofm

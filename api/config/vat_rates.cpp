@@ -53,13 +53,14 @@ std::array<int, count> withoutFractions(const std::array<double, count>& values)
     return wholes;
 }
 
-int setOne(const char* name, int device, const char* password, char vat, double vatValue,
+int setOne(std::string_view name, int device, const char* password, char vat, double vatValue,
            double reverseConstant)
 {
+    const Text ownPassword(password);
     logCall(name, "device ", device, ", password ", "*****", ", vat ", vat, ", vatValue ", number(vatValue),
             ", reverseConstant ", number(reverseConstant));
     return runCommand([&](Device& printer) {
-        config::setVat(printer, device, Text(password), vat, vatValue, reverseConstant);
+        config::setVat(printer, device, ownPassword, vat, vatValue, reverseConstant);
     });
 }
 
@@ -85,13 +86,13 @@ int setAllVats(int device, const char* password, double vatValueA, double revers
                double reverseConstantB, double vatValueC, double reverseConstantC, double vatValueD,
                double reverseConstantD, double vatValueE, double reverseConstantE)
 {
+    const Text ownPassword(password);
     const std::array<double, fivePairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                  vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                  vatValueE, reverseConstantE};
     logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs));
-    return runCommand([&](Device& printer) {
-        config::setAllVats(printer, device, Text(password), withoutFractions(pairs));
-    });
+    return runCommand(
+        [&](Device& printer) { config::setAllVats(printer, device, ownPassword, withoutFractions(pairs)); });
 }
 
 int setAllVats2(int device, const char* password, double vatValueA, double reverseConstantA, double vatValueB,
@@ -100,13 +101,15 @@ int setAllVats2(int device, const char* password, double vatValueA, double rever
                 double reverseConstantF, double vatValueG, double reverseConstantG, double vatValueH,
                 double reverseConstantH, const char* date)
 {
+    const Text ownPassword(password);
+    const Text ownDate(date);
     const std::array<double, eightPairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                   vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                   vatValueE, reverseConstantE, vatValueF, reverseConstantF,
                                                   vatValueG, reverseConstantG, vatValueH, reverseConstantH};
-    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", date);
+    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", ownDate);
     return runCommand([&](Device& printer) {
-        config::setAllVats(printer, device, Text(password), withoutFractions(pairs), Text(date));
+        config::setAllVats(printer, device, ownPassword, withoutFractions(pairs), ownDate);
     });
 }
 
@@ -116,11 +119,13 @@ int setAllVats3(int device, const char* password, int vatValueA, int reverseCons
                 int reverseConstantF, int vatValueG, int reverseConstantG, int vatValueH,
                 int reverseConstantH, const char* date)
 {
+    const Text ownPassword(password);
+    const Text ownDate(date);
     const std::array<int, eightPairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                vatValueE, reverseConstantE, vatValueF, reverseConstantF,
                                                vatValueG, reverseConstantG, vatValueH, reverseConstantH};
-    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", date);
+    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", ownDate);
     return runCommand(
-        [&](Device& printer) { config::setAllVats(printer, device, Text(password), pairs, Text(date)); });
+        [&](Device& printer) { config::setAllVats(printer, device, ownPassword, pairs, ownDate); });
 }

@@ -3,6 +3,7 @@
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
 #include "tests/unit/failing_allocations.h"
+#include "tests/unit/own_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,23 @@ TEST_F(OutOfMemory, OpeningIsMinusOneWhereverMemoryEnds)
     EXPECT_GT(allocations, 1) << "memory never ended";
     EXPECT_EQ(printJobCancel(1), 0);
     closeFM();
+}
+
+TEST_F(OutOfMemory, OpeningIsMinusOneWhenTheNameCannotBeCopied)
+{
+    const std::string name(1000, 'x');
+    EXPECT_EQ(withAllocations(0, [&] { return openFM(name.c_str()); }), -1);
+    EXPECT_EQ(withAllocations(0, [&] { return openFMBaud(name.c_str(), 57600); }), -1);
+    EXPECT_EQ(withAllocations(0, [&] { return openFMStopBit(name.c_str(), 1); }), -1);
+}
+
+TEST_F(OutOfMemory, OpeningIsMinusOneWhenTheLineOfTheLogCannotBeMade)
+{
+    OwnFolder folder;
+    setLogginOn(folder.file("calls.log").c_str());
+    EXPECT_EQ(withAllocations(0, [] { return openFM("COM1"); }), -1);
+    EXPECT_EQ(withAllocations(0, [] { return openFMBaud("COM1", 57600); }), -1);
+    EXPECT_EQ(withAllocations(0, [] { return openFMStopBit("COM1", 1); }), -1);
 }
 
 TEST_F(OutOfMemory, ACommandThrowsAndLeavesTheSessionToTheNext)

@@ -38,9 +38,9 @@ inline void appendToLine(std::string& line, std::string_view text)
 {
     line.append(text);
 }
-inline void appendToLine(std::string& line, const char* text) // a null pointer counts as an empty text
+inline void appendToLine(std::string& line, const char* label)
 {
-    line.append(text == nullptr ? "" : text);
+    line.append(label);
 }
 inline void appendToLine(std::string& line, char character)
 {
@@ -82,6 +82,7 @@ std::size_t roomInLine(const Part& part)
 template <typename... Parts>
 std::string logLine(const Parts&... parts)
 {
+    static_assert((!std::is_same_v<Parts, const char*> && ...), "a caller's text is logged from its copy");
     std::string line;
     line.reserve((roomInLine(parts) + ... + 1));
     (appendToLine(line, parts), ...);

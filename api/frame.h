@@ -1,5 +1,7 @@
 // The frame of every export: it finds the open device, holds its lock while the command runs, and turns
-// failures into codes. No export tries, locks or catches anything itself.
+// failures into codes. No export tries, locks or catches anything itself. What an export logs and runs are
+// its own copies of the caller's texts (Text), made at its beginning: while it waits for the lock, the
+// caller's may change.
 #pragma once
 
 #include "api/session.h"
@@ -8,6 +10,8 @@
 #include "link/telvo06fm_exception.h"
 
 #include <mutex>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace telvofm {
@@ -33,24 +37,17 @@ int runCommand(Command command)
     }
 }
 
-// As `runCommand` for commands that fetch a reply; `deliver` gets it after the lock is released, and only on
-// success.
+// As `runCommand` for commands that fetch a reply; `deliver` gets it after the lock is released, and only
+// when there is one: a refusal whose code is 0 returns 0 and delivers nothing, which is meant.
 template <typename Query, typename Deliver>
 int runQuery(Query query, Deliver deliver)
 {
-    std::string reply;
+    std::optional<std::string> reply;
     const int result = runCommand([&](Device& printer) { reply = query(printer); });
-    if (result == succeeded) {
-        deliver(std::move(reply));
+    if (reply) {
+        deliver(std::move(*reply));
     }
     return result;
-}
-
-// What the `_str` and most `_int` exports use of a text that stands for a single character: its first byte,
-// and 0x00 for an empty text.
-inline char firstCharacter(const char* text)
-{
-    return Text(text).firstCharacter();
 }
 
 } // namespace telvofm

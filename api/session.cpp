@@ -161,6 +161,17 @@ StopBits stopBitsOf(std::uint32_t argument)
     return argument == oneAndHalf ? StopBits::oneAndHalf : StopBits::one;
 }
 
+// The open exports are -1 whatever goes wrong, the copy of the name and the line of the log included.
+template <typename Open>
+int openNamed(const char* portName, Open open)
+{
+    try {
+        return open(Text(portName));
+    } catch (const std::exception&) {
+        return -1;
+    }
+}
+
 } // namespace
 
 std::shared_ptr<Device> openDevice()
@@ -186,32 +197,35 @@ int getVersion(void)
 
 int openFM(const char* portName)
 {
-    logCall("openFM ", "port name ", portName);
-    const std::string_view name = Text(portName);
-    return namesSerialPort(name) ? openSerial(name, standardBaud, StopBits::one) : openTcp(name);
+    return openNamed(portName, [](const Text& name) {
+        logCall("openFM ", "port name ", name);
+        return namesSerialPort(name) ? openSerial(name, standardBaud, StopBits::one) : openTcp(name);
+    });
 }
 
 int openFMBaud(const char* portName, uint32_t baud)
 {
-    // It logs under the name of openFM and leaves the rate out: this is meant.
-    logCall("openFM ", "port name ", portName);
-    const std::string_view name = Text(portName);
-    if (!namesSerialPort(name)) {
-        return -1;
-    }
-    if (baud == standardBaud || baud == fastBaud) {
-        return openSerial(name, baud, StopBits::one);
-    }
-    // Another rate makes no driver: a new session begins on the link that is held, whatever it is. This is
-    // meant.
-    return openHeldLink();
+    return openNamed(portName, [&](const Text& name) {
+        // It logs under the name of openFM and leaves the rate out: this is meant.
+        logCall("openFM ", "port name ", name);
+        if (!namesSerialPort(name)) {
+            return -1;
+        }
+        if (baud == standardBaud || baud == fastBaud) {
+            return openSerial(name, baud, StopBits::one);
+        }
+        // Another rate makes no driver: a new session begins on the link that is held, whatever it is. This
+        // is meant.
+        return openHeldLink();
+    });
 }
 
 int openFMStopBit(const char* portName, uint32_t stopBits)
 {
-    logCall("openFMStopBit ", "port name ", portName, "stop bit ", stopBits);
-    const std::string_view name = Text(portName);
-    return namesSerialPort(name) ? openSerial(name, standardBaud, stopBitsOf(stopBits)) : -1;
+    return openNamed(portName, [&](const Text& name) {
+        logCall("openFMStopBit ", "port name ", name, "stop bit ", stopBits);
+        return namesSerialPort(name) ? openSerial(name, standardBaud, stopBitsOf(stopBits)) : -1;
+    });
 }
 
 void closeFM(void)
@@ -261,8 +275,9 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
 
 int sendUnspecifiedData(const char* data)
 {
-    logCall("sendUnspecifiedData ", "data ", data);
-    return runCommand([&](Device& printer) { printer.sendUnspecified(Text(data)); });
+    const Text ownData(data);
+    logCall("sendUnspecifiedData ", "data ", ownData);
+    return runCommand([&](Device& printer) { printer.sendUnspecified(ownData); });
 }
 
 void setRawLogginOn(const char* path)

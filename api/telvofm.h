@@ -13,7 +13,7 @@
  *    checks almost no argument: values go to the printer, which judges them.
  * 3. Texts are NUL-terminated byte strings in Windows-1250. On serial links most are converted to code page
  *    852 on the way out and back on the way in; each function says which are not. On TCP links nothing is
- *    converted. A null text counts as an empty one.
+ *    converted. A null text counts as an empty one. A call copies its texts when it begins.
  * 4. `device` is the printer's address; only its low byte is sent.
  * 5. Amounts come in up to three variants: the plain function takes `double`, `_int` takes whole numbers in
  *    fixed units (money in hundredths, quantities in thousandths, unit prices and exchange rates in
@@ -40,7 +40,7 @@
  *    for an exchange of another thread to end.
  * 8. Unless the call log is off, every call writes one line to it before anything is sent (see setLogginOn).
  *    Passwords appear as "*****" unless a function says that it writes them in clear.
- * 9. A `bool` is one byte and must be 0 or 1; a host language whose true is another number has to pass 1.
+ * 9. A `bool` is one byte: 0 is false, and any other value that a host language has for true is true.
  * 10. Memory that a function returns stays the library's, except result objects, which the caller destroys.
  *
  * The spellings of some names are unusual; they are part of the interface.
@@ -67,6 +67,16 @@ extern "C" {
 
 /* A byte string of any length that the library fills and the caller reads; see createResultObject. */
 typedef struct ResultObject ResultObject;
+
+/*
+ * A `bool` argument. The library itself takes it as a plain byte: what a compiler knows to be a bool it takes
+ * to be 0 or 1, and callers in other languages pass other numbers.
+ */
+#if defined(TELVOFM_BUILDING)
+typedef unsigned char TelvofmBool;
+#else
+typedef bool TelvofmBool;
+#endif
 
 /* ---- Session ---- */
 
@@ -262,7 +272,7 @@ TELVOFM_API int itemNegative_str(int device, int row, const char* commodityName,
  * While on, item names shorter than 40 bytes are filled with blanks to 40. Belongs to the open session and
  * begins as off; without an open session the call does nothing. Not logged.
  */
-TELVOFM_API void setAutoTwoLineItem(bool on);
+TELVOFM_API void setAutoTwoLineItem(TelvofmBool on);
 
 /* Whether item names are filled up; false without an open session. Not logged. */
 TELVOFM_API bool isAutoTwoLineItem(void);
@@ -552,14 +562,14 @@ TELVOFM_API int setEscapeSequence(int device, const char* sequence);
  * Sets a payment type: `minCurrency`, its smallest unit, is sent with 2 decimals; `overPay` tells whether
  * more than the total may be paid. On the wire the digit is inverted: "0" allows it, "1" does not.
  */
-TELVOFM_API int setPaymentType(int device, int paymentTypeNumber, double minCurrency, bool overPay);
+TELVOFM_API int setPaymentType(int device, int paymentTypeNumber, double minCurrency, TelvofmBool overPay);
 
 /* As setPaymentType, minCurrency in hundredths; only an `overPay` of exactly 1 allows over-payment. */
 TELVOFM_API int setPaymentType_int(int device, int paymentTypeNumber, int minCurrency, int overPay);
 
 /* As setPaymentType, with a name for the payment type. */
 TELVOFM_API int setPaymentType2(int device, const char* paymentTypeName, int paymentTypeNumber,
-                                double minCurrency, bool overPay);
+                                double minCurrency, TelvofmBool overPay);
 
 /* As setPaymentType2, minCurrency in hundredths; only an `overPay` of exactly 1 allows over-payment. */
 TELVOFM_API int setPaymentType2_int(int device, const char* paymentTypeName, int paymentTypeNumber,
@@ -641,7 +651,7 @@ TELVOFM_API int defiscalizationFM(int device, const char* servicePassword);
 TELVOFM_API int setDateTime(int device, const char* date);
 
 /* Hands over the free identifier, byte for byte; `print` asks the printer to print it. */
-TELVOFM_API int freeID(int device, bool print, const char* id);
+TELVOFM_API int freeID(int device, TelvofmBool print, const char* id);
 
 /* Resets the printer's software. The password goes out byte for byte, and into the call log in clear. */
 TELVOFM_API int swReset(int device, const char* password);

@@ -1,11 +1,13 @@
 #include "device/amount.h"
 
+#include "device/floating_point.h"
+
 namespace telvofm {
 
 bool Amount::isZero() const
 {
     const double* number = std::get_if<double>(&value);
-    return number != nullptr && *number == 0.0;
+    return number != nullptr && telvofm::isZero(*number);
 }
 
 Amount number(double value)
@@ -15,22 +17,22 @@ Amount number(double value)
 
 Amount hundredths(int value)
 {
-    return Amount(value / 100.0);
+    return Amount(quotient(value, 100));
 }
 
 Amount thousandths(int value)
 {
-    return Amount(value / 1000.0);
+    return Amount(quotient(value, 1000));
 }
 
 Amount tenThousandths(int value)
 {
-    return Amount(value / 10000.0);
+    return Amount(quotient(value, 10000));
 }
 
 Amount text(const char* value)
 {
-    return Amount(value == nullptr ? std::string_view() : std::string_view(value));
+    return Amount(value);
 }
 
 } // namespace telvofm

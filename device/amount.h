@@ -4,8 +4,9 @@
 #pragma once
 
 #include "device/number_text.h"
+#include "device/text.h"
 
-#include <string_view>
+#include <utility>
 #include <variant>
 
 namespace telvofm {
@@ -14,7 +15,7 @@ class Amount
 {
 public:
     explicit Amount(double number) : value(number) {}
-    explicit Amount(std::string_view text) : value(text) {}
+    explicit Amount(const char* text) : value(std::in_place_type<Text>, text) {}
 
     // As the request carries it: fixed notation with `decimals` decimals, or the caller's text.
     template <typename Write>
@@ -23,7 +24,7 @@ public:
         if (const double* number = std::get_if<double>(&value)) {
             write(NumberText::fixed(*number, decimals).view());
         } else {
-            write(*std::get_if<std::string_view>(&value));
+            write(*std::get_if<Text>(&value));
         }
     }
 
@@ -34,7 +35,7 @@ public:
         if (const double* number = std::get_if<double>(&value)) {
             write(NumberText::general(*number).view());
         } else {
-            write(*std::get_if<std::string_view>(&value));
+            write(*std::get_if<Text>(&value));
         }
     }
 
@@ -42,14 +43,14 @@ public:
     [[nodiscard]] bool isZero() const;
 
 private:
-    std::variant<double, std::string_view> value;
+    std::variant<double, Text> value;
 };
 
 Amount number(double value);
 Amount hundredths(int value);
 Amount thousandths(int value);
 Amount tenThousandths(int value);
-// A null pointer counts as an empty text. The text must outlive the amount.
+// Copies the text; a null pointer counts as an empty one.
 Amount text(const char* value);
 
 } // namespace telvofm

@@ -1,10 +1,10 @@
 #include "device/number_text.h"
 
+#include "device/floating_point.h"
+
 #include <bit>
 #include <charconv>
-#include <cmath>
 #include <cstdint>
-#include <limits>
 
 namespace telvofm {
 namespace {
@@ -41,7 +41,7 @@ char* writeSmallAmount(char* target, char* end, double value, int decimals)
         fraction = 0;
         ++wholes;
     }
-    if (std::signbit(value)) {
+    if ((bits >> 63U) != 0) {
         *target++ = '-';
     }
     target = std::to_chars(target, end, wholes).ptr;
@@ -68,6 +68,7 @@ NumberText NumberText::fixed(double value, int decimals)
     NumberText text;
     char* end = writeSmallAmount(text.digits.begin(), text.digits.end(), value, decimals);
     if (end == nullptr) {
+        const DefaultFloatingPoint environment;
         end = std::to_chars(text.digits.begin(), text.digits.end(), value, std::chars_format::fixed, decimals)
                   .ptr;
     }
@@ -78,22 +79,13 @@ NumberText NumberText::fixed(double value, int decimals)
 NumberText NumberText::general(double value)
 {
     constexpr int significantDigits = 6;
+    const DefaultFloatingPoint environment;
     NumberText text;
     const auto end = std::to_chars(text.digits.begin(), text.digits.end(), value, std::chars_format::general,
                                    significantDigits)
                          .ptr;
     text.length = static_cast<std::size_t>(end - text.digits.begin());
     return text;
-}
-
-int truncated(double value)
-{
-    constexpr double beyondSmallest = -2147483649.0;
-    constexpr double beyondLargest = 2147483648.0;
-    if (value > beyondSmallest && value < beyondLargest) {
-        return static_cast<int>(value);
-    }
-    return std::numeric_limits<int>::min();
 }
 
 } // namespace telvofm

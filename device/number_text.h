@@ -25,8 +25,4 @@ private:
     std::size_t length = 0;
 };
 
-// Toward zero; a value that no 32-bit integer holds (and what is not a number) becomes the smallest one, as
-// on the processor that the printer's programs were first written for.
-int truncated(double value);
-
 } // namespace telvofm

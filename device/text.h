@@ -1,7 +1,12 @@
-// A text argument as a caller gives it: NUL-terminated, in the application's code page. A null pointer counts
-// as an empty text, so that a wrong call cannot bring the host program down.
+// A text argument as a caller gives it: NUL-terminated, in the application's code page. The text is copied at
+// once, so that what a call logs is what it sends, even when another thread changes the caller's text while
+// the call waits for its turn. Texts of the usual length are copied without an allocation.
+//
+// A null pointer counts as an empty text, so that a wrong call cannot bring the host program down.
 #pragma once
 
+#include <array>
+#include <string>
 #include <string_view>
 
 namespace telvofm {
@@ -9,14 +14,26 @@ namespace telvofm {
 class Text
 {
 public:
-    Text(const char* text) : view(text == nullptr ? "" : text) {}
+    explicit Text(const char* text);
+    ~Text() = default;
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+
     operator std::string_view() const { return view; }
 
-    // 0x00 for an empty text: the commands send it as it is.
-    [[nodiscard]] char firstCharacter() const { return view.empty() ? '\0' : view.front(); }
-
 private:
+    static constexpr std::size_t usualLength = 64;
+
+    std::array<char, usualLength> usual;
+    std::string longer;
     std::string_view view;
 };
+
+// What the `_str` and most `_int` exports use of a text that stands for a single character: its first byte,
+// and 0x00 for an empty text, which the commands send as it is.
+inline char firstCharacter(const char* text)
+{
+    return text == nullptr ? '\0' : *text;
+}
 
 } // namespace telvofm

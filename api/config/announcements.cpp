@@ -9,47 +9,55 @@ using namespace telvofm;
 
 int printAnnouncement(int device, int rowNumber, const char* text)
 {
-    logCall("printAnnouncement", "device ", device, ", rowNumber ", rowNumber, ", text ", text);
+    const Text ownText(text);
+    logCall("printAnnouncement", "device ", device, ", rowNumber ", rowNumber, ", text ", ownText);
     return runCommand(
-        [&](Device& printer) { config::printAnnouncement(printer, device, rowNumber, Text(text)); });
+        [&](Device& printer) { config::printAnnouncement(printer, device, rowNumber, ownText); });
 }
 
 int printAnnouncementNF(int device, int rowNumber, const char* text)
 {
-    logCall("printAnnouncementNF", "device ", device, ", rowNumber ", rowNumber, ", text ", text);
+    const Text ownText(text);
+    logCall("printAnnouncementNF", "device ", device, ", rowNumber ", rowNumber, ", text ", ownText);
     return runCommand(
-        [&](Device& printer) { config::printAnnouncementNF(printer, device, rowNumber, Text(text)); });
+        [&](Device& printer) { config::printAnnouncementNF(printer, device, rowNumber, ownText); });
 }
 
 int printDisplay(int device, int displayType, const char* escSequence, const char* text)
 {
-    logCall("printDisplay", "device ", device, ", displayType ", displayType, ", escSequence ", escSequence,
-            ", text ", text);
+    const Text ownEscSequence(escSequence);
+    const Text ownText(text);
+    logCall("printDisplay", "device ", device, ", displayType ", displayType, ", escSequence ",
+            ownEscSequence, ", text ", ownText);
     return runCommand([&](Device& printer) {
-        config::printDisplay(printer, device, displayType, Text(escSequence), Text(text));
+        config::printDisplay(printer, device, displayType, ownEscSequence, ownText);
     });
 }
 
 int clearDisplay(int device, int displayType, const char* escSequence)
 {
-    logCall("clearDisplay", "device ", device, ", displayType ", displayType, ", escSequence ", escSequence);
+    const Text ownEscSequence(escSequence);
+    logCall("clearDisplay", "device ", device, ", displayType ", displayType, ", escSequence ",
+            ownEscSequence);
     return runCommand(
-        [&](Device& printer) { config::clearDisplay(printer, device, displayType, Text(escSequence)); });
+        [&](Device& printer) { config::clearDisplay(printer, device, displayType, ownEscSequence); });
 }
 
 // The password is left out of the line, which is meant.
 int setDispF(int device, const char* password, int dispF, int dispT, const char* parameter)
 {
-    logCall("setDispF", "device ", device, "dispF ", dispF, "dispT ", dispT, "parameter ", parameter);
-    return runCommand([&](Device& printer) {
-        config::setDisplay(printer, device, Text(password), {dispF, dispT, Text(parameter)});
-    });
+    const Text ownPassword(password);
+    const config::DisplaySettings settings{dispF, dispT, Text(parameter)};
+    logCall("setDispF", "device ", device, "dispF ", dispF, "dispT ", dispT, "parameter ",
+            settings.parameter);
+    return runCommand([&](Device& printer) { config::setDisplay(printer, device, ownPassword, settings); });
 }
 
 int printBC(int device, int codeType, const char* code)
 {
-    logCall("printBC", "device ", device, ", codeType ", codeType, ", code ", code);
-    return runCommand([&](Device& printer) { config::printBarCode(printer, device, codeType, Text(code)); });
+    const Text ownCode(code);
+    logCall("printBC", "device ", device, ", codeType ", codeType, ", code ", ownCode);
+    return runCommand([&](Device& printer) { config::printBarCode(printer, device, codeType, ownCode); });
 }
 
 int setBCparm(int device, int textPosition, int textFont, int height, int width)
@@ -72,8 +80,9 @@ int setQRparm(int device, int model, int moduleWidth, int errorCorrectionLevel, 
 
 int printQRCode(int device, const char* text)
 {
-    logCall("printQRCode", "device ", device, "text ", text);
-    return runCommand([&](Device& printer) { config::printQrCode(printer, device, Text(text)); });
+    const Text ownText(text);
+    logCall("printQRCode", "device ", device, "text ", ownText);
+    return runCommand([&](Device& printer) { config::printQrCode(printer, device, ownText); });
 }
 
 int setPRNcolumns(int device, int width)
@@ -84,10 +93,11 @@ int setPRNcolumns(int device, int width)
 
 int setPParameter(int device, const char* password, int paramType, int value)
 {
+    const Text ownPassword(password);
     logCall("setPParameter", "device ", device, ", password ", "*****", ", paramType ", paramType, ", value ",
             value);
     return runCommand([&](Device& printer) {
-        config::setPrinterParameter(printer, device, Text(password), paramType, value);
+        config::setPrinterParameter(printer, device, ownPassword, paramType, value);
     });
 }
 
@@ -100,7 +110,8 @@ int setPRNBd(int device, int baud)
 // Neither the password nor `deltaSI` is in the line, which is meant.
 int setDeltaSI(int device, const char* servicePassword, int deltaSI)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("setDeltaSI", "device ", device);
     return runCommand(
-        [&](Device& printer) { config::setDeltaSI(printer, device, Text(servicePassword), deltaSI); });
+        [&](Device& printer) { config::setDeltaSI(printer, device, ownServicePassword, deltaSI); });
 }

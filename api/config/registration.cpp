@@ -19,49 +19,52 @@ int setLocationGPS(int device, double vertX, double vertY)
 int setLocationAddress(int device, const char* municipality, const char* street, const char* number,
                        const char* subNumber, const char* zip)
 {
-    logCall("setLocationAddress", "device ", device, "municipality ", municipality, "street ", street,
-            "number ", number, "subNumber ", subNumber, "zip ", zip);
-    return runCommand([&](Device& printer) {
-        config::setPostalAddress(
-            printer, device, {Text(municipality), Text(street), Text(number), Text(subNumber), Text(zip)});
-    });
+    const config::PostalAddress place{Text(municipality), Text(street), Text(number), Text(subNumber),
+                                      Text(zip)};
+    logCall("setLocationAddress", "device ", device, "municipality ", place.municipality, "street ",
+            place.street, "number ", place.number, "subNumber ", place.subNumber, "zip ", place.zip);
+    return runCommand([&](Device& printer) { config::setPostalAddress(printer, device, place); });
 }
 
 int setLocationOther(int device, const char* description)
 {
-    logCall("setLocationOther", "device ", device, "description ", description);
-    return runCommand([&](Device& printer) { config::setOtherLocation(printer, device, Text(description)); });
+    const Text ownDescription(description);
+    logCall("setLocationOther", "device ", device, "description ", ownDescription);
+    return runCommand([&](Device& printer) { config::setOtherLocation(printer, device, ownDescription); });
 }
 
 int setEmail(int device, const char* email)
 {
-    logCall("setEmail", "device ", device, "email ", email);
-    return runCommand([&](Device& printer) { config::setEmail(printer, device, Text(email)); });
+    const Text ownEmail(email);
+    logCall("setEmail", "device ", device, "email ", ownEmail);
+    return runCommand([&](Device& printer) { config::setEmail(printer, device, ownEmail); });
 }
 
 int setSMTP(int device, const char* type, const char* ipAddress, int16_t port, const char* localDir)
 {
     const config::MailServer server{firstCharacter(type), Text(ipAddress), port, Text(localDir)};
-    logCall("setSMTP", "device ", device, "type ", server.type, "ipAddress ", ipAddress, "port ", port,
-            "localDir ", localDir);
+    logCall("setSMTP", "device ", device, "type ", server.type, "ipAddress ", server.ipAddress, "port ",
+            server.port, "localDir ", server.localDirectory);
     return runCommand([&](Device& printer) { config::setMailServer(printer, device, server); });
 }
 
 // The password stands in the line in clear, which is meant.
 int setAutKey(int device, const char* password, const char* filePath)
 {
-    logCall("setAutKey", "device ", device, "password ", password, "filePath ", filePath);
-    return runCommand([&](Device& printer) {
-        config::setAuthenticationKey(printer, device, Text(password), Text(filePath));
-    });
+    const Text ownPassword(password);
+    const Text ownFilePath(filePath);
+    logCall("setAutKey", "device ", device, "password ", ownPassword, "filePath ", ownFilePath);
+    return runCommand(
+        [&](Device& printer) { config::setAuthenticationKey(printer, device, ownPassword, ownFilePath); });
 }
 
 int setPCHDU(int device, char interfaceType, const char* interfaceTitle)
 {
+    const Text ownInterfaceTitle(interfaceTitle);
     logCall("setPCHDU", "device ", device, "interfaceType ", interfaceType, "interfaceTitle ",
-            interfaceTitle);
+            ownInterfaceTitle);
     return runCommand(
-        [&](Device& printer) { config::setChdu(printer, device, interfaceType, Text(interfaceTitle)); });
+        [&](Device& printer) { config::setChdu(printer, device, interfaceType, ownInterfaceTitle); });
 }
 
 int setPCHDU_str(int device, const char* interfaceType, const char* interfaceTitle)
@@ -71,9 +74,10 @@ int setPCHDU_str(int device, const char* interfaceType, const char* interfaceTit
 
 int setSubjectIDData(int device, const char* filePath)
 {
-    logCall("setSubjectIDData", "device ", device, "filePath ", filePath);
+    const Text ownFilePath(filePath);
+    logCall("setSubjectIDData", "device ", device, "filePath ", ownFilePath);
     return runCommand(
-        [&](Device& printer) { config::setSubjectIdentification(printer, device, Text(filePath)); });
+        [&](Device& printer) { config::setSubjectIdentification(printer, device, ownFilePath); });
 }
 
 // "Unsended" in the lines of these two is meant.

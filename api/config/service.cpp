@@ -10,37 +10,42 @@ using namespace telvofm;
 
 int initFP(int device, const char* servicePassword)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("initFP", "Device ", device, ", servicePassword ", "*****");
     return runCommand(
-        [&](Device& printer) { config::initFiscalMemory(printer, device, Text(servicePassword)); });
+        [&](Device& printer) { config::initFiscalMemory(printer, device, ownServicePassword); });
 }
 
 int initFM(int device, const char* servicePassword)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("initFM", "Device ", device, ", servicePassword ", "*****");
     return runCommand(
-        [&](Device& printer) { config::initFiscalModule(printer, device, Text(servicePassword)); });
+        [&](Device& printer) { config::initFiscalModule(printer, device, ownServicePassword); });
 }
 
 int initELJ(int device, const char* servicePassword)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("initELJ", "Device ", device, ", servicePassword ", "*****");
-    return runCommand([&](Device& printer) { config::initJournal(printer, device, Text(servicePassword)); });
+    return runCommand([&](Device& printer) { config::initJournal(printer, device, ownServicePassword); });
 }
 
 int inspectionEnabled(int device, const char* servicePassword)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("inspectionEnabled", "Device ", device, ", servicePassword ", "*****");
     return runCommand(
-        [&](Device& printer) { config::enableInspection(printer, device, Text(servicePassword)); });
+        [&](Device& printer) { config::enableInspection(printer, device, ownServicePassword); });
 }
 
 // Its password is left out of the line altogether, which is meant.
 int inspectionE1(int device, const char* servicePassword, int deltaSI)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("inspectionE1", "device ", device, "deltaSI ", deltaSI);
     return runCommand(
-        [&](Device& printer) { config::inspectE1(printer, device, Text(servicePassword), deltaSI); });
+        [&](Device& printer) { config::inspectE1(printer, device, ownServicePassword, deltaSI); });
 }
 
 int verifyCRCELJ(int device, int closureNumber)
@@ -58,41 +63,48 @@ int closeELJcard(int device)
 
 int fiscalization(int device, const char* password, const char* dkp)
 {
-    logCall("fiscalization", "device ", device, ", password ", "*****", ", dkp ", dkp);
-    return runCommand(
-        [&](Device& printer) { config::fiscalize(printer, device, Text(password), Text(dkp)); });
+    const Text ownPassword(password);
+    const Text ownDkp(dkp);
+    logCall("fiscalization", "device ", device, ", password ", "*****", ", dkp ", ownDkp);
+    return runCommand([&](Device& printer) { config::fiscalize(printer, device, ownPassword, ownDkp); });
 }
 
 int defiscalizationFM(int device, const char* servicePassword)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("defiscalizationFM", "Device ", device, ", servicePassword ", "*****");
-    return runCommand([&](Device& printer) { config::defiscalize(printer, device, Text(servicePassword)); });
+    return runCommand([&](Device& printer) { config::defiscalize(printer, device, ownServicePassword); });
 }
 
 int setDateTime(int device, const char* date)
 {
-    logCall("setDateTime", "device ", device, ", date ", date);
-    return runCommand([&](Device& printer) { config::setDateTime(printer, device, Text(date)); });
+    const Text ownDate(date);
+    logCall("setDateTime", "device ", device, ", date ", ownDate);
+    return runCommand([&](Device& printer) { config::setDateTime(printer, device, ownDate); });
 }
 
-int freeID(int device, bool print, const char* id)
+int freeID(int device, TelvofmBool print, const char* id)
 {
-    logCall("freeID", "device ", device, "print ", print, "freeID ", id);
-    return runCommand([&](Device& printer) { config::setFreeId(printer, device, print, Text(id)); });
+    const bool isPrinted = print != 0;
+    const Text ownId(id);
+    logCall("freeID", "device ", device, "print ", isPrinted, "freeID ", ownId);
+    return runCommand([&](Device& printer) { config::setFreeId(printer, device, isPrinted, ownId); });
 }
 
 // These two alone in this family write their password in clear, which is meant.
 int swReset(int device, const char* password)
 {
-    logCall("swReset", "device ", device, "password ", password);
-    return runCommand([&](Device& printer) { config::resetSoftware(printer, device, Text(password)); });
+    const Text ownPassword(password);
+    logCall("swReset", "device ", device, "password ", ownPassword);
+    return runCommand([&](Device& printer) { config::resetSoftware(printer, device, ownPassword); });
 }
 
 int testTelvoFM(int device, const char* password, int targetDevice)
 {
-    logCall("testTelvoFM", "device ", device, "password ", password, "device ", targetDevice);
+    const Text ownPassword(password);
+    logCall("testTelvoFM", "device ", device, "password ", ownPassword, "device ", targetDevice);
     return runCommand(
-        [&](Device& printer) { config::testDevice(printer, device, Text(password), targetDevice); });
+        [&](Device& printer) { config::testDevice(printer, device, ownPassword, targetDevice); });
 }
 
 // The line is another word and shows no device, which is meant.

@@ -19,15 +19,16 @@ bool isAllowed(int overPay)
 
 int setEscapeSequence(int device, const char* sequence)
 {
-    logCall("setEscapeSequence", "Device ", device, ", sequence ", sequence);
-    return runCommand([&](Device& printer) { config::setEscapeSequence(printer, device, Text(sequence)); });
+    const Text ownSequence(sequence);
+    logCall("setEscapeSequence", "Device ", device, ", sequence ", ownSequence);
+    return runCommand([&](Device& printer) { config::setEscapeSequence(printer, device, ownSequence); });
 }
 
-int setPaymentType(int device, int paymentTypeNumber, double minCurrency, bool overPay)
+int setPaymentType(int device, int paymentTypeNumber, double minCurrency, TelvofmBool overPay)
 {
-    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay};
+    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay != 0};
     logCall("setPaymentType", "Device ", device, ", paymentTypeNumber ", paymentTypeNumber, ", minCurrency ",
-            type.minCurrency, ", overPay ", overPay);
+            type.minCurrency, ", overPay ", type.overPay);
     return runCommand([&](Device& printer) { config::setPaymentType(printer, device, type); });
 }
 
@@ -40,88 +41,101 @@ int setPaymentType_int(int device, int paymentTypeNumber, int minCurrency, int o
 }
 
 int setPaymentType2(int device, const char* paymentTypeName, int paymentTypeNumber, double minCurrency,
-                    bool overPay)
+                    TelvofmBool overPay)
 {
-    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay};
-    logCall("setPaymentType2", "Device ", device, ", paymentTypeName ", paymentTypeName,
+    const Text ownPaymentTypeName(paymentTypeName);
+    const config::PaymentType type{paymentTypeNumber, number(minCurrency), overPay != 0};
+    logCall("setPaymentType2", "Device ", device, ", paymentTypeName ", ownPaymentTypeName,
             ", paymentTypeNumber ", paymentTypeNumber, ", minCurrency ", type.minCurrency, ", overPay ",
-            overPay);
+            type.overPay);
     return runCommand(
-        [&](Device& printer) { config::setPaymentType(printer, device, Text(paymentTypeName), type); });
+        [&](Device& printer) { config::setPaymentType(printer, device, ownPaymentTypeName, type); });
 }
 
 int setPaymentType2_int(int device, const char* paymentTypeName, int paymentTypeNumber, int minCurrency,
                         int overPay)
 {
+    const Text ownPaymentTypeName(paymentTypeName);
     const config::PaymentType type{paymentTypeNumber, hundredths(minCurrency), isAllowed(overPay)};
-    logCall("setPaymentType2_int", "Device ", device, ", paymentTypeName ", paymentTypeName,
+    logCall("setPaymentType2_int", "Device ", device, ", paymentTypeName ", ownPaymentTypeName,
             ", paymentTypeNumber ", paymentTypeNumber, ", minCurrency ", type.minCurrency, ", overPay ",
             overPay);
     return runCommand(
-        [&](Device& printer) { config::setPaymentType(printer, device, Text(paymentTypeName), type); });
+        [&](Device& printer) { config::setPaymentType(printer, device, ownPaymentTypeName, type); });
 }
 
 int setPassword(int device, const char* oldPassword, const char* newPassword)
 {
+    const Text ownOldPassword(oldPassword);
+    const Text ownNewPassword(newPassword);
     logCall("setPassword", "Device ", device, ", oldPassword ", "*****", ", newPassword ", "*****");
     return runCommand(
-        [&](Device& printer) { config::setPassword(printer, device, Text(oldPassword), Text(newPassword)); });
+        [&](Device& printer) { config::setPassword(printer, device, ownOldPassword, ownNewPassword); });
 }
 
 int setPrinterType(int device, const char* servicePassword, int printerType, int printFormat)
 {
+    const Text ownServicePassword(servicePassword);
     logCall("setPrinterType", "Device ", device, ", servicePassword ", "*****", ", printerType ", printerType,
             ", printFormat ", printFormat);
     return runCommand([&](Device& printer) {
-        config::setPrinterType(printer, device, Text(servicePassword), printerType, printFormat);
+        config::setPrinterType(printer, device, ownServicePassword, printerType, printFormat);
     });
 }
 
 int setParameter(int device, const char* password, int paramNumber, int paramValue)
 {
+    const Text ownPassword(password);
     logCall("setParameter", "device ", device, ", password ", "*****", ", paramNumber ", paramNumber,
             ", paramValue ", paramValue);
     return runCommand([&](Device& printer) {
-        config::setParameter(printer, device, Text(password), paramNumber, paramValue);
+        config::setParameter(printer, device, ownPassword, paramNumber, paramValue);
     });
 }
 
 int setHeader(int device, const char* password, int rowNumber, const char* text)
 {
+    const Text ownPassword(password);
+    const Text ownText(text);
     logCall("setHeader ", "device ", device, ", password ", "*****", ", rowNumber ", rowNumber, ", text ",
-            text);
+            ownText);
     return runCommand(
-        [&](Device& printer) { config::setHeader(printer, device, Text(password), rowNumber, Text(text)); });
+        [&](Device& printer) { config::setHeader(printer, device, ownPassword, rowNumber, ownText); });
 }
 
 int setAdditionalHeader(int device, const char* text)
 {
-    logCall("setAdditionalHeader ", "device ", device, ", text ", text);
-    return runCommand([&](Device& printer) { config::setAdditionalHeader(printer, device, Text(text)); });
+    const Text ownText(text);
+    logCall("setAdditionalHeader ", "device ", device, ", text ", ownText);
+    return runCommand([&](Device& printer) { config::setAdditionalHeader(printer, device, ownText); });
 }
 
 int setAdditionalFooter(int device, const char* text)
 {
-    logCall("setAdditionalFooter ", "device ", device, ", text ", text);
-    return runCommand([&](Device& printer) { config::setAdditionalFooter(printer, device, Text(text)); });
+    const Text ownText(text);
+    logCall("setAdditionalFooter ", "device ", device, ", text ", ownText);
+    return runCommand([&](Device& printer) { config::setAdditionalFooter(printer, device, ownText); });
 }
 
 int setSuperFooter(int device, const char* text)
 {
-    logCall("setSuperFooter ", "device ", device, ", text ", text);
-    return runCommand([&](Device& printer) { config::setSuperFooter(printer, device, Text(text)); });
+    const Text ownText(text);
+    logCall("setSuperFooter ", "device ", device, ", text ", ownText);
+    return runCommand([&](Device& printer) { config::setSuperFooter(printer, device, ownText); });
 }
 
 // Alone in this family it leaves no line in the call log, which is meant.
 int setPreline(int device, const char* description)
 {
-    return runCommand([&](Device& printer) { config::setPreline(printer, device, Text(description)); });
+    const Text ownDescription(description);
+    return runCommand([&](Device& printer) { config::setPreline(printer, device, ownDescription); });
 }
 
 int setPostline(int device, const char* description)
 {
-    logCall("setPostline ", "device ", device, ", description ", description);
-    return runCommand([&](Device& printer) { config::setPostline(printer, device, Text(description)); });
+    const Text ownDescription(description);
+    logCall("setPostline ", "device ", device, ", description ", ownDescription);
+    return runCommand([&](Device& printer) { config::setPostline(printer, device, ownDescription); });
 }
 
 int setEuroExchangeRate(int device, double exchangeRate)

@@ -4,6 +4,7 @@
 #include "api/call_log.h"
 #include "api/frame.h"
 #include "api/telvofm.h"
+#include "device/floating_point.h"
 
 #include <algorithm>
 #include <array>
@@ -52,13 +53,14 @@ std::array<int, count> withoutFractions(const std::array<double, count>& values)
     return wholes;
 }
 
-int setOne(const char* name, int device, const char* password, char vat, double vatValue,
+int setOne(std::string_view name, int device, const char* password, char vat, double vatValue,
            double reverseConstant)
 {
+    const Text ownPassword(password);
     logCall(name, "device ", device, ", password ", "*****", ", vat ", vat, ", vatValue ", number(vatValue),
             ", reverseConstant ", number(reverseConstant));
     return runCommand([&](Device& printer) {
-        config::setVat(printer, device, Text(password), vat, vatValue, reverseConstant);
+        config::setVat(printer, device, ownPassword, vat, vatValue, reverseConstant);
     });
 }
 
@@ -76,21 +78,21 @@ int setVAT_str(int device, const char* password, const char* vat, double vatValu
 
 int setVAT_int(int device, const char* password, const char* vat, int vatValue, int reverseConstant)
 {
-    return setOne("setVAT_int", device, password, firstCharacter(vat), vatValue / 100.0,
-                  reverseConstant / 100.0);
+    return setOne("setVAT_int", device, password, firstCharacter(vat), quotient(vatValue, 100),
+                  quotient(reverseConstant, 100));
 }
 
 int setAllVats(int device, const char* password, double vatValueA, double reverseConstantA, double vatValueB,
                double reverseConstantB, double vatValueC, double reverseConstantC, double vatValueD,
                double reverseConstantD, double vatValueE, double reverseConstantE)
 {
+    const Text ownPassword(password);
     const std::array<double, fivePairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                  vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                  vatValueE, reverseConstantE};
     logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs));
-    return runCommand([&](Device& printer) {
-        config::setAllVats(printer, device, Text(password), withoutFractions(pairs));
-    });
+    return runCommand(
+        [&](Device& printer) { config::setAllVats(printer, device, ownPassword, withoutFractions(pairs)); });
 }
 
 int setAllVats2(int device, const char* password, double vatValueA, double reverseConstantA, double vatValueB,
@@ -99,13 +101,15 @@ int setAllVats2(int device, const char* password, double vatValueA, double rever
                 double reverseConstantF, double vatValueG, double reverseConstantG, double vatValueH,
                 double reverseConstantH, const char* date)
 {
+    const Text ownPassword(password);
+    const Text ownDate(date);
     const std::array<double, eightPairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                   vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                   vatValueE, reverseConstantE, vatValueF, reverseConstantF,
                                                   vatValueG, reverseConstantG, vatValueH, reverseConstantH};
-    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", date);
+    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", ownDate);
     return runCommand([&](Device& printer) {
-        config::setAllVats(printer, device, Text(password), withoutFractions(pairs), Text(date));
+        config::setAllVats(printer, device, ownPassword, withoutFractions(pairs), ownDate);
     });
 }
 
@@ -115,11 +119,13 @@ int setAllVats3(int device, const char* password, int vatValueA, int reverseCons
                 int reverseConstantF, int vatValueG, int reverseConstantG, int vatValueH,
                 int reverseConstantH, const char* date)
 {
+    const Text ownPassword(password);
+    const Text ownDate(date);
     const std::array<int, eightPairs> pairs = {vatValueA, reverseConstantA, vatValueB, reverseConstantB,
                                                vatValueC, reverseConstantC, vatValueD, reverseConstantD,
                                                vatValueE, reverseConstantE, vatValueF, reverseConstantF,
                                                vatValueG, reverseConstantG, vatValueH, reverseConstantH};
-    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", date);
+    logCall("setAllVats", "device ", device, ", password ", "*****", labelled(pairs), ", date ", ownDate);
     return runCommand(
-        [&](Device& printer) { config::setAllVats(printer, device, Text(password), pairs, Text(date)); });
+        [&](Device& printer) { config::setAllVats(printer, device, ownPassword, pairs, ownDate); });
 }

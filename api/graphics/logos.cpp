@@ -9,7 +9,7 @@ using namespace telvofm;
 
 namespace {
 
-void logPlacement(const char* name, int device, const graphics::LogoPlacement& placement,
+void logPlacement(std::string_view name, int device, const graphics::LogoPlacement& placement,
                   int printLogoAfterPrint)
 {
     const auto& spacing = placement.leftSpacings;
@@ -23,17 +23,18 @@ void logPlacement(const char* name, int device, const graphics::LogoPlacement& p
 
 int prepareGraphicHeader(int imageIndex, const char* fileName)
 {
-    logCall("prepareGraphicHeader", "imageIndex ", imageIndex, ", fileName ", fileName);
-    return runCommand(
-        [&](Device& printer) { graphics::prepare(printer, imageIndex, Text(fileName), false); });
+    const Text ownFileName(fileName);
+    logCall("prepareGraphicHeader", "imageIndex ", imageIndex, ", fileName ", ownFileName);
+    return runCommand([&](Device& printer) { graphics::prepare(printer, imageIndex, ownFileName, false); });
 }
 
 int prepareGraphicHeader_inverse(int imageIndex, const char* fileName, int inverse)
 {
-    logCall("prepareGraphicHeader_inverse", "imageIndex ", imageIndex, ", fileName ", fileName, ", inverse ",
-            inverse);
+    const Text ownFileName(fileName);
+    logCall("prepareGraphicHeader_inverse", "imageIndex ", imageIndex, ", fileName ", ownFileName,
+            ", inverse ", inverse);
     return runCommand(
-        [&](Device& printer) { graphics::prepare(printer, imageIndex, Text(fileName), inverse != 0); });
+        [&](Device& printer) { graphics::prepare(printer, imageIndex, ownFileName, inverse != 0); });
 }
 
 int loadGHMMC(int device, int imageNumber, int leftSpacing)

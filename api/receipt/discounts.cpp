@@ -10,7 +10,7 @@ using namespace telvofm;
 
 namespace {
 
-int discountItem(const char* name, int device, const receipt::Discount& discount)
+int discountItem(std::string_view name, int device, const receipt::Discount& discount)
 {
     logCall(name, "Device ", device, ", row ", discount.row, ", description ", discount.description,
             ", operationType ", discount.operationType, ", discountValue ", discount.value, ", vat ",
@@ -18,7 +18,8 @@ int discountItem(const char* name, int device, const receipt::Discount& discount
     return runCommand([&](Device& printer) { receipt::discountItem(printer, device, discount); });
 }
 
-int discountItem(const char* name, int device, const receipt::Discount& discount, const Amount& totalValue)
+int discountItem(std::string_view name, int device, const receipt::Discount& discount,
+                 const Amount& totalValue)
 {
     logCall(name, "Device ", device, ", row ", discount.row, ", description ", discount.description,
             ", operationType ", discount.operationType, ", discountValue ", discount.value, ", vat ",
@@ -27,7 +28,7 @@ int discountItem(const char* name, int device, const receipt::Discount& discount
         [&](Device& printer) { receipt::discountItemWithTotal(printer, device, discount, totalValue); });
 }
 
-int discountSubTotal(const char* name, int device, const receipt::Discount& discount)
+int discountSubTotal(std::string_view name, int device, const receipt::Discount& discount)
 {
     logCall(name, "Device ", device, ", row ", discount.row, ", description ", discount.description,
             ", operationType ", discount.operationType, ", discountValue ", discount.value, ", vat ",
@@ -35,7 +36,7 @@ int discountSubTotal(const char* name, int device, const receipt::Discount& disc
     return runCommand([&](Device& printer) { receipt::discountSubTotal(printer, device, discount); });
 }
 
-int discountSubTotal(const char* name, int device, const receipt::Discount& discount,
+int discountSubTotal(std::string_view name, int device, const receipt::Discount& discount,
                      const Amount& totalValue)
 {
     logCall(name, "Device ", device, ", row ", discount.row, ", description ", discount.description,
@@ -97,10 +98,11 @@ int itemDiscount2_str(int device, int row, const char* description, int operatio
 
 int subTotal(int device, int row, const char* description, int operationType)
 {
-    logCall("subTotal", "Device ", device, ", row ", row, ", description ", description, ", operationType ",
-            operationType);
+    const Text ownDescription(description);
+    logCall("subTotal", "Device ", device, ", row ", row, ", description ", ownDescription,
+            ", operationType ", operationType);
     return runCommand(
-        [&](Device& printer) { receipt::subTotal(printer, device, row, Text(description), operationType); });
+        [&](Device& printer) { receipt::subTotal(printer, device, row, ownDescription, operationType); });
 }
 
 int subTotalDiscount(int device, int row, const char* description, int operationType, double discountValue,

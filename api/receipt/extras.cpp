@@ -14,10 +14,11 @@ namespace {
 
 int redeem(int device, const receipt::DownPayment& voucher, const char* voucherNumber)
 {
+    const Text ownVoucherNumber(voucherNumber);
     logCall("redeemVoucher", "device ", device, "title ", voucher.title, "amount ", voucher.amount, "vat ",
-            voucher.vat, "price ", voucher.price, "voucherNumber ", voucherNumber);
+            voucher.vat, "price ", voucher.price, "voucherNumber ", ownVoucherNumber);
     return runCommand(
-        [&](Device& printer) { receipt::redeemVoucher(printer, device, voucher, Text(voucherNumber)); });
+        [&](Device& printer) { receipt::redeemVoucher(printer, device, voucher, ownVoucherNumber); });
 }
 
 int deduct(int device, const receipt::DownPayment& downPayment)
@@ -27,42 +28,46 @@ int deduct(int device, const receipt::DownPayment& downPayment)
     return runCommand([&](Device& printer) { receipt::deductDownPayment(printer, device, downPayment); });
 }
 
-int fetchIds(const char* name, int device, char inputType, const char* input, char* buffer, int bufferSize)
+int fetchIds(std::string_view name, int device, char inputType, const char* input, char* buffer,
+             int bufferSize)
 {
-    logCall(name, "device ", device, "inputType ", inputType, "input ", input);
+    const Text ownInput(input);
+    logCall(name, "device ", device, "inputType ", inputType, "input ", ownInput);
     return runQuery(
-        [&](Device& printer) { return receipt::paragonIds(printer, device, inputType, Text(input)); },
+        [&](Device& printer) { return receipt::paragonIds(printer, device, inputType, ownInput); },
         [&](const std::string& reply) { copyText(reply, buffer, bufferSize); });
 }
 
-int fetchIds(const char* name, int device, char inputType, const char* input, ResultObject* result)
+int fetchIds(std::string_view name, int device, char inputType, const char* input, ResultObject* result)
 {
-    logCall(name, "device ", device, "inputType ", inputType, "input ", input);
-    return fillResult(result, [&](Device& printer) {
-        return receipt::paragonIds(printer, device, inputType, Text(input));
-    });
+    const Text ownInput(input);
+    logCall(name, "device ", device, "inputType ", inputType, "input ", ownInput);
+    return fillResult(
+        result, [&](Device& printer) { return receipt::paragonIds(printer, device, inputType, ownInput); });
 }
 
 } // namespace
 
 int setClientID(int device, const char* number, int type)
 {
-    logCall("setClientID", "device ", device, "number ", number, "type ", type);
-    return runCommand([&](Device& printer) { receipt::setClient(printer, device, Text(number), type); });
+    const Text ownNumber(number);
+    logCall("setClientID", "device ", device, "number ", ownNumber, "type ", type);
+    return runCommand([&](Device& printer) { receipt::setClient(printer, device, ownNumber, type); });
 }
 
 int printIssuedParagon(int device, int orderNumber, const char* dateTime)
 {
-    logCall("printIssuedParagon", "device ", device, "orderNumber ", orderNumber, "dateTime ", dateTime);
+    const Text ownDateTime(dateTime);
+    logCall("printIssuedParagon", "device ", device, "orderNumber ", orderNumber, "dateTime ", ownDateTime);
     return runCommand(
-        [&](Device& printer) { receipt::referToReceipt(printer, device, orderNumber, Text(dateTime)); });
+        [&](Device& printer) { receipt::referToReceipt(printer, device, orderNumber, ownDateTime); });
 }
 
 int setInvoiceNumber(int device, const char* invoiceNumber)
 {
-    logCall("setInvoiceNumber", "device ", device, "invoiceNumber ", invoiceNumber);
-    return runCommand(
-        [&](Device& printer) { receipt::setInvoiceNumber(printer, device, Text(invoiceNumber)); });
+    const Text ownInvoiceNumber(invoiceNumber);
+    logCall("setInvoiceNumber", "device ", device, "invoiceNumber ", ownInvoiceNumber);
+    return runCommand([&](Device& printer) { receipt::setInvoiceNumber(printer, device, ownInvoiceNumber); });
 }
 
 int redeemVoucher(int device, const char* title, double amount, char vat, double price,
@@ -110,14 +115,16 @@ int getParagonIDs_str_ResultObject(int device, const char* inputType, const char
 
 int setTransactionID(int device, const char* internalCode)
 {
-    logCall("setTransactionID", "device ", device, "internalCode ", internalCode);
-    return runCommand([&](Device& printer) { receipt::setTransaction(printer, device, Text(internalCode)); });
+    const Text ownInternalCode(internalCode);
+    logCall("setTransactionID", "device ", device, "internalCode ", ownInternalCode);
+    return runCommand([&](Device& printer) { receipt::setTransaction(printer, device, ownInternalCode); });
 }
 
 int setV48(int device, const char* password, char v48)
 {
-    logCall("setV48", "device ", device, "password ", password, "v48 ", v48);
-    return runCommand([&](Device& printer) { receipt::setV48(printer, device, Text(password), v48); });
+    const Text ownPassword(password);
+    logCall("setV48", "device ", device, "password ", ownPassword, "v48 ", v48);
+    return runCommand([&](Device& printer) { receipt::setV48(printer, device, ownPassword, v48); });
 }
 
 int setV48_str(int device, const char* password, const char* v48)
@@ -138,8 +145,9 @@ int Popis0DPH_str(int device, const char* type)
 
 int setSellerID(int device, const char* number, char type)
 {
-    logCall("setSellerID", "device ", device, "number ", number, "type ", type);
-    return runCommand([&](Device& printer) { receipt::setSeller(printer, device, Text(number), type); });
+    const Text ownNumber(number);
+    logCall("setSellerID", "device ", device, "number ", ownNumber, "type ", type);
+    return runCommand([&](Device& printer) { receipt::setSeller(printer, device, ownNumber, type); });
 }
 
 int setSellerID_str(int device, const char* number, const char* type)
@@ -149,8 +157,9 @@ int setSellerID_str(int device, const char* number, const char* type)
 
 int opravaDokladu(int device, const char* errCode)
 {
-    logCall("opravaDokladu", "device ", device, "errCode ", errCode);
-    return runCommand([&](Device& printer) { receipt::correctDocument(printer, device, Text(errCode)); });
+    const Text ownErrCode(errCode);
+    logCall("opravaDokladu", "device ", device, "errCode ", ownErrCode);
+    return runCommand([&](Device& printer) { receipt::correctDocument(printer, device, ownErrCode); });
 }
 
 int synchronizationToPPEKK(int device)

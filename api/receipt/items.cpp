@@ -30,14 +30,14 @@ receipt::Item itemOf(const char* name, const char* totalPrice, const char* vat, 
     return {Text(name), text(totalPrice), firstCharacter(vat), text(amount), text(unitPrice), Text(unit)};
 }
 
-void logItem(const char* name, int device, int row, const receipt::Item& item)
+void logItem(std::string_view name, int device, int row, const receipt::Item& item)
 {
     logCall(name, "Device ", device, ", row ", row, ", commodityName ", item.commodityName, ", total price ",
             item.totalPrice, ", vat ", item.vat, ", amount ", item.amount, ", unit price ", item.unitPrice,
             ", unit ", item.unit);
 }
 
-void logItem(const char* name, int device, int row, const receipt::Item& item, const char* receiptNumber)
+void logItem(std::string_view name, int device, int row, const receipt::Item& item, const Text& receiptNumber)
 {
     logCall(name, "Device ", device, ", row ", row, ", commodityName ", item.commodityName, ", total price ",
             item.totalPrice, ", vat ", item.vat, ", amount ", item.amount, ", unit price ", item.unitPrice,
@@ -73,55 +73,61 @@ int itemSale_str(int device, int row, const char* commodityName, const char* tot
 int itemVoid(int device, int row, const char* commodityName, double totalPrice, char vat, double amount,
              double unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemVoid", device, row, item, receiptNumber);
+    logItem("itemVoid", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::voidItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::voidItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemVoid_int(int device, int row, const char* commodityName, int totalPrice, const char* vat, int amount,
                  int unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemVoid_int", device, row, item, receiptNumber);
+    logItem("itemVoid_int", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::voidItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::voidItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemVoid_str(int device, int row, const char* commodityName, const char* totalPrice, const char* vat,
                  const char* amount, const char* unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemVoid_int", device, row, item, receiptNumber);
+    logItem("itemVoid_int", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::voidItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::voidItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemReturn(int device, int row, const char* commodityName, double totalPrice, char vat, double amount,
                double unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemReturn", device, row, item, receiptNumber);
+    logItem("itemReturn", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::returnItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::returnItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemReturn_int(int device, int row, const char* commodityName, int totalPrice, const char* vat,
                    int amount, int unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemReturn_int", device, row, item, receiptNumber);
+    logItem("itemReturn_int", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::returnItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::returnItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemReturn_str(int device, int row, const char* commodityName, const char* totalPrice, const char* vat,
                    const char* amount, const char* unitPrice, const char* unit, const char* receiptNumber)
 {
+    const Text ownReceiptNumber(receiptNumber);
     const auto item = itemOf(commodityName, totalPrice, vat, amount, unitPrice, unit);
-    logItem("itemReturn_str", device, row, item, receiptNumber);
+    logItem("itemReturn_str", device, row, item, ownReceiptNumber);
     return runCommand(
-        [&](Device& printer) { receipt::returnItem(printer, device, row, item, Text(receiptNumber)); });
+        [&](Device& printer) { receipt::returnItem(printer, device, row, item, ownReceiptNumber); });
 }
 
 int itemNegative(int device, int row, const char* commodityName, double totalPrice, char vat, double amount,
@@ -148,10 +154,10 @@ int itemNegative_str(int device, int row, const char* commodityName, const char*
     return runCommand([&](Device& printer) { receipt::negativeItem(printer, device, row, item); });
 }
 
-void setAutoTwoLineItem(bool on)
+void setAutoTwoLineItem(TelvofmBool on)
 {
     if (const auto printer = openDevice()) {
-        printer->autoTwoLineItem = on;
+        printer->autoTwoLineItem = on != 0;
     }
 }
 

@@ -32,8 +32,9 @@ int sellingDayBegin(int deviceNumber, int saleMode)
 
 int destroyParagon(int device, int row, const char* description)
 {
-    logCall("destroyParagon", "device ", device, ", row ", row, ", description ", description);
-    return runCommand([&](Device& printer) { receipt::destroy(printer, device, row, Text(description)); });
+    const Text ownDescription(description);
+    logCall("destroyParagon", "device ", device, ", row ", row, ", description ", ownDescription);
+    return runCommand([&](Device& printer) { receipt::destroy(printer, device, row, ownDescription); });
 }
 
 int repeatParagon(int device)

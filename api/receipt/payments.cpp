@@ -9,14 +9,14 @@ using namespace telvofm;
 
 namespace {
 
-void logPayment(const char* name, int device, int row, const receipt::Payment& payment)
+void logPayment(std::string_view name, int device, int row, const receipt::Payment& payment)
 {
     logCall(name, "device ", device, ", row ", row, ", paymentNumber ", payment.paymentNumber, ", total ",
             payment.total, ", payedAmount ", payment.payedAmount, ", exchangeRate ", payment.exchangeRate,
             ", description ", payment.description);
 }
 
-void logPayment(const char* name, int device, int row, const receipt::Payment& payment,
+void logPayment(std::string_view name, int device, int row, const receipt::Payment& payment,
                 const Amount& totalPayed)
 {
     logCall(name, "device ", device, ", row ", row, ", paymentNumber ", payment.paymentNumber, ", total ",
@@ -24,14 +24,14 @@ void logPayment(const char* name, int device, int row, const receipt::Payment& p
             ", description ", payment.description, ", totalPayedAmount ", totalPayed);
 }
 
-int deposit(const char* name, int device, int row, const char* description, int operationType,
+int deposit(std::string_view name, int device, int row, const char* description, int operationType,
             const Amount& amount, int paymentNumber)
 {
-    logCall(name, "Device ", device, ", row ", row, ", description ", description, ", operationType ",
+    const Text ownDescription(description);
+    logCall(name, "Device ", device, ", row ", row, ", description ", ownDescription, ", operationType ",
             operationType, ", amount ", amount, ", paymentNumber ", paymentNumber);
     return runCommand([&](Device& printer) {
-        receipt::depositInDrawer(printer, device, row, Text(description), operationType, amount,
-                                 paymentNumber);
+        receipt::depositInDrawer(printer, device, row, ownDescription, operationType, amount, paymentNumber);
     });
 }
 

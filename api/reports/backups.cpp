@@ -10,40 +10,47 @@ using namespace telvofm;
 
 int restoreBCKP(int device, const char* password)
 {
-    logCall("restoreBCKP", "device ", device, "password ", password);
-    return runCommand([&](Device& printer) { reports::restoreBackup(printer, device, Text(password)); });
+    const Text ownPassword(password);
+    logCall("restoreBCKP", "device ", device, "password ", ownPassword);
+    return runCommand([&](Device& printer) { reports::restoreBackup(printer, device, ownPassword); });
 }
 
 int getBCKP(int device, const char* password, int page, char* buffer, int bufferSize)
 {
-    logCall("getBCKP ", "device ", device, "password ", password, "page ", page);
+    const Text ownPassword(password);
+    logCall("getBCKP ", "device ", device, "password ", ownPassword, "page ", page);
     return runQuery(
         [&](Device& printer) {
-            return printer.query(reports::backupPage(printer, device, Text(password), page));
+            return printer.query(reports::backupPage(printer, device, ownPassword, page));
         },
         [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int saveBCKP(int device, const char* password, int page, const char* fileName)
 {
-    logCall("saveBCKP", "device ", device, "password ", password, "page ", page);
+    const Text ownPassword(password);
+    const Text ownFileName(fileName);
+    logCall("saveBCKP", "device ", device, "password ", ownPassword, "page ", page);
     return runCommand([&](Device& printer) {
-        printer.queryToFile(reports::backupPage(printer, device, Text(password), page), Text(fileName));
+        printer.queryToFile(reports::backupPage(printer, device, ownPassword, page), ownFileName);
     });
 }
 
 int getRAMMP(int device, const char* password, char* buffer, int bufferSize)
 {
-    logCall("getRAMMP ", "device ", device, "password ", password);
+    const Text ownPassword(password);
+    logCall("getRAMMP ", "device ", device, "password ", ownPassword);
     return runQuery(
-        [&](Device& printer) { return printer.query(reports::memoryImage(printer, device, Text(password))); },
+        [&](Device& printer) { return printer.query(reports::memoryImage(printer, device, ownPassword)); },
         [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int saveRAMMP(int device, const char* password, const char* fileName)
 {
-    logCall("saveRAMMP", "device ", device, "password ", password);
+    const Text ownPassword(password);
+    const Text ownFileName(fileName);
+    logCall("saveRAMMP", "device ", device, "password ", ownPassword);
     return runCommand([&](Device& printer) {
-        printer.queryToFile(reports::memoryImage(printer, device, Text(password)), Text(fileName));
+        printer.queryToFile(reports::memoryImage(printer, device, ownPassword), ownFileName);
     });
 }

@@ -22,13 +22,13 @@ reports::DateRange dates(const char* journalType, const char* from, const char* 
     return {firstCharacter(journalType), Text(from), Text(to)};
 }
 
-void logDates(const char* name, int device, const reports::DateRange& range)
+void logDates(std::string_view name, int device, const reports::DateRange& range)
 {
     logCall(name, "device ", device, ", journalType ", range.journalType, ", dateFrom ", range.from,
             ", dateTo ", range.to);
 }
 
-void logDates(const char* name, int device, const reports::DateRange& range, const char* fileName)
+void logDates(std::string_view name, int device, const reports::DateRange& range, const Text& fileName)
 {
     logCall(name, "device ", device, ", journalType ", range.journalType, ", dateFrom ", range.from,
             ", dateTo ", range.to, ", fileName ", fileName);
@@ -65,9 +65,10 @@ int getJournal_ResultObject(int device, ResultObject* result)
 
 int getJournal_str_tofile(int device, const char* fileName)
 {
-    logCall("getJournal_str_tofile ", "device ", device, ", fileName ", fileName);
+    const Text ownFileName(fileName);
+    logCall("getJournal_str_tofile ", "device ", device, ", fileName ", ownFileName);
     return runCommand([&](Device& printer) {
-        printer.queryThenWriteFile(reports::wholeJournal(printer, device), Text(fileName));
+        printer.queryThenWriteFile(reports::wholeJournal(printer, device), ownFileName);
     });
 }
 
@@ -111,10 +112,11 @@ int getJournalStructD_Str_ResultObject(int device, const char* journalType, cons
 int getJournalStructD_str_tofile(int device, const char* journalType, const char* dateFrom,
                                  const char* dateTo, const char* fileName)
 {
+    const Text ownFileName(fileName);
     const auto range = dates(journalType, dateFrom, dateTo);
-    logDates("getJournalStructD_str_tofile ", device, range, fileName);
+    logDates("getJournalStructD_str_tofile ", device, range, ownFileName);
     return runCommand([&](Device& printer) {
-        printer.queryThenWriteFile(reports::extractD(printer, device, range), Text(fileName));
+        printer.queryThenWriteFile(reports::extractD(printer, device, range), ownFileName);
     });
 }
 
@@ -140,11 +142,12 @@ int getJournalStructD1_ResultObject(int device, const char* journalType, const c
 int getJournalStructD1_tofile(int device, const char* journalType, const char* dateFrom, const char* dateTo,
                               const char* fileName)
 {
+    const Text ownFileName(fileName);
     const auto range = dates(journalType, dateFrom, dateTo);
-    logDates("getJournalStructD1_tofile ", device, range, fileName);
+    logDates("getJournalStructD1_tofile ", device, range, ownFileName);
     // The D extract, not D1 as its siblings: this is meant.
     return runCommand([&](Device& printer) {
-        printer.queryThenWriteFile(reports::extractD(printer, device, range), Text(fileName));
+        printer.queryThenWriteFile(reports::extractD(printer, device, range), ownFileName);
     });
 }
 
@@ -169,11 +172,11 @@ int getJournalStructZ_ResultObject(int device, int numberFrom, int numberTo, Res
 
 int getJournalStructZ_tofile(int device, int numberFrom, int numberTo, const char* fileName)
 {
+    const Text ownFileName(fileName);
     logCall("getJournalStructZ_tofile ", "device ", device, ", numberFrom ", numberFrom, ", numberTo ",
-            numberTo, ", fileName ", fileName);
+            numberTo, ", fileName ", ownFileName);
     return runCommand([&](Device& printer) {
-        printer.queryThenWriteFile(reports::extractZ(printer, device, {numberFrom, numberTo}),
-                                   Text(fileName));
+        printer.queryThenWriteFile(reports::extractZ(printer, device, {numberFrom, numberTo}), ownFileName);
     });
 }
 
@@ -181,12 +184,12 @@ int getJournalStructZ_tofile(int device, int numberFrom, int numberTo, const cha
 int getJournalStructZ1(int device, const char* docType, int numberFrom, int numberTo, char* buffer,
                        int bufferSize)
 {
-    logCall("getJournalStructZ1 ", "device ", device, "docType ", firstCharacter(docType), ", numberFrom ",
-            numberFrom, ", numberTo ", numberTo);
+    const char letter = firstCharacter(docType);
+    logCall("getJournalStructZ1 ", "device ", device, "docType ", letter, ", numberFrom ", numberFrom,
+            ", numberTo ", numberTo);
     return runQuery(
         [&](Device& printer) {
-            return printer.query(
-                reports::extractZ1(printer, device, firstCharacter(docType), {numberFrom, numberTo}));
+            return printer.query(reports::extractZ1(printer, device, letter, {numberFrom, numberTo}));
         },
         [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
@@ -194,24 +197,25 @@ int getJournalStructZ1(int device, const char* docType, int numberFrom, int numb
 int getJournalStructZ1_ResultObject(int device, const char* docType, int numberFrom, int numberTo,
                                     ResultObject* result)
 {
-    logCall("getJournalStructZ1_ResultObject ", "device ", device, "docType ", firstCharacter(docType),
-            ", numberFrom ", numberFrom, ", numberTo ", numberTo);
+    const char letter = firstCharacter(docType);
+    logCall("getJournalStructZ1_ResultObject ", "device ", device, "docType ", letter, ", numberFrom ",
+            numberFrom, ", numberTo ", numberTo);
     return fillResult(result, [&](Device& printer) {
-        return printer.query(
-            reports::extractZ1(printer, device, firstCharacter(docType), {numberFrom, numberTo}));
+        return printer.query(reports::extractZ1(printer, device, letter, {numberFrom, numberTo}));
     });
 }
 
 int getJournalStructZ1_tofile(int device, const char* docType, int numberFrom, int numberTo,
                               const char* fileName)
 {
-    logCall("getJournalStructZ1_tofile ", "device ", device, "docType ", firstCharacter(docType),
-            ", numberFrom ", numberFrom, ", numberTo ", numberTo, ", fileName ", fileName);
+    const char letter = firstCharacter(docType);
+    const Text ownFileName(fileName);
+    logCall("getJournalStructZ1_tofile ", "device ", device, "docType ", letter, ", numberFrom ", numberFrom,
+            ", numberTo ", numberTo, ", fileName ", ownFileName);
     return runCommand([&](Device& printer) {
         try {
-            printer.queryToFile(
-                reports::extractZ1(printer, device, firstCharacter(docType), {numberFrom, numberTo}),
-                Text(fileName));
+            printer.queryToFile(reports::extractZ1(printer, device, letter, {numberFrom, numberTo}),
+                                ownFileName);
         } catch (const Telvo06FMException& failure) {
             // This export alone logs its failure, also while the log is off: this is meant.
             const std::string_view message = failure.what();
@@ -224,45 +228,51 @@ int getJournalStructZ1_tofile(int device, const char* docType, int numberFrom, i
 
 int getJournalStructU(int device, const char* paragonSn, char* buffer, int bufferSize)
 {
-    logCall("getJournalStructU ", "device ", device, ", paragonSn ", paragonSn);
+    const Text ownParagonSn(paragonSn);
+    logCall("getJournalStructU ", "device ", device, ", paragonSn ", ownParagonSn);
     return runQuery(
-        [&](Device& printer) { return printer.query(reports::extractU(printer, device, Text(paragonSn))); },
+        [&](Device& printer) { return printer.query(reports::extractU(printer, device, ownParagonSn)); },
         [&](const std::string& reply) { copyExactly(reply, buffer, bufferSize); });
 }
 
 int getJournalStructU_ResultObject(int device, const char* paragonSn, ResultObject* result)
 {
-    logCall("getJournalStructU_ResultObject ", "device ", device, ", paragonSn ", paragonSn);
+    const Text ownParagonSn(paragonSn);
+    logCall("getJournalStructU_ResultObject ", "device ", device, ", paragonSn ", ownParagonSn);
     return fillResult(result, [&](Device& printer) {
-        return printer.query(reports::extractU(printer, device, Text(paragonSn)));
+        return printer.query(reports::extractU(printer, device, ownParagonSn));
     });
 }
 
 int getJournalStructU_tofile(int device, const char* paragonSn, const char* fileName)
 {
-    logCall("getJournalStructU_tofile ", "device ", device, ", paragonSn ", paragonSn, ", fileName ",
-            fileName);
+    const Text ownParagonSn(paragonSn);
+    const Text ownFileName(fileName);
+    logCall("getJournalStructU_tofile ", "device ", device, ", paragonSn ", ownParagonSn, ", fileName ",
+            ownFileName);
     return runCommand([&](Device& printer) {
-        printer.queryThenWriteFile(reports::extractU(printer, device, Text(paragonSn)), Text(fileName));
+        printer.queryThenWriteFile(reports::extractU(printer, device, ownParagonSn), ownFileName);
     });
 }
 
 int saveJournalToFile(int device, char journalType, int journalNumber, const char* journalFile)
 {
+    const Text ownJournalFile(journalFile);
     logCall("saveJournalToFile", "device ", device, ", journalType ", journalType, ", journalNumber ",
-            journalNumber, ", journalFile ", journalFile);
+            journalNumber, ", journalFile ", ownJournalFile);
     return runCommand([&](Device& printer) {
         printer.queryToFile(reports::savedJournal(printer, device, journalType, journalNumber),
-                            Text(journalFile));
+                            ownJournalFile);
     });
 }
 
 int saveJournalToFile_str(int device, const char* journalType, int journalNumber, const char* journalFile)
 {
+    const Text ownJournalFile(journalFile);
     const char type = firstCharacter(journalType);
     logCall("saveJournalToFile_str", "device ", device, ", journalType ", type, ", journalNumber ",
-            journalNumber, ", journalFile ", journalFile);
+            journalNumber, ", journalFile ", ownJournalFile);
     return runCommand([&](Device& printer) {
-        printer.queryToFile(reports::savedJournal(printer, device, type, journalNumber), Text(journalFile));
+        printer.queryToFile(reports::savedJournal(printer, device, type, journalNumber), ownJournalFile);
     });
 }

@@ -41,8 +41,8 @@ int printJournal_str(int device, const char* journalType, int journalNumber)
 int printJournalStructD(int device, char journalType, const char* dateFrom, const char* dateTo)
 {
     const reports::DateRange range{journalType, Text(dateFrom), Text(dateTo)};
-    logCall("printJournalStructD", "device ", device, ", journalType ", journalType, ", dateFrom ", dateFrom,
-            ", dateTo ", dateTo);
+    logCall("printJournalStructD", "device ", device, ", journalType ", journalType, ", dateFrom ",
+            range.from, ", dateTo ", range.to);
     return runCommand([&](Device& printer) { reports::printExtractD(printer, device, range); });
 }
 
@@ -50,7 +50,7 @@ int printJournalStructD_str(int device, const char* journalType, const char* dat
 {
     const reports::DateRange range{firstCharacter(journalType), Text(dateFrom), Text(dateTo)};
     logCall("printJournalStructD_str", "device ", device, ", journalType ", range.journalType, ", dateFrom ",
-            dateFrom, ", dateTo ", dateTo);
+            range.from, ", dateTo ", range.to);
     return runCommand([&](Device& printer) { reports::printExtractD(printer, device, range); });
 }
 
@@ -59,7 +59,7 @@ int printJournalStructD1(int device, const char* journalType, const char* dateFr
 {
     const reports::DateRange range{firstCharacter(journalType), Text(dateFrom), Text(dateTo)};
     logCall("printJournalStructD_str", "device ", device, ", journalType ", range.journalType, ", dateFrom ",
-            dateFrom, ", dateTo ", dateTo);
+            range.from, ", dateTo ", range.to);
     return runCommand([&](Device& printer) { reports::printExtractD1(printer, device, range); });
 }
 
@@ -84,22 +84,26 @@ int printJournalStructZ1(int device, const char* docType, int numberFrom, int nu
 
 int printJournalStructU(int device, const char* paragonSn)
 {
-    logCall("printJournalStructU ", "deviceNumber ", device, ", paragonSn ", paragonSn);
-    return runCommand([&](Device& printer) { reports::printExtractU(printer, device, Text(paragonSn)); });
+    const Text ownParagonSn(paragonSn);
+    logCall("printJournalStructU ", "deviceNumber ", device, ", paragonSn ", ownParagonSn);
+    return runCommand([&](Device& printer) { reports::printExtractU(printer, device, ownParagonSn); });
 }
 
 int printYearlyClosure(int device, const char* password)
 {
+    const Text ownPassword(password);
     logCall("printYearlyClosure ", "deviceNumber ", device, ", password ", "*****");
-    return runCommand([&](Device& printer) { reports::printYearlyClosure(printer, device, Text(password)); });
+    return runCommand([&](Device& printer) { reports::printYearlyClosure(printer, device, ownPassword); });
 }
 
 int printIntervalFPD(int device, int printType, const char* dateFrom, const char* dateTo)
 {
-    logCall("printIntervalFPD ", "device ", device, ", printType ", printType, ", dateFrom ", dateFrom,
-            ", dateTo ", dateTo);
+    const Text ownDateFrom(dateFrom);
+    const Text ownDateTo(dateTo);
+    logCall("printIntervalFPD ", "device ", device, ", printType ", printType, ", dateFrom ", ownDateFrom,
+            ", dateTo ", ownDateTo);
     return runCommand([&](Device& printer) {
-        reports::printIntervalByDates(printer, device, printType, Text(dateFrom), Text(dateTo));
+        reports::printIntervalByDates(printer, device, printType, ownDateFrom, ownDateTo);
     });
 }
 

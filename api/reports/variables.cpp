@@ -15,7 +15,7 @@ namespace {
 // What getVariableStr has returned, kept for the caller until its thread's next call.
 thread_local std::string variableText;
 
-void logVariable(const char* name, int device, const char* variableCode, std::string_view result)
+void logVariable(std::string_view name, int device, std::string_view variableCode, std::string_view result)
 {
     logCall(name, "device ", device, ", variableCode ", variableCode, ", result ", result);
 }
@@ -24,30 +24,34 @@ void logVariable(const char* name, int device, const char* variableCode, std::st
 
 int getVariable(int device, const char* variableCode, char* result, int resultSize)
 {
-    return runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
+    const Text ownVariableCode(variableCode);
+    return runQuery([&](Device& printer) { return reports::variable(printer, device, ownVariableCode); },
                     [&](const std::string& reply) {
                         copyText(reply, result, resultSize);
-                        logVariable("getVariable ", device, variableCode, reply);
+                        logVariable("getVariable ", device, ownVariableCode, reply);
                     });
 }
 
 int getVariableResultObject(int device, const char* variableCode, ResultObject* result)
 {
+    const Text ownVariableCode(variableCode);
     // Logged under the name of getVariable, which is meant.
     return fillResult(
-        result, [&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
-        [&](const std::string& reply) { logVariable("getVariable ", device, variableCode, reply); });
+        result, [&](Device& printer) { return reports::variable(printer, device, ownVariableCode); },
+        [&](const std::string& reply) { logVariable("getVariable ", device, ownVariableCode, reply); });
 }
 
 const char* getVariableStr(int device, const char* variableCode)
 {
-    const int result =
-        runQuery([&](Device& printer) { return reports::variable(printer, device, Text(variableCode)); },
-                 [&](const std::string& reply) {
-                     variableText = reply;
-                     logVariable("getVariableStr ", device, variableCode, reply);
-                 });
-    return result == succeeded ? variableText.c_str() : "Error";
+    const Text ownVariableCode(variableCode);
+    const char* text = "Error";
+    runQuery([&](Device& printer) { return reports::variable(printer, device, ownVariableCode); },
+             [&](const std::string& reply) {
+                 variableText = reply;
+                 text = variableText.c_str();
+                 logVariable("getVariableStr ", device, ownVariableCode, reply);
+             });
+    return text;
 }
 
 int getLastParagon(int device, char* buffer, int bufferSize)
@@ -71,11 +75,13 @@ int getLastParagonResultObject(int device, ResultObject* result)
 int getIntervalFPD(int device, int printType, const char* dateFrom, const char* dateTo, char* result,
                    int resultSize)
 {
-    logCall("getIntervalFPD ", "device ", device, ", printType ", printType, ", dateFrom ", dateFrom,
-            ", dateTo ", dateTo);
+    const Text ownDateFrom(dateFrom);
+    const Text ownDateTo(dateTo);
+    logCall("getIntervalFPD ", "device ", device, ", printType ", printType, ", dateFrom ", ownDateFrom,
+            ", dateTo ", ownDateTo);
     return runQuery(
         [&](Device& printer) {
-            return reports::intervalByDates(printer, device, printType, Text(dateFrom), Text(dateTo));
+            return reports::intervalByDates(printer, device, printType, ownDateFrom, ownDateTo);
         },
         [&](const std::string& reply) { copyText(reply, result, resultSize); });
 }

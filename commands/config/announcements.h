@@ -27,7 +27,7 @@ struct DisplaySettings
 {
     int dispF;
     int dispT;
-    std::string_view parameter;
+    Text parameter;
 };
 
 void printAnnouncement(Device& printer, int address, int rowNumber, std::string_view text);

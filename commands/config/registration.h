@@ -11,19 +11,19 @@ namespace telvofm::config {
 
 struct PostalAddress
 {
-    std::string_view municipality;
-    std::string_view street;
-    std::string_view number;
-    std::string_view subNumber;
-    std::string_view zip;
+    Text municipality;
+    Text street;
+    Text number;
+    Text subNumber;
+    Text zip;
 };
 
 struct MailServer
 {
     char type;
-    std::string_view ipAddress;
+    Text ipAddress;
     std::int16_t port; // from 32768 on a port is the negative number of the same 16 bits, which is meant
-    std::string_view localDirectory;
+    Text localDirectory;
 };
 
 void setPosition(Device& printer, int address, const Amount& vertX, const Amount& vertY);

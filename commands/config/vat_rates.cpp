@@ -1,5 +1,7 @@
 #include "commands/config/vat_rates.h"
 
+#include "device/floating_point.h"
+
 namespace telvofm::config {
 namespace {
 
@@ -14,13 +16,19 @@ Request tableRequest(Device& printer, int address, std::string_view password, st
 
 } // namespace
 
-// A negative reverse constant leaves its field empty, here only and not in the table, which is meant.
+// A negative reverse constant leaves its field empty, here only and not in the table, which is meant; a
+// negative zero is a zero and sent without its sign.
 void setVat(Device& printer, int address, std::string_view password, char vat, double vatValue,
             double reverseConstant)
 {
     Request request =
         printer.request(address, Command::setVAT).text(password).character(vat).number(truncated(vatValue));
-    printer.send(reverseConstant < 0.0 ? request.empty() : request.general(reverseConstant));
+    if (isNegative(reverseConstant)) {
+        request.empty();
+    } else {
+        request.general(isZero(reverseConstant) ? 0.0 : reverseConstant);
+    }
+    printer.send(request);
 }
 
 void setAllVats(Device& printer, int address, std::string_view password, FivePairs pairs)

@@ -9,7 +9,7 @@ namespace telvofm::receipt {
 struct Discount
 {
     int row;
-    std::string_view description;
+    Text description;
     int operationType;
     Amount value;
     char vat; // a blank is left out of item discounts, but sent with subtotal discounts

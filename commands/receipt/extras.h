@@ -9,7 +9,7 @@ namespace telvofm::receipt {
 
 struct DownPayment
 {
-    std::string_view title;
+    Text title;
     Amount amount;
     char vat;
     Amount price;

@@ -8,12 +8,12 @@ namespace telvofm::receipt {
 
 struct Item
 {
-    std::string_view commodityName; // padded to 40 bytes while autoTwoLineItem is on
+    Text commodityName; // padded to 40 bytes while autoTwoLineItem is on
     Amount totalPrice;
     char vat;
     Amount amount;
     Amount unitPrice;
-    std::string_view unit; // sent as exactly three bytes
+    Text unit; // sent as exactly three bytes
 };
 
 void sellItem(Device& printer, int address, int row, const Item& item);

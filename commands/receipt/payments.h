@@ -11,7 +11,7 @@ struct Payment
     Amount total;
     Amount payedAmount;
     Amount exchangeRate;
-    std::string_view description; // sent as exactly ten bytes
+    Text description; // sent as exactly ten bytes
 };
 
 void pay(Device& printer, int address, int row, const Payment& payment);

@@ -10,8 +10,8 @@ namespace telvofm::reports {
 struct DateRange
 {
     char journalType;
-    std::string_view from;
-    std::string_view to;
+    Text from;
+    Text to;
 };
 
 struct NumberRange

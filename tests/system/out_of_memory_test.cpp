@@ -3,6 +3,7 @@
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
 #include "tests/unit/failing_allocations.h"
+#include "tests/unit/own_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -40,12 +41,33 @@ TEST_F(OutOfMemory, OpeningIsMinusOneWhereverMemoryEnds)
     closeFM();
 }
 
+TEST_F(OutOfMemory, OpeningIsMinusOneWhenTheNameCannotBeCopied)
+{
+    const std::string name(1000, 'x');
+    EXPECT_EQ(withAllocations(0, [&] { return openFM(name.c_str()); }), -1);
+    EXPECT_EQ(withAllocations(0, [&] { return openFMBaud(name.c_str(), 57600); }), -1);
+    EXPECT_EQ(withAllocations(0, [&] { return openFMStopBit(name.c_str(), 1); }), -1);
+}
+
+TEST_F(OutOfMemory, OpeningIsMinusOneWhenTheLineOfTheLogCannotBeMade)
+{
+    OwnFolder folder;
+    setLogginOn(folder.file("calls.log").c_str());
+    EXPECT_EQ(withAllocations(0, [] { return openFM("COM1"); }), -1);
+    EXPECT_EQ(withAllocations(0, [] { return openFMBaud("COM1", 57600); }), -1);
+    EXPECT_EQ(withAllocations(0, [] { return openFMStopBit("COM1", 1); }), -1);
+}
+
 TEST_F(OutOfMemory, ACommandThrowsAndLeavesTheSessionToTheNext)
 {
     PrinterThread printer(acceptAll);
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
     const std::string text(10000, 'x');
-    EXPECT_THROW(withAllocations(0, [&] { return destroyParagon(1, 0, text.c_str()); }), std::bad_alloc);
+    // The call's copy of the text is the first allocation, its request under the lock the second.
+    for (const int allocations : {0, 1}) {
+        EXPECT_THROW(withAllocations(allocations, [&] { return destroyParagon(1, 0, text.c_str()); }),
+                     std::bad_alloc);
+    }
     // On another thread: this one could take a lock again that was left behind.
     auto next = std::async(std::launch::async, [] { return printJobCancel(1); });
     if (next.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
@@ -53,6 +75,22 @@ TEST_F(OutOfMemory, ACommandThrowsAndLeavesTheSessionToTheNext)
         std::abort(); // the other thread waits for ever
     }
     EXPECT_EQ(next.get(), 0);
+    closeFM();
+}
+
+// The sale of a name as long as two lines of a receipt, in each of its variants.
+TEST_F(OutOfMemory, ASaleNeedsNoAllocation)
+{
+    PrinterThread printer(acceptAll);
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    const std::string name(64, 'x');
+    const auto sellAll = [&name] {
+        return itemSale(1, 0, name.c_str(), 12.5, 'A', 1.5, 8.3333, "ks") +
+               itemSale_int(1, 0, name.c_str(), 1250, "A", 1500, 83333, "ks") +
+               itemSale_str(1, 0, name.c_str(), "12.50", "A", "1.500", "8.33", "ks");
+    };
+    ASSERT_EQ(sellAll(), 0); // makes room for the requests
+    EXPECT_EQ(withAllocations(0, sellAll), 0);
     closeFM();
 }
 

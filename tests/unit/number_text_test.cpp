@@ -134,30 +134,5 @@ TEST(NumberText, ALocaleOfTheHostChangesNothing)
     std::locale::global(before);
 }
 
-TEST(Truncated, GoesTowardZero)
-{
-    EXPECT_EQ(truncated(1.9), 1);
-    EXPECT_EQ(truncated(-1.9), -1);
-    EXPECT_EQ(truncated(-0.0), 0);
-}
-
-TEST(Truncated, HoldsUpToBothEndsOfTheRange)
-{
-    EXPECT_EQ(truncated(2147483647.0), INT_MAX);
-    EXPECT_EQ(truncated(2147483647.9), INT_MAX);
-    EXPECT_EQ(truncated(-2147483648.0), INT_MIN);
-    EXPECT_EQ(truncated(-2147483647.9), -INT_MAX);
-}
-
-TEST(Truncated, BeyondTheRangeIsTheSmallestInteger)
-{
-    EXPECT_EQ(truncated(2147483648.0), INT_MIN);
-    EXPECT_EQ(truncated(1e300), INT_MIN);
-    EXPECT_EQ(truncated(-1e300), INT_MIN);
-    EXPECT_EQ(truncated(infinity), INT_MIN);
-    EXPECT_EQ(truncated(-infinity), INT_MIN);
-    EXPECT_EQ(truncated(notANumber), INT_MIN);
-}
-
 } // namespace
 } // namespace telvofm

@@ -251,7 +251,7 @@ int64_t rawRead(unsigned char* buffer, int64_t count, const void* marker)
     try {
         const std::shared_lock transport(driver->transportLock);
         return driver->readRaw(buffer, count, marker);
-    } catch (const Telvo06FMException&) {
+    } catch (const std::exception&) {
         return -1;
     }
 }
@@ -266,7 +266,7 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         const std::shared_lock transport(driver->transportLock);
         const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         return static_cast<int64_t>(driver->writeRaw(all));
-    } catch (const Telvo06FMException&) {
+    } catch (const std::exception&) {
         return -1;
     }
 }

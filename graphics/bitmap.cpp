@@ -1,8 +1,7 @@
 #include "graphics/bitmap.h"
 
+#include "link/standard_output.h"
 #include "link/telvo06fm_exception.h"
-
-#include <cstdio>
 
 namespace telvofm::graphics {
 namespace {
@@ -28,14 +27,12 @@ Bitmap expanded(const PackedBitmap& packed)
 Bitmap loadMonochrome(std::string_view fileName)
 {
     const std::string name(fileName);
-    std::printf("Path: %s\n", name.c_str());
-    std::fflush(stdout);
+    writeLine("Path: " + name);
     const auto packed = loadBitmapFile(name);
     if (!packed) {
         throw Telvo06FMException(code::transportFailure);
     }
-    std::puts("OK");
-    std::fflush(stdout);
+    writeLine("OK");
     if (packed->bitsPerPixel == 0) {
         throw Telvo06FMException(code::transportFailure);
     }

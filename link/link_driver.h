@@ -5,10 +5,11 @@
 // Who closes a link beside running calls interrupts it first, so that no wait without limit holds it up.
 #pragma once
 
+#include "link/exchange_lock.h"
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <mutex>
 #include <shared_mutex>
 #include <string>
 #include <string_view>
@@ -53,7 +54,7 @@ public:
     virtual void cut() { isInterrupted = isCut = true; }
 
     // Held by each exchange: device objects that share a link share its lock.
-    std::recursive_timed_mutex exchangeLock;
+    ExchangeLock exchangeLock;
     // Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes.
     std::shared_mutex transportLock;
 

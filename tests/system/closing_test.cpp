@@ -207,7 +207,7 @@ TEST_F(Closing, BesideARawReadOfBytesWithoutEnd)
 // A session is found by a closing only when its link is open, or has failed to: no connection stays behind.
 TEST_F(Closing, BesideAnOpeningLeavesNoConnectionBehind)
 {
-    constexpr int rounds = 300;
+    constexpr int rounds = 1000;
     wire::Listener listener;
     const std::string address = "127.0.0.1:" + std::to_string(listener.port());
     for (int round = 0; round < rounds; ++round) {

@@ -87,10 +87,9 @@ TEST_F(StandardOutput, GetsExactlyOneLineOfAnOpening)
 
 TEST_F(StandardOutput, WhoseReaderHasGoneDoesNotEndTheHost)
 {
+    ::close(pipe.ends[0]);
     EXPECT_EQ(outcomeOf([&] {
                   ::dup2(pipe.ends[1], STDOUT_FILENO);
-                  ::close(pipe.ends[1]);
-                  ::close(pipe.ends[0]);
                   return openFM(address.c_str()) == 0 && openFM(address.c_str()) == 0 ? 0 : 1;
               }),
               0);
@@ -99,10 +98,9 @@ TEST_F(StandardOutput, WhoseReaderHasGoneDoesNotEndTheHost)
 // The signal would come late when it was only held back.
 TEST_F(StandardOutput, WhoseReaderHasGoneLeavesTheHostsSignalsAlone)
 {
+    ::close(pipe.ends[0]);
     EXPECT_EQ(outcomeOf([&] {
                   ::dup2(pipe.ends[1], STDOUT_FILENO);
-                  ::close(pipe.ends[1]);
-                  ::close(pipe.ends[0]);
                   sigset_t blocked;
                   ::sigemptyset(&blocked);
                   ::sigaddset(&blocked, SIGUSR1);
@@ -130,10 +128,9 @@ TEST_F(StandardOutput, WhoseReaderHasGoneLeavesTheHostsSignalsAlone)
 // A host that holds the signal back itself, and has one waiting, finds it as it was.
 TEST_F(StandardOutput, ASignalOfTheHostsOwnStaysPending)
 {
+    ::close(pipe.ends[0]);
     EXPECT_EQ(outcomeOf([&] {
                   ::dup2(pipe.ends[1], STDOUT_FILENO);
-                  ::close(pipe.ends[1]);
-                  ::close(pipe.ends[0]);
                   sigset_t blocked;
                   ::sigemptyset(&blocked);
                   ::sigaddset(&blocked, SIGPIPE);
@@ -179,6 +176,7 @@ TEST_F(StandardOutput, ThatIsFullNeverBlocks)
                           openFM(noPrinter.c_str());
                           closeFM();
                       }
+                      drain(pipe.ends[0]); // for what ends the process, which may flush
                       return 0;
                   }),
                   0)

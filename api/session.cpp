@@ -41,7 +41,13 @@ Sessions& sessions()
     return all;
 }
 
-Session takeCurrent()
+Session currentSession()
+{
+    const std::scoped_lock lock(sessions().lock);
+    return sessions().current;
+}
+
+Session takeCurrentSession()
 {
     const std::scoped_lock lock(sessions().lock);
     return std::exchange(sessions().current, {});
@@ -61,21 +67,23 @@ void end(const Session& session)
     session.device->close();
 }
 
-// A serial port can be opened once: whatever session holds it, also one that was replaced, has to let it go,
-// or the port would be lost until the host program ends.
-void endSessionsOn(const std::string& port)
+// Those that are meant, the current one or replaced ones.
+template <typename IsMeant>
+void endSessions(IsMeant isMeant)
 {
     std::vector<Session> ending;
     {
         const std::scoped_lock lock(sessions().lock);
         auto& replaced = sessions().replaced;
+        auto& current = sessions().current;
         const auto first = std::partition(replaced.begin(), replaced.end(),
-                                          [&](const Session& s) { return s.port != port; });
+                                          [&](const Session& session) { return !isMeant(session); });
         ending.assign(first, replaced.end());
-        replaced.erase(first, replaced.end());
-        if (sessions().current.device && sessions().current.port == port) {
-            ending.push_back(std::exchange(sessions().current, {}));
+        if (current.device && isMeant(current)) {
+            ending.push_back(current);
+            current = {};
         }
+        replaced.erase(first, replaced.end());
     }
     std::for_each(ending.begin(), ending.end(), end);
 }
@@ -84,6 +92,8 @@ void endSessionsOn(const std::string& port)
 int openSession(Session session, bool convertText)
 {
     const auto device = session.device;
+    // From before it can be found: who closes it meanwhile has to find it open, or nobody would close it.
+    const std::scoped_lock exchange(device->lock);
     {
         const std::scoped_lock lock(sessions().lock);
         if (sessions().current.device) {
@@ -91,7 +101,6 @@ int openSession(Session session, bool convertText)
         }
         sessions().current = std::move(session);
     }
-    const std::scoped_lock exchange(device->lock);
     device->open(convertText);
     return succeeded;
 }
@@ -132,7 +141,9 @@ int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
         const std::string port = SerialDriver::portIdentity(name);
         const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
         const auto device = std::make_shared<Device>(driver);
-        endSessionsOn(port);
+        // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let
+        // it go, or the port would be lost until the host program ends.
+        endSessions([&](const Session& session) { return session.port == port; });
         return openSession({driver, device, port}, true);
     });
 }
@@ -142,12 +153,13 @@ int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
 int openHeldLink()
 {
     return orMinusOne([] {
-        const Session held = takeCurrent();
+        const Session held = currentSession();
         if (!held.driver) {
             return -1;
         }
-        end(held);
-        return openSession({held.driver, std::make_shared<Device>(held.driver), held.port}, true);
+        const auto device = std::make_shared<Device>(held.driver);
+        endSessions([&](const Session& session) { return session.driver == held.driver; });
+        return openSession({held.driver, device, held.port}, true);
     });
 }
 
@@ -231,7 +243,7 @@ int openFMStopBit(const char* portName, uint32_t stopBits)
 void closeFM(void)
 {
     logCall("closeFM ");
-    const Session closing = takeCurrent();
+    const Session closing = takeCurrentSession();
     if (closing.device) {
         end(closing);
     }
@@ -253,7 +265,7 @@ int64_t rawRead(unsigned char* buffer, int64_t count, const void* marker)
     try {
         const std::shared_lock transport(driver->transportLock);
         return driver->readRaw(buffer, count, marker);
-    } catch (const Telvo06FMException&) {
+    } catch (const std::exception&) {
         return -1;
     }
 }
@@ -268,7 +280,7 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         const std::shared_lock transport(driver->transportLock);
         const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         return static_cast<int64_t>(driver->writeRaw(all));
-    } catch (const Telvo06FMException&) {
+    } catch (const std::exception&) {
         return -1;
     }
 }

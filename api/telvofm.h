@@ -25,7 +25,7 @@
  *        1 ... 255   the printer's own error code
  *        64          also: serial, the printer is silent for 15 s although it holds clear-to-send on
  *        -1          no printer is open; for the open functions: it could not be opened
- *        -10000      serial: a run-time failure inside the exchange
+ *        -10000      a run-time failure inside the exchange, memory exhaustion above all
  *        -10001      serial: an uploaded block was refused three times; TCP: a run-time failure in a command
  *        -10002      a reply was damaged three times, or a byte came that the protocol does not allow there
  *        -10103      serial: the port is not open, or clear-to-send is off when a write begins
@@ -89,7 +89,8 @@ TELVOFM_API int getVersion(void);
  * /dev/ttyS<n-1>, and COM followed by an absolute path is that path. Any other name is a host, or a host and
  * a port joined by a colon; without a port it is 64000. Writes "host: ... port: ..." to standard output for a
  * TCP link. Returns 0, or -1 when the connection could not be made. After -1 closeFM is still due. A second
- * open without closeFM leaves the first connection open and out of reach.
+ * open without closeFM leaves the first connection open and out of reach; only the same serial port, under
+ * any of its names, is closed first.
  */
 TELVOFM_API int openFM(const char* portName);
 
@@ -106,7 +107,11 @@ TELVOFM_API int openFMBaud(const char* portName, uint32_t baud);
  */
 TELVOFM_API int openFMStopBit(const char* portName, uint32_t stopBits);
 
-/* Closes the connection and forgets the session's settings and pictures. Does nothing when none is open. */
+/*
+ * Closes the connection and forgets the session's settings and pictures. Does nothing when none is open. Calls
+ * of other threads that wait for the printer end with the step that they wait in (3 s over TCP, 15 s on serial
+ * links) and return -10201, on serial links -10103.
+ */
 TELVOFM_API void closeFM(void);
 
 /* Stores a time in milliseconds with the current link. No exchange reads it. Not logged. */

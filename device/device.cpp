@@ -4,6 +4,7 @@
 #include "link/telvo06fm_exception.h"
 
 #include <fstream>
+#include <mutex>
 #include <utility>
 
 namespace telvofm {

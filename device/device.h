@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -52,7 +51,7 @@ public:
     [[nodiscard]] std::size_t itemNameWidth() const;
 
     // Of the link: whoever works with it, one exchange is whole.
-    std::recursive_timed_mutex& lock;
+    ExchangeLock& lock;
     // The prepared pictures by index, in the printer's layouts. The graphics commands fill and read them.
     std::map<int, std::string> rasterImages;
     std::map<int, std::string> bandImages;

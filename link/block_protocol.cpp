@@ -185,6 +185,7 @@ std::string BlockProtocol::runQuery(std::string_view request, Exchange exchange)
 std::optional<Byte> BlockProtocol::ask(std::string_view unit, Byte unitChecksum, Exchange exchange,
                                        int attempt)
 {
+    endIfInterrupted(); // also an exchange that had to wait for its turn
     beginTry(exchange);
     writeRaw(unit);
     writeProtocolByte(unitChecksum);

@@ -40,12 +40,12 @@ public:
 
     // Fills it through `receive`, which gets the room and returns the number of bytes. It is not called when
     // another thread has filled the buffer since `seen`: that thread has taken what the network had ready,
-    // and receiving once more could block.
+    // and receiving once more could block. Nor is it called while bytes are left, which it would overwrite.
     template <typename Receive>
     void fillOnceSince(std::uint64_t seen, Receive receive)
     {
         const std::scoped_lock lock(state);
-        if (filled == seen) {
+        if (filled == seen && count == 0) {
             count = receive(std::span<char>(bytes));
             position = 0;
             ++filled;

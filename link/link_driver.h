@@ -5,10 +5,11 @@
 // Who closes a link beside running calls interrupts it first, so that no wait without limit holds it up.
 #pragma once
 
+#include "link/exchange_lock.h"
+
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <mutex>
 #include <shared_mutex>
 #include <string>
 #include <string_view>
@@ -48,11 +49,12 @@ public:
     // Ends the waits of the calls that are inside, each when its present step is over and with the code of a
     // closed link. It lasts until the link is opened again.
     void interrupt() { isInterrupted = true; }
-    // Breaks the transport under a call that is blocked in the platform itself.
-    virtual void cut() {}
+    // Interrupts, breaks the transport under a call that is blocked in the platform itself, and ends what is
+    // being written where it stands. It lasts as long.
+    virtual void cut() { isInterrupted = isCut = true; }
 
     // Held by each exchange: device objects that share a link share its lock.
-    std::recursive_timed_mutex exchangeLock;
+    ExchangeLock exchangeLock;
     // Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes.
     std::shared_mutex transportLock;
 
@@ -63,13 +65,15 @@ public:
 protected:
     // Every wait without limit looks here before it goes on.
     [[nodiscard]] bool mustEnd() const { return isInterrupted.load(std::memory_order_relaxed); }
-    void startAnew() { isInterrupted = false; }
+    [[nodiscard]] bool wasCut() const { return isCut.load(std::memory_order_relaxed); }
+    void startAnew() { isInterrupted = isCut = false; }
 
     std::string portName;
     bool isOpen = false;
 
 private:
     std::atomic<bool> isInterrupted = false;
+    std::atomic<bool> isCut = false;
     std::atomic<std::int64_t> timeoutMs = 5000;
 };
 

@@ -85,6 +85,9 @@ void SerialDriver::beginTry(Exchange exchange)
 // Without a look at CTS, unlike the beginning of a write: this is meant.
 void SerialDriver::writeProtocolByte(Byte byte)
 {
+    if (wasCut()) {
+        endIfInterrupted(); // what is left of a long request
+    }
     const char single = static_cast<char>(byte);
     waitForDataSetReady();
     writeToLine(single);

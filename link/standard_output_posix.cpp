@@ -5,6 +5,8 @@
 #include <ctime>
 #include <poll.h>
 #include <pthread.h>
+#include <stdio_ext.h>
+#include <unistd.h>
 
 namespace telvofm {
 namespace {
@@ -45,14 +47,28 @@ bool takesBytes(int descriptor)
     return ::poll(&writable, 1, 0) != 0;
 }
 
+// How many bytes the stream takes without writing any.
+std::size_t roomInBuffer(std::FILE* stream)
+{
+    constexpr std::size_t unused = 512; // an unused stream makes its buffer later, and not a smaller one
+    if (::__fbufsize(stream) == 0) {
+        return ::isatty(::fileno(stream)) == 1 ? 0 : unused;
+    }
+    return ::__flbf(stream) != 0 ? 0 : ::__fbufsize(stream) - ::__fpending(stream);
+}
+
 } // namespace
 
 void writeLine(std::string_view line)
 {
+    const bool isTaken = takesBytes(::fileno(stdout));
+    if (!isTaken && roomInBuffer(stdout) <= line.size()) {
+        return;
+    }
     const WithoutBrokenPipeSignal quiet;
     std::fwrite(line.data(), 1, line.size(), stdout);
     std::fputc('\n', stdout);
-    if (takesBytes(::fileno(stdout))) {
+    if (isTaken) {
         std::fflush(stdout);
     }
 }

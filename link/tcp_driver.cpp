@@ -45,14 +45,14 @@ void TcpDriver::connectToFirstThatAccepts(const std::string& host, const std::st
     const auto addresses = Socket::resolve(host, port);
     if (addresses) {
         for (const SocketAddress& address : *addresses) {
-            if (!socket.create(address)) {
+            endIfInterrupted();
+            if (!createSocket(address)) {
                 break;
             }
             if (socket.connect(address)) {
                 return;
             }
-            socket.close();
-            endIfInterrupted();
+            closeSocket();
         }
     }
     throw Telvo06FMException(code::transportFailure);
@@ -61,19 +61,30 @@ void TcpDriver::connectToFirstThatAccepts(const std::string& host, const std::st
 void TcpDriver::close()
 {
     if (isOpen) {
-        socket.close();
+        closeSocket();
         Socket::cleanUp();
         isOpen = false;
     }
 }
 
-// Without waiting for an opening or closing that is under way: there is nothing to break then.
+// Also under a connecting that takes its time.
 void TcpDriver::cut()
 {
-    if (transportLock.try_lock_shared()) {
-        socket.shutDown();
-        transportLock.unlock_shared();
-    }
+    LinkDriver::cut();
+    const std::scoped_lock lock(socketChanges);
+    socket.shutDown();
+}
+
+bool TcpDriver::createSocket(const SocketAddress& address)
+{
+    const std::scoped_lock lock(socketChanges);
+    return socket.create(address);
+}
+
+void TcpDriver::closeSocket()
+{
+    const std::scoped_lock lock(socketChanges);
+    socket.close();
 }
 
 std::size_t TcpDriver::writeRaw(std::string_view bytes)
@@ -170,7 +181,8 @@ void TcpDriver::readData(char* target, std::size_t count)
 void TcpDriver::sendRecorded(std::string_view bytes)
 {
     rawLog().record(RawLog::sent, bytes);
-    if (!socket.send(bytes)) {
+    // One that was cut off may have sent a part, which the platform reports as a success.
+    if (!socket.send(bytes) || wasCut()) {
         throw Telvo06FMException(code::transportFailure);
     }
 }

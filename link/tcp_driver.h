@@ -7,6 +7,8 @@
 #include "link/input_buffer.h"
 #include "link/socket.h"
 
+#include <mutex>
+
 namespace telvofm {
 
 class TcpDriver final : public BlockProtocol
@@ -23,6 +25,8 @@ public:
 
 private:
     void connectToFirstThatAccepts(const std::string& host, const std::string& port);
+    bool createSocket(const SocketAddress& address);
+    void closeSocket();
     void beginTry(Exchange exchange) override;
     void writeProtocolByte(Byte byte) override;
     Byte readAnswerByte() override;
@@ -31,6 +35,7 @@ private:
     void sendRecorded(std::string_view bytes);
 
     Socket socket;
+    std::mutex socketChanges; // while it is made, closed or cut
     InputBuffer input;
 };
 

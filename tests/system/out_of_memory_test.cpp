@@ -2,7 +2,7 @@
 // printer's thread goes on.
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
-#include "tests/unit/failing_allocations.h"
+#include "tests/unit/limited_memory.h"
 #include "tests/unit/own_folder.h"
 
 #include <gtest/gtest.h>
@@ -91,6 +91,22 @@ TEST_F(OutOfMemory, ASaleNeedsNoAllocation)
     };
     ASSERT_EQ(sellAll(), 0); // makes room for the requests
     EXPECT_EQ(withAllocations(0, sellAll), 0);
+    closeFM();
+}
+
+// A link that cannot be opened again for want of memory stays the one that is held.
+TEST_F(OutOfMemory, OpeningAHeldLinkAgainIsMinusOneWhereverMemoryEnds)
+{
+    PrinterThread printer(acceptAll);
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    int result = -1;
+    int allocations = 0;
+    for (; result == -1 && allocations < 100; ++allocations) {
+        result = withAllocations(allocations, [] { return openFMBaud("COM1", 9600); });
+    }
+    EXPECT_EQ(result, 0);
+    EXPECT_GT(allocations, 1) << "memory never ended";
+    EXPECT_EQ(printJobCancel(1), 0);
     closeFM();
 }
 

@@ -1,6 +1,9 @@
-// The printer's modem lines move while a call runs; two of these tests take their time.
+// The printer's modem lines move while a call runs; three of these tests take their time.
+#include "tests/system/closing_time.h"
 #include "tests/system/serial_link_fixture.h"
 
+#include <algorithm>
+#include <array>
 #include <thread>
 
 namespace telvofm::test {
@@ -76,6 +79,21 @@ TEST_F(SerialWaits, ABusyPrinterIsWaitedForAndTheCallGoesOn)
     EXPECT_EQ(printJobCancel(1), 0);
     playing.wait();
     expectThatTheNextCallWorks();
+}
+
+// One call waits for the printer, the others for their turn: none of them may take another step.
+TEST_F(SerialWaits, ABusyPrinterHoldsUpAClosingForOneStep)
+{
+    const auto cancel = [] { return printJobCancel(1); };
+    std::array<std::future<int>, 3> calls;
+    std::generate(calls.begin(), calls.end(), [&] { return std::async(std::launch::async, cancel); });
+    receiveRequest(printer.line());
+    printer.setLines(false, true);
+    EXPECT_LT(closingTime(), 15s + margin);
+    for (auto& call : calls) {
+        const int result = call.get();
+        EXPECT_TRUE(result == -10103 || result == -1) << result; // -1: it came when all was over
+    }
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include "graphics/logos.h"
 
 #include "tests/unit/bitmap_file.h"
-#include "tests/unit/failing_allocations.h"
+#include "tests/unit/limited_memory.h"
 #include "tests/unit/own_folder.h"
 
 #include <new>

@@ -22,6 +22,9 @@ std::uint32_t errorOf(const std::string& name, const std::string& arguments = {}
 {
     ScriptedPort& current = port();
     current.calls.push_back(arguments.empty() ? name : name + " " + arguments);
+    if (current.accompaniment && name == current.accompaniedCall && current.callsBeforeAccompaniment-- == 0) {
+        std::exchange(current.accompaniment, nullptr)();
+    }
     if (name != current.failingCall || current.callsBeforeFailure-- > 0) {
         return 0;
     }
@@ -41,6 +44,13 @@ void ScriptedPort::fail(std::string name, std::uint32_t error, int before)
     failingCall = std::move(name);
     failingError = error;
     callsBeforeFailure = before;
+}
+
+void ScriptedPort::meanwhile(std::string name, std::function<void()> action, int before)
+{
+    accompaniedCall = std::move(name);
+    accompaniment = std::move(action);
+    callsBeforeAccompaniment = before;
 }
 
 std::string ScriptedPort::written() const

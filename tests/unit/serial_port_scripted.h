@@ -5,6 +5,7 @@
 #include "link/serial_port.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -63,6 +64,8 @@ struct ScriptedPort
 
     // The call of that name fails with that error, after `before` calls of the name that succeed.
     void fail(std::string name, std::uint32_t error, int before = 0);
+    // What another thread does while a call of that name runs, after `before` others of the name.
+    void meanwhile(std::string name, std::function<void()> action, int before = 0);
     void play(std::initializer_list<PortEvent> script) { events.assign(script); }
     std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
     // The bytes that were written, as they are.
@@ -72,6 +75,9 @@ struct ScriptedPort
     std::string failingCall;
     std::uint32_t failingError = 0;
     int callsBeforeFailure = 0;
+    std::string accompaniedCall;
+    std::function<void()> accompaniment;
+    int callsBeforeAccompaniment = 0;
 };
 
 // The port of the running test; `resetPort` gives each test its own.

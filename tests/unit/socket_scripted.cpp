@@ -8,7 +8,12 @@ namespace {
 
 void note(std::string call)
 {
-    network().calls.push_back(std::move(call));
+    ScriptedNetwork& current = network();
+    current.calls.push_back(std::move(call));
+    if (current.accompaniment && current.calls.back().starts_with(current.accompaniedCall) &&
+        current.callsBeforeAccompaniment-- == 0) {
+        std::exchange(current.accompaniment, nullptr)();
+    }
 }
 
 bool holds(const std::vector<int>& numbers, int number)
@@ -29,6 +34,13 @@ std::string hexadecimal(std::string_view bytes)
 }
 
 } // namespace
+
+void ScriptedNetwork::meanwhile(std::string call, std::function<void()> action, int before)
+{
+    accompaniedCall = std::move(call);
+    accompaniment = std::move(action);
+    callsBeforeAccompaniment = before;
+}
 
 ScriptedNetwork& network()
 {

@@ -5,6 +5,7 @@
 #include "link/socket.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -59,8 +60,14 @@ struct ScriptedNetwork
     int sends = 0;
 
     void play(std::initializer_list<Event> script) { events.assign(script); }
+    // What another thread does while a call that begins like this runs, after `before` others of the kind.
+    void meanwhile(std::string call, std::function<void()> action, int before = 0);
     // The calls since the last time.
     std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
+
+    std::string accompaniedCall;
+    std::function<void()> accompaniment;
+    int callsBeforeAccompaniment = 0;
 };
 
 // The network of the running test; `resetNetwork` gives each test its own.

@@ -1,0 +1,128 @@
+// Closing a serial link beside calls that wait for the printer's lines.
+#include "tests/system/closing_time.h"
+#include "tests/system/serial_link_fixture.h"
+
+#include <ctime>
+#include <filesystem>
+#include <pthread.h>
+
+namespace telvofm::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int closedPort = -10103;
+
+class SerialClosing : public SerialLinkTest
+{
+};
+
+TEST_F(SerialClosing, BesideAPrinterThatIsOffIsDoneAtOnce)
+{
+    printer.setLines(true, false);
+    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
+    EXPECT_LT(closingTime(), margin);
+    EXPECT_EQ(call.get(), closedPort);
+    EXPECT_EQ(receiveUntilClosed(printer.line()), "");
+}
+
+TEST_F(SerialClosing, BesideRawBytesForAPrinterThatIsOffIsDoneAtOnce)
+{
+    printer.setLines(true, false);
+    auto writing = std::async(std::launch::async, [] {
+        const unsigned char byte = 'x';
+        return rawWrite(&byte, 1);
+    });
+    EXPECT_EQ(writing.wait_for(300ms), std::future_status::timeout);
+    EXPECT_LT(closingTime(), margin);
+    EXPECT_EQ(writing.get(), -1);
+}
+
+// Megabytes would take minutes on a line.
+TEST_F(SerialClosing, BesideALongRequestIsDoneAfterAStep)
+{
+    const std::string text(32U << 20U, 'x');
+    auto call = std::async(std::launch::async, [&] { return destroyParagon(1, 0, text.c_str()); });
+    EXPECT_EQ(receiveBytes(printer.line(), 1), "\x1C");
+    const auto reading = printer.play([](wire::Connection& line) { return receiveUntilClosed(line).size(); });
+
+    EXPECT_LT(closingTime(), 3s + margin);
+    EXPECT_EQ(call.get(), closedPort);
+}
+
+TEST_F(SerialClosing, BesideLongRawBytesIsDoneAtOnce)
+{
+    const std::string bytes(32U << 20U, 'x');
+    auto writing = std::async(std::launch::async, [&] {
+        const auto* start = reinterpret_cast<const unsigned char*>(bytes.data());
+        return rawWrite(start, static_cast<std::int64_t>(bytes.size()));
+    });
+    EXPECT_EQ(receiveBytes(printer.line(), 1), "x");
+    const auto reading = printer.play([](wire::Connection& line) { return receiveUntilClosed(line).size(); });
+
+    EXPECT_LT(closingTime(), margin);
+    EXPECT_EQ(writing.get(), -1);
+}
+
+TEST_F(SerialClosing, BesideStrayBytesWithoutEnd)
+{
+    const auto playing = printer.play([](wire::Connection& line) {
+        receiveRequest(line);
+        while (line.receive(64, 0ms)) {
+            line.send("xxxx");
+        }
+    });
+    auto call = std::async(std::launch::async, [] {
+        ResultObject* const journal = createResultObject();
+        const int result = getJournal_ResultObject(1, journal);
+        destroyResultObject(journal);
+        return result;
+    });
+    EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
+    EXPECT_LT(closingTime(), margin);
+    EXPECT_EQ(call.get(), closedPort);
+}
+
+// A printer may stay off over night.
+TEST_F(SerialClosing, WaitingForAPrinterThatIsOffCostsLittleProcessorTime)
+{
+    printer.setLines(true, false);
+    std::promise<clockid_t> clockOfCaller;
+    auto call = std::async(std::launch::async, [&] {
+        clockid_t clock{};
+        ::pthread_getcpuclockid(::pthread_self(), &clock);
+        clockOfCaller.set_value(clock);
+        return printJobCancel(1);
+    });
+    const clockid_t clock = clockOfCaller.get_future().get();
+    const auto used = [clock] {
+        timespec time{};
+        ::clock_gettime(clock, &time);
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
+    call.wait_for(100ms); // the looks without a pause, which are meant
+    const auto before = used();
+    call.wait_for(1s);
+    EXPECT_LT(used() - before, 330ms);
+    closeFM();
+    EXPECT_EQ(call.get(), closedPort);
+}
+
+TEST_F(SerialClosing, ManySessionsKeepNoDescriptor)
+{
+    constexpr int rounds = 1000;
+    const auto openDescriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = openDescriptors();
+    for (int round = 0; round < rounds; ++round) {
+        closeFM();
+        ASSERT_EQ(openFM(printer.name().c_str()), 0);
+        ASSERT_EQ(openFMBaud("COM1", 9600), 0) << "opened again while it was open";
+    }
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+} // namespace
+} // namespace telvofm::test

@@ -1,0 +1,132 @@
+// Serial ports that can be opened once at a time: an open lets go whatever session holds the port.
+#include "tests/system/closing_time.h"
+#include "tests/system/exclusive_terminals.h"
+#include "tests/system/serial_link_fixture.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+namespace telvofm::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class SerialReopen : public SerialLinkTest
+{
+protected:
+    static bool isHeld(const SerialPrinter& port)
+    {
+        const int opened = ::open(port.terminal().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+        if (opened != -1) {
+            ::close(opened);
+        }
+        return opened == -1 && errno == EBUSY;
+    }
+
+    [[nodiscard]] std::string otherForm() const { return R"(\\.\)" + printer.name(); }
+};
+
+TEST_F(SerialReopen, ThePortRefusesASecondHandle)
+{
+    EXPECT_TRUE(isHeld(printer));
+    closeFM();
+    EXPECT_FALSE(isHeld(printer));
+}
+
+TEST_F(SerialReopen, WithoutAClosing)
+{
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+    closeFM();
+    EXPECT_FALSE(isHeld(printer));
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, AfterACallThatFailed)
+{
+    failTheNextPurge();
+    EXPECT_EQ(printJobCancel(1), -10201);
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, AfterAnOpenThatFailed)
+{
+    failTheNextPurge();
+    EXPECT_EQ(openFM(printer.name().c_str()), -1);
+    EXPECT_FALSE(isHeld(printer));
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, UnderEachFormOfItsName)
+{
+    EXPECT_EQ(openFM(otherForm().c_str()), 0);
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, ThroughASymbolicLink)
+{
+    const std::string link = folder.file("printer");
+    std::filesystem::create_symlink(printer.terminal(), link);
+    EXPECT_EQ(openFM(("COM" + link).c_str()), 0);
+    expectThatTheNextCallWorks();
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, WithEveryOpenExport)
+{
+    EXPECT_EQ(openFMBaud(printer.name().c_str(), 115200), 0);
+    EXPECT_EQ(openFMStopBit(printer.name().c_str(), 2), 0);
+    EXPECT_EQ(openFMBaud(otherForm().c_str(), 57600), 0);
+    EXPECT_EQ(openFMBaud("COM1", 9600), 0) << "the link that is held";
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+// The session that holds the port is neither the current one nor the one that was replaced last.
+TEST_F(SerialReopen, WhenAReplacedSessionHoldsIt)
+{
+    SerialPrinter second(folder.file("second lines"));
+    wire::Listener third; // its queue takes the connection, which stays open
+    ASSERT_EQ(openFM(second.name().c_str()), 0);
+    ASSERT_EQ(openFM(("127.0.0.1:" + std::to_string(third.port())).c_str()), 0);
+    EXPECT_TRUE(isHeld(printer)) << "another port leaves it open";
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_TRUE(isHeld(second)) << "another port leaves it open";
+    closeFM();
+    EXPECT_FALSE(isHeld(printer));
+    EXPECT_EQ(openFM(second.name().c_str()), 0);
+}
+
+TEST_F(SerialReopen, AfterAClosingWithAReplacedSession)
+{
+    PrinterThread another(acceptAll);
+    ASSERT_EQ(openFM(another.address().c_str()), 0);
+    closeFM();
+    EXPECT_TRUE(isHeld(printer)) << "out of reach of the closing";
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    expectThatTheNextCallWorks();
+}
+
+TEST_F(SerialReopen, EndsACallThatWaitsOnTheOldSession)
+{
+    printer.setLines(true, false);
+    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
+    const auto started = std::chrono::steady_clock::now();
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - started, margin);
+    EXPECT_EQ(call.get(), -10103);
+    printer.setLines(true, true);
+    expectThatTheNextCallWorks();
+}
+
+} // namespace
+} // namespace telvofm::test

@@ -1,0 +1,188 @@
+// The host's standard output, which the library writes lines to: a pipe whose reader has gone, a full pipe, a
+// file. The host is a child process, because only one can lose its standard output.
+#include "telvofm.h"
+#include "tests/unit/own_folder.h"
+#include "tests/wire/loopback.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace telvofm::test {
+namespace {
+
+constexpr unsigned int patience = 20; // in seconds: a child that blocks is ended
+
+// What became of a child that ran this: its exit code, or the negative number of the signal that ended it.
+template <typename Host>
+int outcomeOf(Host host)
+{
+    std::fflush(stdout);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::signal(SIGPIPE, SIG_DFL);
+        ::alarm(patience);
+        ::_exit(host());
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+struct Pipe
+{
+    Pipe() { EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0); }
+    int ends[2] = {-1, -1};
+};
+
+void fill(int pipe)
+{
+    const int flags = ::fcntl(pipe, F_GETFL);
+    ::fcntl(pipe, F_SETFL, flags | O_NONBLOCK);
+    for (const std::size_t piece : {std::size_t{4096}, std::size_t{1}}) {
+        const std::string bytes(piece, '.');
+        while (::write(pipe, bytes.data(), bytes.size()) > 0) {
+        }
+    }
+    ::fcntl(pipe, F_SETFL, flags);
+}
+
+std::string drain(int pipe)
+{
+    ::fcntl(pipe, F_SETFL, O_NONBLOCK);
+    std::string all;
+    std::string piece(4096, '\0');
+    for (ssize_t count = 0; (count = ::read(pipe, piece.data(), piece.size())) > 0;) {
+        all.append(piece, 0, static_cast<std::size_t>(count));
+    }
+    return all;
+}
+
+class StandardOutput : public ::testing::Test
+{
+protected:
+    void SetUp() override { setLogginOff(); }
+
+    wire::Listener printer; // its queue takes the connections
+    std::string address = "127.0.0.1:" + std::to_string(printer.port());
+    std::string line = "host: 127.0.0.1 port: " + std::to_string(printer.port()) + "\n";
+    Pipe pipe;
+};
+
+TEST_F(StandardOutput, GetsExactlyOneLineOfAnOpening)
+{
+    const OwnFolder folder;
+    const std::string file = folder.file("captured");
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600), STDOUT_FILENO);
+                  return openFM(address.c_str());
+              }),
+              0);
+    EXPECT_EQ(contentOf(file), line) << "and it is there without a flush of the host's";
+}
+
+TEST_F(StandardOutput, WhoseReaderHasGoneDoesNotEndTheHost)
+{
+    ::close(pipe.ends[0]);
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  return openFM(address.c_str()) == 0 && openFM(address.c_str()) == 0 ? 0 : 1;
+              }),
+              0);
+}
+
+// The signal would come late when it was only held back.
+TEST_F(StandardOutput, WhoseReaderHasGoneLeavesTheHostsSignalsAlone)
+{
+    ::close(pipe.ends[0]);
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  sigset_t blocked;
+                  ::sigemptyset(&blocked);
+                  ::sigaddset(&blocked, SIGUSR1);
+                  ::sigprocmask(SIG_SETMASK, &blocked, nullptr);
+                  ::raise(SIGUSR1);
+                  if (openFM(address.c_str()) != 0) {
+                      return 1;
+                  }
+                  sigset_t mask;
+                  sigset_t pending;
+                  ::sigprocmask(SIG_SETMASK, nullptr, &mask);
+                  ::sigpending(&pending);
+                  for (int number = 1; number < NSIG; ++number) {
+                      const bool expected = number == SIGUSR1;
+                      if ((::sigismember(&mask, number) == 1) != expected ||
+                          (::sigismember(&pending, number) == 1) != expected) {
+                          return number + 1;
+                      }
+                  }
+                  return 0;
+              }),
+              0);
+}
+
+// A host that holds the signal back itself, and has one waiting, finds it as it was.
+TEST_F(StandardOutput, ASignalOfTheHostsOwnStaysPending)
+{
+    ::close(pipe.ends[0]);
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  sigset_t blocked;
+                  ::sigemptyset(&blocked);
+                  ::sigaddset(&blocked, SIGPIPE);
+                  ::sigprocmask(SIG_SETMASK, &blocked, nullptr);
+                  ::raise(SIGPIPE);
+                  openFM(address.c_str());
+                  sigset_t pending;
+                  ::sigpending(&pending);
+                  return ::sigismember(&pending, SIGPIPE) == 1 ? 0 : 1;
+              }),
+              0);
+}
+
+TEST_F(StandardOutput, ThatIsFullDoesNotBlockAndGetsTheLinesLater)
+{
+    EXPECT_EQ(outcomeOf([&] {
+                  fill(pipe.ends[1]);
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  if (openFM(address.c_str()) != 0 || openFM(address.c_str()) != 0) {
+                      return 1;
+                  }
+                  if (drain(pipe.ends[0]).find('h') != std::string::npos) {
+                      return 2;
+                  }
+                  std::fputs("of the host\n", stdout);
+                  std::fflush(stdout);
+                  return drain(pipe.ends[0]) == line + line + "of the host\n" ? 0 : 3;
+              }),
+              0);
+}
+
+// More lines than the stream has room for, and streams without any room.
+TEST_F(StandardOutput, ThatIsFullNeverBlocks)
+{
+    for (const int buffering : {_IOFBF, _IOLBF, _IONBF}) {
+        EXPECT_EQ(outcomeOf([&] {
+                      constexpr int openings = 300;
+                      const std::string noPrinter = "127.0.0.1:no-such-service";
+                      fill(pipe.ends[1]);
+                      ::dup2(pipe.ends[1], STDOUT_FILENO);
+                      std::setvbuf(stdout, nullptr, buffering, 4096);
+                      for (int opening = 0; opening < openings; ++opening) {
+                          openFM(noPrinter.c_str());
+                          closeFM();
+                      }
+                      drain(pipe.ends[0]); // for what ends the process, which may flush
+                      return 0;
+                  }),
+                  0)
+            << "buffering " << buffering;
+    }
+}
+
+} // namespace
+} // namespace telvofm::test

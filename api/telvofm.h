@@ -2,6 +2,7 @@
  * TelvoFM: drives a fiscal cash-register printer over a serial port or TCP.
  *
  *     openFM("192.168.1.10:9100");
+ *     sellingDayBegin(1, 0);
  *     paragonBegin(1, 0, 1, 0, 0, 1, 0);
  *     itemSale(1, 0, "Chlieb", 12.50, 'A', 1.5, 8.33, "ks");
  *     payment(1, 0, 1, 12.50, 12.50, 0, "Hotovost");
@@ -51,6 +52,8 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+/* How the functions are declared; a program that needs another way defines it before. */
+#ifndef TELVOFM_API
 #if defined(_WIN32)
 #if defined(TELVOFM_BUILDING)
 #define TELVOFM_API
@@ -59,6 +62,7 @@
 #endif
 #else
 #define TELVOFM_API __attribute__((visibility("default")))
+#endif
 #endif
 
 #ifdef __cplusplus
@@ -103,14 +107,16 @@ TELVOFM_API int openFMBaud(const char* portName, uint32_t baud);
 
 /*
  * As openFM for a serial port at 57600 baud with the given stop bits: 1, 2, or 15 for one and a half; any
- * other number means one. Returns -1 for a name that is no serial port.
+ * other number means one. Windows' drivers refuse one and a half with 8 data bits: there 15 returns -1; Linux
+ * sends two instead. Returns -1 for a name that is no serial port.
  */
 TELVOFM_API int openFMStopBit(const char* portName, uint32_t stopBits);
 
 /*
  * Closes the connection and forgets the session's settings and pictures. Does nothing when none is open. Calls
  * of other threads that wait for the printer end with the step that they wait in (3 s over TCP, 15 s on serial
- * links) and return -10201, on serial links -10103.
+ * links) and return -10201, on serial links -10103. It is due before the library is unloaded: FreeLibrary alone
+ * leaves the connection open until the program ends.
  */
 TELVOFM_API void closeFM(void);
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Every list of the exports, and what the built library really exports, must hold the same names.
+"""Every list of the exports, and what the built library really exports, must hold the same names; and each name
+must lead to code.
 
     export_names_test.py SOURCE_FOLDER LIBRARY
 """
@@ -7,6 +8,8 @@ import pathlib
 import re
 import subprocess
 import sys
+
+from exported_addresses import read_library
 
 # What a DLL may ask of Windows; anything else would have to be shipped beside it.
 SYSTEM_DLLS = {"kernel32.dll", "msvcrt.dll", "ws2_32.dll", "gdi32.dll", "user32.dll"}
@@ -34,25 +37,36 @@ def run(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
-def names_of_so(library):
-    lines = run("nm", "-D", "--defined-only", library).splitlines()
-    return [line.split()[2] for line in lines if line.split()[1] in "TWVDBRi"]
-
-
-def names_of_dll(library):
+def foreign_dlls(library):
     text = run("x86_64-w64-mingw32-objdump", "-p", library)
-    foreign = {name.lower() for name in words(r"DLL Name: (\S+)", text)} - SYSTEM_DLLS
-    if foreign:
-        sys.exit(f"{library} needs more than the system: {sorted(foreign)}")
-    return words(r"^\s*\[\s*\d+\]\s+(\w+)\s*$", text.split("[Ordinal/Name Pointer] Table", 1)[1])
+    return sorted({name.lower() for name in words(r"DLL Name: (\S+)", text)} - SYSTEM_DLLS)
+
+
+def overlooked(data):
+    """What the look at the addresses does not notice when one address at a time is led astray in a copy."""
+    exports = read_library(data).exports
+    far_away = max(end for _, end in read_library(data).code) + (1 << 24)
+    unnoticed = []
+    for export in (exports[0], exports[len(exports) // 2], exports[-1]):
+        for astray in (0, far_away):
+            copy = bytearray(data)
+            copy[export.place:export.place + export.size] = astray.to_bytes(export.size, "little")
+            if read_library(bytes(copy)).outside_code() != [export.name]:
+                unnoticed.append(f"{export.name} at {astray:#x}")
+    return unnoticed
 
 
 def main():
     source, library = pathlib.Path(sys.argv[1]), sys.argv[2]
     lists = listed_names(source)
-    lists[library] = names_of_dll(library) if library.endswith(".dll") else names_of_so(library)
+    data = pathlib.Path(library).read_bytes()
+    built = read_library(data)
+    lists[library] = [export.name for export in built.exports]
     wanted = lists["api/telvofm.h"]
-    wrong = []
+    wrong = [f"{name} of {library} does not lead to code" for name in built.outside_code()]
+    wrong += [f"a wrong address was not noticed: {name}" for name in overlooked(data)]
+    if library.endswith(".dll"):
+        wrong += [f"{library} needs {name}, which is not the system's" for name in foreign_dlls(library)]
     if len(wanted) != 202 or len(set(wanted)) != len(wanted):
         wrong.append(f"the header declares {len(wanted)} names, {len(set(wanted))} different ones")
     for name, names in lists.items():

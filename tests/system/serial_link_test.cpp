@@ -150,7 +150,7 @@ TEST_F(SerialLinkTest, TheRawLogShowsEachByteInItsDirection)
 TEST_F(SerialLinkTest, StaleBytesAreDiscardedBeforeARequest)
 {
     printer.line().send("\x06\x15\x63");
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    printer.waitUntilDelivered(3);
     const auto playing = printer.play([](wire::Connection& line) {
         receiveRequest(line);
         line.send(block("new", etx));

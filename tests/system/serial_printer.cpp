@@ -1,8 +1,12 @@
 #include "tests/system/serial_printer.h"
 
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <stdexcept>
+#include <sys/ioctl.h>
+#include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace telvofm::test {
@@ -30,6 +34,17 @@ void SerialPrinter::setLines(bool clearToSend, bool dataSetReady) const
     // In place: the other end may look at any moment.
     std::fstream file(state, std::ios::binary | std::ios::in | std::ios::out);
     file.put(static_cast<char>((clearToSend ? ctsBit : 0) | (dataSetReady ? dsrBit : 0)));
+}
+
+void SerialPrinter::waitUntilDelivered(int count) const
+{
+    const int terminal = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    for (int delivered = 0; delivered < count; std::this_thread::yield()) {
+        if (::ioctl(terminal, FIONREAD, &delivered) != 0) {
+            break;
+        }
+    }
+    ::close(terminal);
 }
 
 bool SerialPrinter::dataTerminalReady() const

@@ -25,6 +25,9 @@ public:
     // What the program at the other end drives.
     [[nodiscard]] bool dataTerminalReady() const;
 
+    // That many bytes of the printer's lie ready for the program: the line may deliver late.
+    void waitUntilDelivered(int count) const;
+
     // Nothing has been sent to the printer, and nothing comes.
     bool hearsNothing() { return connection.receive(1, silence) == std::string(); }
 

@@ -11,19 +11,20 @@
 namespace telvofm::test {
 namespace {
 
-// A port of the loopback address on which nobody listens.
-std::string refusingAddress()
-{
-    const wire::Listener listener;
-    return "127.0.0.1:" + std::to_string(listener.port());
-}
-
 class SessionTest : public ::testing::Test
 {
 protected:
     void SetUp() override { setLogginOff(); }
     // For a test that fails on its way; the others close before their printer ends.
     void TearDown() override { closeFM(); }
+
+    [[nodiscard]] std::string refusingAddress() const
+    {
+        return "127.0.0.1:" + std::to_string(refusing.port());
+    }
+
+private:
+    wire::Listener refusing{false};
 };
 
 TEST_F(SessionTest, RunsFromOpenToClose)

@@ -38,7 +38,8 @@ private:
 class Listener
 {
 public:
-    Listener();
+    // One that does not listen refuses every connection, and no other program can take its port meanwhile.
+    explicit Listener(bool listens = true);
     ~Listener();
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;

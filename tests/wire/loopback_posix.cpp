@@ -97,14 +97,14 @@ void Connection::close()
     }
 }
 
-Listener::Listener() : handle(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+Listener::Listener(bool listens) : handle(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
     auto* any = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(descriptor(handle), any, size) != 0 || ::listen(descriptor(handle), 8) != 0 ||
+    if (::bind(descriptor(handle), any, size) != 0 || (listens && ::listen(descriptor(handle), 8) != 0) ||
         ::getsockname(descriptor(handle), any, &size) != 0) {
         throw std::runtime_error("no port could be opened on the loopback address");
     }

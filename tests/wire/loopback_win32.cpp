@@ -63,7 +63,7 @@ void Connection::close()
     }
 }
 
-Listener::Listener()
+Listener::Listener(bool listens)
 {
     WSADATA data;
     ::WSAStartup(MAKEWORD(2, 2), &data);
@@ -73,7 +73,7 @@ Listener::Listener()
     address.sin_addr.s_addr = ::htonl(INADDR_LOOPBACK);
     int size = sizeof address;
     auto* any = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(socketOf(handle), any, size) != 0 || ::listen(socketOf(handle), 8) != 0 ||
+    if (::bind(socketOf(handle), any, size) != 0 || (listens && ::listen(socketOf(handle), 8) != 0) ||
         ::getsockname(socketOf(handle), any, &size) != 0) {
         throw std::runtime_error("no port could be opened on the loopback address");
     }

@@ -76,6 +76,15 @@ public:
         }
     }
 
+    // What the library still sent, although no call was expected to. A bridge stays open for the next script.
+    std::string restAfterClose()
+    {
+        constexpr std::size_t enough = 256;
+        constexpr auto aReplacedSessionStaysOpen = 300ms;
+        const bool ends = bridged == nullptr && own.isOpen();
+        return ends ? own.receive(enough, aReplacedSessionStaysOpen).value_or("") : "";
+    }
+
     Connection& connection() { return bridged != nullptr ? *bridged : own; }
     [[nodiscard]] const std::string& name() const { return address; }
 
@@ -179,6 +188,9 @@ void play(const Play& setting, bool logIsOn)
     }
     setLogginOff();
     closeFM();
+    if (const std::string rest = stage.restAfterClose(); !rest.empty()) {
+        throw std::runtime_error("the library sent bytes that nobody expected\n      " + hexadecimal(rest));
+    }
 }
 
 std::string folderVariable(const fs::path& folder)

@@ -1,0 +1,2 @@
+// No test: the program for which the headers of GoogleTest are compiled, so that the test programs share
+// them.

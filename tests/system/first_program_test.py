@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""Builds README's first program from README's own text with README's own command, and sells twice with it on a
+virtual printer: the second time its day is open already. The example that opens the header calls the same.
+
+    first_program_test.py SOURCE_FOLDER BUILD_FOLDER
+"""
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+
+def calls(program):
+    return re.findall(r"\b(openFM|closeFM|sellingDay\w+|paragon\w+|itemSale|payment)\(", program)
+
+
+def main():
+    source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
+    readme = (source / "README.md").read_text(encoding="utf-8")
+    chapter = readme.split("## The first program", 1)[1]
+    program = re.search(r"```c\n(.*?)```", chapter, re.DOTALL).group(1)
+    command = re.search(r"^gcc .*$", chapter, re.MULTILINE).group(0)
+    example = (source / "api/telvofm.h").read_text(encoding="utf-8").split("*/", 1)[0]
+    if calls(example) != calls(program):
+        sys.exit(f"the header's example calls {calls(example)}, README's program {calls(program)}")
+
+    with tempfile.TemporaryDirectory(dir=build) as folder:
+        # The folders that README speaks of.
+        place = pathlib.Path(folder)
+        (place / "build").mkdir()
+        (place / "build/release").symlink_to(build)
+        (place / "api").symlink_to(source / "api")
+        with subprocess.Popen([build / "telvofm-printer", "--listen", "127.0.0.1:0"],
+                              stdout=subprocess.PIPE, text=True) as printer:
+            try:
+                address = printer.stdout.readline().split()[-1]
+                (place / "till.c").write_text(program.replace("192.168.1.10:9100", address), encoding="utf-8")
+                subprocess.run(command, shell=True, cwd=place, check=True)
+                for sale in ("first", "second"):
+                    said = subprocess.run("./till", cwd=place, capture_output=True, text=True, check=False)
+                    if said.returncode != 0 or said.stdout.splitlines()[-1:] != ["code 0"]:
+                        sys.exit(f"the {sale} sale ended with {said.returncode} and said\n{said.stdout}{said.stderr}")
+            finally:
+                printer.kill()
+
+
+main()

@@ -1,0 +1,71 @@
+// What a printer keeps when it is switched off: its state, the journal of all documents and the fiscal memory
+// of all closures, in one database. Whatever has been committed survives the end of the process at any
+// moment; a document has also reached the disk when `commit` returns.
+#pragma once
+
+#include "virtual_printer/fiscal/draft.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace virtual_printer {
+
+// The database could not be written; nothing of the commit has happened.
+class DiskFull : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// Which documents are wanted; what is not set does not matter.
+struct DocumentQuery
+{
+    std::vector<Document::Kind> kinds;
+    std::optional<std::pair<int, int>> numbers;
+    std::optional<std::pair<Moment, Moment>> moments;
+    std::optional<int> closure;
+    std::optional<std::string> invoice;
+    std::optional<std::string> transaction;
+    bool onlyLast = false; // the newest of them
+};
+
+class Memory
+{
+public:
+    // In a database of its own that goes with the object.
+    Memory();
+    // In the file, which is made when it is not there. Throws std::runtime_error with a sentence for the
+    // user: another process holds it, it is of a later version, it is no such file, it may not be written.
+    explicit Memory(const std::filesystem::path& file);
+    ~Memory();
+    Memory(Memory&&) noexcept;
+    Memory& operator=(Memory&&) noexcept;
+    Memory(const Memory&) = delete;
+    Memory& operator=(const Memory&) = delete;
+
+    // The state as it was committed last; nothing in a new database.
+    [[nodiscard]] std::optional<State> load() const;
+
+    // One transaction: the parts of the state that changed, the documents and closures that are done, the
+    // service. Synchronised to the disk unless all that changed is the receipt that is open. Throws DiskFull.
+    void commit(const State& before, const Draft& draft);
+
+    [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
+    // Numbers only: for look-ups.
+    [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,
+                                                std::optional<std::pair<Moment, Moment>> moments) const;
+    // Whether the documents of this closure still have the checksum that the closure keeps of them.
+    [[nodiscard]] bool isJournalWhole(int closure) const;
+
+private:
+    class Database;
+    std::unique_ptr<Database> database;
+};
+
+} // namespace virtual_printer

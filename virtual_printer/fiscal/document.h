@@ -44,9 +44,9 @@ struct Line
     };
 
     Kind kind = Kind::text;
-    std::string text; // UTF-8
-    std::string right;
-    std::string unit;
+    std::string text{}; // UTF-8
+    std::string right{};
+    std::string unit{};
     char vat = 0;
     int number = 0;
     Thousandths quantity = 0;

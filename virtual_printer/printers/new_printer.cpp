@@ -1,0 +1,38 @@
+#include "virtual_printer/printers/new_printer.h"
+
+#include <utility>
+
+namespace virtual_printer {
+namespace {
+
+constexpr int cash = 1;
+
+State stateOf(Standing standing, Settings settings)
+{
+    State state;
+    state.standing = std::make_shared<const Standing>(std::move(standing));
+    state.settings = std::make_shared<const Settings>(std::move(settings));
+    return state;
+}
+
+} // namespace
+
+State readyToSell()
+{
+    Standing standing;
+    standing.life = Life::fiscal;
+    standing.dkp = "88812345678900001";
+    return stateOf(std::move(standing), standardSettings());
+}
+
+State factoryNew()
+{
+    Standing standing;
+    standing.life = Life::training;
+    Settings settings = standardSettings();
+    settings.vat = {};
+    std::erase_if(settings.payments, [](const auto& type) { return type.first != cash; });
+    return stateOf(std::move(standing), std::move(settings));
+}
+
+} // namespace virtual_printer

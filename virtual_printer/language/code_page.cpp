@@ -29,8 +29,8 @@ Table makeTable(CodePage codePage)
     for (std::size_t value = 0; value < bytes; ++value) {
         const auto byte = static_cast<unsigned char>(value);
         std::string& character = table.characters[value];
-        character = byte < firstAboveAscii ? std::string(1, static_cast<char>(byte))
-                                           : characterOf(byte, codePage);
+        character =
+            byte < firstAboveAscii ? std::string(1, static_cast<char>(byte)) : characterOf(byte, codePage);
         if (character.empty()) {
             character = controlCharacter(byte);
         }

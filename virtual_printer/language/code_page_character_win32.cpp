@@ -20,8 +20,8 @@ std::string characterOf(unsigned char byte, CodePage codePage)
     }
     constexpr int longestCharacter = 8;
     std::array<char, longestCharacter> character{};
-    const int size = ::WideCharToMultiByte(CP_UTF8, 0, &wide, 1, character.data(), longestCharacter, nullptr,
-                                           nullptr);
+    const int size =
+        ::WideCharToMultiByte(CP_UTF8, 0, &wide, 1, character.data(), longestCharacter, nullptr, nullptr);
     return {character.data(), static_cast<std::size_t>(size)};
 }
 

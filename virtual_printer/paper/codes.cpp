@@ -14,7 +14,7 @@ struct BarCodeKind
 {
     int symbology;
     int withCheckDigit;
-    std::array<std::size_t, 2> lengths;      // without the check digit; 0: any
+    std::array<std::size_t, 2> lengths; // without the check digit; 0: any
     std::array<std::size_t, 2> checkedLengths;
 };
 
@@ -101,7 +101,7 @@ std::optional<Picture> drawQrCode(std::string_view text, const QrForm& form)
     symbol->symbology = BARCODE_QRCODE;
     symbol->input_mode = UNICODE_MODE;
     symbol->option_1 = form.errorCorrectionLevel + 1; // 1 to 4: L, M, Q, H
-    symbol->eci = 26; // the text is UTF-8
+    symbol->eci = 26;                                 // the text is UTF-8
     if (!encode(*symbol, text)) {
         return std::nullopt;
     }

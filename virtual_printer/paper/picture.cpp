@@ -107,8 +107,7 @@ std::optional<Picture> decodePicture(std::string_view data, PictureLayout layout
 
 std::optional<Picture> decodePictureOfAnyLayout(std::string_view data)
 {
-    for (const PictureLayout layout :
-         {PictureLayout::columns, PictureLayout::bands, PictureLayout::raster}) {
+    for (const PictureLayout layout : {PictureLayout::columns, PictureLayout::bands, PictureLayout::raster}) {
         if (auto picture = decodePicture(data, layout)) {
             return picture;
         }

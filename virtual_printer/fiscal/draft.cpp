@@ -18,7 +18,12 @@ void Draft::endReceipt()
 
 void Draft::printInReceipt(Line line)
 {
-    receipt().document.lines.push_back(line);
+    Receipt& open = receipt();
+    if (line.kind != Line::Kind::powerLost) {
+        open.lastItem =
+            -1; // an item is discounted before the next line; the loss of power is none of the till's
+    }
+    open.document.lines.push_back(line);
     print(std::move(line));
 }
 

@@ -1,6 +1,5 @@
 // Texts on the paper and on the display that belong to no sale.
 #include "virtual_printer/fiscal/deciders.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/printing.h"
 #include "virtual_printer/fiscal/ranges.h"
 
@@ -32,15 +31,15 @@ void put(Draft& draft, int display, const std::string& text)
 Refusal announce(Draft& draft, const Fields& fields)
 {
     const Refusal refusal = checkRow(fields);
-    return refusal == Refusal::none ? printHere(draft, textLine(Line::Kind::text, fields.text(1))) : refusal;
+    return refusal == Refusal::none ? printHere(draft, Line{.text = fields.text(1)}) : refusal;
 }
 
 Refusal announceNotFiscal(Draft& draft, const Fields& fields)
 {
     const Refusal refusal = checkRow(fields);
     if (refusal == Refusal::none) {
-        draft.print(textLine(Line::Kind::notFiscal, {}));
-        draft.print(textLine(Line::Kind::text, fields.text(1)));
+        draft.print({.kind = Line::Kind::notFiscal});
+        draft.print({.text = fields.text(1)});
     }
     return refusal;
 }

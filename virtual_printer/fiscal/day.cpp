@@ -1,11 +1,9 @@
 // The selling day: it begins, is looked at, and ends with the daily closure.
+#include "virtual_printer/fiscal/decide.h"
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/documents.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/vat_table.h"
-
-#include "virtual_printer/fiscal/decide.h"
 
 namespace virtual_printer {
 namespace {
@@ -19,7 +17,7 @@ bool isEmpty(const Sums& day)
 
 Line pairOf(std::string title, std::string value)
 {
-    return textLine(Line::Kind::pair, std::move(title), std::move(value));
+    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
 }
 
 std::string nameOf(const Settings& settings, int paymentType)
@@ -33,10 +31,10 @@ std::vector<Line> linesOfDay(const Draft& draft, std::string title)
     const Standing& standing = *draft.state().standing;
     const Settings& settings = *draft.state().settings;
     const Sums& day = standing.day;
-    std::vector<Line> lines = {textLine(Line::Kind::rule, "="),
-                               textLine(Line::Kind::heading, std::move(title))};
+    std::vector<Line> lines = {Line{.kind = Line::Kind::rule, .text = "="},
+                               Line{.kind = Line::Kind::heading, .text = std::move(title)}};
     if (standing.life == Life::training) {
-        lines.push_back(textLine(Line::Kind::notFiscal, {}));
+        lines.push_back(trainingLine());
     }
     lines.push_back(pairOf("Time", onPaper(draft.now)));
     lines.push_back(pairOf("Registration code", standing.dkp));
@@ -63,8 +61,8 @@ std::vector<Line> linesOfDay(const Draft& draft, std::string title)
 
 void print(Draft& draft, Document document)
 {
-    document.lines.push_back(textLine(Line::Kind::rule, "="));
-    document.lines.push_back(textLine(Line::Kind::cut, {}));
+    document.lines.push_back({.kind = Line::Kind::rule, .text = "="});
+    document.lines.push_back({.kind = Line::Kind::cut});
     for (const Line& line : document.lines) {
         draft.print(line);
     }
@@ -80,10 +78,10 @@ void enterIntoFiscalMemory(Draft& draft, Document& document)
     standing.ever.add(standing.day);
     draft.keep(Closure{standing.closures, draft.now, standing.day, standing.drawer});
     if (standing.closures >= warningFrom) {
-        document.lines.push_back(
-            textLine(Line::Kind::heading, "WARNING: ROOM FOR " +
+        document.lines.push_back(Line{.kind = Line::Kind::heading,
+                                      .text = "WARNING: ROOM FOR " +
                                               std::to_string(mostClosures - standing.closures) +
-                                              " MORE CLOSURES"));
+                                              " MORE CLOSURES"});
     }
 }
 

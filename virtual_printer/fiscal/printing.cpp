@@ -6,12 +6,11 @@ namespace virtual_printer {
 
 Refusal printHere(Draft& draft, Line line)
 {
-    if (!draft.state().receipt) {
-        draft.print(std::move(line));
-        return Refusal::none;
+    if (draft.state().receipt) {
+        return addToReceipt(draft, std::move(line));
     }
-    draft.receipt().lastItem = -1; // a discount would stand behind this line and not behind its item
-    return addToReceipt(draft, std::move(line));
+    draft.print(std::move(line));
+    return Refusal::none;
 }
 
 } // namespace virtual_printer

@@ -19,10 +19,9 @@ constexpr Refusal checkRange(int value, int smallest, int largest)
 inline Refusal checkLength(std::string_view utf8, std::size_t shortest, std::size_t longest)
 {
     // Every character of UTF-8 has one byte that does not begin with the bits 10.
-    const auto characters =
-        static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
-            return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
-        }));
+    const auto characters = static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+    }));
     return characters < shortest || characters > longest ? Refusal::badText : Refusal::none;
 }
 

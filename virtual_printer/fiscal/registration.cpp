@@ -1,6 +1,5 @@
 // Data of the online registration. The virtual printer keeps it and sends nothing to anybody.
 #include "virtual_printer/fiscal/deciders.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/ranges.h"
 
 #include <algorithm>
@@ -48,7 +47,8 @@ Refusal setPosition(Draft& draft, const Fields& fields)
 Refusal setAddress(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t municipality = 1;
-    Refusal refusal = firstOf({checkWay(fields, 1), checkLength(fields.text(municipality), 1, longestSettingText)});
+    Refusal refusal =
+        firstOf({checkWay(fields, 1), checkLength(fields.text(municipality), 1, longestSettingText)});
     std::string address = fields.text(municipality);
     for (std::size_t part = municipality + 1; part < fields.count(); ++part) {
         refusal = firstOf({refusal, checkLength(fields.text(part), 0, longestSettingText)});
@@ -108,8 +108,8 @@ Refusal setSubjectData(Draft& draft, const Fields& fields)
 // Nothing is ever unsent: there is nobody to send to.
 Refusal printUnsentPackets(Draft& draft, const Fields& /*fields*/)
 {
-    draft.print(textLine(Line::Kind::heading, "UNSENT PACKETS"));
-    draft.print(textLine(Line::Kind::text, "None"));
+    draft.print({.kind = Line::Kind::heading, .text = "UNSENT PACKETS"});
+    draft.print({.text = "None"});
     return Refusal::none;
 }
 
@@ -127,9 +127,11 @@ Refusal printLastTransactions(Draft& draft, const Fields& fields)
         return refusal;
     }
     const int last = draft.state().standing->receipts;
-    draft.print(textLine(Line::Kind::heading, "LAST TRANSACTIONS"));
+    draft.print({.kind = Line::Kind::heading, .text = "LAST TRANSACTIONS"});
     for (int receipt = std::max(1, last - count + 1); receipt <= last; ++receipt) {
-        draft.print(textLine(Line::Kind::pair, "Receipt " + std::to_string(receipt), "not sent: no server"));
+        draft.print({.kind = Line::Kind::pair,
+                     .text = "Receipt " + std::to_string(receipt),
+                     .right = "not sent: no server"});
     }
     return Refusal::none;
 }

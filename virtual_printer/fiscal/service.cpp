@@ -1,7 +1,6 @@
 // The printer's life from factory new to read only, its clock, and what its service does.
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/documents.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/ranges.h"
 
 #include <algorithm>
@@ -11,7 +10,7 @@ namespace {
 
 Line pairOf(std::string title, std::string value)
 {
-    return textLine(Line::Kind::pair, std::move(title), std::move(value));
+    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
 }
 
 // A document about the printer itself; it is no fiscal one.
@@ -19,14 +18,14 @@ void printProtocol(Draft& draft, std::string title)
 {
     const Standing& standing = *draft.state().standing;
     Document document = newDocument(draft, Document::Kind::report);
-    document.lines = {textLine(Line::Kind::heading, std::move(title)),
-                      textLine(Line::Kind::notFiscal, {}),
+    document.lines = {Line{.kind = Line::Kind::heading, .text = std::move(title)},
+                      Line{.kind = Line::Kind::notFiscal},
                       pairOf("Time", onPaper(draft.now)),
                       pairOf("Registration code", standing.dkp),
                       pairOf("Closures", std::to_string(standing.closures)),
                       pairOf("Receipts", std::to_string(standing.receipts)),
                       pairOf("Turnover ever EUR", formatCents(standing.ever.turnover())),
-                      textLine(Line::Kind::cut, {})};
+                      Line{.kind = Line::Kind::cut}};
     for (const Line& line : document.lines) {
         draft.print(line);
     }
@@ -164,8 +163,8 @@ Refusal testPrinter(Draft& draft, const Fields& fields)
     constexpr std::string_view pattern = "0123456789 ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     switch (fields.whole(1)) {
     case 0:
-        draft.print(textLine(Line::Kind::heading, "TEST"));
-        draft.print(textLine(Line::Kind::text, std::string(pattern)));
+        draft.print({.kind = Line::Kind::heading, .text = "TEST"});
+        draft.print({.text = std::string(pattern)});
         return Refusal::none;
     case 1:
         draft.show(DisplayShows{std::string(pattern)});

@@ -1,5 +1,7 @@
 #include "virtual_printer/fiscal/settings.h"
 
+#include "virtual_printer/fiscal/cash.h"
+
 namespace virtual_printer {
 namespace {
 
@@ -28,7 +30,7 @@ Settings standardSettings()
     settings.payments[2] = paymentType("Karta", false);
     settings.payments[3] = paymentType("Stravné lístky", false);
     settings.payments[4] = paymentType("Poukaz", false);
-    settings.payments[5] = paymentType("Cudzia mena", true);
+    settings.payments[foreignCurrency] = paymentType("Cudzia mena", true);
     return settings;
 }
 

@@ -43,8 +43,8 @@ Refusal setPaymentType(Draft& draft, const Fields& fields)
     const Cents minimum = fields.money(1);
     const int overPay = fields.whole(2);
     const bool isKnown = draft.state().settings->payments.contains(number);
-    const Refusal refusal = firstOf({checkPaymentType(number, minimum, overPay),
-                                     isKnown ? Refusal::none : Refusal::unknownPayment});
+    const Refusal refusal = firstOf(
+        {checkPaymentType(number, minimum, overPay), isKnown ? Refusal::none : Refusal::unknownPayment});
     if (refusal == Refusal::none) {
         PaymentType& type = draft.settings().payments[number];
         type.minimum = minimum;
@@ -88,8 +88,8 @@ Refusal setPassword(Draft& draft, const Fields& fields)
 Refusal setPrinterType(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    const Refusal refusal = firstOf(
-        {checkRange(fields.whole(1), 0, largestType), checkRange(fields.whole(2), 0, largestType)});
+    const Refusal refusal =
+        firstOf({checkRange(fields.whole(1), 0, largestType), checkRange(fields.whole(2), 0, largestType)});
     if (refusal == Refusal::none) {
         draft.settings().others["Printer type"] = fields.raw(1);
         draft.settings().others["Print format"] = fields.raw(2);
@@ -129,9 +129,9 @@ Refusal setEscapeSequence(Draft& draft, const Fields& fields)
 Refusal setDisplayForm(Draft& draft, const Fields& fields)
 {
     constexpr int largestForm = 9;
-    const Refusal refusal = firstOf({checkRange(fields.whole(1), 0, largestForm),
-                                     checkRange(fields.whole(2), 0, largestForm),
-                                     checkLength(fields.text(3), 0, longestSettingText)});
+    const Refusal refusal =
+        firstOf({checkRange(fields.whole(1), 0, largestForm), checkRange(fields.whole(2), 0, largestForm),
+                 checkLength(fields.text(3), 0, longestSettingText)});
     if (refusal == Refusal::none) {
         draft.settings().others["Display format"] =
             fields.raw(1) + " " + fields.raw(2) + " " + fields.text(3);
@@ -163,10 +163,10 @@ Refusal setQrForm(Draft& draft, const Fields& fields)
     constexpr int largestMargin = 255;
     constexpr int largestViewMode = 1;
     const QrForm form = {fields.whole(0), fields.whole(1), fields.whole(2), fields.whole(3), fields.whole(4)};
-    const Refusal refusal =
-        firstOf({checkRange(form.model, 1, largestModel), checkRange(form.moduleWidth, 1, largestModuleWidth),
-                 checkRange(form.errorCorrectionLevel, 0, largestLevel),
-                 checkRange(form.leftMargin, 0, largestMargin), checkRange(form.viewMode, 0, largestViewMode)});
+    const Refusal refusal = firstOf(
+        {checkRange(form.model, 1, largestModel), checkRange(form.moduleWidth, 1, largestModuleWidth),
+         checkRange(form.errorCorrectionLevel, 0, largestLevel),
+         checkRange(form.leftMargin, 0, largestMargin), checkRange(form.viewMode, 0, largestViewMode)});
     if (refusal == Refusal::none) {
         draft.settings().qrCode = form;
     }

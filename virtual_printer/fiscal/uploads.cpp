@@ -1,7 +1,6 @@
 // Pictures and codes whose data comes in blocks behind the request that announces them.
 #include "virtual_printer/fiscal/decide.h"
 #include "virtual_printer/fiscal/deciders.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/picture_line.h"
 #include "virtual_printer/fiscal/printing.h"
 #include "virtual_printer/fiscal/ranges.h"
@@ -122,7 +121,7 @@ Refusal printQrCode(Draft& draft, const std::string& text)
 {
     draft.upload() = Upload();
     return drawQrCode(text, draft.state().settings->qrCode)
-               ? printHere(draft, textLine(Line::Kind::qrCode, text))
+               ? printHere(draft, Line{.kind = Line::Kind::qrCode, .text = text})
                : Refusal::badCode;
 }
 
@@ -165,8 +164,8 @@ Refusal announceRamPicture(Draft& draft, const Fields& fields)
 Refusal announceGraphic(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    const Refusal refusal = firstOf(
-        {checkRange(fields.whole(0), 0, largestType), checkRange(fields.whole(1), 0, mostPictures)});
+    const Refusal refusal =
+        firstOf({checkRange(fields.whole(0), 0, largestType), checkRange(fields.whole(1), 0, mostPictures)});
     if (refusal == Refusal::none) {
         expect(draft, Command::printGraphic, {fields.whole(1)});
     }
@@ -183,13 +182,17 @@ Refusal takeBlock(Draft& draft, std::string_view data, bool isLast, CodePage cod
 {
     constexpr std::size_t largestPiece = 256;
     Upload& upload = draft.upload();
+    if (upload.command == 0) {
+        return Refusal::unknownCommand;
+    }
     const Command command{upload.command};
     if (upload.received.size() + data.size() > largestUpload) {
         return Refusal::uploadTooLarge;
     }
     upload.received += data;
-    // The pictures of this command follow each other without an end between them. Their dots are a multiple of
-    // eight bytes and their header is four, so none fills its last block: the block that is not full ends it.
+    // The pictures of this command follow each other without an end between them. Their dots are a multiple
+    // of eight bytes and their header is four, so none fills its last block: the block that is not full ends
+    // it.
     const bool endsPicture = command == Command::loadGHNVOrRAMBitMap && data.size() < largestPiece;
     if (!isLast && !endsPicture) {
         return Refusal::none;

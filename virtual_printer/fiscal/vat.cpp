@@ -32,9 +32,9 @@ Refusal readRate(const Fields& fields, std::size_t first, std::optional<VatRate>
 {
     const int percent = fields.whole(first);
     const int constant = fields.whole(first + 1);
-    const Refusal refusal = firstOf({checkRange(percent, percent < 0 ? percent : 0, highestPercent),
-                                     checkRange(constant, constant < 0 ? constant : 0,
-                                                highestReverseConstant)});
+    const Refusal refusal =
+        firstOf({checkRange(percent, percent < 0 ? percent : 0, highestPercent),
+                 checkRange(constant, constant < 0 ? constant : 0, highestReverseConstant)});
     if (refusal != Refusal::none || percent < 0) {
         return refusal;
     }
@@ -53,10 +53,9 @@ Refusal setVat(Draft& draft, const Fields& fields)
     const char letter = fields.letter(1);
     const int percent = fields.whole(2);
     VatRate rate{percent, std::nullopt};
-    const Refusal refusal =
-        firstOf({letter < 'A' || letter >= 'A' + static_cast<int>(vatLetters) ? Refusal::unknownVat
-                                                                              : Refusal::none,
-                 checkRange(percent, 0, highestPercent), readReverseConstant(fields.raw(3), rate.reverseConstant)});
+    const Refusal refusal = firstOf(
+        {letter < 'A' || letter >= 'A' + static_cast<int>(vatLetters) ? Refusal::unknownVat : Refusal::none,
+         checkRange(percent, 0, highestPercent), readReverseConstant(fields.raw(3), rate.reverseConstant)});
     if (refusal == Refusal::none) {
         draft.settings().vat.at(static_cast<std::size_t>(letter - 'A')) = rate;
     }

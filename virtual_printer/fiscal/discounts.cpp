@@ -1,6 +1,5 @@
 // Discounts and surcharges on an item or the subtotal, and what vouchers and down payments take off.
 #include "virtual_printer/fiscal/deciders.h"
-#include "virtual_printer/fiscal/lines.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/fiscal/subtotal_shares.h"
 #include "virtual_printer/fiscal/vat_table.h"
@@ -75,13 +74,6 @@ Refusal checkResult(Cents said, Cents result)
     return said == 0 || std::abs(said - result) <= 1 ? Refusal::none : Refusal::wrongTotal;
 }
 
-Line discountLine(std::string title, char vat, Cents sum)
-{
-    Line line = sumLine(Line::Kind::discount, std::move(title), sum);
-    line.vat = vat;
-    return line;
-}
-
 // What the item brings with the discounts that are on it; nothing stands behind them.
 Cents sumOfLast(const Receipt& receipt)
 {
@@ -113,9 +105,11 @@ Refusal discountLastItem(Draft& draft, const Fields& fields, char vat, Cents sai
     if (refusal != Refusal::none) {
         return refusal;
     }
-    Line line = discountLine(titleOf(fields), ofItem, brings);
-    line.number = 1; // on the item in front of it
-    refusal = addToReceipt(draft, std::move(line));
+    refusal = addToReceipt(draft, {.kind = Line::Kind::discount,
+                                   .text = titleOf(fields),
+                                   .vat = ofItem,
+                                   .number = 1, // on the item in front of it
+                                   .sum = brings});
     draft.receipt().lastItem = item; // another one may follow
     return refusal;
 }
@@ -142,7 +136,8 @@ Refusal discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidRe
     }
     const ByVat shares = vat == 0 ? shareOut(brings, before.byVat) : ByVat{{vat, brings}};
     for (const auto& [letter, share] : shares) {
-        refusal = addToReceipt(draft, discountLine(titleOf(fields), letter, share));
+        refusal = addToReceipt(
+            draft, {.kind = Line::Kind::discount, .text = titleOf(fields), .vat = letter, .sum = share});
         if (refusal != Refusal::none) {
             return refusal;
         }
@@ -207,8 +202,9 @@ Refusal printSubtotal(Draft& draft, const Fields& fields)
     if (title.empty()) {
         title = "Subtotal";
     }
-    return addToReceipt(
-        draft, sumLine(Line::Kind::subtotal, std::move(title), draft.state().receipt->document.total));
+    return addToReceipt(draft, {.kind = Line::Kind::subtotal,
+                                .text = std::move(title),
+                                .sum = draft.state().receipt->document.total});
 }
 
 Refusal discountSubtotal(Draft& draft, const Fields& fields)
@@ -226,12 +222,12 @@ Refusal discountSubtotalWithTotal(Draft& draft, const Fields& fields)
 Refusal redeemVoucher(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t voucherNumber = 4;
-    return takeOff(draft, fields, textLine(Line::Kind::voucher, {}, fields.text(voucherNumber)));
+    return takeOff(draft, fields, {.kind = Line::Kind::voucher, .right = fields.text(voucherNumber)});
 }
 
 Refusal deductDownPayment(Draft& draft, const Fields& fields)
 {
-    return takeOff(draft, fields, textLine(Line::Kind::downPayment, {}));
+    return takeOff(draft, fields, {.kind = Line::Kind::downPayment});
 }
 
 } // namespace virtual_printer

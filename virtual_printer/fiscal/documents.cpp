@@ -2,13 +2,18 @@
 
 namespace virtual_printer {
 
-Refusal mayBeginDocument(const State& state)
+Refusal mayPrint(const State& state)
 {
     if (state.hardware->paperIsOut) {
         return Refusal::outOfPaper;
     }
-    if (state.hardware->coverIsOpen) {
-        return Refusal::coverIsOpen;
+    return state.hardware->coverIsOpen ? Refusal::coverIsOpen : Refusal::none;
+}
+
+Refusal mayBeginDocument(const State& state)
+{
+    if (const Refusal refusal = mayPrint(state); refusal != Refusal::none) {
+        return refusal;
     }
     return state.standing->documents < largestJournal ? Refusal::none : Refusal::journalFull;
 }
@@ -22,6 +27,11 @@ Document newDocument(const Draft& draft, Document::Kind kind)
     document.isTraining = standing.life == Life::training;
     document.moment = draft.now;
     return document;
+}
+
+Line trainingLine()
+{
+    return {.kind = Line::Kind::notFiscal, .text = "TRAINING, NO FISCAL DOCUMENT"};
 }
 
 void keepDocument(Draft& draft, Document document)

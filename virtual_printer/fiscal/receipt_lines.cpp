@@ -62,6 +62,13 @@ Refusal addToReceipt(Draft& draft, Line line)
     return Refusal::none;
 }
 
+void printTotal(Draft& draft)
+{
+    draft.printInReceipt({.kind = Line::Kind::rule, .text = "-"});
+    draft.printInReceipt(
+        {.kind = Line::Kind::total, .text = "TOTAL EUR", .sum = draft.state().receipt->document.total});
+}
+
 Refusal checkTakenAway(const Document& receipt, char vat)
 {
     if (sumUnder(receipt, vat) < 0) {

@@ -23,6 +23,9 @@ Cents sumUnder(const Document& receipt, char vat);
 // receipt is full, or the sum too large.
 Refusal addToReceipt(Draft& draft, Line line);
 
+// The total, with which payment begins.
+void printTotal(Draft& draft);
+
 // Whether the line that was added last has taken away more than there was; only a return may do that.
 Refusal checkTakenAway(const Document& receipt, char vat);
 

@@ -41,7 +41,10 @@ ByVat shareOut(Cents amount, const ByVat& sums)
         shares[letter] += more;
         rest -= more;
     }
-    std::erase_if(shares, [](const auto& share) { return share.second == 0; });
+    std::erase_if(shares, [&](const auto& share) {
+        return share.second == 0 &&
+               share.first != list.front().first; // which stands for an amount of nothing
+    });
     return shares;
 }
 

@@ -31,13 +31,12 @@ std::vector<Line> vatTable(const ByVat& sums, const Settings& settings)
     std::vector<Line> table;
     for (const auto& [letter, sum] : sums) {
         const auto& rate = settings.vat.at(indexOf(letter));
-        Line line;
-        line.kind = Line::Kind::vatSum;
-        line.vat = letter;
-        line.number = rate ? rate->percent : 0;
-        line.sum = sum;
-        line.base = withoutVat(sum, line.number);
-        table.push_back(line);
+        const int percent = rate ? rate->percent : 0;
+        table.push_back({.kind = Line::Kind::vatSum,
+                         .vat = letter,
+                         .number = percent,
+                         .sum = sum,
+                         .base = withoutVat(sum, percent)});
     }
     return table;
 }

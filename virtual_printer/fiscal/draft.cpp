@@ -16,6 +16,11 @@ void Draft::endReceipt()
     next.receipt.reset();
 }
 
+void Draft::show(Shown event)
+{
+    shown.push_back(std::move(event));
+}
+
 void Draft::printInReceipt(Line line)
 {
     Receipt& open = receipt();

@@ -28,12 +28,12 @@ public:
 // Which documents are wanted; what is not set does not matter.
 struct DocumentQuery
 {
-    std::vector<Document::Kind> kinds;
-    std::optional<std::pair<int, int>> numbers;
-    std::optional<std::pair<Moment, Moment>> moments;
-    std::optional<int> closure;
-    std::optional<std::string> invoice;
-    std::optional<std::string> transaction;
+    std::vector<Document::Kind> kinds{};
+    std::optional<std::pair<int, int>> numbers{};
+    std::optional<std::pair<Moment, Moment>> moments{};
+    std::optional<int> closure{};
+    std::optional<std::string> invoice{};
+    std::optional<std::string> transaction{};
     bool onlyLast = false; // the newest of them
 };
 

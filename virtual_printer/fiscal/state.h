@@ -64,6 +64,7 @@ struct Receipt
     bool isBeingPaid = false;
     Cents paid = 0;
     int lastItem = -1; // the line that an item discount is on; -1 for none
+    bool printsVatTable = true;
 
     [[nodiscard]] Cents due() const { return document.total - paid; }
     bool operator==(const Receipt&) const = default;

@@ -15,6 +15,7 @@ file(GLOB device_sources CONFIGURE_DEPENDS
 list(FILTER device_sources EXCLUDE REGEX "_${other_platform}\\.cpp$")
 add_library(virtual_printer_device STATIC ${device_sources})
 target_include_directories(virtual_printer_device PUBLIC ${PROJECT_SOURCE_DIR})
+target_compile_definitions(virtual_printer_device PRIVATE TELVOFM_VERSION_TEXT="${PROJECT_VERSION}")
 target_link_libraries(virtual_printer_device
     PUBLIC Boost::headers PRIVATE SQLite::SQLite3 ${ZINT_LIBRARY} telvofm_warnings)
 if(NOT WIN32)

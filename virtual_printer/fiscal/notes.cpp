@@ -1,6 +1,6 @@
 // What a receipt carries beside its lines: who buys and sells, numbers to find it by, codes.
 #include "virtual_printer/fiscal/deciders.h"
-#include "virtual_printer/fiscal/documents.h"
+#include "virtual_printer/fiscal/printing.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/paper/codes.h"
 
@@ -69,9 +69,6 @@ Refusal correctDocument(Draft& draft, const Fields& fields)
 
 Refusal setV48(Draft& draft, const Fields& fields)
 {
-    if (fields.raw(0) != draft.state().settings->password) {
-        return Refusal::wrongPassword;
-    }
     if (!isLetterOrDigit(fields.letter(1))) {
         return Refusal::valueOutOfRange;
     }
@@ -95,9 +92,8 @@ Refusal setFreeIdentifier(Draft& draft, const Fields& fields)
     if (text.empty()) {
         return Refusal::badText;
     }
-    const Refusal refusal = mayPrint(draft.state());
     draft.print({.kind = Line::Kind::note, .text = "ID", .right = text});
-    return refusal;
+    return Refusal::none;
 }
 
 Refusal printBarCode(Draft& draft, const Fields& fields)
@@ -107,13 +103,7 @@ Refusal printBarCode(Draft& draft, const Fields& fields)
     if (!drawBarCode(kind, text, draft.state().settings->barCode)) {
         return Refusal::badCode;
     }
-    Line line = {.kind = Line::Kind::barCode, .text = text, .number = kind};
-    if (draft.state().receipt) {
-        return addToReceipt(draft, std::move(line));
-    }
-    const Refusal refusal = mayPrint(draft.state());
-    draft.print(std::move(line));
-    return refusal;
+    return printHere(draft, {.kind = Line::Kind::barCode, .text = text, .number = kind});
 }
 
 } // namespace virtual_printer

@@ -2,6 +2,7 @@
 #include "virtual_printer/fiscal/cash.h"
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/documents.h"
+#include "virtual_printer/fiscal/picture_line.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/fiscal/vat_table.h"
 
@@ -30,7 +31,7 @@ Refusal checkPicture(const State& state, int number)
 void printPicture(Draft& draft, int number)
 {
     if (draft.state().pictures->contains(number)) {
-        draft.printInReceipt({.kind = Line::Kind::picture, .number = number});
+        draft.printInReceipt(pictureLine(number, draft.state().pictures->at(number)));
     }
 }
 

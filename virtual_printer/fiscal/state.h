@@ -76,7 +76,8 @@ struct Hardware
     bool paperIsOut = false;
     bool paperIsLow = false;
     bool coverIsOpen = false;
-    std::string display;
+    std::string display; // of the customer
+    std::string operatorDisplay;
 
     bool operator==(const Hardware&) const = default;
 };
@@ -91,6 +92,9 @@ struct Upload
 
     bool operator==(const Upload&) const = default;
 };
+
+// The most closures that the fiscal memory holds for ever.
+inline constexpr int mostClosures = 2'000;
 
 struct State
 {

@@ -107,8 +107,8 @@ Refusal checkField(FieldKind kind, std::string_view text)
         return checkNumber(withoutPlus(text), rateDecimals, 0, largestRate);
     case FieldKind::degrees:
         return checkNumber(text, degreeDecimals, -largestDegrees, largestDegrees);
-    case FieldKind::number:
-        return parseDecimal(text, 0) ? Refusal::none : Refusal::badNumber;
+    case FieldKind::numberOrEmpty:
+        return text.empty() || parseDecimal(text, 0) ? Refusal::none : Refusal::badNumber;
     case FieldKind::letter:
         return checkLetter(text);
     case FieldKind::letterOrEmpty:

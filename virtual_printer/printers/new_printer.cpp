@@ -5,8 +5,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int cash = 1;
-
 State stateOf(Standing standing, Settings settings)
 {
     State state;
@@ -29,10 +27,7 @@ State factoryNew()
 {
     Standing standing;
     standing.life = Life::training;
-    Settings settings = standardSettings();
-    settings.vat = {};
-    std::erase_if(settings.payments, [](const auto& type) { return type.first != cash; });
-    return stateOf(std::move(standing), std::move(settings));
+    return stateOf(std::move(standing), factorySettings());
 }
 
 } // namespace virtual_printer

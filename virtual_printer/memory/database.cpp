@@ -101,28 +101,32 @@ void Database::Close::operator()(sqlite3* connection) const
 
 Database::Database()
 {
-    open("", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    open("");
     run("PRAGMA journal_mode = MEMORY");
 }
 
 Database::Database(const std::filesystem::path& file)
 {
     const std::u8string name = file.u8string();
-    open(std::string(name.begin(), name.end()), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    // Locking comes first: the log then needs no memory shared with other processes.
-    run("PRAGMA locking_mode = EXCLUSIVE");
+    open(std::string(name.begin(), name.end()));
     run("PRAGMA journal_mode = WAL");
     run("PRAGMA synchronous = FULL");
 }
 
-void Database::open(const std::string& name, int flags)
+void Database::open(const std::string& name)
 {
     sqlite3* opened = nullptr;
-    const int code = sqlite3_open_v2(name.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int code = sqlite3_open_v2(
+        name.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     connection.reset(opened);
     if (code != SQLITE_OK) {
         fail(opened);
     }
+    if (sqlite3_db_readonly(opened, "main") != 0) {
+        throw DatabaseError(DatabaseError::Cause::readOnly, "read-only");
+    }
+    // Before anything reads the file: the log then needs no memory shared with other processes.
+    run("PRAGMA locking_mode = EXCLUSIVE");
     run("PRAGMA cache_size = -1000"); // kilobytes: fifty printers in a process must not take what they like
     begin = prepare("BEGIN IMMEDIATE");
     commit = prepare("COMMIT");
@@ -152,11 +156,6 @@ std::int64_t Database::whole(std::string_view sql) const
     const Statement statement = prepare(sql);
     Rows rows = statement.rows();
     return rows.next() ? rows.whole(0) : 0;
-}
-
-bool Database::isReadOnly() const
-{
-    return sqlite3_db_readonly(connection.get(), "main") != 0;
 }
 
 void Database::synchronizeCommits(bool areSynchronized)

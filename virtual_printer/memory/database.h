@@ -25,6 +25,7 @@ public:
     {
         inUse, // by another process, or another object of ours
         notADatabase,
+        readOnly,
         other // a full or broken disk most of all
     };
 
@@ -97,7 +98,6 @@ public:
     void run(const char* sql) const;
     // The value in the first column of the first row.
     [[nodiscard]] std::int64_t whole(std::string_view sql) const;
-    [[nodiscard]] bool isReadOnly() const;
 
     // Whether a commit returns only when the disk has everything; what was committed without reaches the disk
     // with the next one that does. The log is whole at any time either way.
@@ -107,7 +107,7 @@ public:
 
 private:
     friend class Transaction;
-    void open(const std::string& name, int flags);
+    void open(const std::string& name);
     void rollBack(bool wasCommitting) const;
 
     struct Close

@@ -41,9 +41,6 @@ void makeTables(const Database& database)
 Database openOwnFile(const std::filesystem::path& file, const std::string& name)
 {
     Database database(file);
-    if (database.isReadOnly()) {
-        throw std::runtime_error(name + " may not be written; allow it, or give another folder.");
-    }
     const std::int64_t application = database.whole("PRAGMA application_id");
     const std::int64_t version = database.whole("PRAGMA user_version");
     if (application == 0 && version == 0 && database.whole("SELECT count(*) FROM sqlite_schema") == 0) {
@@ -97,6 +94,8 @@ Database openMemoryFile(const std::filesystem::path& file)
                                      "; end that one first, or give this printer another folder.");
         case DatabaseError::Cause::notADatabase:
             throw std::runtime_error(name + " is no such memory; give another folder.");
+        case DatabaseError::Cause::readOnly:
+            throw std::runtime_error(name + " may not be written; allow it, or give another folder.");
         case DatabaseError::Cause::other:
             break;
         }

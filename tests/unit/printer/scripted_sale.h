@@ -4,8 +4,6 @@
 
 #include "virtual_printer/memory/memory.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 

@@ -146,7 +146,7 @@ int openFile(sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, 
     opened.name = new std::string(name == nullptr ? "(temporary)" : name);
     opened.disk->files[*opened.name];
     if (flagsGiven != nullptr) {
-        *flagsGiven = flags;
+        *flagsGiven = opened.disk->isReadOnly ? SQLITE_OPEN_READONLY : flags;
     }
     return SQLITE_OK;
 }

@@ -44,6 +44,7 @@ public:
     std::vector<Operation> operations;
     // An SQLite result code for an operation that is to fail, 0 otherwise.
     std::function<int(const Operation&)> failureOf;
+    bool isReadOnly = false;
 
 private:
     struct Vfs;

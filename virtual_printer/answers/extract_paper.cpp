@@ -22,7 +22,7 @@ ExtractPaper::ExtractPaper(std::string title)
 bool ExtractPaper::add(const std::vector<Line>& document)
 {
     if (lines.size() + document.size() > mostExtractLines) {
-        lines.push_back({.text = "The roll ends here: choose narrower bounds"});
+        lines.push_back({.text = "No more room on this roll"});
         return false;
     }
     lines.insert(lines.end(), document.begin(), document.end());

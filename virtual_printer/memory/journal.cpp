@@ -35,7 +35,9 @@ public:
         if (!query.kinds.empty()) {
             addKinds(query.kinds);
         }
-        if (query.numbers) {
+        if (query.numbers && query.numbers->first == query.numbers->second) {
+            add("number = ?", {std::int64_t{query.numbers->first}}); // so that it comes before a wide period
+        } else if (query.numbers) {
             add("number BETWEEN ? AND ?", {std::int64_t{query.numbers->first}, query.numbers->second});
         }
         if (query.moments) {

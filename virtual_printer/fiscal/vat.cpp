@@ -10,7 +10,7 @@ namespace {
 constexpr int highestPercent = 99;
 constexpr int highestReverseConstant = 9999;
 
-// Takes what the library writes, also with an exponent. Empty: there is none.
+// A decimal number, as the kind of the field makes sure. Empty: there is none.
 Refusal readReverseConstant(const std::string& text, std::optional<double>& constant)
 {
     constant.reset();

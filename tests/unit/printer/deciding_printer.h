@@ -79,6 +79,12 @@ public:
         hardware.coverIsOpen = coverIsOpen;
         state.hardware = std::make_shared<const Hardware>(hardware);
     }
+    void changeLife(Life life)
+    {
+        Standing changed = *state.standing;
+        changed.life = life;
+        state.standing = std::make_shared<const Standing>(std::move(changed));
+    }
     template <typename Change>
     void changeSettings(Change change)
     {

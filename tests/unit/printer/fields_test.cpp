@@ -61,8 +61,8 @@ TEST(PrinterFields, DegreesHaveTenDecimalsAndReverseConstantsAny)
     EXPECT_EQ(check(FieldKind::degrees, "-48.1234567891"), Refusal::none);
     EXPECT_EQ(check(FieldKind::degrees, "48.12345678912"), Refusal::tooManyDecimals);
     EXPECT_EQ(check(FieldKind::degrees, "180.1"), Refusal::valueOutOfRange);
-    EXPECT_EQ(check(FieldKind::number, "0.1234567890123"), Refusal::none);
-    EXPECT_EQ(check(FieldKind::number, "x"), Refusal::badNumber);
+    EXPECT_EQ(check(FieldKind::numberOrEmpty, "0.1234567890123"), Refusal::none);
+    EXPECT_EQ(check(FieldKind::numberOrEmpty, "x"), Refusal::badNumber);
 }
 
 TEST(PrinterFields, LettersAreOneCharacter)

@@ -1,7 +1,9 @@
 // A virtual printer, a till that talks to it in bytes, and a clock that tests set.
 #pragma once
 
-#include "virtual_printer/protocol_server.h"
+#include "virtual_printer/printers/new_printer.h"
+#include "virtual_printer/printers/output_lines.h"
+#include "virtual_printer/printers/till_session.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -9,27 +11,6 @@
 #include <vector>
 
 namespace virtual_printer {
-
-// A till that has said everything beforehand and then hangs up.
-class ScriptedTill : public ByteStream
-{
-public:
-    std::optional<unsigned char> read() override
-    {
-        if (next == said.size()) {
-            return std::nullopt;
-        }
-        return static_cast<unsigned char>(said[next++]);
-    }
-
-    void write(std::string_view bytes) override { heard += bytes; }
-
-    std::string said;
-    std::string heard;
-
-private:
-    std::size_t next = 0;
-};
 
 inline std::string withChecksum(const std::string& unit)
 {
@@ -67,10 +48,12 @@ inline std::string item(unsigned char command, const std::string& name, const st
     return request(command, {"0", name, total, vat, "1.000", total, "ks "});
 }
 
+inline constexpr std::size_t columnsOfPaper = 40;
+
 // A line of the paper with its two parts at the edges.
 inline std::string line(const std::string& left, const std::string& right)
 {
-    return left + std::string(Paper::columns - left.size() - right.size(), ' ') + right;
+    return left + std::string(columnsOfPaper - left.size() - right.size(), ' ') + right;
 }
 
 class VirtualPrinter : public testing::Test
@@ -79,26 +62,13 @@ protected:
     // What the printer answers to these bytes; the connection ends behind them.
     std::string answerTo(const std::string& bytes)
     {
-        ScriptedTill till;
-        till.said = bytes;
-        ProtocolServer(till, printer).serve();
-        return till.heard;
-    }
-
-    // The data of all blocks that answer the request; each is acknowledged.
-    std::string dataOf(const std::string& bytes)
-    {
-        constexpr std::size_t mostBlocks = 64;
-        const std::string reply = answerTo(bytes + std::string(mostBlocks, '\x06'));
-        std::string data;
-        std::size_t next = 0;
-        while (next + 1 < reply.size() && reply[next] == ':') {
-            const std::size_t size = static_cast<unsigned char>(reply[next + 1]) + std::size_t{1};
-            data += reply.substr(next + 2, size);
-            next += size + 4; // its start, its size, the terminator and the checksum
+        std::string heard = TillSession(printer, CodePage::windows1250, codes).take(bytes);
+        for (const Happened& event : printer.takeHappened()) {
+            for (std::string& printed : linesFor(event, columnsOfPaper)) {
+                paper.push_back(std::move(printed));
+            }
         }
-        EXPECT_TRUE(next == reply.size() || (data.empty() && reply == "\x04")) << reply;
-        return data;
+        return heard;
     }
 
     void openReceipt()
@@ -107,35 +77,10 @@ protected:
                   accepted + accepted);
     }
 
-    void closeReceipt()
-    {
-        ASSERT_EQ(
-            answerTo(request(0x30, {"0", "1", "0", "0", "0", "Hotovost  "}) + request(0x22, {"0", "0"})),
-            accepted + accepted);
-    }
-
-    // A whole receipt of one item.
-    void sell(const std::string& name, const std::string& total, const std::string& vat = "A")
-    {
-        openReceipt();
-        ASSERT_EQ(answerTo(item(0x24, name, total, vat)), accepted);
-        closeReceipt();
-    }
-
-    void closeDay() { ASSERT_EQ(answerTo(request(0x50, {"Z", "0"})), accepted); }
-
-    // What a request prints.
-    std::vector<std::string> paperOf(const std::string& bytes)
-    {
-        paper.clear();
-        EXPECT_EQ(answerTo(bytes), accepted);
-        return paper;
-    }
-
-    std::string time = "2026-01-01 12:00";
+    const Codes codes;
     std::vector<std::string> paper;
-    Printer printer{CodePage::windows1250, [this](std::string_view text) { paper.emplace_back(text); },
-                    [this] { return time; }};
+    Printer printer{Memory(), readyToSell(),
+                    [] { return parseMoment("2026-01-01 12:00", Edge::first).value(); }};
 };
 
 } // namespace virtual_printer

@@ -132,7 +132,7 @@ TEST_F(VirtualPrinterPictures, PrintsAPictureOfManyBlocksSmallerToFitThePaper)
                        blockOf(data.substr(256), '\x03') + blockOf("\0\0\0\0"s, '\x03')),
               accepted + accepted + accepted + accepted);
     std::string black;
-    for (std::size_t i = 0; i < Paper::columns; ++i) {
+    for (std::size_t i = 0; i < columnsOfPaper; ++i) {
         black += "\u2588";
     }
     EXPECT_EQ(paper, std::vector<std::string>(8, black));

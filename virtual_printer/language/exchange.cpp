@@ -1,0 +1,155 @@
+#include "virtual_printer/language/exchange.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace virtual_printer {
+namespace {
+
+constexpr unsigned char requestStart = 0x1C;
+constexpr unsigned char blockStart = 0x3A;
+constexpr unsigned char accepted = 0x06;
+constexpr unsigned char refused = 0x15;
+constexpr unsigned char lastBlock = 0x03;
+constexpr unsigned char moreBlocks = 0x17;
+constexpr unsigned char noData = 0x04;
+constexpr unsigned char ready = 0x11;
+constexpr std::size_t largestPiece = 256;
+constexpr int triesOfABlock = 3;
+
+unsigned char checksumOf(std::string_view bytes)
+{
+    return std::accumulate(bytes.begin(), bytes.end(), static_cast<unsigned char>(0),
+                           [](unsigned char sum, char byte) {
+                               return static_cast<unsigned char>(sum ^ static_cast<unsigned char>(byte));
+                           });
+}
+
+std::string single(unsigned char byte)
+{
+    return {static_cast<char>(byte)};
+}
+
+} // namespace
+
+Incoming Exchange::take(unsigned char byte)
+{
+    switch (expecting) {
+    case Expecting::request:
+    case Expecting::requestChecksum:
+        return takeOfRequest(byte);
+    case Expecting::block:
+        return takeOfBlock(byte);
+    case Expecting::answerToReply:
+        if (byte != requestStart) {
+            return takeAnswerToReply(byte);
+        }
+        break; // the till has given the reply up: this begins its next request
+    case Expecting::start:
+        break;
+    }
+    expecting = Expecting::start;
+    if (byte == requestStart) {
+        reader = RequestReader();
+        expecting = Expecting::request;
+    } else if (byte == blockStart && blocksAreExpected) {
+        incomingBlock = single(byte);
+        expecting = Expecting::block;
+    } else if (byte == ready) {
+        return Probe{};
+    }
+    return Nothing{};
+}
+
+Incoming Exchange::takeOfRequest(unsigned char byte)
+{
+    if (expecting == Expecting::request) {
+        if (reader.take(byte)) {
+            expecting = Expecting::requestChecksum;
+        } else if (reader.isTooLong()) {
+            expecting = Expecting::start; // noise
+        }
+        return Nothing{};
+    }
+    expecting = Expecting::start;
+    if (byte != reader.checksum()) {
+        return DamagedRequest{};
+    }
+    return reader.request();
+}
+
+Incoming Exchange::takeOfBlock(unsigned char byte)
+{
+    constexpr std::size_t frame = 4; // ":", the length, the terminator, the checksum byte
+    incomingBlock.push_back(static_cast<char>(byte));
+    const std::size_t dataSize = static_cast<unsigned char>(incomingBlock[1]) + std::size_t{1};
+    if (incomingBlock.size() < dataSize + frame) {
+        return Nothing{};
+    }
+    expecting = Expecting::start;
+    const std::string_view checked(incomingBlock.data(), dataSize + frame - 1);
+    const auto terminator = static_cast<unsigned char>(checked.back());
+    if (checksumOf(checked) != byte || (terminator != lastBlock && terminator != moreBlocks)) {
+        return DamagedBlock{};
+    }
+    return Block{std::string(checked.substr(2, dataSize)), terminator == lastBlock};
+}
+
+Incoming Exchange::takeAnswerToReply(unsigned char byte)
+{
+    if (byte == refused && ++tries < triesOfABlock) {
+        return MoreOfReply{lastSent};
+    }
+    if (byte == refused) {
+        expecting = Expecting::start;
+        return MoreOfReply{single(noData)};
+    }
+    if (byte == accepted || byte == lastBlock) {
+        return MoreOfReply{nextBlock()};
+    }
+    return Nothing{}; // a probe of an impatient till, or noise
+}
+
+std::string Exchange::beginReply(std::string data)
+{
+    if (data.empty()) {
+        expecting = Expecting::start;
+        return single(noData);
+    }
+    reply = std::move(data);
+    replySent = 0;
+    return nextBlock();
+}
+
+std::string Exchange::nextBlock()
+{
+    if (replySent == reply.size()) {
+        expecting = Expecting::start;
+        return {};
+    }
+    const std::string_view piece = std::string_view(reply).substr(replySent, largestPiece);
+    replySent += piece.size();
+    lastSent = {static_cast<char>(blockStart), static_cast<char>(piece.size() - 1)};
+    lastSent.append(piece).append(single(replySent == reply.size() ? lastBlock : moreBlocks));
+    lastSent.append(single(checksumOf(lastSent)));
+    tries = 0;
+    expecting = Expecting::answerToReply;
+    return lastSent;
+}
+
+std::string Exchange::acceptance()
+{
+    return single(accepted);
+}
+
+std::string Exchange::refusal(unsigned char code)
+{
+    return single(refused) + single(code);
+}
+
+std::string Exchange::readiness()
+{
+    return single(ready);
+}
+
+} // namespace virtual_printer

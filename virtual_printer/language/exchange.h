@@ -1,0 +1,79 @@
+// The device's side of the block protocol, without a socket: bytes of the till go in one by one, and what
+// they mean comes out. Data goes to the till in blocks that it acknowledges; uploads come in in blocks.
+#pragma once
+
+#include "virtual_printer/language/request.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace virtual_printer {
+
+// What the byte that was taken last has completed.
+struct Nothing
+{
+};
+struct DamagedRequest // its checksum byte does not fit
+{
+};
+struct Block // of an upload that was announced
+{
+    std::string data;
+    bool isLast = false;
+};
+struct DamagedBlock
+{
+};
+struct Probe // the till asks whether somebody is there
+{
+};
+struct MoreOfReply // the till wants the next block, or the last one again
+{
+    std::string bytes; // to send; empty when the reply is complete
+};
+using Incoming = std::variant<Nothing, Request, DamagedRequest, Block, DamagedBlock, Probe, MoreOfReply>;
+
+class Exchange
+{
+public:
+    Incoming take(unsigned char byte);
+
+    // Blocks of an upload are taken only while they are expected; otherwise they are noise.
+    void expectBlocks(bool areExpected) { blocksAreExpected = areExpected; }
+    // The first bytes of a reply with this data. A till that does not acknowledge it and asks something else
+    // has given it up.
+    std::string beginReply(std::string data);
+
+    // The bytes of the short answers.
+    static std::string acceptance();
+    static std::string refusal(unsigned char code);
+    static std::string readiness();
+
+private:
+    Incoming takeOfRequest(unsigned char byte);
+    Incoming takeOfBlock(unsigned char byte);
+    Incoming takeAnswerToReply(unsigned char byte);
+    std::string nextBlock();
+
+    enum class Expecting
+    {
+        start,
+        request,
+        requestChecksum,
+        block,
+        answerToReply
+    };
+
+    Expecting expecting = Expecting::start;
+    RequestReader reader;
+    std::string incomingBlock;
+    bool blocksAreExpected = false;
+    std::string reply;
+    std::size_t replySent = 0;
+    std::string lastSent; // for a repeat
+    int tries = 0;
+};
+
+} // namespace virtual_printer

@@ -1,0 +1,17 @@
+// The clock that a printer is started with: the system's, or one that began at a given moment and runs. The
+// printer's own clock is this one and the offset that setDateTime has set.
+#pragma once
+
+#include "virtual_printer/fiscal/moment.h"
+
+#include <functional>
+
+namespace virtual_printer {
+
+using Clock = std::function<Moment()>;
+
+Clock systemClock();
+// Runs on from `start`.
+Clock clockFrom(Moment start);
+
+} // namespace virtual_printer

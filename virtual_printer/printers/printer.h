@@ -1,0 +1,60 @@
+// One printer: its state and its memory, and the way of every request through it: decide, commit, answer,
+// show. It knows no socket.
+#pragma once
+
+#include "virtual_printer/fiscal/decide.h"
+#include "virtual_printer/language/code_page.h"
+#include "virtual_printer/memory/memory.h"
+#include "virtual_printer/printers/clock.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace virtual_printer {
+
+struct Answer
+{
+    Refusal refusal = Refusal::none;
+    // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
+    std::optional<std::string> data;
+};
+
+// What has happened, for paper, standard output and page. It comes after the answer is given.
+struct Happened
+{
+    Refusal refusal = Refusal::none;
+    std::string command; // its name
+    std::vector<Shown> shown;
+};
+
+class Printer
+{
+public:
+    // Continues where the memory stands. A receipt that was open goes on after a line that says so.
+    Printer(Memory memory, const State& whenNew, Clock startedClock);
+
+    // `request` as it came, with texts in `codePage`.
+    Answer execute(const Request& request, CodePage codePage);
+    Answer takeBlock(std::string_view data, bool isLast, CodePage codePage);
+    [[nodiscard]] bool expectsBlocks() const;
+    // What is to be shown of the requests answered since the last call; the caller answers first.
+    std::vector<Happened> takeHappened();
+
+    [[nodiscard]] const State& state() const { return current; }
+    [[nodiscard]] const Memory& memory() const { return kept; }
+    [[nodiscard]] Moment now() const;
+    // Paper, cover: what a person at the printer does.
+    void changeHardware(const Hardware& hardware);
+
+private:
+    Answer carryOut(Decision decision);
+
+    Memory kept;
+    State current;
+    Clock clock;
+    std::vector<Happened> happened;
+};
+
+} // namespace virtual_printer

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -38,7 +39,7 @@ struct Closure
 class Draft
 {
 public:
-    Draft(const State& before, Moment present) : now(present), next(before) {}
+    Draft(State before, Moment present) : now(present), next(std::move(before)) {}
 
     const Moment now;
 

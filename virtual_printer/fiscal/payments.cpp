@@ -144,7 +144,10 @@ Refusal pay(Draft& draft, const Fields& fields)
         return refusal;
     }
     std::string title = fields.text(description);
-    takeIn(draft, payment, title.empty() ? type->second.name : std::move(title));
+    if (title.empty()) {
+        title = type->second.name;
+    }
+    takeIn(draft, payment, std::move(title));
     return Refusal::none;
 }
 

@@ -15,6 +15,7 @@ file(GLOB device_sources CONFIGURE_DEPENDS
 list(FILTER device_sources EXCLUDE REGEX "_${other_platform}\\.cpp$")
 add_library(virtual_printer_device STATIC ${device_sources})
 target_include_directories(virtual_printer_device PUBLIC ${PROJECT_SOURCE_DIR})
+target_compile_definitions(virtual_printer_device PUBLIC TELVOFM_VERSION_TEXT="${PROJECT_VERSION}")
 target_link_libraries(virtual_printer_device
     PUBLIC Boost::headers PRIVATE SQLite::SQLite3 ${ZINT_LIBRARY} telvofm_warnings)
 if(NOT WIN32)
@@ -26,7 +27,6 @@ file(GLOB transport_sources CONFIGURE_DEPENDS transport/*.cpp)
 list(FILTER transport_sources EXCLUDE REGEX "_${other_platform}\\.cpp$")
 add_executable(telvofm-printer main.cpp options.cpp service.cpp ${transport_sources})
 target_link_libraries(telvofm-printer PRIVATE virtual_printer_device telvofm_warnings Threads::Threads)
-target_compile_definitions(telvofm-printer PRIVATE TELVOFM_VERSION_TEXT="${PROJECT_VERSION}")
 if(WIN32)
     # What the newest functions of the platform that are used need.
     target_compile_definitions(telvofm-printer PRIVATE _WIN32_WINNT=0x0A00)

@@ -1,11 +1,15 @@
 // What a printer keeps when it is switched off: its state, the journal of all documents and the fiscal memory
 // of all closures, in one database. Whatever has been committed survives the end of the process at any
-// moment; a document has also reached the disk when `commit` returns.
+// moment; documents, closures and everything but the lines of the open receipt have also reached the disk
+// when `commit` returns. Lines are not worth a synchronisation each: when power is lost, the receipt is open
+// as it was at one of its lines since the last one.
 #pragma once
 
 #include "virtual_printer/fiscal/draft.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -25,13 +29,22 @@ public:
 // Which documents are wanted; what is not set does not matter.
 struct DocumentQuery
 {
-    std::vector<Document::Kind> kinds;
-    std::optional<std::pair<int, int>> numbers;
-    std::optional<std::pair<Moment, Moment>> moments;
-    std::optional<int> closure;
-    std::optional<std::string> invoice;
-    std::optional<std::string> transaction;
+    std::vector<Document::Kind> kinds{};
+    std::optional<std::pair<int, int>> numbers{};
+    std::optional<std::pair<Moment, Moment>> moments{};
+    std::optional<int> closure{};
+    std::optional<std::string> invoice{};
+    std::optional<std::string> transaction{};
     bool onlyLast = false; // the newest of them
+};
+
+using DocumentReader = std::function<bool(const Document&)>;
+
+// Settings and pictures as they were when the last closure was committed.
+struct Backup
+{
+    std::shared_ptr<const Settings> settings;
+    std::shared_ptr<const Pictures> pictures;
 };
 
 class Memory
@@ -52,20 +65,30 @@ public:
     [[nodiscard]] std::optional<State> load() const;
 
     // One transaction: the parts of the state that changed, the documents and closures that are done, the
-    // service. Synchronised to the disk unless all that changed is the receipt that is open. Throws DiskFull.
+    // service. `before` is the state that was committed last. Synchronised to the disk unless all that
+    // changed is the receipt that is open. A closure backs up settings and pictures. Throws DiskFull.
     void commit(const State& before, const Draft& draft);
 
+    // What Draft::Service::restore is for: the caller puts it into the draft's state before the commit.
+    // Nothing before the first closure.
+    [[nodiscard]] std::optional<Backup> backup() const;
+    // Beyond this many bytes the disk is full.
+    void limitSize(std::int64_t bytes);
+
+    // One after the other, until the reader returns false: a whole journal need not be held at once.
+    void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
     // Numbers only: for look-ups.
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
     [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,
                                                 std::optional<std::pair<Moment, Moment>> moments) const;
-    // Whether the documents of this closure still have the checksum that the closure keeps of them.
+    // Whether the documents of this closure still have the checksum that the closure keeps of them; also when
+    // the journal has been cleared since. False when there is no such closure.
     [[nodiscard]] bool isJournalWhole(int closure) const;
 
 private:
-    class Database;
-    std::unique_ptr<Database> database;
+    struct Contents;
+    std::unique_ptr<Contents> contents;
 };
 
 } // namespace virtual_printer

@@ -169,13 +169,18 @@ std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer)
     return lines;
 }
 
-std::string textOf(const Closure& closure, std::size_t columns)
+std::vector<Line> linesOf(const Closure& closure)
 {
     std::vector<Line> lines = {pair("Closure " + std::to_string(closure.number), onPaper(closure.moment))};
     for (Line& line : linesOf(closure.sums, closure.drawer)) {
         lines.push_back(std::move(line));
     }
-    return joined(lines, columns);
+    return lines;
+}
+
+std::string textOf(const Closure& closure, std::size_t columns)
+{
+    return joined(linesOf(closure), columns);
 }
 
 } // namespace virtual_printer

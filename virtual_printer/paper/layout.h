@@ -14,6 +14,7 @@ std::vector<std::string> layout(const Line& line, std::size_t columns);
 // A whole document as the journal gives it, in UTF-8, lines ended by 0D 0A.
 std::string textOf(const Document& document, std::size_t columns);
 // The entry of a closure in extracts of the fiscal memory.
+std::vector<Line> linesOf(const Closure& closure);
 std::string textOf(const Closure& closure, std::size_t columns);
 
 // The sums of a day, of a closure or of several, as lines.

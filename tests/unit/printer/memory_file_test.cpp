@@ -1,0 +1,127 @@
+// Which files are opened as a printer's memory, and what is said of the others.
+#include "tests/unit/own_folder.h"
+#include "tests/unit/printer/simulated_disk.h"
+#include "virtual_printer/memory/memory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <fstream>
+
+namespace virtual_printer {
+namespace {
+
+using telvofm::test::OwnFolder;
+using test::SimulatedDisk;
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class MemoryFile : public testing::Test
+{
+protected:
+    // Why the file is not opened; empty when it is.
+    static std::string refusalOf(const std::string& file)
+    {
+        try {
+            const Memory memory(file);
+        } catch (const std::runtime_error& error) {
+            EXPECT_THAT(error.what(), AllOf(StartsWith("The printer's memory " + file), EndsWith(".")));
+            return error.what();
+        }
+        return "";
+    }
+
+    void change(const char* sql) const
+    {
+        sqlite3* database = nullptr;
+        ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    }
+
+    OwnFolder folder;
+    std::string path = folder.file("printer \xC5\xBE.db");
+};
+
+TEST_F(MemoryFile, IsMadeAndOpenedAgain)
+{
+    EXPECT_EQ(refusalOf(path), "");
+    EXPECT_TRUE(std::filesystem::exists(path));
+    EXPECT_EQ(refusalOf(path), "");
+}
+
+TEST_F(MemoryFile, LeavesNothingBesideItWhenItIsClosed)
+{
+    {
+        const Memory memory(path);
+    }
+    const std::filesystem::directory_iterator files(folder.path);
+    EXPECT_EQ(std::distance(begin(files), end(files)), 1);
+}
+
+TEST_F(MemoryFile, IsRefusedWhileAnotherHoldsItAndSaysWho)
+{
+    {
+        const Memory memory(path);
+        EXPECT_THAT(refusalOf(path), HasSubstr("in use by process " + std::to_string(getpid()) + ";"));
+        EXPECT_THAT(refusalOf(path), HasSubstr("in use by process " + std::to_string(getpid()) + ";"));
+    }
+    EXPECT_EQ(refusalOf(path), "");
+}
+
+TEST_F(MemoryFile, IsRefusedWithoutANoteOfItsHolderToo)
+{
+    const Memory memory(path);
+    std::filesystem::remove(path + "-holder");
+    EXPECT_THAT(refusalOf(path), HasSubstr("in use by another process"));
+}
+
+TEST_F(MemoryFile, IsOpenedBesideTheNoteOfAProcessThatWasKilled)
+{
+    std::ofstream(path + "-holder") << "process 1";
+    EXPECT_EQ(refusalOf(path), "");
+}
+
+TEST_F(MemoryFile, IsRefusedWhenALaterVersionHasWrittenIt)
+{
+    {
+        const Memory memory(path);
+    }
+    change("PRAGMA user_version = 2");
+    EXPECT_THAT(refusalOf(path), HasSubstr("later version"));
+}
+
+TEST_F(MemoryFile, IsRefusedWhenItIsAnotherDatabase)
+{
+    change("CREATE TABLE cats (name TEXT)");
+    EXPECT_THAT(refusalOf(path), HasSubstr("is no such memory"));
+}
+
+TEST_F(MemoryFile, IsRefusedWhenItIsNoDatabase)
+{
+    std::ofstream(path) << std::string(5000, 'x');
+    EXPECT_THAT(refusalOf(path), HasSubstr("is no such memory"));
+    EXPECT_EQ(telvofm::test::contentOf(path), std::string(5000, 'x')) << "it is left as it was";
+}
+
+TEST_F(MemoryFile, IsRefusedInAFolderThatDoesNotExist)
+{
+    EXPECT_THAT(refusalOf(folder.file("none/printer.db")), HasSubstr("cannot be opened"));
+}
+
+TEST_F(MemoryFile, IsRefusedWhenItMayNotBeWritten)
+{
+    SimulatedDisk disk;
+    {
+        const Memory memory(path);
+    }
+    disk.isReadOnly = true;
+    EXPECT_THAT(refusalOf(path), HasSubstr("may not be written"));
+}
+
+} // namespace
+} // namespace virtual_printer

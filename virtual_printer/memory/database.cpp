@@ -1,0 +1,206 @@
+#include "virtual_printer/memory/database.h"
+
+#include <sqlite3.h>
+
+namespace virtual_printer {
+namespace {
+
+[[noreturn]] void fail(sqlite3* connection)
+{
+    const int code = sqlite3_errcode(connection);
+    DatabaseError::Cause cause = DatabaseError::Cause::other;
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
+        cause = DatabaseError::Cause::inUse;
+    } else if (code == SQLITE_NOTADB) {
+        cause = DatabaseError::Cause::notADatabase;
+    }
+    throw DatabaseError(cause, sqlite3_errmsg(connection));
+}
+
+[[noreturn]] void fail(sqlite3_stmt* statement)
+{
+    fail(sqlite3_db_handle(statement));
+}
+
+struct Binding // of one parameter
+{
+    sqlite3_stmt* statement;
+    int index;
+
+    int operator()(std::monostate /*none*/) const { return sqlite3_bind_null(statement, index); }
+    int operator()(std::int64_t value) const { return sqlite3_bind_int64(statement, index, value); }
+    int operator()(std::string_view text) const
+    {
+        return sqlite3_bind_text64(statement, index, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
+    }
+    int operator()(Bytes value) const
+    {
+        return sqlite3_bind_blob64(statement, index, value.bytes.data(), value.bytes.size(), SQLITE_STATIC);
+    }
+};
+
+} // namespace
+
+Rows::~Rows()
+{
+    sqlite3_reset(statement);
+}
+
+bool Rows::next()
+{
+    const int code = sqlite3_step(statement);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) {
+        fail(statement);
+    }
+    return code == SQLITE_ROW;
+}
+
+bool Rows::isNull(int column) const
+{
+    return sqlite3_column_type(statement, column) == SQLITE_NULL;
+}
+
+std::int64_t Rows::whole(int column) const
+{
+    return sqlite3_column_int64(statement, column);
+}
+
+std::string_view Rows::bytes(int column) const
+{
+    const auto* const first = static_cast<const char*>(sqlite3_column_blob(statement, column));
+    return {first, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+void Statement::Finalize::operator()(sqlite3_stmt* statement) const
+{
+    sqlite3_finalize(statement);
+}
+
+void Statement::run(std::span<const Parameter> parameters) const
+{
+    Rows all = rows(parameters);
+    while (all.next()) {
+    }
+}
+
+Rows Statement::rows(std::span<const Parameter> parameters) const
+{
+    int index = 0;
+    for (const Parameter& parameter : parameters) {
+        if (std::visit(Binding{statement.get(), ++index}, parameter) != SQLITE_OK) {
+            fail(statement.get());
+        }
+    }
+    return Rows(statement.get());
+}
+
+void Database::Close::operator()(sqlite3* connection) const
+{
+    sqlite3_close(connection);
+}
+
+Database::Database()
+{
+    open("");
+    run("PRAGMA journal_mode = MEMORY");
+}
+
+Database::Database(const std::filesystem::path& file)
+{
+    const std::u8string name = file.u8string();
+    open(std::string(name.begin(), name.end()));
+    run("PRAGMA journal_mode = WAL");
+    run("PRAGMA synchronous = FULL");
+}
+
+void Database::open(const std::string& name)
+{
+    sqlite3* opened = nullptr;
+    const int code = sqlite3_open_v2(
+        name.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+    connection.reset(opened);
+    if (code != SQLITE_OK) {
+        fail(opened);
+    }
+    if (sqlite3_db_readonly(opened, "main") != 0) {
+        throw DatabaseError(DatabaseError::Cause::readOnly, "read-only");
+    }
+    // Before anything reads the file: the log then needs no memory shared with other processes.
+    run("PRAGMA locking_mode = EXCLUSIVE");
+    run("PRAGMA cache_size = -1000"); // kilobytes: fifty printers in a process must not take what they like
+    begin = prepare("BEGIN IMMEDIATE");
+    commit = prepare("COMMIT");
+}
+
+Statement Database::prepare(std::string_view sql) const
+{
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare_v3(connection.get(), sql.data(), static_cast<int>(sql.size()),
+                           SQLITE_PREPARE_PERSISTENT, &prepared, nullptr) != SQLITE_OK) {
+        fail(connection.get());
+    }
+    Statement statement;
+    statement.statement.reset(prepared);
+    return statement;
+}
+
+void Database::run(const char* sql) const
+{
+    if (sqlite3_exec(connection.get(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) {
+        fail(connection.get());
+    }
+}
+
+std::int64_t Database::whole(std::string_view sql) const
+{
+    const Statement statement = prepare(sql);
+    Rows rows = statement.rows();
+    return rows.next() ? rows.whole(0) : 0;
+}
+
+void Database::synchronizeCommits(bool areSynchronized)
+{
+    if (areSynchronized != isSynchronized) {
+        run(areSynchronized ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = NORMAL");
+        isSynchronized = areSynchronized;
+    }
+}
+
+void Database::limitSize(std::int64_t bytes) const
+{
+    const std::int64_t pages = bytes / whole("PRAGMA page_size");
+    run(("PRAGMA max_page_count = " + std::to_string(pages)).c_str());
+}
+
+void Database::rollBack(bool wasCommitting) const
+{
+    if (sqlite3_get_autocommit(connection.get()) == 0) {
+        sqlite3_exec(connection.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    if (wasCommitting) {
+        // The log may end with all of a commit that then could not be synchronised and was refused: cut off,
+        // it cannot come back at the next start.
+        sqlite3_wal_checkpoint_v2(connection.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+    }
+}
+
+Transaction::Transaction(const Database& changed) : database(changed)
+{
+    database.begin.run();
+}
+
+Transaction::~Transaction()
+{
+    if (stage != Stage::done) {
+        database.rollBack(stage == Stage::committing);
+    }
+}
+
+void Transaction::commit()
+{
+    stage = Stage::committing;
+    database.commit.run();
+    stage = Stage::done;
+}
+
+} // namespace virtual_printer

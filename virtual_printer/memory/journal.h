@@ -1,0 +1,41 @@
+// The journal of all documents and the fiscal memory of all closures in the database. A document is never
+// changed; each has a checksum that goes on from the document before it of the same day, so that the one of
+// the last is that of the whole day, and a closure keeps it.
+#pragma once
+
+#include "virtual_printer/memory/database.h"
+#include "virtual_printer/memory/memory.h"
+
+#include <vector>
+
+namespace virtual_printer {
+
+class Journal
+{
+public:
+    explicit Journal(const Database& shared);
+
+    void keep(const Document& document) const;
+    void keep(const Closure& closure) const;
+    // The closures then have nothing left to be compared with.
+    void clearDocuments() const;
+    // The documents then belong to no closure: their numbers are used again.
+    void clearClosures() const;
+
+    void read(const DocumentQuery& query, const DocumentReader& reader) const;
+    [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,
+                                                std::optional<std::pair<Moment, Moment>> moments) const;
+    [[nodiscard]] bool isWhole(int closure) const;
+
+private:
+    [[nodiscard]] std::int64_t checksumOfDay(int closure) const;
+
+    const Database& database;
+    Statement writeDocument;
+    Statement writeContent;
+    Statement readChecksum;
+    Statement writeClosure;
+};
+
+} // namespace virtual_printer

@@ -1,0 +1,110 @@
+#include "virtual_printer/memory/memory.h"
+
+#include "virtual_printer/memory/journal.h"
+#include "virtual_printer/memory/kept_state.h"
+#include "virtual_printer/memory/memory_file.h"
+
+namespace virtual_printer {
+
+struct Memory::Contents
+{
+    explicit Contents(Database opened) : database(std::move(opened)), state(database), journal(database) {}
+
+    Database database;
+    KeptState state;
+    Journal journal;
+    std::optional<HolderNote> note; // goes first: afterwards the next holder's may lie there
+};
+
+Memory::Memory() : contents(std::make_unique<Contents>(openTemporaryMemory())) {}
+
+Memory::Memory(const std::filesystem::path& file) : contents(std::make_unique<Contents>(openMemoryFile(file)))
+{
+    contents->note.emplace(file);
+}
+
+Memory::~Memory() = default;
+Memory::Memory(Memory&&) noexcept = default;
+Memory& Memory::operator=(Memory&&) noexcept = default;
+
+std::optional<State> Memory::load() const
+{
+    return contents->state.load();
+}
+
+void Memory::commit(const State& before, const Draft& draft)
+try {
+    ChangedParts changed(before, draft.next);
+    if (contents->state.isEmpty()) {
+        changed.standing = changed.settings = changed.pictures = true;
+    }
+    const bool changesOnlyReceipt = !changed.standing && !changed.settings && !changed.pictures &&
+                                    draft.documents.empty() && draft.closures.empty() &&
+                                    draft.service == Draft::Service::none;
+    if (changesOnlyReceipt && !changed.receipt) {
+        return;
+    }
+    contents->database.synchronizeCommits(!changesOnlyReceipt);
+    Transaction transaction(contents->database);
+    if (draft.service == Draft::Service::clearJournal) {
+        contents->journal.clearDocuments();
+    } else if (draft.service == Draft::Service::clearClosures) {
+        contents->journal.clearClosures();
+    }
+    contents->state.write(changed, before, draft.next);
+    for (const Document& document : draft.documents) {
+        contents->journal.keep(document);
+    }
+    for (const Closure& closure : draft.closures) {
+        contents->journal.keep(closure);
+    }
+    if (!draft.closures.empty()) {
+        contents->state.backUp();
+    }
+    transaction.commit();
+} catch (const DatabaseError& error) {
+    throw DiskFull(std::string("The printer's memory could not be written: ") + error.what() + ".");
+}
+
+std::optional<Backup> Memory::backup() const
+{
+    return contents->state.backup();
+}
+
+void Memory::limitSize(std::int64_t bytes)
+{
+    contents->database.limitSize(bytes);
+}
+
+void Memory::read(const DocumentQuery& query, const DocumentReader& reader) const
+{
+    contents->journal.read(query, reader);
+}
+
+std::vector<Document> Memory::documents(const DocumentQuery& query) const
+{
+    std::vector<Document> found;
+    read(query, [&](const Document& document) {
+        found.push_back(document);
+        return true;
+    });
+    return found;
+}
+
+std::vector<int> Memory::numbersOf(const DocumentQuery& query) const
+{
+    return contents->journal.numbersOf(query);
+}
+
+std::vector<Closure> Memory::closures(std::optional<std::pair<int, int>> numbers,
+                                      std::optional<std::pair<Moment, Moment>> moments) const
+{
+    return contents->journal.closures(numbers, moments);
+}
+
+bool Memory::isJournalWhole(int closure) const
+{
+    return contents->journal.isWhole(closure);
+}
+
+} // namespace virtual_printer

@@ -159,7 +159,7 @@ inline constexpr std::array refusalTexts = {
     RefusalText{Refusal::notFiscalized, "notFiscalized",
                 "The printer is not fiscalized; fiscalize it with fiscalization first."},
     RefusalText{Refusal::alreadyFiscalized, "alreadyFiscalized",
-                "The printer is fiscalized already; this is done only before."},
+                "The printer is fiscalized; this is done before that, or after defiscalizationFM."},
     RefusalText{Refusal::defiscalized, "defiscalized",
                 "The printer is defiscalized and can only be read; initFM makes it factory new again."},
     RefusalText{Refusal::memoryFull, "memoryFull",

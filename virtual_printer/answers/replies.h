@@ -16,11 +16,11 @@ namespace virtual_printer {
 struct Reply
 {
     Refusal refusal = Refusal::none;
-    std::string data;        // UTF-8, but for images, which are bytes; of a rule that wants a reply
-    std::vector<Line> lines; // of a rule that wants printing
+    std::string data{};        // UTF-8; of a rule that wants a reply
+    std::vector<Line> lines{}; // of a rule that wants printing
 };
 
-// For a request that was found legal; its rule says whether it wants a reply or a printing.
+// For a request that was found legal; its rule says whether it wants a verdict, a reply or a printing.
 Reply replyTo(const CommandRule& rule, const Fields& fields, const State& state, const Memory& memory,
               Moment now);
 

@@ -1,6 +1,11 @@
 #include "virtual_printer/fiscal/decide.h"
 
+#include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/documents.h"
+#include "virtual_printer/fiscal/passwords.h"
 #include "virtual_printer/language/fields.h"
+
+#include <algorithm>
 
 namespace virtual_printer {
 namespace {
@@ -28,6 +33,18 @@ Refusal reasonOf(const CommandRule& rule, Situation situation)
         break;
     }
     return wantsReceipt ? Refusal::noReceipt : Refusal::noSellingDay;
+}
+
+// Whatever would put something on the paper needs paper. A receipt that is open goes on: the printer waits
+// for the new roll.
+Refusal checkHardware(const State& before, const Decision& decision)
+{
+    const auto isPrinted = [](const Shown& shown) { return std::holds_alternative<Printed>(shown); };
+    const auto& shown = decision.draft.shown;
+    const bool prints = (decision.rule != nullptr && decision.rule->wants == Wants::printing) ||
+                        decision.draft.state().upload->command != 0 ||
+                        std::any_of(shown.begin(), shown.end(), isPrinted);
+    return prints && !before.receipt ? mayPrint(before) : Refusal::none;
 }
 
 } // namespace
@@ -65,9 +82,26 @@ Decision decide(const State& state, const Request& request, Moment now)
         decision.refusal = reasonOf(rule, situation);
         return decision;
     }
+    decision.refusal = checkPasswords(rule.fields, request.fields, *state.settings);
+    if (decision.refusal != Refusal::none) {
+        return decision;
+    }
     decision.draft.upload() = Upload(); // a request ends the upload before it
     if (rule.decide != nullptr) {
         decision.refusal = rule.decide(decision.draft, Fields(request.fields));
+    }
+    if (decision.refusal == Refusal::none) {
+        decision.refusal = checkHardware(state, decision);
+    }
+    return decision;
+}
+
+Decision decideBlock(const State& state, std::string_view data, bool isLast, CodePage codePage, Moment now)
+{
+    Decision decision(state, now);
+    decision.refusal = takeBlock(decision.draft, data, isLast, codePage);
+    if (decision.refusal == Refusal::none) {
+        decision.refusal = checkHardware(state, decision);
     }
     return decision;
 }

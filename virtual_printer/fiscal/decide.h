@@ -4,6 +4,7 @@
 #pragma once
 
 #include "virtual_printer/fiscal/draft.h"
+#include "virtual_printer/language/code_page.h"
 #include "virtual_printer/language/commands.h"
 #include "virtual_printer/language/request.h"
 
@@ -22,8 +23,8 @@ struct Decision
 
 // `request` has its texts in UTF-8.
 Decision decide(const State& state, const Request& request, Moment now);
-// A block of the upload that the state expects.
-Decision decideBlock(const State& state, std::string_view data, bool isLast, Moment now);
+// A block of the upload that the state expects. Its data is as it came: a picture, or text in `codePage`.
+Decision decideBlock(const State& state, std::string_view data, bool isLast, CodePage codePage, Moment now);
 
 Situation situationOf(const State& state, Moment now);
 

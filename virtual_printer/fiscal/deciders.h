@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtual_printer/fiscal/draft.h"
+#include "virtual_printer/language/code_page.h"
 #include "virtual_printer/language/fields.h"
 
 namespace virtual_printer {
@@ -49,6 +50,13 @@ Refusal clearDisplay(Draft& draft, const Fields& fields);
 // vat.cpp
 Refusal setVat(Draft& draft, const Fields& fields);
 Refusal setAllVats(Draft& draft, const Fields& fields);
+// receipt_texts.cpp: in front of the lines of receipts and behind them
+Refusal setHeader(Draft& draft, const Fields& fields);
+Refusal setAdditionalHeader(Draft& draft, const Fields& fields);
+Refusal setAdditionalFooter(Draft& draft, const Fields& fields);
+Refusal setSuperFooter(Draft& draft, const Fields& fields);
+Refusal setPreline(Draft& draft, const Fields& fields);
+Refusal setPostline(Draft& draft, const Fields& fields);
 // setup.cpp
 Refusal setPaymentType(Draft& draft, const Fields& fields);
 Refusal setNamedPaymentType(Draft& draft, const Fields& fields);
@@ -56,12 +64,6 @@ Refusal setPassword(Draft& draft, const Fields& fields);
 Refusal setPrinterType(Draft& draft, const Fields& fields);
 Refusal setParameter(Draft& draft, const Fields& fields);
 Refusal setPrinterParameter(Draft& draft, const Fields& fields);
-Refusal setHeader(Draft& draft, const Fields& fields);
-Refusal setAdditionalHeader(Draft& draft, const Fields& fields);
-Refusal setAdditionalFooter(Draft& draft, const Fields& fields);
-Refusal setSuperFooter(Draft& draft, const Fields& fields);
-Refusal setPreline(Draft& draft, const Fields& fields);
-Refusal setPostline(Draft& draft, const Fields& fields);
 Refusal setEuroExchangeRate(Draft& draft, const Fields& fields);
 Refusal setEscapeSequence(Draft& draft, const Fields& fields);
 Refusal setDisplayForm(Draft& draft, const Fields& fields);
@@ -98,7 +100,6 @@ Refusal resetSoftware(Draft& draft, const Fields& fields);
 Refusal testPrinter(Draft& draft, const Fields& fields);
 Refusal clearErrorStates(Draft& draft, const Fields& fields);
 Refusal restoreBackup(Draft& draft, const Fields& fields);
-Refusal checkPassword(Draft& draft, const Fields& fields); // of commands that read: it is their first field
 Refusal checkArchive(Draft& draft, const Fields& fields);
 // uploads.cpp
 Refusal announceRaster(Draft& draft, const Fields& fields);
@@ -107,5 +108,7 @@ Refusal announceColumns(Draft& draft, const Fields& fields);
 Refusal announceRamPicture(Draft& draft, const Fields& fields);
 Refusal announceGraphic(Draft& draft, const Fields& fields);
 Refusal announceQrCode(Draft& draft, const Fields& fields);
+// A block of the upload that was announced; see decideBlock.
+Refusal takeBlock(Draft& draft, std::string_view data, bool isLast, CodePage codePage);
 
 } // namespace virtual_printer

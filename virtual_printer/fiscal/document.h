@@ -12,7 +12,8 @@
 
 namespace virtual_printer {
 
-// One entry of a document or of the paper. Which members mean something depends on the kind.
+// One entry of a document or of the paper. Which members mean something depends on the kind. `sum` is signed
+// as it counts in the total: what is taken back is negative.
 struct Line
 {
     enum class Kind
@@ -22,12 +23,12 @@ struct Line
         pair,       // text at the left edge, `right` at the right one
         rule,       // a line of one character, `text`
         item,       // text (the name), quantity, unitPrice, unit, sum, vat
-        itemVoid,   // as item
+        itemVoid,   // as item; right: the number of a receipt, when the till sends one
         itemReturn, // as item; right: the number of the receipt it was sold on
         itemNegative,
-        discount,    // text, sum (negative; a surcharge is positive), vat
-        voucher,     // text, sum (negative), vat; right: its number
-        downPayment, // text, sum (negative), vat
+        discount,    // text, sum (a surcharge is positive), vat, number (1: on the item in front of it)
+        voucher,     // text, sum, vat; right: its number
+        downPayment, // text, sum, vat
         subtotal,    // text, sum
         total,       // text, sum
         payment,     // text, number (of the type), sum (in the receipt's currency), foreign (as paid)

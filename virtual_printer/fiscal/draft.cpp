@@ -16,9 +16,19 @@ void Draft::endReceipt()
     next.receipt.reset();
 }
 
+void Draft::show(Shown event)
+{
+    shown.push_back(std::move(event));
+}
+
 void Draft::printInReceipt(Line line)
 {
-    receipt().document.lines.push_back(line);
+    Receipt& open = receipt();
+    if (line.kind != Line::Kind::powerLost) {
+        open.lastItem =
+            -1; // an item is discounted before the next line; the loss of power is none of the till's
+    }
+    open.document.lines.push_back(line);
     print(std::move(line));
 }
 

@@ -55,7 +55,7 @@ public:
     // No receipt is open any more; the document is what it has come to.
     void endReceipt();
 
-    void show(Shown event) { shown.push_back(std::move(event)); }
+    void show(Shown event);
     // A line on the paper that belongs to no document.
     void print(Line line) { shown.emplace_back(Printed{std::move(line)}); }
     // A line of the open receipt, also on the paper.

@@ -10,7 +10,8 @@ namespace virtual_printer {
 
 using Moment = std::chrono::local_seconds;
 
-// What a text without a time means: the first or the last second of its day.
+// What a text without a time means, the first or the last second of its day, and one without seconds, those
+// of its minute.
 enum class Edge
 {
     first,

@@ -18,15 +18,19 @@ struct Decimal
     int decimals = 0;       // that the text had, without zeros at its end
 };
 
-// A decimal text in units of 10^-decimals ("12.5" with 2 decimals is 1250). Digits beyond are not cut:
-// `decimals` of the result tells that there were more. Nothing when it is no decimal number or too large.
+// What larger numbers are taken for: it is beyond every range.
+inline constexpr std::int64_t largestUnits = 999'999'999'999'999'999;
+
+// A decimal text in units of 10^-decimals ("12.5" with 2 decimals is 1250). When it has digits beyond,
+// `units` leaves them out and `decimals` of the result tells it. Nothing when it is no decimal number.
 std::optional<Decimal> parseDecimal(std::string_view text, int decimals);
 // "-12.50".
 std::string formatCents(Cents cents);
 // "1.5", "8", "0.333": without zeros at the end.
 std::string formatThousandths(Thousandths quantity);
 
-// value * numerator / denominator, rounded half away from zero.
+// value * numerator / denominator, rounded half away from zero; the denominator is above zero, and the
+// product has at most 18 digits.
 std::int64_t scaled(std::int64_t value, std::int64_t numerator, std::int64_t denominator);
 
 } // namespace virtual_printer

@@ -91,6 +91,8 @@ struct Picture
 };
 using Pictures = std::map<int, Picture>;
 
+// As from the factory: no VAT rates, cash as the only payment type.
+Settings factorySettings();
 // Ready to sell: the VAT rates 23, 19, 5 and 0 under A to D, and the payment types of
 // docs/virtual-printer.md.
 Settings standardSettings();

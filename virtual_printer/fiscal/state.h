@@ -64,6 +64,7 @@ struct Receipt
     bool isBeingPaid = false;
     Cents paid = 0;
     int lastItem = -1; // the line that an item discount is on; -1 for none
+    bool printsVatTable = true;
 
     [[nodiscard]] Cents due() const { return document.total - paid; }
     bool operator==(const Receipt&) const = default;
@@ -75,7 +76,8 @@ struct Hardware
     bool paperIsOut = false;
     bool paperIsLow = false;
     bool coverIsOpen = false;
-    std::string display;
+    std::string display; // of the customer
+    std::string operatorDisplay;
 
     bool operator==(const Hardware&) const = default;
 };
@@ -90,6 +92,9 @@ struct Upload
 
     bool operator==(const Upload&) const = default;
 };
+
+// The most closures that the fiscal memory holds for ever.
+inline constexpr int mostClosures = 2'000;
 
 struct State
 {

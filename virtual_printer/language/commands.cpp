@@ -118,7 +118,7 @@ constexpr std::array freeId = {Field{whole, "print"}, Field{text, "freeID"}};
 constexpr std::array test = {password, Field{whole, "targetDevice"}};
 constexpr std::array transactionCount = {Field{whole, "transactionCount"}};
 constexpr std::array oneVat = {password, Field{letter, "vat"}, Field{whole, "vatValue"},
-                               Field{number, "reverseConstant"}};
+                               Field{numberOrEmpty, "reverseConstant"}};
 constexpr Field vatValue = {whole, "vatValue"};
 constexpr Field reverseConstant = {whole, "reverseConstant"};
 constexpr std::array fiveVats = {password,        vatValue, reverseConstant, vatValue,
@@ -276,19 +276,20 @@ constexpr std::array rules = {
     CommandRule{Command::inspectionEnabled, "inspectionEnabled", onlyServicePassword, withoutReceipt,
                 enableInspection},
     CommandRule{Command::inspectionE1, "inspectionE1", deltaSi, withoutReceipt, inspect},
-    CommandRule{Command::verifyCRCELJ, "verifyCRCELJ", onlyClosure, forReading, verifyJournal},
+    CommandRule{Command::verifyCRCELJ, "verifyCRCELJ", onlyClosure, forReading, verifyJournal,
+                Wants::verdict},
     CommandRule{Command::closeELJcard, "closeELJcard", noFields, betweenDays, closeJournalCard},
     CommandRule{Command::setDateTime, "setDateTime", onlyDate, betweenDays, setDateTime},
     CommandRule{Command::swReset, "swReset", onlyPassword, always, resetSoftware},
     CommandRule{Command::testTelvoFM, "testTelvoFM", test, withoutReceipt, testPrinter},
     CommandRule{Command::clearErrorStates, "clearErrorStates", noFields, always, clearErrorStates},
     CommandRule{Command::restoreBCKP, "restoreBCKP", onlyPassword, betweenDays, restoreBackup},
-    CommandRule{Command::getBCKP, "getBCKP", backupPage, always, checkPassword, Wants::reply},
-    CommandRule{Command::getRAMMP, "getRAMMP", onlyPassword, always, checkPassword, Wants::reply},
+    CommandRule{Command::getBCKP, "getBCKP", backupPage, always, nullptr, Wants::reply},
+    CommandRule{Command::getRAMMP, "getRAMMP", onlyPassword, always, nullptr, Wants::reply},
     // reports and extracts
     CommandRule{Command::printReport, "printReport", reportOf, forClosing, report},
     CommandRule{Command::printYearlyClosureOrIntervalFPD, "printYearlyClosure", onlyPassword, forReading,
-                checkPassword, Wants::printing},
+                nullptr, Wants::printing},
     CommandRule{Command::printYearlyClosureOrIntervalFPD, "printIntervalFPD", memoryByDates, forReading,
                 nullptr, Wants::printing},
     CommandRule{Command::printIntervalFPC, "printIntervalFPC", memoryByNumbers, forReading, nullptr,
@@ -304,7 +305,8 @@ constexpr std::array rules = {
                 Wants::printing},
     CommandRule{Command::printJournalStructU, "printJournalStructU", byReceipt, forReading, nullptr,
                 Wants::printing},
-    CommandRule{Command::validateArchiveDb, "validateArchiveDb", onlyArchive, always, checkArchive},
+    CommandRule{Command::validateArchiveDb, "validateArchiveDb", onlyArchive, always, checkArchive,
+                Wants::verdict},
     CommandRule{Command::printIntervalFPDArchive, "printIntervalFPDArchive", archivedMemoryByDates,
                 forReading, checkArchive, Wants::printing},
     CommandRule{Command::printJournalStructUArchive, "printJournalStructUArchive", archivedReceipt,

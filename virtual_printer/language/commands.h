@@ -18,16 +18,16 @@ class Fields;
 // What a field may hold. Numbers never have more decimals than said.
 enum class FieldKind
 {
-    whole,    // a whole number
-    money,    // two decimals at most
-    quantity, // three
-    rate,     // four, "+" in front of it says that it divides
-    degrees,  // ten
-    number,   // any decimals: a reverse constant
-    letter,   // one byte
+    whole,         // a whole number
+    money,         // two decimals at most
+    quantity,      // three
+    rate,          // four, "+" in front of it says that it divides
+    degrees,       // ten
+    numberOrEmpty, // any decimals: a reverse constant
+    letter,        // one byte
     letterOrEmpty,
     text,   // printed or kept; converted between code pages
-    secret, // never shown and never kept, but as a password
+    secret, // never shown and never kept, but as a password; fiscal/passwords.h
     date,   // a date, or empty for no bound
     any     // not looked at
 };
@@ -75,6 +75,7 @@ using Decider = Refusal (*)(Draft&, const Fields&);
 enum class Wants
 {
     nothing,
+    verdict, // only whether the memories allow it
     reply,   // data that comes out of the memories (answers/replies.h)
     printing // the same, onto the paper
 };

@@ -31,7 +31,7 @@ public:
     [[nodiscard]] Cents money(std::size_t index) const;
     [[nodiscard]] Thousandths quantity(std::size_t index) const;
     [[nodiscard]] Rate rate(std::size_t index) const;
-    // 0 for an empty field.
+    // 0 for an empty field and for a blank.
     [[nodiscard]] char letter(std::size_t index) const;
     // Without the blanks at its end.
     [[nodiscard]] std::string text(std::size_t index) const;

@@ -35,7 +35,9 @@ public:
         if (!query.kinds.empty()) {
             addKinds(query.kinds);
         }
-        if (query.numbers) {
+        if (query.numbers && query.numbers->first == query.numbers->second) {
+            add("number = ?", {std::int64_t{query.numbers->first}}); // so that it comes before a wide period
+        } else if (query.numbers) {
             add("number BETWEEN ? AND ?", {std::int64_t{query.numbers->first}, query.numbers->second});
         }
         if (query.moments) {
@@ -130,18 +132,18 @@ void Journal::clearClosures() const
     database.run("DELETE FROM closures; UPDATE documents SET closure = 0");
 }
 
-std::vector<Document> Journal::documents(const DocumentQuery& query) const
+void Journal::read(const DocumentQuery& query, const DocumentReader& reader) const
 {
     const Conditions conditions(query);
     const Statement select = database.prepare(
         "SELECT content, closure FROM documents JOIN contents USING (id)" + conditions.text());
-    std::vector<Document> found;
     Rows rows = select.rows(conditions.parameters());
-    while (rows.next()) {
-        Document& document = found.emplace_back(fromBytes<Document>(rows.bytes(0)));
+    bool isWanted = true;
+    while (isWanted && rows.next()) {
+        Document document = fromBytes<Document>(rows.bytes(0));
         document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
+        isWanted = reader(document);
     }
-    return found;
 }
 
 std::vector<int> Journal::numbersOf(const DocumentQuery& query) const

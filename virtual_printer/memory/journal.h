@@ -22,7 +22,7 @@ public:
     // The documents then belong to no closure: their numbers are used again.
     void clearClosures() const;
 
-    [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
+    void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
     [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,
                                                 std::optional<std::pair<Moment, Moment>> moments) const;

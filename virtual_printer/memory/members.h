@@ -42,8 +42,8 @@ auto members(Some<Document> auto& document)
 
 auto membersBesideDocument(Some<Receipt> auto& receipt)
 {
-    auto& [document, isBeingPaid, paid, lastItem] = receipt;
-    return std::tie(isBeingPaid, paid, lastItem);
+    auto& [document, isBeingPaid, paid, lastItem, printsVatTable] = receipt;
+    return std::tie(isBeingPaid, paid, lastItem, printsVatTable);
 }
 
 auto members(Some<Sums> auto& sums)

@@ -76,9 +76,19 @@ void Memory::limitSize(std::int64_t bytes)
     contents->database.limitSize(bytes);
 }
 
+void Memory::read(const DocumentQuery& query, const DocumentReader& reader) const
+{
+    contents->journal.read(query, reader);
+}
+
 std::vector<Document> Memory::documents(const DocumentQuery& query) const
 {
-    return contents->journal.documents(query);
+    std::vector<Document> found;
+    read(query, [&](const Document& document) {
+        found.push_back(document);
+        return true;
+    });
+    return found;
 }
 
 std::vector<int> Memory::numbersOf(const DocumentQuery& query) const

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -36,6 +37,8 @@ struct DocumentQuery
     std::optional<std::string> transaction{};
     bool onlyLast = false; // the newest of them
 };
+
+using DocumentReader = std::function<bool(const Document&)>;
 
 // Settings and pictures as they were when the last closure was committed.
 struct Backup
@@ -72,6 +75,8 @@ public:
     // Beyond this many bytes the disk is full.
     void limitSize(std::int64_t bytes);
 
+    // One after the other, until the reader returns false: a whole journal need not be held at once.
+    void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
     // Numbers only: for look-ups.
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;

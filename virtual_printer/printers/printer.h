@@ -32,10 +32,8 @@ struct Happened
 class Printer
 {
 public:
-    using Observer = std::function<void(const Happened&)>;
-
     // Continues where the memory stands. A receipt that was open goes on after a line that says so.
-    Printer(Memory memory, const State& whenNew, Clock clock);
+    Printer(Memory memory, const State& whenNew, Clock startedClock);
 
     // `request` as it came, with texts in `codePage`.
     Answer execute(const Request& request, CodePage codePage);
@@ -51,7 +49,7 @@ public:
     void changeHardware(const Hardware& hardware);
 
 private:
-    Answer carryOut(Decision decision, const Request& request, CodePage codePage);
+    Answer carryOut(Decision decision);
 
     Memory kept;
     State current;

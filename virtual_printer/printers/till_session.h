@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtual_printer/language/exchange.h"
+#include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/printer.h"
 
 #include <string>
@@ -12,17 +13,21 @@ namespace virtual_printer {
 class TillSession
 {
 public:
-    TillSession(Printer& device, CodePage textsOfLink) : printer(device), codePage(textsOfLink) {}
+    TillSession(Printer& device, CodePage textsOfLink, const Codes& refusalCodes)
+        : printer(device), codePage(textsOfLink), codes(refusalCodes)
+    {
+    }
 
     // What the printer sends upon these bytes.
     std::string take(std::string_view bytes);
 
 private:
     std::string answerTo(const Incoming& incoming);
-    std::string bytesOf(Answer answer);
+    std::string bytesOf(const Answer& answer);
 
     Printer& printer;
     CodePage codePage;
+    const Codes& codes;
     Exchange exchange;
 };
 

@@ -1,0 +1,68 @@
+// Texts on the paper and on the display that belong to no sale.
+#include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/printing.h"
+#include "virtual_printer/fiscal/ranges.h"
+
+namespace virtual_printer {
+namespace {
+
+constexpr int customer = 0; // and 1 is the operator's
+constexpr int mostDisplays = 1;
+
+Refusal checkRow(const Fields& fields)
+{
+    constexpr int largestRow = 999;
+    return checkRange(fields.whole(0), 0, largestRow);
+}
+
+void put(Draft& draft, int display, const std::string& text)
+{
+    if (display != customer) {
+        draft.hardware().operatorDisplay = text;
+        return;
+    }
+    draft.hardware().display = text;
+    draft.show(DisplayShows{text});
+}
+
+} // namespace
+
+// A text in an open receipt belongs to it. Of the row only the range is looked at: texts follow each other.
+Refusal announce(Draft& draft, const Fields& fields)
+{
+    const Refusal refusal = checkRow(fields);
+    return refusal == Refusal::none ? printHere(draft, Line{.text = fields.text(1)}) : refusal;
+}
+
+Refusal announceNotFiscal(Draft& draft, const Fields& fields)
+{
+    const Refusal refusal = checkRow(fields);
+    if (refusal == Refusal::none) {
+        draft.print({.kind = Line::Kind::notFiscal});
+        draft.print({.text = fields.text(1)});
+    }
+    return refusal;
+}
+
+Refusal showOnDisplay(Draft& draft, const Fields& fields)
+{
+    constexpr std::size_t displaySize = 40; // two lines of twenty
+    const std::string text = fields.text(2);
+    const Refusal refusal =
+        firstOf({checkRange(fields.whole(0), customer, mostDisplays), checkLength(text, 0, displaySize)});
+    if (refusal == Refusal::none) {
+        put(draft, fields.whole(0), text);
+    }
+    return refusal;
+}
+
+Refusal clearDisplay(Draft& draft, const Fields& fields)
+{
+    const Refusal refusal = checkRange(fields.whole(0), customer, mostDisplays);
+    if (refusal == Refusal::none) {
+        put(draft, fields.whole(0), {});
+    }
+    return refusal;
+}
+
+} // namespace virtual_printer

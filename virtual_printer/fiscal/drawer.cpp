@@ -1,0 +1,83 @@
+// The drawer outside receipts: money is put in or taken out.
+#include "virtual_printer/fiscal/cash.h"
+#include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/documents.h"
+
+#include <utility>
+
+namespace virtual_printer {
+namespace {
+
+enum DrawerField : std::size_t
+{
+    description = 1,
+    operationType,
+    amount,
+    paymentNumber
+};
+
+// What the drawer gets: negative for what is taken out.
+Refusal readMovement(const Fields& fields, const State& state, Cents& movement)
+{
+    constexpr int in = 0;
+    constexpr int out = 1;
+    const int operation = fields.whole(operationType);
+    const int type = fields.whole(paymentNumber);
+    if (operation != in && operation != out) {
+        return Refusal::unknownOperation;
+    }
+    if (!state.settings->payments.contains(type)) {
+        return Refusal::unknownPayment;
+    }
+    if (fields.money(amount) < 0) {
+        return Refusal::wrongSign;
+    }
+    if (fields.money(amount) == 0) {
+        return Refusal::valueOutOfRange;
+    }
+    movement = operation == in ? fields.money(amount) : -fields.money(amount);
+    return contentOf(state.standing->drawer, type) + movement < 0 ? Refusal::drawerTooEmpty : Refusal::none;
+}
+
+} // namespace
+
+Refusal moveDrawer(Draft& draft, const Fields& fields)
+{
+    Cents movement = 0;
+    if (const Refusal refusal = readMovement(fields, draft.state(), movement); refusal != Refusal::none) {
+        return refusal;
+    }
+    if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
+        return refusal;
+    }
+    const int type = fields.whole(paymentNumber);
+    Document document = newDocument(draft, Document::Kind::drawer);
+    document.total = movement;
+    document.byPayment[type] = movement;
+    document.lines = {{.kind = Line::Kind::pair,
+                       .text = movement > 0 ? "DRAWER IN" : "DRAWER OUT",
+                       .right = onPaper(document.moment)}};
+    if (document.isTraining) {
+        document.lines.push_back(trainingLine());
+    }
+    if (const std::string text = fields.text(description); !text.empty()) {
+        document.lines.push_back({.text = text});
+    }
+    document.lines.push_back({.kind = Line::Kind::payment,
+                              .text = draft.state().settings->payments.at(type).name,
+                              .number = type,
+                              .sum = movement});
+    document.lines.push_back({.kind = Line::Kind::rule, .text = "="});
+    document.lines.push_back({.kind = Line::Kind::cut});
+    for (const Line& line : document.lines) {
+        draft.print(line);
+    }
+    draft.show(DrawerOpens{});
+    Standing& standing = draft.standing();
+    standing.drawer[type] += movement;
+    ++standing.day.drawerMovements;
+    keepDocument(draft, std::move(document));
+    return Refusal::none;
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,207 @@
+// The printer's life from factory new to read only, its clock, and what its service does.
+#include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/documents.h"
+#include "virtual_printer/fiscal/ranges.h"
+
+#include <algorithm>
+
+namespace virtual_printer {
+namespace {
+
+Line pairOf(std::string title, std::string value)
+{
+    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
+}
+
+// A document about the printer itself; it is no fiscal one.
+void printProtocol(Draft& draft, std::string title)
+{
+    const Standing& standing = *draft.state().standing;
+    Document document = newDocument(draft, Document::Kind::report);
+    document.lines = {Line{.kind = Line::Kind::heading, .text = std::move(title)},
+                      Line{.kind = Line::Kind::notFiscal},
+                      pairOf("Time", onPaper(draft.now)),
+                      pairOf("Registration code", standing.dkp),
+                      pairOf("Closures", std::to_string(standing.closures)),
+                      pairOf("Receipts", std::to_string(standing.receipts)),
+                      pairOf("Turnover ever EUR", formatCents(standing.ever.turnover())),
+                      Line{.kind = Line::Kind::cut}};
+    for (const Line& line : document.lines) {
+        draft.print(line);
+    }
+    keepDocument(draft, std::move(document));
+}
+
+bool isRegistrationCode(std::string_view text)
+{
+    constexpr std::size_t digits = 17;
+    return text.size() == digits && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+} // namespace
+
+// All settings and pictures are those of the factory again; the memories stay.
+Refusal initFiscalPrinter(Draft& draft, const Fields& /*fields*/)
+{
+    draft.settings() = factorySettings();
+    draft.pictures().clear();
+    return Refusal::none;
+}
+
+// The printer is factory new again. Receipts go on with their numbers, so that none of the journal comes
+// twice, until it is fiscalized.
+Refusal initFiscalMemory(Draft& draft, const Fields& /*fields*/)
+{
+    if (draft.state().standing->life == Life::fiscal) {
+        return Refusal::alreadyFiscalized;
+    }
+    Standing& standing = draft.standing();
+    standing.life = Life::training;
+    standing.dkp.clear();
+    standing.closures = 0;
+    standing.day = Sums();
+    standing.ever = Sums();
+    standing.drawer.clear();
+    draft.settings() = factorySettings();
+    draft.pictures().clear();
+    draft.service = Draft::Service::clearClosures;
+    return Refusal::none;
+}
+
+Refusal initJournal(Draft& draft, const Fields& /*fields*/)
+{
+    draft.standing().documents = 0;
+    draft.service = Draft::Service::clearJournal;
+    return Refusal::none;
+}
+
+// What was tried in training is forgotten.
+Refusal fiscalize(Draft& draft, const Fields& fields)
+{
+    const std::string dkp = fields.text(1);
+    const bool isTraining = draft.state().standing->life == Life::training;
+    const Refusal refusal = firstOf({isTraining ? Refusal::none : Refusal::alreadyFiscalized,
+                                     isRegistrationCode(dkp) ? Refusal::none : Refusal::badText});
+    if (refusal != Refusal::none) {
+        return refusal;
+    }
+    Standing& standing = draft.standing();
+    standing.life = Life::fiscal;
+    standing.dkp = dkp;
+    standing.receipts = 0;
+    standing.documents = 0;
+    standing.ever = Sums();
+    standing.drawer.clear();
+    draft.service = Draft::Service::clearJournal;
+    printProtocol(draft, "FISCALIZATION");
+    return Refusal::none;
+}
+
+Refusal defiscalize(Draft& draft, const Fields& /*fields*/)
+{
+    if (draft.state().standing->life != Life::fiscal) {
+        return Refusal::notFiscalized;
+    }
+    draft.standing().life = Life::defiscalized;
+    printProtocol(draft, "DEFISCALIZATION");
+    return Refusal::none;
+}
+
+Refusal enableInspection(Draft& draft, const Fields& /*fields*/)
+{
+    draft.settings().others["Inspection"] = "enabled " + toText(draft.now);
+    return Refusal::none;
+}
+
+Refusal inspect(Draft& draft, const Fields& fields)
+{
+    const Refusal refusal = setDeltaSi(draft, fields);
+    if (refusal == Refusal::none) {
+        printProtocol(draft, "INSPECTION");
+    }
+    return refusal;
+}
+
+// Whether the closure's documents are whole, the journal itself says.
+Refusal verifyJournal(Draft& draft, const Fields& fields)
+{
+    const int closure = fields.whole(0);
+    const bool exists = closure >= 1 && closure <= draft.state().standing->closures;
+    return exists ? Refusal::none : Refusal::noSuchReceipt;
+}
+
+Refusal closeJournalCard(Draft& draft, const Fields& /*fields*/)
+{
+    draft.settings().others["Journal card"] = "closed " + toText(draft.now);
+    return Refusal::none;
+}
+
+Refusal setDateTime(Draft& draft, const Fields& fields)
+{
+    if (fields.text(0).empty()) {
+        return Refusal::badDate;
+    }
+    const Moment wanted = fields.moment(0, Edge::first);
+    if (wanted < draft.state().standing->lastDocument) {
+        return Refusal::clockWouldGoBack;
+    }
+    draft.standing().clockOffset += wanted - draft.now;
+    return Refusal::none;
+}
+
+// The receipt that is open goes on; displays are dark again.
+Refusal resetSoftware(Draft& draft, const Fields& /*fields*/)
+{
+    draft.hardware().operatorDisplay.clear();
+    draft.hardware().display.clear();
+    draft.show(DisplayShows{});
+    return Refusal::none;
+}
+
+Refusal testPrinter(Draft& draft, const Fields& fields)
+{
+    constexpr std::string_view pattern = "0123456789 ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    switch (fields.whole(1)) {
+    case 0:
+        draft.print({.kind = Line::Kind::heading, .text = "TEST"});
+        draft.print({.text = std::string(pattern)});
+        return Refusal::none;
+    case 1:
+        draft.show(DisplayShows{std::string(pattern)});
+        return Refusal::none;
+    case 2:
+        draft.show(DrawerOpens{});
+        return Refusal::none;
+    default:
+        return Refusal::valueOutOfRange;
+    }
+}
+
+// Paper and cover are no errors that a command could take away: a person does.
+Refusal clearErrorStates(Draft& /*draft*/, const Fields& /*fields*/)
+{
+    return Refusal::none;
+}
+
+// The memory brings the backup.
+Refusal restoreBackup(Draft& draft, const Fields& /*fields*/)
+{
+    if (draft.state().standing->closures == 0) {
+        return Refusal::nothingToRestore;
+    }
+    draft.service = Draft::Service::restore;
+    return Refusal::none;
+}
+
+// The archives are the years that have ended, each under its four digits; the name is the last field. Whether
+// there is a document of that year, the journal says.
+Refusal checkArchive(Draft& draft, const Fields& fields)
+{
+    constexpr std::size_t digits = 4;
+    const std::string name = fields.text(fields.count() - 1);
+    const std::string thisYear = toText(draft.now).substr(0, digits);
+    const bool isYear = name.size() == digits && name.find_first_not_of("0123456789") == std::string::npos;
+    return isYear && name < thisYear ? Refusal::none : Refusal::noSuchArchive;
+}
+
+} // namespace virtual_printer

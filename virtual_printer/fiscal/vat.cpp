@@ -1,0 +1,85 @@
+// The table of VAT rates.
+#include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/ranges.h"
+
+#include <charconv>
+
+namespace virtual_printer {
+namespace {
+
+constexpr int highestPercent = 99;
+constexpr int highestReverseConstant = 9999;
+
+// A decimal number, as the kind of the field makes sure. Empty: there is none.
+Refusal readReverseConstant(const std::string& text, std::optional<double>& constant)
+{
+    constant.reset();
+    if (text.empty()) {
+        return Refusal::none;
+    }
+    double value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end) {
+        return Refusal::badNumber;
+    }
+    constant = value;
+    return value < 0 || value > highestReverseConstant ? Refusal::valueOutOfRange : Refusal::none;
+}
+
+// A rate of a whole table: below zero means that the letter has none.
+Refusal readRate(const Fields& fields, std::size_t first, std::optional<VatRate>& rate)
+{
+    const int percent = fields.whole(first);
+    const int constant = fields.whole(first + 1);
+    const Refusal refusal =
+        firstOf({checkRange(percent, percent < 0 ? percent : 0, highestPercent),
+                 checkRange(constant, constant < 0 ? constant : 0, highestReverseConstant)});
+    if (refusal != Refusal::none || percent < 0) {
+        return refusal;
+    }
+    rate.emplace();
+    rate->percent = percent;
+    if (constant >= 0) {
+        rate->reverseConstant = constant;
+    }
+    return Refusal::none;
+}
+
+} // namespace
+
+Refusal setVat(Draft& draft, const Fields& fields)
+{
+    const char letter = fields.letter(1);
+    const int percent = fields.whole(2);
+    VatRate rate{percent, std::nullopt};
+    const Refusal refusal = firstOf(
+        {letter < 'A' || letter >= 'A' + static_cast<int>(vatLetters) ? Refusal::unknownVat : Refusal::none,
+         checkRange(percent, 0, highestPercent), readReverseConstant(fields.raw(3), rate.reverseConstant)});
+    if (refusal == Refusal::none) {
+        draft.settings().vat.at(static_cast<std::size_t>(letter - 'A')) = rate;
+    }
+    return refusal;
+}
+
+Refusal setAllVats(Draft& draft, const Fields& fields)
+{
+    // The table of five rates has nothing behind them, the one of eight a date.
+    constexpr std::size_t fieldsOfFive = 11;
+    const bool hasDate = fields.count() > fieldsOfFive;
+    const std::size_t rates = (fields.count() - (hasDate ? 2 : 1)) / 2;
+    std::array<std::optional<VatRate>, vatLetters> table;
+    for (std::size_t letter = 0; letter < rates; ++letter) {
+        const Refusal refusal = readRate(fields, 1 + 2 * letter, table.at(letter));
+        if (refusal != Refusal::none) {
+            return refusal;
+        }
+    }
+    draft.settings().vat = table;
+    if (hasDate) {
+        draft.settings().others["VAT rates from"] = fields.text(fields.count() - 1);
+    }
+    return Refusal::none;
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,99 @@
+#include "virtual_printer/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+
+namespace virtual_printer {
+namespace {
+
+constexpr int wrongUse = 2;
+
+// "NAME=HOST:PORT".
+NetworkPrinter parsePrinter(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    const std::string name = text.substr(0, equals);
+    const bool isName = !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+               c == '_';
+    });
+    if (equals == std::string::npos || !isName) {
+        throw std::runtime_error(text +
+                                 " is no printer; write it as NAME=127.0.0.1:9100, with letters, digits, "
+                                 "- and _ in its name");
+    }
+    return {name, text.substr(equals + 1)};
+}
+
+void requireDifferentNames(const std::vector<NetworkPrinter>& printers)
+{
+    std::vector<std::string> names;
+    for (const NetworkPrinter& printer : printers) {
+        if (std::find(names.begin(), names.end(), printer.name) != names.end()) {
+            throw std::runtime_error("two printers are called " + printer.name +
+                                     "; give each a name of its own");
+        }
+        names.push_back(printer.name);
+    }
+}
+
+} // namespace
+
+Options readOptions(int count, const char* const* arguments)
+{
+    Options options;
+    std::string address;
+    std::vector<std::string> printers;
+    std::string startOfClock;
+    const std::map<std::string, SecondTill> policies = {
+        {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
+
+    CLI::App app("A virtual fiscal printer; its paper is standard output");
+    app.set_version_flag("--version", std::string("telvofm-printer ") + TELVOFM_VERSION_TEXT);
+    app.add_option("--listen", address, "Listen for tills on HOST:PORT; port 0 takes any that is free");
+    app.add_option("--printer", printers, "One printer of several: NAME=HOST:PORT")->allow_extra_args(false);
+    app.add_flag("--pty", options.hasPseudoTerminal, "Make a pseudo-terminal and print its path");
+    app.add_option("--serial", options.serialPort, "Use a serial port");
+    app.add_option("--baud", options.baud, "The speed of the serial port")
+        ->check(CLI::IsMember({57600, 115200}));
+    app.add_option("--data", options.dataFolder, "Keep each printer's memory in this folder")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--second", options.secondTill, "A second till is turned away (busy), waits or takes over")
+        ->transform(CLI::CheckedTransformer(policies, CLI::ignore_case));
+    app.add_option("--ready", options.readyFile, "Write the addresses into this file once they are there");
+    app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
+    app.add_option("--codes", options.codesFile, "Numbers of the refusals, as a JSON file")
+        ->check(CLI::ExistingFile);
+    app.add_option("--logo-png", options.logoFolder, "Write uploaded pictures as PNG files into this folder")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
+    app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
+    try {
+        app.parse(count, arguments);
+    } catch (const CLI::ParseError& ending) {
+        options.hasEnded = true;
+        options.exitCode = app.exit(ending) == 0 ? 0 : wrongUse;
+        return options;
+    }
+
+    if (!address.empty()) {
+        options.network.push_back({"printer", address});
+    }
+    std::transform(printers.begin(), printers.end(), std::back_inserter(options.network), parsePrinter);
+    requireDifferentNames(options.network);
+    if (options.network.empty() && !options.hasPseudoTerminal && options.serialPort.empty()) {
+        throw std::runtime_error(
+            "no link is named; start it with --listen 127.0.0.1:9100, --pty or --serial PORT");
+    }
+    if (!startOfClock.empty()) {
+        options.start = parseMoment(startOfClock, Edge::first);
+        if (!options.start) {
+            throw std::runtime_error(startOfClock + " is no time; write it as \"2026-01-31 12:00\"");
+        }
+    }
+    return options;
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,33 @@
+#include "virtual_printer/printers/clock.h"
+
+#include <chrono>
+#include <ctime>
+
+namespace virtual_printer {
+namespace {
+
+using std::chrono::floor;
+using std::chrono::seconds;
+using std::chrono::steady_clock;
+
+} // namespace
+
+Clock systemClock()
+{
+    return [] {
+        const std::time_t present = std::time(nullptr);
+        const std::tm* parts = std::localtime(&present); // one thread asks
+        const auto day = std::chrono::local_days(std::chrono::year(parts->tm_year + 1900) /
+                                                 (parts->tm_mon + 1) / parts->tm_mday);
+        return Moment(day + std::chrono::hours(parts->tm_hour) + std::chrono::minutes(parts->tm_min) +
+                      seconds(parts->tm_sec));
+    };
+}
+
+Clock clockFrom(Moment start)
+{
+    return
+        [start, began = steady_clock::now()] { return start + floor<seconds>(steady_clock::now() - began); };
+}
+
+} // namespace virtual_printer

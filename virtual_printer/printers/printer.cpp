@@ -1,0 +1,120 @@
+#include "virtual_printer/printers/printer.h"
+
+#include "virtual_printer/answers/replies.h"
+
+#include <utility>
+
+namespace virtual_printer {
+namespace {
+
+Request withUtf8Texts(const Request& request, CodePage codePage)
+{
+    Request converted = request;
+    for (std::string& field : converted.fields) {
+        field = toUtf8(field, codePage);
+    }
+    return converted;
+}
+
+bool isSame(const State& a, const State& b)
+{
+    return a.standing == b.standing && a.settings == b.settings && a.receipt == b.receipt &&
+           a.pictures == b.pictures;
+}
+
+bool changesMemory(const State& before, const Draft& draft)
+{
+    return !isSame(before, draft.next) || !draft.documents.empty() || !draft.closures.empty() ||
+           draft.service != Draft::Service::none;
+}
+
+} // namespace
+
+Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
+    : kept(std::move(memory)), clock(std::move(startedClock))
+{
+    const auto before = kept.load();
+    current = before.value_or(whenNew);
+    Draft start(current, now());
+    if (before && before->receipt) {
+        start.printInReceipt({.kind = Line::Kind::powerLost});
+    }
+    if (!before) {
+        start.standing();
+        start.settings();
+        start.pictures();
+    }
+    if (changesMemory(current, start)) {
+        kept.commit(before.value_or(State()), start);
+        current = start.next;
+        happened.push_back({Refusal::none, "start", std::move(start.shown)});
+    }
+}
+
+Moment Printer::now() const
+{
+    return clock() + current.standing->clockOffset;
+}
+
+bool Printer::expectsBlocks() const
+{
+    return current.upload->command != 0;
+}
+
+Answer Printer::execute(const Request& request, CodePage codePage)
+{
+    const Request converted = withUtf8Texts(request, codePage);
+    Decision decision = decide(current, converted, now());
+    Reply reply;
+    if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
+        reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
+        decision.refusal = reply.refusal;
+        for (Line& line : reply.lines) {
+            decision.draft.print(std::move(line));
+        }
+    }
+    Answer answer = carryOut(decision);
+    if (answer.refusal == Refusal::none && decision.rule->wants == Wants::reply) {
+        answer.data = fromUtf8(reply.data, codePage);
+    }
+    return answer;
+}
+
+Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
+{
+    return carryOut(decideBlock(current, data, isLast, codePage, now()));
+}
+
+// Commits what was decided: from here on it has happened.
+Answer Printer::carryOut(Decision decision)
+{
+    const std::string name(decision.rule == nullptr ? "" : decision.rule->name);
+    if (decision.refusal == Refusal::none && changesMemory(current, decision.draft)) {
+        try {
+            kept.commit(current, decision.draft);
+        } catch (const DiskFull&) {
+            decision.refusal = Refusal::diskFull;
+        }
+    }
+    if (decision.refusal != Refusal::none) {
+        // What follows a refused request is noise.
+        current.upload = std::make_shared<const Upload>();
+        happened.push_back({decision.refusal, name, {}});
+        return {.refusal = decision.refusal, .data = std::nullopt};
+    }
+    current = decision.draft.next;
+    happened.push_back({Refusal::none, name, std::move(decision.draft.shown)});
+    return {};
+}
+
+std::vector<Happened> Printer::takeHappened()
+{
+    return std::exchange(happened, {});
+}
+
+void Printer::changeHardware(const Hardware& hardware)
+{
+    current.hardware = std::make_shared<const Hardware>(hardware);
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,130 @@
+#include "virtual_printer/service.h"
+
+#include "virtual_printer/printers/new_printer.h"
+#include "virtual_printer/printers/output_lines.h"
+#include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/process.h"
+#include "virtual_printer/transport/ready_file.h"
+#include "virtual_printer/transport/serial_link.h"
+#include "virtual_printer/transport/standard_output.h"
+#include "virtual_printer/transport/tcp_link.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace virtual_printer {
+namespace {
+
+// Everything runs on one thread, in turn: there are no locks.
+class Service
+{
+public:
+    Service(const Options& chosen, StandardOutput& paper)
+        : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile))
+    {
+    }
+
+    void open()
+    {
+        for (const NetworkPrinter& printer : options.network) {
+            Station& station = newStation(printer.name);
+            network.push_back(
+                std::make_unique<TcpLink>(context, printer.address, station, codes, options.secondTill));
+            announce(station, "listening on ", network.back()->address());
+        }
+        if (options.hasPseudoTerminal) {
+            Station& station = newStation("pty");
+            announce(station, "serial line ",
+                     servePseudoTerminal(context, station, codes, [this] { context.stop(); }));
+        }
+        if (!options.serialPort.empty()) {
+            Station& station = newStation("serial");
+            servePort(context, options.serialPort, options.baud, station, codes, [this] { context.stop(); });
+            announce(station, "serial line ", options.serialPort);
+        }
+        for (const auto& station : stations) {
+            station->show();
+        }
+        if (!options.readyFile.empty()) {
+            writeReadyFile(options.readyFile, listening);
+        }
+    }
+
+    void run()
+    {
+        boost::asio::signal_set ending(context, SIGINT, SIGTERM);
+        ending.async_wait([this](const boost::system::error_code&, int) { context.stop(); });
+        if (options.endsWithParent) {
+            watchParent(context, [this] { context.stop(); });
+        }
+        context.run();
+    }
+
+private:
+    Station& newStation(const std::string& name)
+    {
+        Memory memory = options.dataFolder.empty()
+                            ? Memory()
+                            : Memory(std::filesystem::path(options.dataFolder) / (name + ".db"));
+        Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
+                        options.start ? clockFrom(*options.start) : systemClock());
+        stations.push_back(std::make_unique<Station>(name, std::move(printer)));
+        stations.back()->watch(
+            [this](const Station& station, const Happened& event) { print(station, event); });
+        return *stations.back();
+    }
+
+    void announce(const Station& station, const std::string& what, std::string address)
+    {
+        output.say(prefixOf(station) + what + address);
+        listening.push_back({station.name, std::move(address)});
+    }
+
+    void print(const Station& station, const Happened& event)
+    {
+        const auto columns = static_cast<std::size_t>(station.printer.state().settings->columns);
+        for (const std::string& line : linesFor(event, columns)) {
+            output.say(prefixOf(station) + line);
+        }
+    }
+
+    // Several printers share the paper: each line says whose it is.
+    [[nodiscard]] std::string prefixOf(const Station& station) const
+    {
+        const std::size_t printers = options.network.size() + (options.hasPseudoTerminal ? 1U : 0U) +
+                                     (options.serialPort.empty() ? 0U : 1U);
+        return printers == 1 ? "" : station.name + ": ";
+    }
+
+    const Options& options;
+    StandardOutput& output;
+    Codes codes;
+    boost::asio::io_context context{1};
+    std::vector<std::unique_ptr<Station>> stations;
+    std::vector<std::unique_ptr<TcpLink>> network;
+    std::vector<ListeningPrinter> listening;
+};
+
+} // namespace
+
+int serve(const Options& options)
+{
+    ignoreBrokenPipes();
+    StandardOutput& output = *new StandardOutput; // never destroyed: its thread goes with the process
+    Service service(options, output);
+    service.open();
+    service.run();
+    constexpr std::chrono::milliseconds lastWords{500};
+    if (!output.flush(lastWords)) {
+        std::_Exit(EXIT_SUCCESS); // a reader that does not read must not hold up the end
+    }
+    return EXIT_SUCCESS;
+}
+
+} // namespace virtual_printer

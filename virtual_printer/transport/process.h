@@ -1,0 +1,15 @@
+// The process that the printers run in. There is one implementation per platform.
+#pragma once
+
+#include <boost/asio/io_context.hpp>
+#include <functional>
+
+namespace virtual_printer {
+
+// Writing to a pipe without a reader is a failed write and nothing more.
+void ignoreBrokenPipes();
+
+// Calls `end` when the process that has started this one has gone.
+void watchParent(boost::asio::io_context& context, std::function<void()> end);
+
+} // namespace virtual_printer

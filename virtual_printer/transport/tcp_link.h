@@ -1,0 +1,49 @@
+// A printer's address on the network. It serves one till at a time, as the device does; what becomes of a
+// second one is the user's choice.
+#pragma once
+
+#include "virtual_printer/printers/codes.h"
+#include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/connection.h"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <deque>
+#include <memory>
+#include <string>
+
+namespace virtual_printer {
+
+enum class SecondTill
+{
+    busy,    // its connection is closed at once
+    wait,    // it is served when the first one has gone
+    takeover // the first one's connection is closed
+};
+
+class TcpLink
+{
+public:
+    // Listens from here on. Throws std::runtime_error with a sentence for the user.
+    TcpLink(boost::asio::io_context& context, const std::string& address, Station& at, const Codes& refusals,
+            SecondTill second);
+
+    // As a till takes it; with the port that was found when 0 was asked for.
+    [[nodiscard]] std::string address() const;
+
+private:
+    using Till = Connection<boost::asio::ip::tcp::socket>;
+
+    void accept();
+    void receive(boost::asio::ip::tcp::socket till);
+    void serve(boost::asio::ip::tcp::socket till);
+
+    boost::asio::ip::tcp::acceptor acceptor;
+    Station& station;
+    const Codes& codes;
+    SecondTill policy;
+    std::shared_ptr<Till> present;
+    std::deque<boost::asio::ip::tcp::socket> waiting;
+};
+
+} // namespace virtual_printer

@@ -120,7 +120,7 @@ public:
 
 private:
     static constexpr std::size_t writes = 128;
-    static constexpr std::size_t sizeOfADocument = 32 * 1024;
+    static constexpr std::size_t sizeOfADocument = 32'768;
 
     int file;
     std::size_t next = 0;
@@ -189,6 +189,15 @@ void fill(Memory& memory, int receipts)
     }
 }
 
+void measureStart(const char* title, const std::filesystem::path& file)
+{
+    const auto start = Clock::now();
+    const Memory memory(file);
+    const bool isLoaded = memory.load().has_value();
+    std::printf("%s: %.2f ms%s\n", title, microsecondsSince(start) / 1000,
+                isLoaded ? "" : " (nothing there)");
+}
+
 template <typename Search>
 void measureSearch(const char* title, Search search)
 {
@@ -252,16 +261,18 @@ int main(int count, char** arguments)
     measureCommits("temporary", Memory(), disk);
 
     const double before = residentMegabytes();
+    const auto killed = folder / "killed.db";
     {
         Memory memory(file);
         fill(memory, receipts);
+        std::filesystem::copy(file, killed); // with the log, as the end of the process would leave them
+        std::filesystem::copy(file.string() + "-wal", killed.string() + "-wal");
     }
     std::printf("%d receipts: %.0f bytes on disk each\n", receipts,
                 static_cast<double>(std::filesystem::file_size(file)) / receipts);
-    const auto start = Clock::now();
+    measureStart("start", file);
+    measureStart("start after a kill", killed);
     const Memory memory(file);
-    const bool isLoaded = memory.load().has_value();
-    std::printf("start: %.2f ms%s\n", microsecondsSince(start) / 1000, isLoaded ? "" : " (nothing there)");
     measureSearches(memory, receipts);
     std::printf("resident: %.1f MB, %.1f MB of it before\n", residentMegabytes(), before);
 

@@ -71,9 +71,9 @@ std::string_view Rows::bytes(int column) const
     return {first, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
 }
 
-void Statement::Finalize::operator()(sqlite3_stmt* statement) const
+void Statement::Finalize::operator()(sqlite3_stmt* prepared) const
 {
-    sqlite3_finalize(statement);
+    sqlite3_finalize(prepared);
 }
 
 void Statement::run(std::span<const Parameter> parameters) const
@@ -94,9 +94,9 @@ Rows Statement::rows(std::span<const Parameter> parameters) const
     return Rows(statement.get());
 }
 
-void Database::Close::operator()(sqlite3* connection) const
+void Database::Close::operator()(sqlite3* opened) const
 {
-    sqlite3_close(connection);
+    sqlite3_close(opened);
 }
 
 Database::Database()
@@ -168,7 +168,8 @@ void Database::synchronizeCommits(bool areSynchronized)
 
 void Database::limitSize(std::int64_t bytes) const
 {
-    const std::int64_t pages = bytes / whole("PRAGMA page_size");
+    const std::int64_t pageSize = whole("PRAGMA page_size");
+    const std::int64_t pages = pageSize == 0 ? 1 : bytes / pageSize;
     run(("PRAGMA max_page_count = " + std::to_string(pages)).c_str());
 }
 

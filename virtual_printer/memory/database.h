@@ -79,7 +79,7 @@ private:
     friend class Database;
     struct Finalize
     {
-        void operator()(sqlite3_stmt* statement) const;
+        void operator()(sqlite3_stmt* prepared) const;
     };
 
     std::unique_ptr<sqlite3_stmt, Finalize> statement;
@@ -112,7 +112,7 @@ private:
 
     struct Close
     {
-        void operator()(sqlite3* connection) const;
+        void operator()(sqlite3* opened) const;
     };
 
     std::unique_ptr<sqlite3, Close> connection;

@@ -91,7 +91,7 @@ public:
     void put(const std::tuple<Members&...>& members)
     {
         const std::size_t start = written.size();
-        std::apply([this](const auto&... member) { (put(member), ...); }, members);
+        std::apply([this](const auto&... member) { (this->put(member), ...); }, members);
         written.insert(start, wholeToBytes(static_cast<std::int64_t>(written.size() - start)));
     }
     template <typename Structure>

@@ -220,6 +220,22 @@ TEST_F(MemoryJournal, LetsClosuresBeCountedAnewOnceTheyAreCleared)
     EXPECT_TRUE(memory.isJournalWhole(1));
 }
 
+TEST_F(MemoryJournal, KeepsNothingOfACommitThatFailsAtItsLastPart)
+{
+    Draft draft(State(), momentOf(0));
+    draft.standing().receipts = 99;
+    draft.keep(Document());
+    draft.keep(Closure{.number = 2, .moment = momentOf(0), .sums = {}, .drawer = {}}); // is there already
+    EXPECT_THROW(memory.commit(State(), draft), DiskFull);
+    EXPECT_EQ(found({}).size(), 8U);
+    EXPECT_EQ(memory.load()->standing->receipts, 0);
+    keep(Document::Kind::receipt, 5, 3, 90);
+    EXPECT_EQ(found({}).back(), 90);
+    memory = Memory();
+    memory = Memory(path);
+    EXPECT_EQ(found({}).size(), 9U);
+}
+
 TEST_F(MemoryJournal, SaysSoWhenARecordIsDamaged)
 {
     change("UPDATE contents SET content = x'7F' WHERE id = 1");

@@ -5,7 +5,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <map>
+#include <algorithm>
+#include <cmath>
 
 namespace virtual_printer {
 namespace {
@@ -287,14 +288,16 @@ TEST(PrinterSubtotalShares, GoOnToTheNextLetterWhereTheLargestHasNoRoom)
 
 RC_GTEST_PROP(PrinterSubtotalShares, AreTheWholeAndEachInProportionAndNoMoreThanThereIs, ())
 {
-    const auto sums = *rc::gen::container<std::map<char, Cents>>(
-        rc::gen::inRange<char>('A', 'I'),
-        rc::gen::oneOf(rc::gen::inRange<Cents>(-1000, 1000), rc::gen::inRange<Cents>(1, 999'999'999)));
+    ByVat sums;
+    for (char letter = 'A'; letter <= 'H'; ++letter) {
+        sums[letter] = *rc::gen::oneOf(rc::gen::inRange<Cents>(-1000, 1000), rc::gen::just<Cents>(1),
+                                       rc::gen::inRange<Cents>(1, 100'000'000));
+    }
     Cents whole = 0;
     for (const auto& [letter, sum] : sums) {
         whole += std::max<Cents>(sum, 0);
     }
-    RC_PRE(whole > 0 && whole < 1'000'000'000);
+    RC_PRE(whole > 0);
     const Cents size = *rc::gen::inRange<Cents>(0, whole + 1);
     for (const Cents amount : {size, -size}) {
         Cents shared = 0;

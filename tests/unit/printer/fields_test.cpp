@@ -63,6 +63,7 @@ TEST(PrinterFields, DegreesHaveTenDecimalsAndReverseConstantsAny)
     EXPECT_EQ(check(FieldKind::degrees, "180.1"), Refusal::valueOutOfRange);
     EXPECT_EQ(check(FieldKind::numberOrEmpty, "0.1234567890123"), Refusal::none);
     EXPECT_EQ(check(FieldKind::numberOrEmpty, "x"), Refusal::badNumber);
+    EXPECT_EQ(check(FieldKind::numberOrEmpty, ""), Refusal::none);
 }
 
 TEST(PrinterFields, LettersAreOneCharacter)

@@ -93,16 +93,17 @@ TEST_F(PrinterNotes, TheFreeIdentifierIsKeptAndPrintedWhenWanted)
 TEST_F(PrinterNotes, BarCodesAreOnTheReceiptOrOnThePaper)
 {
     EXPECT_EQ(send(Command::printBC, {"-7", "4006381333931"}), Refusal::badCode);
+    EXPECT_EQ(send(Command::printBC, {"0", "4006381333930"}), Refusal::badCode); // its check digit is 1
     setHardware(false, true);
-    EXPECT_EQ(send(Command::printBC, {"1", "4006381333931"}), Refusal::coverIsOpen);
+    EXPECT_EQ(send(Command::printBC, {"0", "4006381333931"}), Refusal::coverIsOpen);
     setHardware(false, false);
-    ASSERT_EQ(send(Command::printBC, {"1", "4006381333931"}), Refusal::none);
+    ASSERT_EQ(send(Command::printBC, {"0", "4006381333931"}), Refusal::none);
     ASSERT_EQ(shown.size(), 1U);
     ASSERT_EQ(begin(), Refusal::none);
-    ASSERT_EQ(send(Command::printBC, {"1", "4006381333931"}), Refusal::none);
+    ASSERT_EQ(send(Command::printBC, {"0", "4006381333931"}), Refusal::none);
     EXPECT_EQ(lastLine().kind, Line::Kind::barCode);
     EXPECT_EQ(lastLine().text, "4006381333931");
-    EXPECT_EQ(lastLine().number, 1);
+    EXPECT_EQ(lastLine().number, 0);
 }
 
 } // namespace

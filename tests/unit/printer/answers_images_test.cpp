@@ -50,7 +50,7 @@ TEST_F(PrinterImages, OfABackupAreRefusedBeforeTheFirstClosure)
 
 TEST_F(PrinterImages, HaveEverySetting)
 {
-    settings.euroExchangeRate = 301260;
+    settings.euroExchangeRate = 300126;
     settings.header = {{1, "Potraviny"}, {3, "Hlavna 1"}};
     settings.additionalHeader = "Vitajte";
     settings.additionalFooter = "Dovidenia";
@@ -62,7 +62,7 @@ TEST_F(PrinterImages, HaveEverySetting)
     settings.others = {{"Mail address", "a@b.sk"}};
     Lines expected(standardImage.begin(), standardImage.end() - 1);
     for (const std::string line :
-         {"Euro exchange rate=30.1260", "Header 1=Potraviny", "Header 3=Hlavna 1",
+         {"Euro exchange rate=30.0126", "Header 1=Potraviny", "Header 3=Hlavna 1",
           "Additional header=Vitajte", "Additional footer=Dovidenia", "Super footer=Koniec", "Preline 1=pred",
           "Preline 2=este pred", "Postline 1=po", "Parameter 7=1", "Printer parameter 2=30",
           "Mail address=a@b.sk", "Columns=40"}) {

@@ -23,7 +23,8 @@ public:
         settings.payments = {{1, {"Hotovost", 1, true}},
                              {2, {"Karta", 1, false}},
                              {3, {"Kupony", 500, false}},
-                             {5, {"Cudzia mena", 1, true}}};
+                             {5, {"Cudzia mena", 1, true}},
+                             {6, {"Poukaz", 0, false}}};
         state.settings = std::make_shared<const Settings>(std::move(settings));
         Standing standing;
         standing.dayIsOpen = true;

@@ -99,6 +99,10 @@ TEST_F(PrinterItems, DoNotMakeAReceiptThatNoPaymentHasRoomFor)
     EXPECT_EQ(sell("Chlieb", "0.01", "A"), Refusal::valueOutOfRange);
     EXPECT_EQ(sell("Chlieb", "0.01", "B"), Refusal::valueOutOfRange);
     EXPECT_EQ(total(), 999'999'999);
+    ASSERT_EQ(returned("9999999.99", "B"), Refusal::none);
+    EXPECT_EQ(sell("Chlieb", "0.01", "A"),
+              Refusal::valueOutOfRange); // the total has room, the letter has none
+    EXPECT_EQ(returned("0.01", "B"), Refusal::valueOutOfRange);
 }
 
 TEST_F(PrinterItems, AreVoidedWhenAllOfTheLineFits)

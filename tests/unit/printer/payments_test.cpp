@@ -83,6 +83,8 @@ TEST_F(PrinterPayments, AreAtLeastTheMinimumOfTheirType)
     EXPECT_EQ(pay("3", "10.00", "4.99"), Refusal::paymentTooSmall);
     ASSERT_EQ(pay("3", "10.00", "5.00"), Refusal::none);
     EXPECT_EQ(pay("5", "10.00", "0.10", "0.0400"), Refusal::paymentTooSmall); // 0.4 cents
+    EXPECT_EQ(pay("6", "10.00", "0.10", "0.0400"), Refusal::paymentTooSmall); // no minimum, and yet nothing
+    EXPECT_EQ(pay("6", "10.00", "0.01"), Refusal::none);
 }
 
 TEST_F(PrinterPayments, GiveChangeInCashWhereTheTypeAllows)

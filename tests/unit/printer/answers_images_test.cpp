@@ -48,6 +48,29 @@ TEST_F(PrinterImages, OfABackupAreRefusedBeforeTheFirstClosure)
     EXPECT_EQ(refusalOf("getBCKP", {"0000", "0"}), Refusal::nothingToRestore);
 }
 
+TEST_F(PrinterImages, OfABackupAreWhatIsRestored)
+{
+    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(96 * 32)};
+    standing.closures = 1;
+    keepDay(1, "2026-01-01", 100);
+    commit();
+    const Pictures backedUp = pictures;
+    pictures.clear();
+    settings.columns = 32;
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::none);
+    EXPECT_EQ(asked().state().settings->columns, 40);
+    EXPECT_EQ(*asked().state().pictures, backedUp);
+    EXPECT_EQ(asked().memory().load()->settings->columns, 40);
+    EXPECT_EQ(*asked().memory().load()->pictures, backedUp);
+}
+
+TEST_F(PrinterImages, OfABackupAreNotThereToRestoreBeforeTheFirstClosure)
+{
+    settings.columns = 32;
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::nothingToRestore);
+    EXPECT_EQ(asked().state().settings->columns, 32);
+}
+
 TEST_F(PrinterImages, HaveEverySetting)
 {
     settings.euroExchangeRate = 300126;

@@ -8,7 +8,6 @@
 #include "virtual_printer/answers/question.h"
 #include "virtual_printer/answers/variables.h"
 #include "virtual_printer/answers/yearly_closure.h"
-#include "virtual_printer/fiscal/documents.h"
 
 #include <algorithm>
 #include <array>
@@ -30,11 +29,8 @@ Reply verdictOnArchive(const Question& question)
 
 Reply verdictOnJournal(const Question& question)
 {
-    const int closure = question.fields.whole(0);
-    if (question.memory.closures({{closure, closure}}, std::nullopt).empty()) {
-        return {.refusal = Refusal::noSuchReceipt};
-    }
-    return {.refusal = question.memory.isJournalWhole(closure) ? Refusal::none : Refusal::journalDamaged};
+    const bool isWhole = question.memory.isJournalWhole(question.fields.whole(0));
+    return {.refusal = isWhole ? Refusal::none : Refusal::journalDamaged};
 }
 
 // Who answers which command, by its name.
@@ -86,11 +82,6 @@ Reply replyTo(const CommandRule& rule, const Fields& fields, const State& state,
         answerers.begin(), answerers.end(), [&](const Answerer& each) { return each.command == rule.name; });
     if (answerer == answerers.end()) {
         throw std::logic_error("Nobody answers " + std::string(rule.name));
-    }
-    if (rule.wants == Wants::printing) {
-        if (const Refusal refusal = mayPrint(state); refusal != Refusal::none) {
-            return {.refusal = refusal};
-        }
     }
     return answerer->answer({rule, fields, state, memory, now});
 }

@@ -100,7 +100,6 @@ Refusal resetSoftware(Draft& draft, const Fields& fields);
 Refusal testPrinter(Draft& draft, const Fields& fields);
 Refusal clearErrorStates(Draft& draft, const Fields& fields);
 Refusal restoreBackup(Draft& draft, const Fields& fields);
-Refusal checkArchive(Draft& draft, const Fields& fields);
 // uploads.cpp
 Refusal announceRaster(Draft& draft, const Fields& fields);
 Refusal announceBands(Draft& draft, const Fields& fields);

@@ -193,15 +193,4 @@ Refusal restoreBackup(Draft& draft, const Fields& /*fields*/)
     return Refusal::none;
 }
 
-// The archives are the years that have ended, each under its four digits; the name is the last field. Whether
-// there is a document of that year, the journal says.
-Refusal checkArchive(Draft& draft, const Fields& fields)
-{
-    constexpr std::size_t digits = 4;
-    const std::string name = fields.text(fields.count() - 1);
-    const std::string thisYear = toText(draft.now).substr(0, digits);
-    const bool isYear = name.size() == digits && name.find_first_not_of("0123456789") == std::string::npos;
-    return isYear && name < thisYear ? Refusal::none : Refusal::noSuchArchive;
-}
-
 } // namespace virtual_printer

@@ -28,6 +28,17 @@ bool changesMemory(const State& before, const Draft& draft)
            draft.service != Draft::Service::none;
 }
 
+// The memory's backup takes the place of settings and pictures.
+Refusal restore(Draft& draft, const std::optional<Backup>& backup)
+{
+    if (!backup) {
+        return Refusal::nothingToRestore;
+    }
+    draft.settings() = *backup->settings;
+    draft.pictures() = *backup->pictures;
+    return Refusal::none;
+}
+
 } // namespace
 
 Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
@@ -72,6 +83,9 @@ Answer Printer::execute(const Request& request, CodePage codePage)
         for (Line& line : reply.lines) {
             decision.draft.print(std::move(line));
         }
+    }
+    if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
+        decision.refusal = restore(decision.draft, kept.backup());
     }
     Answer answer = carryOut(decision);
     if (answer.refusal == Refusal::none && decision.rule->wants == Wants::reply) {

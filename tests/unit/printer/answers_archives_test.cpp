@@ -48,6 +48,19 @@ TEST_F(PrinterArchives, HaveTheDocumentsOfTheirYear)
     EXPECT_EQ(paperOf("printJournalStructDArchive", {"P", "2026-01-01", "", "2025"}), journal("2025", {}));
 }
 
+TEST_F(PrinterArchives, BeginAndEndAtMidnight)
+{
+    keep(receiptOf(5, 5, "2025-01-01 00:00"));
+    keep(receiptOf(6, 5, "2025-12-31 23:59:59"));
+    keep(receiptOf(7, 5, "2026-01-01 00:00"));
+    EXPECT_EQ(paperOf("printJournalStructUArchive", {"5", "2025"}),
+              journal("2025", {receiptOf(5, 5, "2025-01-01 00:00")}));
+    EXPECT_EQ(paperOf("printJournalStructUArchive", {"6", "2025"}),
+              journal("2025", {receiptOf(6, 5, "2025-12-31 23:59:59")}));
+    EXPECT_EQ(paperOf("printJournalStructUArchive", {"7", "2025"}), journal("2025", {}));
+    EXPECT_EQ(paperOf("printJournalStructUArchive", {"5", "2024"}), journal("2024", {}));
+}
+
 TEST_F(PrinterArchives, HaveTheReceiptsOfTheirYear)
 {
     EXPECT_EQ(paperOf("printJournalStructUArchive", {"2", "2025"}), journal("2025", {newYear}));

@@ -154,6 +154,18 @@ TEST_F(PrinterExtracts, ShowTheDocumentsAsTheyWerePrinted)
     EXPECT_EQ(paperOf("printJournalStructU", {"2"}), printed);
 }
 
+TEST_F(PrinterExtracts, AreCutOffAsAWhole)
+{
+    ask("printJournalStructZ", {"1", "3"});
+    const auto happened = asked().takeHappened();
+    ASSERT_EQ(happened.size(), 1U);
+    std::string cuts;
+    for (const Shown& shown : happened.front().shown) {
+        cuts += std::get<Printed>(shown).line.kind == Line::Kind::cut ? "|" : ".";
+    }
+    EXPECT_EQ(cuts, std::string(2 + 3 * 5, '.') + "|"); // the head, and three receipts of five lines
+}
+
 TEST_F(PrinterExtracts, AreRefusedForBoundsThatAreNone)
 {
     for (const std::string date : {"yesterday", "2026-13-01", "2026-02-30", "31.02.2026", "29.02.2025",
@@ -191,6 +203,7 @@ TEST_F(PrinterExtracts, EndWithTheRoll)
     const Lines paper = paperOf("printJournalStructZ", {"4", "8"});
     ASSERT_GE(paper.size(), 2U);
     EXPECT_EQ(paper[paper.size() - 2], "No more room on this roll");
+    EXPECT_EQ(std::count(paper.begin(), paper.end(), "No more room on this roll"), 1);
     EXPECT_EQ(paper.back(), doubleRule);
     EXPECT_LT(paper.size(), 20'000U);
     EXPECT_GT(paper.size(), 15'000U); // three of them; a fourth would not be whole

@@ -48,9 +48,32 @@ TEST_F(PrinterImages, OfABackupAreRefusedBeforeTheFirstClosure)
     EXPECT_EQ(refusalOf("getBCKP", {"0000", "0"}), Refusal::nothingToRestore);
 }
 
+TEST_F(PrinterImages, OfABackupAreWhatIsRestored)
+{
+    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(96 * 32)};
+    standing.closures = 1;
+    keepDay(1, "2026-01-01", 100);
+    commit();
+    const Pictures backedUp = pictures;
+    pictures.clear();
+    settings.columns = 32;
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::none);
+    EXPECT_EQ(asked().state().settings->columns, 40);
+    EXPECT_EQ(*asked().state().pictures, backedUp);
+    EXPECT_EQ(asked().memory().load()->settings->columns, 40);
+    EXPECT_EQ(*asked().memory().load()->pictures, backedUp);
+}
+
+TEST_F(PrinterImages, OfABackupAreNotThereToRestoreBeforeTheFirstClosure)
+{
+    settings.columns = 32;
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::nothingToRestore);
+    EXPECT_EQ(asked().state().settings->columns, 32);
+}
+
 TEST_F(PrinterImages, HaveEverySetting)
 {
-    settings.euroExchangeRate = 301260;
+    settings.euroExchangeRate = 300126;
     settings.header = {{1, "Potraviny"}, {3, "Hlavna 1"}};
     settings.additionalHeader = "Vitajte";
     settings.additionalFooter = "Dovidenia";
@@ -62,7 +85,7 @@ TEST_F(PrinterImages, HaveEverySetting)
     settings.others = {{"Mail address", "a@b.sk"}};
     Lines expected(standardImage.begin(), standardImage.end() - 1);
     for (const std::string line :
-         {"Euro exchange rate=30.1260", "Header 1=Potraviny", "Header 3=Hlavna 1",
+         {"Euro exchange rate=30.0126", "Header 1=Potraviny", "Header 3=Hlavna 1",
           "Additional header=Vitajte", "Additional footer=Dovidenia", "Super footer=Koniec", "Preline 1=pred",
           "Preline 2=este pred", "Postline 1=po", "Parameter 7=1", "Printer parameter 2=30",
           "Mail address=a@b.sk", "Columns=40"}) {

@@ -116,6 +116,7 @@ TEST_F(PrinterJournal, CopiesAnIssuedReceiptByItsNumberAndDate)
     EXPECT_EQ(paperOf("printIssuedParagon", {"1", "31.12.2025"}), copy);
     EXPECT_EQ(paperOf("printIssuedParagon", {"1", "2025-12-31 12:00"}), copy);
     EXPECT_EQ(refusalOf("printIssuedParagon", {"1", "2025-12-31 12:01"}), Refusal::noSuchReceipt);
+    EXPECT_EQ(refusalOf("printIssuedParagon", {"1", "2025-12-30"}), Refusal::noSuchReceipt);
     EXPECT_EQ(refusalOf("printIssuedParagon", {"1", "2026-01-01"}), Refusal::noSuchReceipt);
     EXPECT_EQ(refusalOf("printIssuedParagon", {"3", ""}), Refusal::noSuchReceipt);
     EXPECT_EQ(refusalOf("printIssuedParagon", {"0", ""}), Refusal::noSuchReceipt);
@@ -196,6 +197,7 @@ TEST_F(PrinterLookUps, AreRefusedForWhatIdentifiesNoReceipt)
     EXPECT_EQ(refusalOf("getParagonIDs", {"A", "123"}), Refusal::unknownIdentifier);
     EXPECT_EQ(refusalOf("getParagonIDs", {" ", "123"}), Refusal::unknownIdentifier);
     EXPECT_EQ(refusalOf("getParagonIDs", {"A", ""}), Refusal::unknownIdentifier);
+    EXPECT_EQ(refusalOf("getParagonIDs", {"", "1"}), Refusal::badText); // no letter at all
     EXPECT_EQ(refusalOf("getParagonIDs", {"D", "soon"}), Refusal::badDate);
     EXPECT_EQ(refusalOf("getParagonIDs", {"N", "one"}), Refusal::badNumber);
     EXPECT_EQ(refusalOf("getParagonIDs", {"Z", "1.5"}), Refusal::badNumber);

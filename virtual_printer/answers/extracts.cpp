@@ -39,7 +39,10 @@ std::optional<int> receiptNumber(const std::string& text)
 
 std::string titled(std::string title, std::string_view archive)
 {
-    return archive.empty() ? title : title + " " + std::string(archive);
+    if (!archive.empty()) {
+        title.append(" ").append(archive);
+    }
+    return title;
 }
 
 Reply extractOfJournal(const Question& question, const DocumentQuery& query, std::string_view archive = {})

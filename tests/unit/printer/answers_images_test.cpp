@@ -27,7 +27,7 @@ const Lines standardImage = {"VAT A=23 %",
 
 TEST_F(PrinterImages, OfABackupHaveTheSettingsAndPictures)
 {
-    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(96 * 32)};
+    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(3072)};
     keepDay(1, "2026-01-01", 100);
     Lines expected = standardImage;
     expected.emplace_back("Picture 3=96 x 32");
@@ -50,7 +50,7 @@ TEST_F(PrinterImages, OfABackupAreRefusedBeforeTheFirstClosure)
 
 TEST_F(PrinterImages, OfABackupAreWhatIsRestored)
 {
-    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(96 * 32)};
+    pictures[3] = {.width = 96, .height = 32, .dots = std::vector<bool>(3072)};
     standing.closures = 1;
     keepDay(1, "2026-01-01", 100);
     commit();

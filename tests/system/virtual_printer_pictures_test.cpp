@@ -21,12 +21,11 @@ TEST_F(VirtualPrinterPictures, PrintsUploadedPicturesInEveryLayout)
     const std::string raster = "\x02\0\x11\0"s + "\0\0"s + repeated("\x7F\xF0", 9) + repeated("\0\0"s, 6);
     const std::string bands = "\x0C\0\x02\0"s + "\0"s + repeated("\x7F", 11) + "\0"s + repeated("\xC0", 11);
     const std::string columns = "\x02\0\x02\0"s + "\0\0"s + repeated("\x7F\xC0", 11) + repeated("\0\0"s, 4);
-    const auto upload = [&](unsigned char command, const std::string& data) {
+    const auto upload = [&](const std::string& announcement, const std::string& data) {
         paper.clear();
-        const std::string block = {'\x3A', static_cast<char>(data.size() - 1)};
-        EXPECT_EQ(answerTo(request(command, {"1", "0"}) + withChecksum(block + data + "\x03")),
-                  accepted + accepted);
+        EXPECT_EQ(answerTo(announcement + blockOf(data, '\x03')), accepted + accepted);
     };
+    const std::string inColumns = request(0xD1, {"1", "000000000000", "0"});
     // Two rows of dots a line: the first row is blank, ten are left.
     const std::vector<std::string> corner = {" " + repeated("\u2584", 11),
                                              " " + repeated("\u2588", 11),
@@ -36,14 +35,14 @@ TEST_F(VirtualPrinterPictures, PrintsUploadedPicturesInEveryLayout)
                                              "",
                                              "",
                                              ""};
-    upload(0xD0, raster);
+    upload(request(0xD0, {"1", "0"}), raster);
     EXPECT_EQ(paper, corner);
-    upload(0xD2, bands);
+    upload(request(0xD2, {"1", "0"}), bands);
     EXPECT_EQ(paper, corner);
-    upload(0xD1, columns);
+    upload(inColumns, columns);
     EXPECT_EQ(paper, corner);
-    upload(0xD1, columns.substr(1));
-    EXPECT_EQ(paper, std::vector<std::string>{"[a picture that does not fit its header]"});
+    EXPECT_EQ(answerTo(inColumns + blockOf(columns.substr(1), '\x03')),
+              accepted + refused(Refusal::badPicture));
 }
 
 // Eight columns of eight dots: the upper or the lower half is black.
@@ -74,28 +73,22 @@ TEST_F(VirtualPrinterPictures, PrintsAKeptLogoByItsNumberWhenNoPictureComesWithT
     EXPECT_EQ(printed("1"), upper);
     EXPECT_EQ(printed("2"), (std::vector<std::string>{"", "", blackLine, blackLine}));
     EXPECT_EQ(printed("9"), upper);
-    EXPECT_EQ(printed("3"), std::vector<std::string>{});
-    paper.clear();
-    EXPECT_EQ(answerTo(request(0xDE, {"0", "1"}) + blockOf("own picture", '\x03') + end),
-              accepted + accepted + accepted);
-    EXPECT_EQ(paper, std::vector<std::string>{"[picture data of 11 bytes]"});
+    EXPECT_EQ(answerTo(request(0xDE, {"0", "3"}) + end), accepted + refused(Refusal::noSuchPicture));
+    EXPECT_EQ(answerTo(request(0xDE, {"0", "1"}) + blockOf("own picture", '\x03')),
+              accepted + refused(Refusal::badPicture));
 }
 
 TEST_F(VirtualPrinterPictures, TakesNoPictureWhoseHeaderTellsAnotherHeight)
 {
     // 16 rows of one byte: heights of 9 to 16 fit, which the header tells as 16 to 23.
-    const auto paperFor = [&](char height) {
-        paper.clear();
-        answerTo(request(0xD0, {"1", "0"}) +
-                 blockOf("\x01\0"s + height + "\0"s + std::string(16, '\0'), '\x03'));
-        return paper;
+    const auto answerFor = [&](char height) {
+        return answerTo(request(0xD0, {"1", "0"}) +
+                        blockOf("\x01\0"s + height + "\0"s + std::string(16, '\0'), '\x03'));
     };
-    const std::vector<std::string> blank(8);
-    const std::vector<std::string> complaint = {"[a picture that does not fit its header]"};
-    EXPECT_EQ(paperFor(15), complaint);
-    EXPECT_EQ(paperFor(16), blank);
-    EXPECT_EQ(paperFor(23), blank);
-    EXPECT_EQ(paperFor(24), complaint);
+    EXPECT_EQ(answerFor(15), accepted + refused(Refusal::badPicture));
+    EXPECT_EQ(answerFor(16), accepted + accepted);
+    EXPECT_EQ(answerFor(23), accepted + accepted);
+    EXPECT_EQ(answerFor(24), accepted + refused(Refusal::badPicture));
 }
 
 TEST_F(VirtualPrinterPictures, PrintsThePictureThatComesWithTheCommandInWhicheverLayoutItFits)
@@ -113,7 +106,8 @@ TEST_F(VirtualPrinterPictures, PrintsThePictureThatComesWithTheCommandInWhicheve
     EXPECT_EQ(printed("\x08\0\x01\0\xF0\xF0\xF0\xF0\xF0\xF0\xF0\xF0"s), upper);
     // Eight rows of a byte: a height of 8 is told as 15.
     EXPECT_EQ(printed("\x01\0\x0F\0\xFF\xFF\xFF\xFF\0\0\0\0"s), upper);
-    EXPECT_EQ(printed("own picture"), std::vector<std::string>{"[picture data of 11 bytes]"});
+    EXPECT_EQ(answerTo(request(0xDE, {"0", "1"}) + blockOf("own picture", '\x03')),
+              accepted + refused(Refusal::badPicture));
 }
 
 // Eight bands of eight columns; the same bytes would be a raster picture of 64 x 8 dots too.

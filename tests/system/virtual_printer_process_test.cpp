@@ -13,6 +13,7 @@ using namespace std::string_literals;
 
 // Each carries its checksum byte, worked out by hand: the XOR of all bytes before it.
 const std::string beginDay = "\x1C\x01\x29\x30\x00\x04\x00"s;
+const std::string beginReceipt = "\x1C\x01\x20\x30\x00\x31\x00\x30\x00\x30\x00\x31\x00\x30\x00\x04\x39"s;
 const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
 
 class Till
@@ -99,8 +100,7 @@ TEST_F(VirtualPrinterProcess, KeepsWhatWasSoldWhenATillComesBack)
         EXPECT_EQ(till.hear(1), "\x06");
     }
     const Till till(port);
-    // paragonBegin with no fields: without the selling day of the first till it would be refused.
-    till.say("\x1C\x01\x20\x04\x39"s);
+    till.say(beginReceipt); // without the selling day of the first till it would be refused
     EXPECT_EQ(till.hear(1), "\x06");
     EXPECT_EQ(printer.line(), "                TELVOFM");
 }
@@ -124,7 +124,7 @@ TEST_F(VirtualPrinterProcess, RefusesAWrongChecksum)
 TEST_F(VirtualPrinterProcess, PrintsTheTimeThatItWasTold)
 {
     const Till till(port);
-    till.say(beginDay + "\x1C\x01\x20\x04\x39"s);
+    till.say(beginDay + beginReceipt);
     EXPECT_EQ(till.hear(2), "\x06\x06");
     EXPECT_EQ(printer.line(), "                TELVOFM");
     EXPECT_EQ(printer.line(), "Receipt 1               2026-01-31 12:00");

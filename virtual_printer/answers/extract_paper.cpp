@@ -27,7 +27,7 @@ bool ExtractPaper::add(const std::vector<Line>& document)
     }
     lines.insert(lines.end(), document.begin(), document.end());
     if (lines.back().kind == Line::Kind::cut) {
-        lines.back() = endRule();
+        lines.pop_back(); // documents in an extract are not cut off from each other
     }
     return true;
 }
@@ -37,6 +37,7 @@ std::vector<Line> ExtractPaper::takeLines()
     if (lines.size() == headSize) {
         lines.push_back({.text = "Nothing within these bounds"});
     }
+    lines.push_back(endRule());
     lines.push_back({.kind = Line::Kind::cut});
     return std::move(lines);
 }

@@ -133,11 +133,11 @@ std::vector<std::string> layout(const Line& line, std::size_t columns)
         }
         return broken("[picture of " + std::to_string(line.text.size()) + " bytes]", columns);
     case Line::Kind::notFiscal:
-        return centred("NOT A FISCAL DOCUMENT", columns);
+        return centred(text.empty() ? "NOT A FISCAL DOCUMENT" : text, columns);
     case Line::Kind::powerLost:
         return centred("POWER LOST", columns);
     case Line::Kind::cut:
-        return {std::string(columns, '=')};
+        break; // nothing that could be read: the rule in front of it ends the text
     }
     return {};
 }

@@ -45,7 +45,7 @@ std::optional<Size> sizeOf(std::string_view data, PictureLayout layout)
             return std::nullopt;
         }
         const int height = static_cast<int>(dots / static_cast<std::size_t>(first));
-        if ((height + byteDots - 1 - second) % byteRange >= byteDots) {
+        if ((height + byteDots - 1 - second + byteRange) % byteRange >= byteDots) {
             return std::nullopt;
         }
         return Size{first * byteDots, height};

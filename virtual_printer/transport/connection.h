@@ -34,6 +34,8 @@ public:
         read();
     }
 
+    Stream& link() { return stream; }
+
     // Ends it from this side.
     void close()
     {

@@ -14,6 +14,9 @@ void answerWithoutDelay(boost::asio::ip::tcp::socket& till);
 // acknowledgements in between.
 void acknowledgeAtOnce(boost::asio::ip::tcp::socket& till);
 
+// Whether the till has closed its end, also when not all that it has sent is read yet.
+bool hasHungUp(boost::asio::ip::tcp::socket& till);
+
 // A till whose machine has gone away, without a word, must not keep the printer: after some 10 seconds its
 // connection has failed.
 void noticeDeadTills(boost::asio::ip::tcp::socket& till);

@@ -1,6 +1,7 @@
 #include "virtual_printer/transport/socket_options.h"
 
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 
 namespace virtual_printer {
@@ -26,6 +27,12 @@ void answerWithoutDelay(boost::asio::ip::tcp::socket& till)
 void acknowledgeAtOnce(boost::asio::ip::tcp::socket& till)
 {
     set(till.native_handle(), IPPROTO_TCP, TCP_QUICKACK, 1);
+}
+
+bool hasHungUp(boost::asio::ip::tcp::socket& till)
+{
+    pollfd end = {.fd = till.native_handle(), .events = POLLRDHUP, .revents = 0};
+    return ::poll(&end, 1, 0) == 1;
 }
 
 void noticeDeadTills(boost::asio::ip::tcp::socket& till)

@@ -29,6 +29,14 @@ void acknowledgeAtOnce(boost::asio::ip::tcp::socket& till)
                &unused, nullptr, nullptr);
 }
 
+// As far as the system tells: bytes that are not read yet hide the end.
+bool hasHungUp(boost::asio::ip::tcp::socket& till)
+{
+    WSAPOLLFD readable = {till.native_handle(), POLLRDNORM, 0};
+    char byte = 0;
+    return ::WSAPoll(&readable, 1, 0) == 1 && ::recv(till.native_handle(), &byte, 1, MSG_PEEK) <= 0;
+}
+
 void noticeDeadTills(boost::asio::ip::tcp::socket& till)
 {
     constexpr ULONG millisecondsOfSilence = 5000;

@@ -47,6 +47,10 @@ void TcpLink::receive(tcp::socket till)
         serve(std::move(till));
         return;
     }
+    if (hasHungUp(present->link())) {
+        waiting.push_back(std::move(till)); // for the moment that its end takes to come
+        return;
+    }
     switch (policy) {
     case SecondTill::busy:
         return; // its socket closes here

@@ -163,7 +163,8 @@ TEST_F(PrinterExtracts, AreCutOffAsAWhole)
     for (const Shown& shown : happened.front().shown) {
         cuts += std::get<Printed>(shown).line.kind == Line::Kind::cut ? "|" : ".";
     }
-    EXPECT_EQ(cuts, std::string(2 + 3 * 5, '.') + "|"); // the head, and three receipts of five lines
+    EXPECT_EQ(cuts, std::string(2 + 3 * 4 + 1, '.') +
+                        "|"); // the head, three receipts of four lines, the rule at the end
 }
 
 TEST_F(PrinterExtracts, AreRefusedForBoundsThatAreNone)

@@ -144,28 +144,6 @@ TEST_F(PrinterService, RestoresWhatAClosureHasBackedUp)
     EXPECT_EQ(withoutClosure.send(Command::restoreBCKP, {"0000"}), Refusal::nothingToRestore);
 }
 
-// Any field that names the archive is the last one.
-TEST_F(PrinterService, HasAnArchiveOfEachYearThatHasEnded)
-{
-    const std::vector<std::pair<Command, std::vector<std::string>>> commands = {
-        {Command::validateArchiveDb, {}},
-        {Command::printIntervalFPDArchive, {"0", "", ""}},
-        {Command::printJournalStructUArchive, {"1"}},
-        {Command::printJournalStructDArchive, {"Z", "", ""}}};
-    for (auto [command, fields] : commands) {
-        fields.emplace_back();
-        const auto refusalOf = [&, &command = command, &fields = fields](const std::string& name) {
-            fields.back() = name;
-            return send(command, fields);
-        };
-        EXPECT_EQ(refusalOf("2025"), Refusal::none);
-        EXPECT_EQ(refusalOf("2026"), Refusal::noSuchArchive) << "it has not ended";
-        EXPECT_EQ(refusalOf("25"), Refusal::noSuchArchive);
-        EXPECT_EQ(refusalOf("20x5"), Refusal::noSuchArchive);
-        EXPECT_EQ(refusalOf(""), Refusal::noSuchArchive);
-    }
-}
-
 TEST_F(PrinterService, TestsPrinterDisplayAndDrawer)
 {
     const auto test = [&](const std::string& target) { return send(Command::testTelvoFM, {"0000", target}); };

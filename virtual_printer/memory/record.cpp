@@ -78,7 +78,8 @@ void RecordReader::take(std::vector<bool>& dots)
     const std::string_view bytes = takeBytes(static_cast<std::size_t>((count + dotsOfByte - 1) / dotsOfByte));
     dots.assign(static_cast<std::size_t>(count), false);
     for (std::size_t i = 0; i < dots.size(); ++i) {
-        dots[i] = (static_cast<unsigned char>(bytes[i / dotsOfByte]) >> i % dotsOfByte & 1U) != 0;
+        const unsigned int byte = static_cast<unsigned char>(bytes[i / dotsOfByte]);
+        dots[i] = (byte >> i % dotsOfByte & 1U) != 0;
     }
 }
 

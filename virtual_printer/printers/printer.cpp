@@ -28,6 +28,18 @@ bool changesMemory(const State& before, const Draft& draft)
            draft.service != Draft::Service::none;
 }
 
+// A decider does not see the memory's backup: what it has asked for is done here.
+Refusal restoreFrom(const Memory& memory, Draft& draft)
+{
+    const auto backup = memory.backup();
+    if (!backup) {
+        return Refusal::nothingToRestore;
+    }
+    draft.next.settings = backup->settings;
+    draft.next.pictures = backup->pictures;
+    return Refusal::none;
+}
+
 } // namespace
 
 Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
@@ -89,6 +101,9 @@ Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
 Answer Printer::carryOut(Decision decision)
 {
     const std::string name(decision.rule == nullptr ? "" : decision.rule->name);
+    if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
+        decision.refusal = restoreFrom(kept, decision.draft);
+    }
     if (decision.refusal == Refusal::none && changesMemory(current, decision.draft)) {
         try {
             kept.commit(current, decision.draft);

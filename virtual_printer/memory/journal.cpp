@@ -140,7 +140,7 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     Rows rows = select.rows(conditions.parameters());
     bool isWanted = true;
     while (isWanted && rows.next()) {
-        Document document = fromBytes<Document>(rows.bytes(0));
+        auto document = fromBytes<Document>(rows.bytes(0));
         document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
         isWanted = reader(document);
     }

@@ -41,6 +41,7 @@ KeptState::KeptState(const Database& database)
       readPart(database.prepare("SELECT content FROM parts WHERE name = ?")),
       copyPart(database.prepare("INSERT INTO parts SELECT ?2, content FROM parts WHERE name = ?1 "
                                 "ON CONFLICT (name) DO UPDATE SET content = excluded.content")),
+      removePart(database.prepare("DELETE FROM parts WHERE name = ?")),
       writeReceiptRow(database.prepare("INSERT INTO receipt VALUES (?, ?) "
                                        "ON CONFLICT (position) DO UPDATE SET content = excluded.content")),
       readReceipt(database.prepare("SELECT content FROM receipt ORDER BY position")),
@@ -137,6 +138,12 @@ void KeptState::backUp() const
 {
     copyPart.run({settingsName, savedSettingsName});
     copyPart.run({picturesName, savedPicturesName});
+}
+
+void KeptState::forgetBackup() const
+{
+    removePart.run({savedSettingsName});
+    removePart.run({savedPicturesName});
 }
 
 std::optional<Backup> KeptState::backup() const

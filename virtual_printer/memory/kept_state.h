@@ -34,6 +34,7 @@ public:
 
     // Keeps settings and pictures as they are now, in place of the last backup.
     void backUp() const;
+    void forgetBackup() const;
     [[nodiscard]] std::optional<Backup> backup() const;
 
 private:
@@ -45,6 +46,7 @@ private:
     Statement writePart;
     Statement readPart;
     Statement copyPart;
+    Statement removePart;
     Statement writeReceiptRow;
     Statement readReceipt;
     Statement cutReceipt;

@@ -50,6 +50,7 @@ try {
         contents->journal.clearDocuments();
     } else if (draft.service == Draft::Service::clearClosures) {
         contents->journal.clearClosures();
+        contents->state.forgetBackup(); // it was that of a closure
     }
     contents->state.write(changed, before, draft.next);
     for (const Document& document : draft.documents) {

@@ -259,6 +259,11 @@ TEST_F(MemoryState, BacksUpSettingsAndPicturesAtEachClosure)
     ASSERT_TRUE(backup);
     EXPECT_EQ(*backup->settings, *closing.next.settings);
     EXPECT_EQ(*backup->pictures, *before.pictures);
+
+    Draft clearing(later.next, momentOf(0));
+    clearing.service = Draft::Service::clearClosures;
+    memory.commit(later.next, clearing);
+    EXPECT_FALSE(memory.backup());
 }
 
 TEST_F(MemoryState, IsKeptWithoutAFileForAsLongAsTheObjectLives)

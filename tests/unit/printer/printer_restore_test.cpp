@@ -1,0 +1,34 @@
+// restoreBCKP brings back the settings and pictures of the last daily closure, and nothing else.
+#include "tests/unit/printer/asked_printer.h"
+
+namespace virtual_printer {
+namespace {
+
+class PrinterRestore : public AskedPrinter
+{
+};
+
+TEST_F(PrinterRestore, BringsSettingsAndPicturesBackAndLeavesTheRest)
+{
+    settings.columns = 48;
+    pictures[1] = {.width = 1, .height = 1, .dots = {true}};
+    standing.closures = 1;
+    standing.receipts = 7;
+    keepDay(1, "2026-01-01", 1250);
+    ASSERT_EQ(refusalOf("setPRNcolumns", {"32"}), Refusal::none);
+    ASSERT_EQ(asked().state().settings->columns, 32);
+
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::none);
+    EXPECT_EQ(*asked().state().settings, settings);
+    EXPECT_EQ(*asked().state().pictures, pictures);
+    EXPECT_EQ(*asked().state().standing, standing);
+    EXPECT_EQ(*asked().memory().load()->settings, settings) << "also after a restart";
+}
+
+TEST_F(PrinterRestore, IsRefusedBeforeTheFirstClosure)
+{
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::nothingToRestore);
+}
+
+} // namespace
+} // namespace virtual_printer

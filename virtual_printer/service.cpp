@@ -34,6 +34,12 @@ public:
 
     void open()
     {
+        // Before anybody can know that the printers are there.
+        ending.async_wait([this](const boost::system::error_code& failure, int /*signal*/) {
+            if (!failure) {
+                context.stop();
+            }
+        });
         for (const NetworkPrinter& printer : options.network) {
             Station& station = newStation(printer.name);
             network.push_back(
@@ -60,8 +66,6 @@ public:
 
     void run()
     {
-        boost::asio::signal_set ending(context, SIGINT, SIGTERM);
-        ending.async_wait([this](const boost::system::error_code&, int) { context.stop(); });
         if (options.endsWithParent) {
             watchParent(context, [this] { context.stop(); });
         }
@@ -125,6 +129,7 @@ private:
     StandardOutput& output;
     Codes codes;
     boost::asio::io_context context{1};
+    boost::asio::signal_set ending{context, SIGINT, SIGTERM};
     std::vector<std::unique_ptr<Station>> stations;
     std::vector<std::unique_ptr<TcpLink>> network;
     std::vector<ListeningPrinter> listening;

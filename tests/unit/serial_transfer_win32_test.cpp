@@ -137,38 +137,38 @@ TEST_F(SerialTransferWin32, AFailingReadHasTheCodeOfItsError)
 
 TEST_F(SerialTransferWin32, AWriteMovesOneByteWithinFifteenSeconds)
 {
-    port.writeWhenReady('a');
+    port.writeToLine('a');
     EXPECT_EQ(comm.written, "a");
-    EXPECT_THAT(comm.calls, ElementsAre("GetCommModemStatus", "WriteFile 1", "WaitForSingleObject 15000",
-                                        "GetOverlappedResult waiting"));
+    EXPECT_THAT(comm.calls,
+                ElementsAre("WriteFile 1", "WaitForSingleObject 15000", "GetOverlappedResult waiting"));
 }
 
 TEST_F(SerialTransferWin32, AWriteThatIsDoneAtOnceIsNotWaitedFor)
 {
     comm.writes = {{Course::atOnce, "a"}};
-    port.writeWhenReady('a');
-    EXPECT_THAT(comm.calls, ElementsAre("GetCommModemStatus", "WriteFile 1", "GetOverlappedResult waiting"));
+    port.writeToLine('a');
+    EXPECT_THAT(comm.calls, ElementsAre("WriteFile 1", "GetOverlappedResult waiting"));
 }
 
 TEST_F(SerialTransferWin32, AWriteThatRunsOutOfTimeIsCancelledAndFails)
 {
     comm.writes = {{Course::silent, ""}};
-    EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), -10201);
+    EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), -10201);
     EXPECT_EQ(port.lastError(), DWORD{ERROR_TIMEOUT});
-    EXPECT_THAT(comm.calls, ElementsAre("GetCommModemStatus", "WriteFile 1", "WaitForSingleObject 15000",
-                                        "CancelIo", "GetOverlappedResult waiting"));
+    EXPECT_THAT(comm.calls, ElementsAre("WriteFile 1", "WaitForSingleObject 15000", "CancelIo",
+                                        "GetOverlappedResult waiting"));
 }
 
 TEST_F(SerialTransferWin32, AWriteThatIsDoneBeforeTheCancelCounts)
 {
     comm.writes = {{Course::late, "a"}};
-    EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), 0);
+    EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), 0);
 }
 
 TEST_F(SerialTransferWin32, AWriteThatMovesNothingFails)
 {
     comm.writes = {{Course::waitedFor, ""}};
-    EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), -10201);
+    EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), -10201);
 }
 
 TEST_F(SerialTransferWin32, AFailingWriteHasTheCodeOfItsError)
@@ -176,10 +176,10 @@ TEST_F(SerialTransferWin32, AFailingWriteHasTheCodeOfItsError)
     for (const auto& [error, code] :
          {std::pair{DWORD{ERROR_FILE_NOT_FOUND}, -10200}, {DWORD{ERROR_GEN_FAILURE}, -10201}}) {
         comm.writes = {{Course::refused, "", error}, {Course::broken, "", error}};
-        EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), code);
-        EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), code);
+        EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), code);
+        EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), code);
         comm.fail("CreateEventA", error);
-        EXPECT_EQ(codeOf([&] { port.writeWhenReady('a'); }), code);
+        EXPECT_EQ(codeOf([&] { port.writeToLine('a'); }), code);
     }
     EXPECT_TRUE(comm.writes.empty());
 }
@@ -201,7 +201,7 @@ TEST_F(SerialTransferWin32, TheModemLinesAreThoseOfThePort)
 TEST_F(SerialTransferWin32, AWriteWaitsForDataSetReady)
 {
     comm.modemLines = {MS_CTS_ON, 0, MS_DSR_ON};
-    port.writeWhenReady('a');
+    port.writeToLine('a');
     EXPECT_EQ(std::ranges::count(comm.calls, "GetCommModemStatus"), 3);
     EXPECT_EQ(comm.written, "a");
 }

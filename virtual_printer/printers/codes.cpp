@@ -34,8 +34,9 @@ Codes::Codes()
 Codes::Codes(const std::filesystem::path& file) : Codes()
 {
     for (const auto& [name, number] : contentOf(file).items()) {
-        const auto* text = std::find_if(refusalTexts.begin(), refusalTexts.end(),
-                                        [&](const RefusalText& known) { return known.name == name; });
+        const auto* text =
+            std::find_if(refusalTexts.begin(), refusalTexts.end(),
+                         [&name = name](const RefusalText& known) { return known.name == name; });
         if (text == refusalTexts.end()) {
             throw std::runtime_error("there is no refusal \"" + name +
                                      "\"; docs/virtual-printer.md lists them");

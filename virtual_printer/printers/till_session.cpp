@@ -8,6 +8,8 @@ struct Overloaded : Cases...
 {
     using Cases::operator()...;
 };
+template <typename... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
 
 } // namespace
 

@@ -198,14 +198,6 @@ TEST_F(SerialTransferWin32, TheModemLinesAreThoseOfThePort)
     EXPECT_FALSE(port.isClearToSend());
 }
 
-TEST_F(SerialTransferWin32, AWriteWaitsForDataSetReady)
-{
-    comm.modemLines = {MS_CTS_ON, 0, MS_DSR_ON};
-    port.writeToLine('a');
-    EXPECT_EQ(std::ranges::count(comm.calls, "GetCommModemStatus"), 3);
-    EXPECT_EQ(comm.written, "a");
-}
-
 TEST_F(SerialTransferWin32, APurgeEmptiesBothQueues)
 {
     port.purgeLine();

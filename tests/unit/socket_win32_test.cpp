@@ -131,14 +131,6 @@ TEST_F(OpenSocketWin32, SendsAllBytesOnceAndWithoutFlags)
 }
 
 // The rest of a send that took only a part is not sent: this is meant.
-TEST_F(SocketWin32, IsCutInBothDirectionsAndStaysOpen)
-{
-    driver.open();
-    winsock.takeCalls();
-    driver.cut();
-    EXPECT_THAT(winsock.takeCalls(), ElementsAre("shutdown 0 2")); // SD_BOTH
-}
-
 TEST_F(OpenSocketWin32, APartialSendIsNotRepeated)
 {
     winsock.takenBySend = 2;

@@ -5,6 +5,7 @@
 //     telvofm-printer --serial /dev/ttyUSB0     on a real serial line
 //
 // The first lines of its output say where the printers can be reached.
+#include "virtual_printer/console.h"
 #include "virtual_printer/options.h"
 #include "virtual_printer/service.h"
 
@@ -15,7 +16,8 @@
 int main(int count, char** arguments)
 {
     try {
-        const auto options = virtual_printer::readOptions(count, arguments);
+        virtual_printer::writeInUtf8();
+        const auto options = virtual_printer::readOptions(virtual_printer::commandLine(count, arguments));
         return options.hasEnded ? options.exitCode : virtual_printer::serve(options);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "telvofm-printer: %s\n", failure.what());

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <map>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 namespace virtual_printer {
 namespace {
@@ -39,45 +41,77 @@ void requireDifferentNames(const std::vector<NetworkPrinter>& printers)
     }
 }
 
+std::filesystem::path toPath(const std::string& utf8)
+{
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+// What is wrong with it, in the parser's own words; its own checks know no UTF-8 on Windows.
+std::string noFolder(const std::string& name)
+{
+    std::error_code ignored;
+    return std::filesystem::is_directory(toPath(name), ignored) ? "" : "Directory does not exist: " + name;
+}
+
+std::string noFile(const std::string& name)
+{
+    std::error_code ignored;
+    const auto found = std::filesystem::status(toPath(name), ignored);
+    const bool isFile = std::filesystem::exists(found) && !std::filesystem::is_directory(found);
+    return isFile ? "" : "File does not exist: " + name;
+}
+
 } // namespace
 
-Options readOptions(int count, const char* const* arguments)
+Options readOptions(std::vector<std::string> arguments)
 {
     Options options;
     std::string address;
     std::vector<std::string> printers;
     std::string startOfClock;
+    std::string data;
+    std::string ready;
+    std::string refusals;
+    std::string logos;
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
 
-    CLI::App app("A virtual fiscal printer; its paper is standard output");
+    CLI::App app("A virtual fiscal printer; its paper is standard output", "telvofm-printer");
+    app.allow_windows_style_options(
+        false); // the options are the same everywhere, and a path may begin with "/"
     app.set_version_flag("--version", std::string("telvofm-printer ") + TELVOFM_VERSION_TEXT);
+    app.failure_message([](const CLI::App* /*app*/, const CLI::Error& failure) {
+        return std::string("telvofm-printer: ") + failure.what() + "; --help lists the options\n";
+    });
     app.add_option("--listen", address, "Listen for tills on HOST:PORT; port 0 takes any that is free");
     app.add_option("--printer", printers, "One printer of several: NAME=HOST:PORT")->allow_extra_args(false);
     app.add_flag("--pty", options.hasPseudoTerminal, "Make a pseudo-terminal and print its path");
     app.add_option("--serial", options.serialPort, "Use a serial port");
     app.add_option("--baud", options.baud, "The speed of the serial port")
         ->check(CLI::IsMember({57600, 115200}));
-    app.add_option("--data", options.dataFolder, "Keep each printer's memory in this folder")
-        ->check(CLI::ExistingDirectory);
+    app.add_option("--data", data, "Keep each printer's memory in this folder")->check(noFolder);
     app.add_option("--second", options.secondTill, "A second till is turned away (busy), waits or takes over")
         ->transform(CLI::CheckedTransformer(policies, CLI::ignore_case));
-    app.add_option("--ready", options.readyFile, "Write the addresses into this file once they are there");
+    app.add_option("--ready", ready, "Write the addresses into this file once they are there");
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
-    app.add_option("--codes", options.codesFile, "Numbers of the refusals, as a JSON file")
-        ->check(CLI::ExistingFile);
-    app.add_option("--logo-png", options.logoFolder, "Write uploaded pictures as PNG files into this folder")
-        ->check(CLI::ExistingDirectory);
+    app.add_option("--codes", refusals, "Numbers of the refusals, as a JSON file")->check(noFile);
+    app.add_option("--logo-png", logos, "Write uploaded pictures as PNG files into this folder")
+        ->check(noFolder);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
-        app.parse(count, arguments);
+        std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& ending) {
         options.hasEnded = true;
         options.exitCode = app.exit(ending) == 0 ? 0 : wrongUse;
         return options;
     }
 
+    options.dataFolder = toPath(data);
+    options.readyFile = toPath(ready);
+    options.codesFile = toPath(refusals);
+    options.logoFolder = toPath(logos);
     if (!address.empty()) {
         options.network.push_back({"printer", address});
     }

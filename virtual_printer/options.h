@@ -2,9 +2,10 @@
 #pragma once
 
 #include "virtual_printer/fiscal/moment.h"
-#include "virtual_printer/transport/tcp_link.h"
+#include "virtual_printer/transport/second_till.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,10 +24,10 @@ struct Options
     bool hasPseudoTerminal = false;
     std::string serialPort;
     std::uint32_t baud = 57600;
-    std::string dataFolder;
-    std::string readyFile;
-    std::string codesFile;
-    std::string logoFolder;
+    std::filesystem::path dataFolder;
+    std::filesystem::path readyFile;
+    std::filesystem::path codesFile;
+    std::filesystem::path logoFolder;
     std::optional<Moment> start; // of the clock
     SecondTill secondTill = SecondTill::busy;
     bool isFactoryNew = false;
@@ -37,7 +38,8 @@ struct Options
     int exitCode = 0;
 };
 
-// Throws std::runtime_error with a sentence for the user.
-Options readOptions(int count, const char* const* arguments);
+// From the command line without the program's name, in UTF-8. Throws std::runtime_error with a sentence for
+// the user.
+Options readOptions(std::vector<std::string> arguments);
 
 } // namespace virtual_printer

@@ -12,10 +12,10 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>
-#include <csignal>
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -30,6 +30,10 @@ public:
     Service(const Options& chosen, StandardOutput& paper)
         : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile))
     {
+        if (!options.logoFolder.empty() && !canWritePng) {
+            throw std::runtime_error(
+                "pictures cannot be written as PNG files on Windows; leave --logo-png out");
+        }
     }
 
     void open()
@@ -75,9 +79,7 @@ public:
 private:
     Station& newStation(const std::string& name)
     {
-        Memory memory = options.dataFolder.empty()
-                            ? Memory()
-                            : Memory(std::filesystem::path(options.dataFolder) / (name + ".db"));
+        Memory memory = options.dataFolder.empty() ? Memory() : Memory(options.dataFolder / (name + ".db"));
         Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
                         options.start ? clockFrom(*options.start) : systemClock());
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
@@ -110,8 +112,8 @@ private:
         }
         for (const auto& [number, picture] : *pictures) {
             const std::string name = "logo-" + std::to_string(number) + ".png";
-            if (!writePictureAsPng(picture, (std::filesystem::path(options.logoFolder) / name).string())) {
-                output.say("! cannot write " + name + " into " + options.logoFolder);
+            if (!writePictureAsPng(picture, (options.logoFolder / name).string())) {
+                output.say("! cannot write " + name + " into " + options.logoFolder.string());
             }
         }
         written[station.name] = pictures;
@@ -129,7 +131,7 @@ private:
     StandardOutput& output;
     Codes codes;
     boost::asio::io_context context{1};
-    boost::asio::signal_set ending{context, SIGINT, SIGTERM};
+    boost::asio::signal_set ending = endingSignals(context);
     std::vector<std::unique_ptr<Station>> stations;
     std::vector<std::unique_ptr<TcpLink>> network;
     std::vector<ListeningPrinter> listening;

@@ -1,17 +1,14 @@
 // A process that writes a printer's memory is killed at each step of a day, at any moment of the step: what
 // it has said to be committed is there, the step that it was at happened whole or not at all.
+#include "tests/system/child_process.h"
 #include "tests/unit/own_folder.h"
 #include "tests/unit/printer/scripted_sale.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <random>
 
@@ -26,59 +23,19 @@ constexpr int stepsOfDay = 1 + test::receiptsOfDay * test::stepsOfSale + 1;
 class Writer
 {
 public:
-    explicit Writer(std::string file)
+    explicit Writer(const std::string& file) : process({TELVOFM_MEMORY_WRITER, file})
     {
-        std::array<int, 2> in{};
-        std::array<int, 2> out{};
-        EXPECT_EQ(::pipe(in.data()), 0);
-        EXPECT_EQ(::pipe(out.data()), 0);
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, in[0], STDIN_FILENO);
-        ::posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-        for (const int end : {in[0], in[1], out[0], out[1]}) {
-            ::posix_spawn_file_actions_addclose(&actions, end);
-        }
-        std::string program = TELVOFM_MEMORY_WRITER;
-        const std::array<char*, 3> arguments = {program.data(), file.data(), nullptr};
-        EXPECT_EQ(::posix_spawn(&process, program.c_str(), &actions, nullptr, arguments.data(), environ), 0);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(in[0]);
-        ::close(out[1]);
-        input = in[1];
-        output = out[0];
         EXPECT_TRUE(hasReported()) << "it has not opened the memory";
     }
-    Writer(const Writer&) = delete;
-    Writer& operator=(const Writer&) = delete;
-    ~Writer()
-    {
-        kill();
-        ::close(input);
-        ::close(output);
-    }
 
-    void beginStep() const { EXPECT_EQ(::write(input, "g", 1), 1); }
+    void beginStep() const { EXPECT_TRUE(process.write("g")); }
     // Waits for it; false when the process is gone.
-    [[nodiscard]] bool hasReported() const
-    {
-        char byte = 0;
-        return ::read(output, &byte, 1) == 1;
-    }
-    void kill()
-    {
-        if (process > 0) {
-            ::kill(process, SIGKILL);
-            ::waitpid(process, nullptr, 0);
-            process = 0;
-        }
-    }
-    [[nodiscard]] pid_t id() const { return process; }
+    [[nodiscard]] bool hasReported() const { return process.byte().has_value(); }
+    void kill() { process.kill(); }
+    [[nodiscard]] std::int64_t id() const { return process.id(); }
 
 private:
-    pid_t process = 0;
-    int input = -1;
-    int output = -1;
+    telvofm::test::ChildProcess process;
 };
 
 // How long the last step that was let finish took, apart for those that wait for the disk.
@@ -134,11 +91,11 @@ protected:
     int killedBefore = 0;
 };
 
-// Each step of 20 days, or of as many as TELVOFM_KILLS says.
+// Each step of as many days as the build or the variable TELVOFM_KILLS says.
 TEST_F(MemoryKill, LeavesEveryCommitAndNoHalfOne)
 {
     const char* const wanted = std::getenv("TELVOFM_KILLS");
-    const int days = wanted == nullptr ? daysOfAFile : std::atoi(wanted);
+    const int days = wanted == nullptr ? TELVOFM_KILLS_OF_EACH_STEP : std::atoi(wanted);
     int kills = 0;
     for (int day = 0; day < days;) {
         std::filesystem::remove(file);

@@ -1,75 +1,37 @@
-// The virtual printer as a process of its own; whatever it prints is read here.
+// The virtual printer as a process of its own.
 #pragma once
 
-#include <array>
-#include <csignal>
+#include "tests/system/child_process.h"
+
+#include <algorithm>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
 namespace telvofm::test {
 
-class PrinterProcess
+class PrinterProcess : public ChildProcess
 {
 public:
-    explicit PrinterProcess(std::vector<std::string> options)
+    explicit PrinterProcess(std::vector<std::string> options) : ChildProcess(withProgram(std::move(options)))
     {
-        std::array<int, 2> ends{};
-        EXPECT_EQ(::pipe(ends.data()), 0);
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        ::posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-        ::posix_spawn_file_actions_addclose(&actions, ends[0]);
-        std::string program = TELVOFM_PRINTER;
-        std::vector<char*> arguments = {program.data()};
-        for (std::string& option : options) {
-            arguments.push_back(option.data());
-        }
-        arguments.push_back(nullptr);
-        EXPECT_EQ(::posix_spawn(&process, program.c_str(), &actions, nullptr, arguments.data(), environ), 0);
-        ::posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        output = ends[0];
-    }
-    PrinterProcess(const PrinterProcess&) = delete;
-    PrinterProcess& operator=(const PrinterProcess&) = delete;
-    ~PrinterProcess()
-    {
-        if (process > 0) {
-            ::kill(process, SIGKILL);
-            ::waitpid(process, nullptr, 0);
-        }
-        ::close(output);
     }
 
-    // The next line on standard output, without its end.
-    [[nodiscard]] std::string line() const
+    // Where its next line says that it can be reached, behind `start`.
+    [[nodiscard]] std::string address(const std::string& start = "listening on ") const
     {
-        std::string text;
-        for (char byte = 0; ::read(output, &byte, 1) == 1 && byte != '\n';) {
-            text += byte;
-        }
-        return text;
-    }
-
-    // The exit status after the signal; -1 when the process did not exit by itself.
-    int end(int signal)
-    {
-        int status = 0;
-        ::kill(process, signal);
-        ::waitpid(process, &status, 0);
-        process = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        const std::string greeting = line();
+        EXPECT_EQ(greeting.substr(0, start.size()), start);
+        return greeting.substr(std::min(start.size(), greeting.size()));
     }
 
 private:
-    pid_t process = 0;
-    int output = -1;
+    static std::vector<std::string> withProgram(std::vector<std::string> options)
+    {
+        options.insert(options.begin(), TELVOFM_PRINTER);
+        return options;
+    }
 };
 
 } // namespace telvofm::test

@@ -1,14 +1,14 @@
 // The virtual printer as users run it: a process that is reached over a real socket.
 #include "tests/system/printer_process.h"
+#include "tests/wire/loopback.h"
 
-#include <arpa/inet.h>
+#include <csignal>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 namespace telvofm::test {
 namespace {
 
+using namespace std::chrono_literals;
 using namespace std::string_literals;
 
 // Each carries its checksum byte, worked out by hand: the XOR of all bytes before it.
@@ -19,43 +19,32 @@ const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
 class Till
 {
 public:
-    explicit Till(int port) : connection(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
+    explicit Till(std::uint16_t port) : connection(wire::connectTo(port))
     {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-        constexpr timeval longest = {30, 0}; // so that a silent printer fails the test and does not hang it
-        ::setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
-    }
-    Till(const Till&) = delete;
-    Till& operator=(const Till&) = delete;
-    ~Till() { ::close(connection); }
-
-    void say(const std::string& bytes) const
-    {
-        EXPECT_EQ(::send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL),
-                  static_cast<ssize_t>(bytes.size()));
+        EXPECT_TRUE(connection.isOpen());
     }
 
+    void say(const std::string& bytes) const { connection.send(bytes); }
+
+    // Fewer bytes when the printer hangs up, or is silent for so long that the test fails.
     [[nodiscard]] std::string hear(std::size_t size) const
     {
-        std::string bytes(size, '\0');
-        const ssize_t count = ::recv(connection, bytes.data(), bytes.size(), MSG_WAITALL);
-        bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+        std::string bytes;
+        while (bytes.size() < size) {
+            const auto more = connection.receive(size - bytes.size(), 30s);
+            if (!more || more->empty()) {
+                break;
+            }
+            bytes += *more;
+        }
         return bytes;
     }
 
     // Hangs up so that the printer sees an error instead of an end.
-    void reset() const
-    {
-        constexpr linger atOnce = {1, 0};
-        ::setsockopt(connection, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-    }
+    void reset() { connection.reset(); }
 
 private:
-    int connection;
+    wire::Connection connection;
 };
 
 class VirtualPrinterProcess : public testing::Test
@@ -63,15 +52,12 @@ class VirtualPrinterProcess : public testing::Test
 protected:
     void SetUp() override
     {
-        const std::string greeting = printer.line();
-        const std::string start = "listening on 127.0.0.1:";
-        ASSERT_EQ(greeting.substr(0, start.size()), start);
-        port = std::stoi(greeting.substr(start.size()));
+        port = static_cast<std::uint16_t>(std::stoi("0" + printer.address("listening on 127.0.0.1:")));
         ASSERT_NE(port, 0); // the real one
     }
 
     PrinterProcess printer{{"--listen", "127.0.0.1:0", "--clock", "2026-01-31 12:00"}};
-    int port = 0;
+    std::uint16_t port = 0;
 };
 
 TEST_F(VirtualPrinterProcess, ServesTheNextTillAfterOneThatBrokeOff)
@@ -81,7 +67,7 @@ TEST_F(VirtualPrinterProcess, ServesTheNextTillAfterOneThatBrokeOff)
         till.say(beginDay.substr(0, 4));
     }
     {
-        const Till till(port);
+        Till till(port);
         till.say(beginDay);
         EXPECT_EQ(till.hear(1), "\x06");
         till.say(beginDay.substr(0, 2));

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] std::optional<std::string> receive(std::size_t count,
                                                      std::chrono::milliseconds limit) const;
     void close();
+    // Hangs up so that the other end sees an error instead of an end.
+    void reset();
 
 private:
     std::intptr_t handle = -1;
@@ -52,6 +54,9 @@ private:
     std::intptr_t handle = -1;
     std::uint16_t boundPort = 0;
 };
+
+// To whoever listens on the loopback address; closed when nobody does.
+Connection connectTo(std::uint16_t port);
 
 // A pseudo-terminal: the connection is its controlling end, `path` the terminal's name. Closed where there is
 // none.

@@ -97,6 +97,13 @@ void Connection::close()
     }
 }
 
+void Connection::reset()
+{
+    constexpr linger atOnce = {1, 0};
+    ::setsockopt(descriptor(handle), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    close();
+}
+
 Listener::Listener(bool listens) : handle(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
     sockaddr_in address{};
@@ -125,6 +132,20 @@ Connection Listener::accept(std::chrono::milliseconds limit) const
     const int on = 1;
     ::setsockopt(accepted, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     return Connection(accepted);
+}
+
+Connection connectTo(std::uint16_t port)
+{
+    const int connecting = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (::connect(connecting, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+        ::close(connecting);
+        return {};
+    }
+    return Connection(connecting);
 }
 
 Connection openPseudoTerminal(std::string& path)

@@ -63,6 +63,14 @@ void Connection::close()
     }
 }
 
+void Connection::reset()
+{
+    constexpr linger atOnce = {1, 0};
+    ::setsockopt(socketOf(handle), SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&atOnce),
+                 sizeof atOnce);
+    close();
+}
+
 Listener::Listener(bool listens)
 {
     WSADATA data;
@@ -95,6 +103,22 @@ Connection Listener::accept(std::chrono::milliseconds limit) const
     const char on = 1;
     ::setsockopt(accepted, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     return Connection(static_cast<std::intptr_t>(accepted));
+}
+
+Connection connectTo(std::uint16_t port)
+{
+    WSADATA data;
+    ::WSAStartup(MAKEWORD(2, 2), &data); // until the process ends
+    const SOCKET connecting = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = ::htons(port);
+    address.sin_addr.s_addr = ::htonl(INADDR_LOOPBACK);
+    if (::connect(connecting, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+        ::closesocket(connecting);
+        return {};
+    }
+    return Connection(static_cast<std::intptr_t>(connecting));
 }
 
 Connection openPseudoTerminal(std::string& /*path*/)

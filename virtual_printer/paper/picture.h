@@ -27,6 +27,8 @@ std::optional<Picture> decodePictureOfAnyLayout(std::string_view data);
 // Lines of at most `columns` block characters in UTF-8, two rows of dots a line; larger pictures are made
 // smaller.
 std::vector<std::string> pictureAsText(const Picture& picture, std::size_t columns);
+// Not on every platform.
+extern const bool canWritePng;
 // Returns whether the file could be written.
 bool writePictureAsPng(const Picture& picture, const std::string& fileName);
 

@@ -4,6 +4,8 @@
 
 namespace virtual_printer {
 
+const bool canWritePng = true;
+
 bool writePictureAsPng(const Picture& picture, const std::string& fileName)
 {
     constexpr png_byte black = 0;

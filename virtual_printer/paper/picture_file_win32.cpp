@@ -2,7 +2,9 @@
 
 namespace virtual_printer {
 
-// Nothing here writes PNG files.
+// The one library that writes them is not packaged for this platform, and they show what the paper shows too.
+const bool canWritePng = false;
+
 bool writePictureAsPng(const Picture& /*picture*/, const std::string& /*fileName*/)
 {
     return false;

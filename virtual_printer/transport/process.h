@@ -2,12 +2,16 @@
 #pragma once
 
 #include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
 #include <functional>
 
 namespace virtual_printer {
 
 // Writing to a pipe without a reader is a failed write and nothing more.
 void ignoreBrokenPipes();
+
+// By which somebody asks the process to end.
+boost::asio::signal_set endingSignals(boost::asio::io_context& context);
 
 // Calls `end` when the process that has started this one has gone.
 void watchParent(boost::asio::io_context& context, std::function<void()> end);

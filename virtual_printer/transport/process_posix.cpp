@@ -46,6 +46,11 @@ void ignoreBrokenPipes()
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
+boost::asio::signal_set endingSignals(boost::asio::io_context& context)
+{
+    return {context, SIGINT, SIGTERM};
+}
+
 void watchParent(boost::asio::io_context& context, std::function<void()> end)
 {
     std::make_shared<ParentWatch>(context, std::move(end))->look();

@@ -1,6 +1,7 @@
 #include "virtual_printer/transport/process.h"
 
 #include <boost/asio/windows/object_handle.hpp>
+#include <csignal>
 #include <memory>
 #include <tlhelp32.h>
 #include <utility>
@@ -27,6 +28,12 @@ DWORD parentOfThisProcess()
 } // namespace
 
 void ignoreBrokenPipes() {}
+
+// Ctrl+C; and Ctrl+Break, or the end of the console window, of the session or of the system.
+boost::asio::signal_set endingSignals(boost::asio::io_context& context)
+{
+    return {context, SIGINT, SIGBREAK};
+}
 
 void watchParent(boost::asio::io_context& context, std::function<void()> end)
 {

@@ -5,6 +5,7 @@
 #include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/station.h"
 #include "virtual_printer/transport/connection.h"
+#include "virtual_printer/transport/second_till.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -13,13 +14,6 @@
 #include <string>
 
 namespace virtual_printer {
-
-enum class SecondTill
-{
-    busy,    // its connection is closed at once
-    wait,    // it is served when the first one has gone
-    takeover // the first one's connection is closed
-};
 
 class TcpLink
 {

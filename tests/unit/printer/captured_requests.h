@@ -4,8 +4,7 @@
 
 #include "tests/system/printer_thread.h"
 #include "tests/unit/own_folder.h"
-#include "tests/unit/printer/sample_calls.h"
-#include "tools/export_table.h"
+#include "tests/unit/printer/sample_arguments.h"
 #include "virtual_printer/language/exchange.h"
 
 #include <mutex>
@@ -35,20 +34,8 @@ public:
         if (called == nullptr) {
             throw std::invalid_argument(std::string(sample.name) + " is no export");
         }
-        std::vector<telvofm::tools::Argument> arguments;
-        if (sample.name != "sendUnspecifiedData") {
-            arguments.push_back({"1"}); // the printer's address
-        }
-        for (const std::string_view argument : sample.arguments) {
-            if (argument == toBuffer) {
-                arguments.insert(arguments.end(), 2, {"64"}); // the buffer, and its size
-            } else if (argument == toFile) {
-                arguments.push_back({folder.file("reply")});
-            } else {
-                arguments.push_back({std::string(argument), argument == toResult || argument == toCount});
-            }
-        }
-        called->call(arguments, context);
+        constexpr std::size_t bufferSize = 64;
+        called->call(argumentsOf(sample, bufferSize, folder.file("reply")), context);
         const std::scoped_lock lock(mutex);
         return request;
     }

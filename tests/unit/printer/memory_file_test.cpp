@@ -24,12 +24,13 @@ class MemoryFile : public testing::Test
 {
 protected:
     // Why the file is not opened; empty when it is.
-    static std::string refusalOf(const std::string& file)
+    static std::string refusalOf(const std::filesystem::path& file)
     {
         try {
             const Memory memory(file);
         } catch (const std::runtime_error& error) {
-            EXPECT_THAT(error.what(), AllOf(StartsWith("The printer's memory " + file), EndsWith(".")));
+            EXPECT_THAT(error.what(),
+                        AllOf(StartsWith("The printer's memory " + file.string()), EndsWith(".")));
             return error.what();
         }
         return "";
@@ -38,13 +39,14 @@ protected:
     void change(const char* sql) const
     {
         sqlite3* database = nullptr;
-        ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+        ASSERT_EQ(sqlite3_open(path.string().c_str(), &database), SQLITE_OK);
         EXPECT_EQ(sqlite3_exec(database, sql, nullptr, nullptr, nullptr), SQLITE_OK);
         sqlite3_close(database);
     }
 
     OwnFolder folder;
-    std::string path = folder.file("printer \xC5\xBE.db");
+    const std::filesystem::path path = folder.path / u8"printer ž.db";
+    const std::filesystem::path note = folder.path / u8"printer ž.db-holder";
 };
 
 TEST_F(MemoryFile, IsMadeAndOpenedAgain)
@@ -76,13 +78,13 @@ TEST_F(MemoryFile, IsRefusedWhileAnotherHoldsItAndSaysWho)
 TEST_F(MemoryFile, IsRefusedWithoutANoteOfItsHolderToo)
 {
     const Memory memory(path);
-    std::filesystem::remove(path + "-holder");
+    std::filesystem::remove(note);
     EXPECT_THAT(refusalOf(path), HasSubstr("in use by another process"));
 }
 
 TEST_F(MemoryFile, IsOpenedBesideTheNoteOfAProcessThatWasKilled)
 {
-    std::ofstream(path + "-holder") << "process 1";
+    std::ofstream(note) << "process 1";
     EXPECT_EQ(refusalOf(path), "");
 }
 

@@ -21,7 +21,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, OwnedTexts, shortAndLongTexts());
 TEST_P(OwnedTexts, AreThoseOfTheBeginning)
 {
     int withTexts = 0;
-    for (const TextExport& called : allExports) {
+    for (const TextExport& called : allExports()) {
         if (called.textCount > 0 && canBeSeenWaiting(called.name)) {
             ++withTexts;
             expectTextsOfTheBeginning(called, [this](std::thread& /*calling*/, const std::string& line) {

@@ -111,25 +111,12 @@ bool namesSerialPort(std::string_view name)
     return name.starts_with("COM") || name.starts_with(R"(\\.\COM)");
 }
 
-// Every exception of an open is its failure.
-template <typename Open>
-int orMinusOne(Open open)
-{
-    try {
-        return open();
-    } catch (const std::exception&) {
-        return -1;
-    }
-}
-
 int openTcp(std::string_view name)
 {
-    return orMinusOne([&] {
-        constexpr std::int64_t tcpTimeoutMs = 15000;
-        const auto driver = std::make_shared<TcpDriver>(std::string(name));
-        driver->setTimeout(tcpTimeoutMs);
-        return openSession({driver, std::make_shared<Device>(driver), {}}, false);
-    });
+    constexpr std::int64_t tcpTimeoutMs = 15000;
+    const auto driver = std::make_shared<TcpDriver>(std::string(name));
+    driver->setTimeout(tcpTimeoutMs);
+    return openSession({driver, std::make_shared<Device>(driver), {}}, false);
 }
 
 constexpr std::uint32_t standardBaud = 57600;
@@ -137,30 +124,26 @@ constexpr std::uint32_t fastBaud = 115200;
 
 int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
 {
-    return orMinusOne([&] {
-        const std::string port = SerialDriver::portIdentity(name);
-        const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
-        const auto device = std::make_shared<Device>(driver);
-        // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let
-        // it go, or the port would be lost until the host program ends.
-        endSessions([&](const Session& session) { return session.port == port; });
-        return openSession({driver, device, port}, true);
-    });
+    const std::string port = SerialDriver::portIdentity(name);
+    const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
+    const auto device = std::make_shared<Device>(driver);
+    // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let it
+    // go, or the port would be lost until the host program ends.
+    endSessions([&](const Session& session) { return session.port == port; });
+    return openSession({driver, device, port}, true);
 }
 
 // A new session on the link that is held, whatever it is; -1 without one. The link is closed first: it has no
 // room for a second connection.
 int openHeldLink()
 {
-    return orMinusOne([] {
-        const Session held = currentSession();
-        if (!held.driver) {
-            return -1;
-        }
-        const auto device = std::make_shared<Device>(held.driver);
-        endSessions([&](const Session& session) { return session.driver == held.driver; });
-        return openSession({held.driver, device, held.port}, true);
-    });
+    const Session held = currentSession();
+    if (!held.driver) {
+        return -1;
+    }
+    const auto device = std::make_shared<Device>(held.driver);
+    endSessions([&](const Session& session) { return session.driver == held.driver; });
+    return openSession({held.driver, device, held.port}, true);
 }
 
 // 15 stands for one and a half; any number that is not listed means one.

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <shared_mutex>
 #include <string>
 #include <utility>
@@ -23,7 +24,7 @@ struct Session
 {
     std::shared_ptr<LinkDriver> driver;
     std::shared_ptr<Device> device;
-    std::string port; // what identifies it, on serial links
+    std::optional<std::string> port; // what identifies it; on serial links only
 };
 
 struct Sessions
@@ -128,7 +129,7 @@ int openTcp(std::string_view name)
         constexpr std::int64_t tcpTimeoutMs = 15000;
         const auto driver = std::make_shared<TcpDriver>(std::string(name));
         driver->setTimeout(tcpTimeoutMs);
-        return openSession({driver, std::make_shared<Device>(driver), {}}, false);
+        return openSession({driver, std::make_shared<Device>(driver), std::nullopt}, false);
     });
 }
 

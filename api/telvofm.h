@@ -115,8 +115,9 @@ TELVOFM_API int openFMStopBit(const char* portName, uint32_t stopBits);
 /*
  * Closes the connection and forgets the session's settings and pictures. Does nothing when none is open.
  * Calls of other threads that wait for the printer end with the step that they wait in (3 s over TCP, 15 s on
- * serial links) and return -10201, on serial links -10103. It is due before the library is unloaded:
- * FreeLibrary alone leaves the connection open until the program ends.
+ * serial links) and return -10201, on serial links -10103; an opening whose host name is being resolved is
+ * waited for. It is due before the library is unloaded: FreeLibrary alone leaves the connection open until
+ * the program ends.
  */
 TELVOFM_API void closeFM(void);
 

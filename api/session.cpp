@@ -278,9 +278,10 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         return -1;
     }
     try {
+        // A copy: the caller may change its own while the printer holds up the write.
+        const std::string copy(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         const std::shared_lock transport(driver->transportLock);
-        const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
-        return static_cast<int64_t>(driver->writeRaw(all));
+        return static_cast<int64_t>(driver->writeRaw(copy));
     } catch (const std::exception&) {
         return -1;
     }

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <shared_mutex>
 #include <string>
 #include <utility>
@@ -23,7 +24,7 @@ struct Session
 {
     std::shared_ptr<LinkDriver> driver;
     std::shared_ptr<Device> device;
-    std::string port; // what identifies it, on serial links
+    std::optional<std::string> port; // what identifies it; on serial links only
 };
 
 struct Sessions
@@ -116,7 +117,7 @@ int openTcp(std::string_view name)
     constexpr std::int64_t tcpTimeoutMs = 15000;
     const auto driver = std::make_shared<TcpDriver>(std::string(name));
     driver->setTimeout(tcpTimeoutMs);
-    return openSession({driver, std::make_shared<Device>(driver), {}}, false);
+    return openSession({driver, std::make_shared<Device>(driver), std::nullopt}, false);
 }
 
 constexpr std::uint32_t standardBaud = 57600;
@@ -260,9 +261,10 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         return -1;
     }
     try {
+        // A copy: the caller may change its own while the printer holds up the write.
+        const std::string copy(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         const std::shared_lock transport(driver->transportLock);
-        const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
-        return static_cast<int64_t>(driver->writeRaw(all));
+        return static_cast<int64_t>(driver->writeRaw(copy));
     } catch (const std::exception&) {
         return -1;
     }

@@ -77,15 +77,19 @@ Answer Printer::execute(const Request& request, CodePage codePage)
     const Request converted = withUtf8Texts(request, codePage);
     Decision decision = decide(current, converted, now());
     Reply reply;
-    if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-        reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
-        decision.refusal = reply.refusal;
-        for (Line& line : reply.lines) {
-            decision.draft.print(std::move(line));
+    try {
+        if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
+            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
+            decision.refusal = reply.refusal;
+            for (Line& line : reply.lines) {
+                decision.draft.print(std::move(line));
+            }
         }
-    }
-    if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
-        decision.refusal = restore(decision.draft, kept.backup());
+        if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
+            decision.refusal = restore(decision.draft, kept.backup());
+        }
+    } catch (const MemoryDamaged&) {
+        decision.refusal = Refusal::journalDamaged;
     }
     Answer answer = carryOut(decision);
     if (answer.refusal != Refusal::none) {

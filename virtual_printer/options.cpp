@@ -8,8 +8,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int wrongUse = 2;
-
 // "NAME=HOST:PORT".
 NetworkPrinter parsePrinter(const std::string& text)
 {
@@ -24,13 +22,19 @@ NetworkPrinter parsePrinter(const std::string& text)
                                  " is no printer; write it as NAME=127.0.0.1:9100, with letters, digits, "
                                  "- and _ in its name");
     }
-    return {name, text.substr(equals + 1)};
+    return {name, parseAddress(std::string_view(text).substr(equals + 1))};
 }
 
-void requireDifferentNames(const std::vector<NetworkPrinter>& printers)
+void requireDifferentNames(const Options& options)
 {
     std::vector<std::string> names;
-    for (const NetworkPrinter& printer : printers) {
+    if (options.hasPseudoTerminal) {
+        names.emplace_back(nameOnPseudoTerminal);
+    }
+    if (!options.serialPort.empty()) {
+        names.emplace_back(nameOnSerialPort);
+    }
+    for (const NetworkPrinter& printer : options.network) {
         if (std::find(names.begin(), names.end(), printer.name) != names.end()) {
             throw std::runtime_error("two printers are called " + printer.name +
                                      "; give each a name of its own");
@@ -47,6 +51,7 @@ Options readOptions(int count, const char* const* arguments)
     std::string address;
     std::vector<std::string> printers;
     std::string startOfClock;
+    std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
 
@@ -60,8 +65,8 @@ Options readOptions(int count, const char* const* arguments)
         ->check(CLI::IsMember({57600, 115200}));
     app.add_option("--data", options.dataFolder, "Keep each printer's memory in this folder")
         ->check(CLI::ExistingDirectory);
-    app.add_option("--second", options.secondTill, "A second till is turned away (busy), waits or takes over")
-        ->transform(CLI::CheckedTransformer(policies, CLI::ignore_case));
+    app.add_option("--second", second, "A second till is turned away (busy), waits or takes over")
+        ->check(CLI::IsMember({"busy", "wait", "takeover"}));
     app.add_option("--ready", options.readyFile, "Write the addresses into this file once they are there");
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", options.codesFile, "Numbers of the refusals, as a JSON file")
@@ -72,17 +77,20 @@ Options readOptions(int count, const char* const* arguments)
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         app.parse(count, arguments);
-    } catch (const CLI::ParseError& ending) {
+    } catch (const CLI::Success& helpOrVersion) {
+        app.exit(helpOrVersion);
         options.hasEnded = true;
-        options.exitCode = app.exit(ending) == 0 ? 0 : wrongUse;
         return options;
+    } catch (const CLI::ParseError& wrong) {
+        throw std::runtime_error(std::string(wrong.what()) + "; --help lists the options");
     }
 
+    options.secondTill = policies.at(second);
     if (!address.empty()) {
-        options.network.push_back({"printer", address});
+        options.network.push_back({nameOfListening, parseAddress(address)});
     }
     std::transform(printers.begin(), printers.end(), std::back_inserter(options.network), parsePrinter);
-    requireDifferentNames(options.network);
+    requireDifferentNames(options);
     if (options.network.empty() && !options.hasPseudoTerminal && options.serialPort.empty()) {
         throw std::runtime_error(
             "no link is named; start it with --listen 127.0.0.1:9100, --pty or --serial PORT");

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "virtual_printer/fiscal/moment.h"
-#include "virtual_printer/transport/tcp_link.h"
+#include "virtual_printer/transport/address.h"
+#include "virtual_printer/transport/second_till.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,10 +12,15 @@
 
 namespace virtual_printer {
 
+// The names of the printers that have no other.
+inline constexpr const char* nameOfListening = "printer";
+inline constexpr const char* nameOnPseudoTerminal = "pty";
+inline constexpr const char* nameOnSerialPort = "serial";
+
 struct NetworkPrinter
 {
     std::string name;
-    std::string address;
+    Address address;
 };
 
 struct Options
@@ -32,12 +38,11 @@ struct Options
     bool isFactoryNew = false;
     bool endsWithParent = false;
 
-    // Help or the version was asked for, or the options were wrong: all has been said.
+    // Help or the version was asked for: all has been said.
     bool hasEnded = false;
-    int exitCode = 0;
 };
 
-// Throws std::runtime_error with a sentence for the user.
+// Throws std::runtime_error with a sentence for the user when they are wrong.
 Options readOptions(int count, const char* const* arguments);
 
 } // namespace virtual_printer

@@ -47,12 +47,12 @@ public:
             announce(station, "listening on ", network.back()->address());
         }
         if (options.hasPseudoTerminal) {
-            Station& station = newStation("pty");
+            Station& station = newStation(nameOnPseudoTerminal);
             announce(station, "serial line ",
                      servePseudoTerminal(context, station, codes, [this] { context.stop(); }));
         }
         if (!options.serialPort.empty()) {
-            Station& station = newStation("serial");
+            Station& station = newStation(nameOnSerialPort);
             servePort(context, options.serialPort, options.baud, station, codes, [this] { context.stop(); });
             announce(station, "serial line ", options.serialPort);
         }
@@ -95,7 +95,7 @@ private:
     void print(const Station& station, const Happened& event)
     {
         const auto columns = static_cast<std::size_t>(station.printer.state().settings->columns);
-        for (const std::string& line : linesFor(event, columns)) {
+        for (const std::string& line : linesFor(event, columns, codes)) {
             output.say(prefixOf(station) + line);
         }
         writePictures(station);

@@ -47,6 +47,8 @@ public:
         ::close(output);
     }
 
+    [[nodiscard]] pid_t id() const { return process; }
+
     // The next line on standard output, without its end.
     [[nodiscard]] std::string line() const
     {
@@ -57,13 +59,44 @@ public:
         return text;
     }
 
+    // Everything that it still prints, until it ends.
+    [[nodiscard]] std::string rest() const
+    {
+        std::string text;
+        std::array<char, 4096> piece{};
+        for (ssize_t size = 0; (size = ::read(output, piece.data(), piece.size())) > 0;) {
+            text.append(piece.data(), static_cast<std::size_t>(size));
+        }
+        return text;
+    }
+
+    // The reader of its paper goes away.
+    void closePaper() { ::close(std::exchange(output, -1)); }
+
+    // Of its greeting, the first line when it listens on this machine.
+    [[nodiscard]] int port() const
+    {
+        const std::string greeting = line();
+        const std::string start = "listening on 127.0.0.1:";
+        if (greeting.substr(0, start.size()) != start) {
+            ADD_FAILURE() << "it greets with: " << greeting;
+            return 0;
+        }
+        return std::stoi(greeting.substr(start.size()));
+    }
+
     // The exit status after the signal; -1 when the process did not exit by itself.
     int end(int signal)
     {
-        int status = 0;
         ::kill(process, signal);
-        ::waitpid(process, &status, 0);
-        process = 0;
+        return exitCode();
+    }
+
+    // Waits for its end.
+    int exitCode()
+    {
+        int status = 0;
+        ::waitpid(std::exchange(process, 0), &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 

@@ -1,10 +1,8 @@
 // The virtual printer as users run it: a process that is reached over a real socket.
 #include "tests/system/printer_process.h"
+#include "tests/system/raw_till.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 namespace telvofm::test {
 namespace {
@@ -16,57 +14,12 @@ const std::string beginDay = "\x1C\x01\x29\x30\x00\x04\x00"s;
 const std::string beginReceipt = "\x1C\x01\x20\x30\x00\x31\x00\x30\x00\x30\x00\x31\x00\x30\x00\x04\x39"s;
 const std::string cancelPrinting = "\x1C\x01\xE0\x04\xF9"s;
 
-class Till
-{
-public:
-    explicit Till(int port) : connection(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
-    {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(connection, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-        constexpr timeval longest = {30, 0}; // so that a silent printer fails the test and does not hang it
-        ::setsockopt(connection, SOL_SOCKET, SO_RCVTIMEO, &longest, sizeof longest);
-    }
-    Till(const Till&) = delete;
-    Till& operator=(const Till&) = delete;
-    ~Till() { ::close(connection); }
-
-    void say(const std::string& bytes) const
-    {
-        EXPECT_EQ(::send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL),
-                  static_cast<ssize_t>(bytes.size()));
-    }
-
-    [[nodiscard]] std::string hear(std::size_t size) const
-    {
-        std::string bytes(size, '\0');
-        const ssize_t count = ::recv(connection, bytes.data(), bytes.size(), MSG_WAITALL);
-        bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
-        return bytes;
-    }
-
-    // Hangs up so that the printer sees an error instead of an end.
-    void reset() const
-    {
-        constexpr linger atOnce = {1, 0};
-        ::setsockopt(connection, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-    }
-
-private:
-    int connection;
-};
-
 class VirtualPrinterProcess : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        const std::string greeting = printer.line();
-        const std::string start = "listening on 127.0.0.1:";
-        ASSERT_EQ(greeting.substr(0, start.size()), start);
-        port = std::stoi(greeting.substr(start.size()));
+        port = printer.port();
         ASSERT_NE(port, 0); // the real one
     }
 
@@ -77,17 +30,17 @@ protected:
 TEST_F(VirtualPrinterProcess, ServesTheNextTillAfterOneThatBrokeOff)
 {
     {
-        const Till till(port);
+        const RawTill till(port);
         till.say(beginDay.substr(0, 4));
     }
     {
-        const Till till(port);
+        const RawTill till(port);
         till.say(beginDay);
         EXPECT_EQ(till.hear(1), "\x06");
         till.say(beginDay.substr(0, 2));
         till.reset();
     }
-    const Till till(port);
+    const RawTill till(port);
     till.say(cancelPrinting);
     EXPECT_EQ(till.hear(1), "\x06");
 }
@@ -95,11 +48,11 @@ TEST_F(VirtualPrinterProcess, ServesTheNextTillAfterOneThatBrokeOff)
 TEST_F(VirtualPrinterProcess, KeepsWhatWasSoldWhenATillComesBack)
 {
     {
-        const Till till(port);
+        const RawTill till(port);
         till.say(beginDay);
         EXPECT_EQ(till.hear(1), "\x06");
     }
-    const Till till(port);
+    const RawTill till(port);
     till.say(beginReceipt); // without the selling day of the first till it would be refused
     EXPECT_EQ(till.hear(1), "\x06");
     EXPECT_EQ(printer.line(), "                TELVOFM");
@@ -107,7 +60,7 @@ TEST_F(VirtualPrinterProcess, KeepsWhatWasSoldWhenATillComesBack)
 
 TEST_F(VirtualPrinterProcess, PassesOverNoise)
 {
-    const Till till(port);
+    const RawTill till(port);
     till.say("\xFF\x00\x3A\x3A\x07GET / HTTP/1.1\r\n\r\n"s + cancelPrinting);
     EXPECT_EQ(till.hear(1), "\x06");
     till.say("\x11");
@@ -116,25 +69,18 @@ TEST_F(VirtualPrinterProcess, PassesOverNoise)
 
 TEST_F(VirtualPrinterProcess, RefusesAWrongChecksum)
 {
-    const Till till(port);
+    const RawTill till(port);
     till.say("\x1C\x01\xE0\x04\xF8"s);
     EXPECT_EQ(till.hear(2), "\x15\x01");
 }
 
 TEST_F(VirtualPrinterProcess, PrintsTheTimeThatItWasTold)
 {
-    const Till till(port);
+    const RawTill till(port);
     till.say(beginDay + beginReceipt);
     EXPECT_EQ(till.hear(2), "\x06\x06");
     EXPECT_EQ(printer.line(), "                TELVOFM");
     EXPECT_EQ(printer.line(), "Receipt 1               2026-01-31 12:00");
-}
-
-TEST(VirtualPrinterClock, RefusesWhatIsNoTime)
-{
-    PrinterProcess printer({"--listen", "127.0.0.1:0", "--clock", "noon"});
-    EXPECT_EQ(printer.line(), "telvofm-printer: noon is no time; write it as \"2026-01-31 12:00\"");
-    EXPECT_EQ(printer.end(0), 1);
 }
 
 TEST_F(VirtualPrinterProcess, EndsWellOnSIGTERM)
@@ -144,7 +90,7 @@ TEST_F(VirtualPrinterProcess, EndsWellOnSIGTERM)
 
 TEST_F(VirtualPrinterProcess, EndsWellOnSIGINTWhileATillIsThere)
 {
-    const Till till(port);
+    const RawTill till(port);
     till.say(cancelPrinting);
     EXPECT_EQ(till.hear(1), "\x06");
     EXPECT_EQ(printer.end(SIGINT), 0);

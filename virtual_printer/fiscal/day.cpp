@@ -5,6 +5,8 @@
 #include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/vat_table.h"
 
+#include <utility>
+
 namespace virtual_printer {
 namespace {
 
@@ -76,7 +78,11 @@ void enterIntoFiscalMemory(Draft& draft, Document& document)
     Standing& standing = draft.standing();
     document.number = ++standing.closures;
     standing.ever.add(standing.day);
-    draft.keep(Closure{standing.closures, draft.now, standing.day, standing.drawer});
+    PaymentNames names;
+    for (const auto& [type, sum] : standing.day.byPayment) {
+        names[type] = nameOf(*draft.state().settings, type);
+    }
+    draft.keep(Closure{standing.closures, draft.now, standing.day, standing.drawer, std::move(names)});
     if (standing.closures >= warningFrom) {
         document.lines.push_back(Line{.kind = Line::Kind::heading,
                                       .text = "WARNING: ROOM FOR " +

@@ -32,7 +32,8 @@ struct Happened
 class Printer
 {
 public:
-    // Continues where the memory stands. A receipt that was open goes on after a line that says so.
+    // Continues where the memory stands. A receipt that was open goes on after a line that says so. Throws
+    // what the memory throws.
     Printer(Memory memory, const State& whenNew, Clock startedClock);
 
     // `request` as it came, with texts in `codePage`.

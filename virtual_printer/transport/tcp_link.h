@@ -4,7 +4,9 @@
 
 #include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/address.h"
 #include "virtual_printer/transport/connection.h"
+#include "virtual_printer/transport/second_till.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -14,18 +16,11 @@
 
 namespace virtual_printer {
 
-enum class SecondTill
-{
-    busy,    // its connection is closed at once
-    wait,    // it is served when the first one has gone
-    takeover // the first one's connection is closed
-};
-
 class TcpLink
 {
 public:
     // Listens from here on. Throws std::runtime_error with a sentence for the user.
-    TcpLink(boost::asio::io_context& context, const std::string& address, Station& at, const Codes& refusals,
+    TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
             SecondTill second);
 
     // As a till takes it; with the port that was found when 0 was asked for.

@@ -34,6 +34,9 @@ public:
 
     void open()
     {
+        if (!options.readyFile.empty()) {
+            forgetReadyFile(options.readyFile);
+        }
         // Before anybody can know that the printers are there.
         ending.async_wait([this](const boost::system::error_code& failure, int /*signal*/) {
             if (!failure) {
@@ -78,12 +81,23 @@ private:
         Memory memory = options.dataFolder.empty()
                             ? Memory()
                             : Memory(std::filesystem::path(options.dataFolder) / (name + ".db"));
+        Clock clock = clockFor(memory);
         Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
-                        options.start ? clockFrom(*options.start) : systemClock());
+                        std::move(clock));
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
         return *stations.back();
+    }
+
+    // A clock that starts at a moment shows it, whatever the one of the last time was set to.
+    [[nodiscard]] Clock clockFor(const Memory& memory) const
+    {
+        if (!options.start) {
+            return systemClock();
+        }
+        const auto kept = memory.load();
+        return clockFrom(*options.start - (kept ? kept->standing->clockOffset : std::chrono::seconds(0)));
     }
 
     void announce(const Station& station, const std::string& what, std::string address)

@@ -156,6 +156,36 @@ TEST(VirtualPrinterOptions, WriteTheAddressesIntoAReadyFile)
     EXPECT_FALSE(std::filesystem::exists(file + ".part"));
 }
 
+// Whoever waits for the file must not find that of the last time.
+TEST(VirtualPrinterOptions, TakeAnOlderReadyFileAwayBeforeTheyAreTried)
+{
+    const OwnFolder folder;
+    const std::string file = folder.file("ready.json");
+    std::ofstream(file) << "{}";
+    const Refused refused({"--serial", "/dev/no such port", "--ready", file});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+// Also when the clock was set before and the memory knows by how much.
+TEST(VirtualPrinterOptions, StartTheClock)
+{
+    const OwnFolder folder;
+    const auto startAt = [&](const std::string& moment) {
+        return std::vector<std::string>{"--listen", "127.0.0.1:0", "--clock",
+                                        moment,     "--data",      folder.path.string()};
+    };
+    {
+        const PrinterProcess printer(startAt("2026-01-31 12:00"));
+        const RawTill till(printer.port());
+        EXPECT_EQ(till.variable("CLOCK").substr(0, 16), "2026-01-31 12:00");
+        EXPECT_TRUE(till.isAccepted(0xBF, {"2026-03-01 08:00"}));
+        EXPECT_EQ(till.variable("CLOCK").substr(0, 16), "2026-03-01 08:00");
+    }
+    const PrinterProcess printer(startAt("2026-05-01 09:00"));
+    EXPECT_EQ(RawTill(printer.port()).variable("CLOCK").substr(0, 16), "2026-05-01 09:00");
+}
+
 TEST(VirtualPrinterOptions, MapRefusalsToTheNumbersOfAnotherDevice)
 {
     const OwnFolder folder;

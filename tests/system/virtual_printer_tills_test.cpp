@@ -58,7 +58,9 @@ TEST(SecondTill, TakesThePrinterOver)
     const RawTill second(port);
     EXPECT_TRUE(first.isClosed());
     EXPECT_TRUE(second.isAccepted(anyCommand));
-    EXPECT_TRUE(second.isAccepted(anyCommand));
+    const RawTill third(port);
+    EXPECT_TRUE(second.isClosed());
+    EXPECT_TRUE(third.isAccepted(anyCommand));
 }
 
 TEST(SecondTill, OfAnotherPrinterIsNone)

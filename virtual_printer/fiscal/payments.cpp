@@ -47,13 +47,23 @@ struct Payment
     Cents value = 0;   // in the receipt's currency
     Cents foreign = 0; // as paid; 0 in the receipt's currency
     Cents change = 0;
+    Rate rate;
 };
+
+// "1 = 0.0400 EUR", or "1 EUR = 25.0000" for a rate that divides.
+std::string textOf(const Rate& rate)
+{
+    const std::string decimals = std::to_string(even + rate.tenThousandths % even).substr(1);
+    const std::string number = std::to_string(rate.tenThousandths / even) + "." + decimals;
+    return rate.divides ? "1 EUR = " + number : "1 = " + number + " EUR";
+}
 
 Payment readPayment(const Fields& fields, const Settings& settings, Cents due)
 {
     const Rate rate = rateOf(fields, settings);
     const Cents paid = fields.money(payedAmount);
     Payment payment;
+    payment.rate = rate;
     payment.type = fields.whole(paymentNumber);
     payment.value = paid == 0 ? due : fromForeign(paid, rate);
     if (rate.tenThousandths != even) {
@@ -96,6 +106,10 @@ void takeIn(Draft& draft, const Payment& payment, std::string title)
     receipt.isBeingPaid = true;
     receipt.paid += payment.value - payment.change;
     receipt.document.byPayment[payment.type] += payment.value;
+    if (payment.foreign != 0) {
+        draft.printInReceipt(
+            {.kind = Line::Kind::pair, .text = "Exchange rate", .right = textOf(payment.rate)});
+    }
     draft.printInReceipt({.kind = Line::Kind::payment,
                           .text = std::move(title),
                           .number = payment.type,

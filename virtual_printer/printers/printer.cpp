@@ -2,6 +2,7 @@
 
 #include "virtual_printer/answers/replies.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace virtual_printer {
@@ -47,6 +48,9 @@ Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
     const auto before = kept.load();
     current = before.value_or(whenNew);
     Draft start(current, now());
+    if (ownClock() < now()) {
+        start.standing().clockOffset += now() - ownClock();
+    }
     if (before && before->receipt) {
         start.printInReceipt({.kind = Line::Kind::powerLost});
     }
@@ -63,6 +67,11 @@ Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
 }
 
 Moment Printer::now() const
+{
+    return std::max(ownClock(), current.standing->lastDocument);
+}
+
+Moment Printer::ownClock() const
 {
     return clock() + current.standing->clockOffset;
 }

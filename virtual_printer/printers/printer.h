@@ -45,11 +45,14 @@ public:
 
     [[nodiscard]] const State& state() const { return current; }
     [[nodiscard]] const Memory& memory() const { return kept; }
+    // Never before the last document: a clock that would be starts there, and one that is moved back stands
+    // still until it has come there again.
     [[nodiscard]] Moment now() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);
 
 private:
+    [[nodiscard]] Moment ownClock() const;
     Answer carryOut(Decision decision);
 
     Memory kept;

@@ -57,6 +57,7 @@ void TcpLink::receive(tcp::socket till)
     case SecondTill::busy:
         return; // its socket closes here
     case SecondTill::takeover:
+        waiting.clear(); // also what another one has not yet taken over
         waiting.push_back(std::move(till));
         present->close();
         return;

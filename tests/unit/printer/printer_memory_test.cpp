@@ -26,7 +26,7 @@ protected:
 
     // Why the printer does not start; empty when it does.
     template <typename Failure>
-    std::string failureAtStart() const
+    [[nodiscard]] std::string failureAtStart() const
     {
         try {
             const Printer printer = start();

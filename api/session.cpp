@@ -11,6 +11,7 @@
 #include <chrono>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <shared_mutex>
 #include <string>
 #include <utility>
@@ -23,7 +24,7 @@ struct Session
 {
     std::shared_ptr<LinkDriver> driver;
     std::shared_ptr<Device> device;
-    std::string port; // what identifies it, on serial links
+    std::optional<std::string> port; // what identifies it; on serial links only
 };
 
 struct Sessions
@@ -111,25 +112,12 @@ bool namesSerialPort(std::string_view name)
     return name.starts_with("COM") || name.starts_with(R"(\\.\COM)");
 }
 
-// Every exception of an open is its failure.
-template <typename Open>
-int orMinusOne(Open open)
-{
-    try {
-        return open();
-    } catch (const std::exception&) {
-        return -1;
-    }
-}
-
 int openTcp(std::string_view name)
 {
-    return orMinusOne([&] {
-        constexpr std::int64_t tcpTimeoutMs = 15000;
-        const auto driver = std::make_shared<TcpDriver>(std::string(name));
-        driver->setTimeout(tcpTimeoutMs);
-        return openSession({driver, std::make_shared<Device>(driver), {}}, false);
-    });
+    constexpr std::int64_t tcpTimeoutMs = 15000;
+    const auto driver = std::make_shared<TcpDriver>(std::string(name));
+    driver->setTimeout(tcpTimeoutMs);
+    return openSession({driver, std::make_shared<Device>(driver), std::nullopt}, false);
 }
 
 constexpr std::uint32_t standardBaud = 57600;
@@ -137,30 +125,26 @@ constexpr std::uint32_t fastBaud = 115200;
 
 int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
 {
-    return orMinusOne([&] {
-        const std::string port = SerialDriver::portIdentity(name);
-        const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
-        const auto device = std::make_shared<Device>(driver);
-        // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let
-        // it go, or the port would be lost until the host program ends.
-        endSessions([&](const Session& session) { return session.port == port; });
-        return openSession({driver, device, port}, true);
-    });
+    const std::string port = SerialDriver::portIdentity(name);
+    const auto driver = std::make_shared<SerialDriver>(name, baud, stopBits);
+    const auto device = std::make_shared<Device>(driver);
+    // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let it
+    // go, or the port would be lost until the host program ends.
+    endSessions([&](const Session& session) { return session.port == port; });
+    return openSession({driver, device, port}, true);
 }
 
 // A new session on the link that is held, whatever it is; -1 without one. The link is closed first: it has no
 // room for a second connection.
 int openHeldLink()
 {
-    return orMinusOne([] {
-        const Session held = currentSession();
-        if (!held.driver) {
-            return -1;
-        }
-        const auto device = std::make_shared<Device>(held.driver);
-        endSessions([&](const Session& session) { return session.driver == held.driver; });
-        return openSession({held.driver, device, held.port}, true);
-    });
+    const Session held = currentSession();
+    if (!held.driver) {
+        return -1;
+    }
+    const auto device = std::make_shared<Device>(held.driver);
+    endSessions([&](const Session& session) { return session.driver == held.driver; });
+    return openSession({held.driver, device, held.port}, true);
 }
 
 // 15 stands for one and a half; any number that is not listed means one.
@@ -277,9 +261,10 @@ int64_t rawWrite(const unsigned char* bytes, int64_t count)
         return -1;
     }
     try {
+        // A copy: the caller may change its own while the printer holds up the write.
+        const std::string copy(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
         const std::shared_lock transport(driver->transportLock);
-        const std::string_view all(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
-        return static_cast<int64_t>(driver->writeRaw(all));
+        return static_cast<int64_t>(driver->writeRaw(copy));
     } catch (const std::exception&) {
         return -1;
     }

@@ -22,7 +22,8 @@
  *    `_str` one takes a text and uses its first character; an empty text sends the byte 0x00.
  * 6. What comes back, unless a function says otherwise: 0, or the code of the failure.
  *
- *        0           done
+ *        0           done; also a refusal whose error byte is 0: the printer has not carried the command
+ *                    out, and buffers, counts and result objects are as they were
  *        1 ... 255   the printer's own error code
  *        64          also: serial, the printer is silent for 15 s although it holds clear-to-send on
  *        -1          no printer is open; for the open functions: it could not be opened
@@ -39,8 +40,9 @@
  *    call may succeed.
  * 7. Functions may be called from several threads; each exchange is whole. rawRead and rawWrite do not wait
  *    for an exchange of another thread to end.
- * 8. Unless the call log is off, every call writes one line to it before anything is sent (see setLogginOn).
- *    Passwords appear as "*****" unless a function says that it writes them in clear.
+ * 8. Unless the call log is off, a call writes one line to it before anything is sent (see setLogginOn),
+ *    unless its function says otherwise. Passwords appear as "*****" unless a function says that it writes
+ *    them in clear.
  * 9. A `bool` is one byte: 0 is false, and any other value that a host language has for true is true.
  * 10. Memory that a function returns stays the library's, except result objects, which the caller destroys.
  *
@@ -115,8 +117,9 @@ TELVOFM_API int openFMStopBit(const char* portName, uint32_t stopBits);
 /*
  * Closes the connection and forgets the session's settings and pictures. Does nothing when none is open.
  * Calls of other threads that wait for the printer end with the step that they wait in (3 s over TCP, 15 s on
- * serial links) and return -10201, on serial links -10103. It is due before the library is unloaded:
- * FreeLibrary alone leaves the connection open until the program ends.
+ * serial links) and return -10201, on serial links -10103; an opening whose host name is being resolved is
+ * waited for. It is due before the library is unloaded: FreeLibrary alone leaves the connection open until
+ * the program ends.
  */
 TELVOFM_API void closeFM(void);
 
@@ -149,11 +152,11 @@ TELVOFM_API int sendUnspecifiedData(const char* data);
 /*
  * Switches the call log on and makes `path` its file; the file is opened, appended to and closed for every
  * line. From the start the log is on and writes to "fmlog.txt" in the current directory. A file that cannot
- * be written loses its lines without any other effect.
+ * be written loses its lines without any other effect. Not logged.
  */
 TELVOFM_API void setLogginOn(const char* path);
 
-/* Switches the call log off. */
+/* Switches the call log off. Not logged. */
 TELVOFM_API void setLogginOff(void);
 
 /* ---- Result objects ---- */
@@ -161,15 +164,15 @@ TELVOFM_API void setLogginOff(void);
 /* Returns a new, empty result object that the caller destroys, or null when memory runs out. Not logged. */
 TELVOFM_API ResultObject* createResultObject(void);
 
-/* Destroys a result object; a null pointer is ignored. */
+/* Destroys a result object; a null pointer is ignored. Not logged. */
 TELVOFM_API void destroyResultObject(ResultObject* object);
 
-/* The number of bytes held (the low 32 bits of it). The object must not be null. */
+/* The number of bytes held (the low 32 bits of it). The object must not be null. Not logged. */
 TELVOFM_API int getResultObjectLength(const ResultObject* object);
 
 /*
  * The bytes held, with a 0x00 behind the last one. They may contain 0x00 themselves. The pointer is valid
- * until the object is filled again or destroyed. The object must not be null.
+ * until the object is filled again or destroyed. The object must not be null. Not logged.
  */
 TELVOFM_API const char* getResultObjectString(const ResultObject* object);
 
@@ -177,12 +180,13 @@ TELVOFM_API const char* getResultObjectString(const ResultObject* object);
 
 /*
  * Switches the raw log on: every byte on the link, in hexadecimal, "C: " for sent and "S: " for received
- * ones. The file at `path` is emptied; an empty path means the one of an earlier call, and without one
- * nothing changes. Passwords and receipts appear in it as they pass the link. Not logged.
+ * ones. The file at `path` is emptied; an empty path goes on with the file of an earlier call, which keeps
+ * what it holds, and without one nothing changes. Passwords and receipts appear in it as they pass the link,
+ * and stay there. Not logged.
  */
 TELVOFM_API void setRawLogginOn(const char* path);
 
-/* Switches the raw log off and keeps its path. */
+/* Switches the raw log off and keeps its path. Not logged. */
 TELVOFM_API void seRawLogginOff(void);
 
 /* ---- Receipt: lifecycle ---- */
@@ -1069,7 +1073,7 @@ TELVOFM_API int loadGHNV2(int device, int imageCount, int leftSpacing1, int left
 
 /*
  * Uploads the picture that was prepared under index 9, column by column. Without one nothing is uploaded, and
- * a picture that is prepared under 9 afterwards is not taken for this function any more.
+ * a picture that is prepared under 9 afterwards is taken neither by this function nor by loadGHNV2 any more.
  */
 TELVOFM_API int loadRAMBitMap(int device, int leftSpacing, int printLogoAfterPrint);
 

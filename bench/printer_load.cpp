@@ -27,8 +27,6 @@
 #include <unistd.h>
 #include <vector>
 
-extern char** environ;
-
 namespace {
 
 using boost::asio::ip::tcp;
@@ -45,10 +43,11 @@ public:
         std::filesystem::remove(ready);
         std::vector<std::string> arguments = {program, "--data", folder, "--ready", ready};
         for (int number = 0; number < printers; ++number) {
-            arguments.push_back("--printer");
+            arguments.emplace_back("--printer");
             arguments.push_back("p" + std::to_string(number) + "=127.0.0.1:0");
         }
         std::vector<char*> pointers;
+        pointers.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) {
             pointers.push_back(argument.data());
         }

@@ -1,8 +1,38 @@
 # What keeps the time of a build down without touching what is shipped.
 
+# Some optimisation: enough for a program that waits for disks and tills, at two thirds of the compiler's time.
+function(telvofm_compile_moderately target)
+    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O1>")
+endfunction()
+
 # A program or library of the tests or the tools: its own speed does not matter, so it is not optimised.
 function(telvofm_compile_quickly target)
     target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O0>")
+endfunction()
+
+# Several files of a program are compiled as one: what they make of the same templates is made once. Names of files
+# that are compiled together must differ; who wants each file by itself, as clang-tidy does, switches it off.
+option(TELVOFM_UNITE "Compile several files as one where a target says so" ON)
+add_library(telvofm_files_together INTERFACE)
+target_compile_options(telvofm_files_together INTERFACE -Wno-shadow) # the hidden names of one file by those of another
+
+# So many files at once; 0 takes all.
+function(telvofm_unite target files)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${TELVOFM_UNITE} UNITY_BUILD_BATCH_SIZE ${files})
+endfunction()
+
+# The files of each folder: their headers are read once per folder.
+function(telvofm_compile_by_folder target)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        cmake_path(GET source PARENT_PATH folder)
+        cmake_path(GET folder FILENAME room)
+        set_source_files_properties(${source} PROPERTIES UNITY_GROUP "room_${room}")
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${TELVOFM_UNITE} UNITY_BUILD_MODE GROUP)
+    if(TELVOFM_UNITE)
+        target_link_libraries(${target} PRIVATE telvofm_files_together) # behind all other warnings
+    endif()
 endfunction()
 
 # target_precompile_headers in a form that ccache can keep; the build presets tell it that it may.
@@ -13,20 +43,4 @@ function(telvofm_precompile target)
     else()
         target_compile_options(${target} PRIVATE -fpch-preprocess)
     endif()
-endfunction()
-
-# Compiles the files of each folder of a target as one, so that their headers are read once per folder and not once
-# per file. A file whose hidden names stand in another file of its folder too is left out with
-# SKIP_UNITY_BUILD_INCLUSION.
-add_library(telvofm_files_together INTERFACE)
-target_compile_options(telvofm_files_together INTERFACE -Wno-shadow) # the hidden names of one file by those of another
-function(telvofm_compile_by_folder target)
-    get_target_property(sources ${target} SOURCES)
-    foreach(source IN LISTS sources)
-        cmake_path(GET source PARENT_PATH folder)
-        cmake_path(GET folder FILENAME room)
-        set_source_files_properties(${source} PROPERTIES UNITY_GROUP "room_${room}")
-    endforeach()
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
-    target_link_libraries(${target} PRIVATE telvofm_files_together) # behind all other warnings
 endfunction()

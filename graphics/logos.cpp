@@ -109,9 +109,8 @@ void loadMemoryBitmap(Device& printer, int address, int leftSpacing, bool printA
 void print(Device& printer, int address, int printType, int graphicIndex, std::string_view imageData)
 {
     constexpr std::string_view end("\0\0\0\0", 4);
-    const std::string picture(imageData); // the caller may change its own while the printer answers
     printer.send(printer.request(address, Command::printGraphic).number(printType).number(graphicIndex));
-    printer.upload(picture, true);
+    printer.upload(imageData, true);
     printer.upload(end, true);
 }
 

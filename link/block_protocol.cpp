@@ -271,12 +271,14 @@ bool BlockProtocol::anotherBlockFollows()
     return answer == blockStart;
 }
 
-// A block that came damaged three times has decided the exchange: what goes wrong after that changes no code.
+// A block that came damaged three times has decided the exchange: what goes wrong after that changes no code
+// but for a link that is being closed.
 Byte BlockProtocol::readAnswerToDamage(int attempt)
 {
     try {
         return readAnswerByte();
     } catch (const Telvo06FMException&) {
+        endIfInterrupted();
         if (isLastTry(attempt)) {
             throw Telvo06FMException(code::unexpectedAnswer);
         }

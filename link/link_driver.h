@@ -6,11 +6,11 @@
 #pragma once
 
 #include "link/exchange_lock.h"
+#include "link/transport_lock.h"
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <shared_mutex>
 #include <string>
 #include <string_view>
 
@@ -55,8 +55,7 @@ public:
 
     // Held by each exchange: device objects that share a link share its lock.
     ExchangeLock exchangeLock;
-    // Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes.
-    std::shared_mutex transportLock;
+    TransportLock transportLock;
 
     // Kept for the caller; no exchange reads it, which is meant.
     void setTimeout(std::int64_t milliseconds) { timeoutMs = milliseconds; }

@@ -43,6 +43,9 @@ std::size_t SerialDriver::writeRaw(std::string_view bytes)
         throw Telvo06FMException(code::portNotReady);
     }
     for (const char byte : bytes) {
+        if (wasCut()) {
+            endIfInterrupted(); // what is left of a long request
+        }
         writeProtocolByte(static_cast<Byte>(byte));
     }
     return bytes.size();
@@ -85,9 +88,6 @@ void SerialDriver::beginTry(Exchange exchange)
 // Without a look at CTS, unlike the beginning of a write: this is meant.
 void SerialDriver::writeProtocolByte(Byte byte)
 {
-    if (wasCut()) {
-        endIfInterrupted(); // what is left of a long request
-    }
     const char single = static_cast<char>(byte);
     waitForDataSetReady();
     writeToLine(single);

@@ -144,12 +144,22 @@ bool CSerial::modemStatus(ModemStatus& status)
 
 bool CSerial::writePort(char byte, std::chrono::milliseconds limit)
 {
-    const int ready = waitFor(descriptor(handle), POLLOUT, limit);
-    if (ready == 0) {
-        error = ETIMEDOUT;
-        return false;
+    const auto deadline = now() + limit;
+    for (auto left = limit; left.count() > 0; left = deadline - now()) {
+        const int ready = waitFor(descriptor(handle), POLLOUT, left);
+        if (ready == 0) {
+            break;
+        }
+        if (ready == 1 && ::write(descriptor(handle), &byte, 1) == 1) {
+            return true;
+        }
+        // Raw bytes of another thread can take the room in between.
+        if (ready != 1 || (errno != EAGAIN && errno != EINTR)) {
+            return outcome(false);
+        }
     }
-    return outcome(ready == 1 && ::write(descriptor(handle), &byte, 1) == 1);
+    error = ETIMEDOUT;
+    return false;
 }
 
 bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, std::size_t& count)

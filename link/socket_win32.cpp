@@ -43,13 +43,13 @@ std::optional<std::vector<SocketAddress>> Socket::resolve(const std::string& hos
 
 bool Socket::create(const SocketAddress& address)
 {
-    const SOCKET created = ::socket(address.family, address.type, address.protocol);
+    // A program that the host starts would keep the connection open beyond our close.
+    constexpr DWORD flags = WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT;
+    const SOCKET created = ::WSASocketW(address.family, address.type, address.protocol, nullptr, 0, flags);
     if (created == INVALID_SOCKET) {
         return false;
     }
     handle = created;
-    // A program that the host starts would keep the connection open beyond our close.
-    ::SetHandleInformation(reinterpret_cast<HANDLE>(created), HANDLE_FLAG_INHERIT, 0);
     return true;
 }
 
@@ -67,9 +67,14 @@ void Socket::close()
     }
 }
 
+// A send that waits for room lets a shutdown wait: no operation begins after it, and those that have begun
+// end with the cancel, whichever thread they are of.
 void Socket::shutDown() const
 {
-    ::shutdown(handle, SD_BOTH);
+    if (handle != invalid) {
+        ::shutdown(handle, SD_BOTH);
+        ::CancelIoEx(reinterpret_cast<HANDLE>(handle), nullptr);
+    }
 }
 
 bool Socket::send(std::string_view bytes) const

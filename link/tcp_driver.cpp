@@ -21,18 +21,12 @@ void TcpDriver::open()
 {
     close(); // a link that is opened again loses no socket
     startAnew();
+    input.discard(); // what the connection before has left behind
     if (!Socket::startUp()) {
         throw Telvo06FMException(code::transportFailure);
     }
-    const auto colon = portName.find(':');
-    const std::string host = portName.substr(0, colon);
-    std::string port(colon == std::string::npos ? "" : portName.substr(colon + 1));
-    if (port.empty()) {
-        port = defaultPort;
-    }
-    writeLine("host: " + host + " port: " + port);
     try {
-        connectToFirstThatAccepts(host, port);
+        connectToFirstThatAccepts();
     } catch (...) {
         Socket::cleanUp();
         throw;
@@ -40,8 +34,15 @@ void TcpDriver::open()
     isOpen = true;
 }
 
-void TcpDriver::connectToFirstThatAccepts(const std::string& host, const std::string& port)
+void TcpDriver::connectToFirstThatAccepts()
 {
+    const auto colon = portName.find(':');
+    const std::string host = portName.substr(0, colon);
+    std::string port(colon == std::string::npos ? "" : portName.substr(colon + 1));
+    if (port.empty()) {
+        port = defaultPort;
+    }
+    writeLine("host: " + host + " port: " + port);
     const auto addresses = Socket::resolve(host, port);
     if (addresses) {
         for (const SocketAddress& address : *addresses) {

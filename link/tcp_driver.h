@@ -24,7 +24,7 @@ public:
     Byte readByte(bool passThrough, std::int64_t waitMs) override;
 
 private:
-    void connectToFirstThatAccepts(const std::string& host, const std::string& port);
+    void connectToFirstThatAccepts();
     bool createSocket(const SocketAddress& address);
     void closeSocket();
     void beginTry(Exchange exchange) override;

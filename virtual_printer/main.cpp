@@ -13,16 +13,36 @@
 #include <cstdlib>
 #include <exception>
 
+namespace {
+
+constexpr int wrongUse = 2;
+
+// What went wrong in one sentence, which the exception has.
+void say(const std::exception& failure)
+{
+    std::fprintf(stderr, "telvofm-printer: %s\n", failure.what());
+}
+
+int run(const virtual_printer::Options& options)
+{
+    try {
+        return virtual_printer::serve(options);
+    } catch (const std::exception& failure) {
+        say(failure);
+        return EXIT_FAILURE;
+    }
+}
+
+} // namespace
+
 int main(int count, char** arguments)
 {
     try {
         virtual_printer::writeInUtf8();
         const auto options = virtual_printer::readOptions(virtual_printer::commandLine(count, arguments));
-        return options.hasEnded ? options.exitCode : virtual_printer::serve(options);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "telvofm-printer: %s\n", failure.what());
-    } catch (...) {
-        std::fputs("telvofm-printer: something went wrong that cannot be told; start it again\n", stderr);
+        return options.hasEnded ? EXIT_SUCCESS : run(options);
+    } catch (const std::exception& wrong) {
+        say(wrong);
     }
-    return EXIT_FAILURE;
+    return wrongUse;
 }

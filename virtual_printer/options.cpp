@@ -10,8 +10,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int wrongUse = 2;
-
 // "NAME=HOST:PORT".
 NetworkPrinter parsePrinter(const std::string& text)
 {
@@ -26,13 +24,19 @@ NetworkPrinter parsePrinter(const std::string& text)
                                  " is no printer; write it as NAME=127.0.0.1:9100, with letters, digits, "
                                  "- and _ in its name");
     }
-    return {name, text.substr(equals + 1)};
+    return {name, parseAddress(std::string_view(text).substr(equals + 1))};
 }
 
-void requireDifferentNames(const std::vector<NetworkPrinter>& printers)
+void requireDifferentNames(const Options& options)
 {
     std::vector<std::string> names;
-    for (const NetworkPrinter& printer : printers) {
+    if (options.hasPseudoTerminal) {
+        names.emplace_back(nameOnPseudoTerminal);
+    }
+    if (!options.serialPort.empty()) {
+        names.emplace_back(nameOnSerialPort);
+    }
+    for (const NetworkPrinter& printer : options.network) {
         if (std::find(names.begin(), names.end(), printer.name) != names.end()) {
             throw std::runtime_error("two printers are called " + printer.name +
                                      "; give each a name of its own");
@@ -73,6 +77,7 @@ Options readOptions(std::vector<std::string> arguments)
     std::string ready;
     std::string refusals;
     std::string logos;
+    std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
 
@@ -80,9 +85,6 @@ Options readOptions(std::vector<std::string> arguments)
     app.allow_windows_style_options(
         false); // the options are the same everywhere, and a path may begin with "/"
     app.set_version_flag("--version", std::string("telvofm-printer ") + TELVOFM_VERSION_TEXT);
-    app.failure_message([](const CLI::App* /*app*/, const CLI::Error& failure) {
-        return std::string("telvofm-printer: ") + failure.what() + "; --help lists the options\n";
-    });
     app.add_option("--listen", address, "Listen for tills on HOST:PORT; port 0 takes any that is free");
     app.add_option("--printer", printers, "One printer of several: NAME=HOST:PORT")->allow_extra_args(false);
     app.add_flag("--pty", options.hasPseudoTerminal, "Make a pseudo-terminal and print its path");
@@ -90,8 +92,8 @@ Options readOptions(std::vector<std::string> arguments)
     app.add_option("--baud", options.baud, "The speed of the serial port")
         ->check(CLI::IsMember({57600, 115200}));
     app.add_option("--data", data, "Keep each printer's memory in this folder")->check(noFolder);
-    app.add_option("--second", options.secondTill, "A second till is turned away (busy), waits or takes over")
-        ->transform(CLI::CheckedTransformer(policies, CLI::ignore_case));
+    app.add_option("--second", second, "A second till is turned away (busy), waits or takes over")
+        ->check(CLI::IsMember({"busy", "wait", "takeover"}));
     app.add_option("--ready", ready, "Write the addresses into this file once they are there");
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", refusals, "Numbers of the refusals, as a JSON file")->check(noFile);
@@ -102,21 +104,24 @@ Options readOptions(std::vector<std::string> arguments)
     try {
         std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
         app.parse(std::move(arguments));
-    } catch (const CLI::ParseError& ending) {
+    } catch (const CLI::Success& helpOrVersion) {
+        app.exit(helpOrVersion);
         options.hasEnded = true;
-        options.exitCode = app.exit(ending) == 0 ? 0 : wrongUse;
         return options;
+    } catch (const CLI::ParseError& wrong) {
+        throw std::runtime_error(std::string(wrong.what()) + "; --help lists the options");
     }
 
     options.dataFolder = toPath(data);
     options.readyFile = toPath(ready);
     options.codesFile = toPath(refusals);
     options.logoFolder = toPath(logos);
+    options.secondTill = policies.at(second);
     if (!address.empty()) {
-        options.network.push_back({"printer", address});
+        options.network.push_back({nameOfListening, parseAddress(address)});
     }
     std::transform(printers.begin(), printers.end(), std::back_inserter(options.network), parsePrinter);
-    requireDifferentNames(options.network);
+    requireDifferentNames(options);
     if (options.network.empty() && !options.hasPseudoTerminal && options.serialPort.empty()) {
         throw std::runtime_error(
             "no link is named; start it with --listen 127.0.0.1:9100, --pty or --serial PORT");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "virtual_printer/fiscal/moment.h"
+#include "virtual_printer/transport/address.h"
 #include "virtual_printer/transport/second_till.h"
 
 #include <cstdint>
@@ -12,10 +13,15 @@
 
 namespace virtual_printer {
 
+// The names of the printers that have no other.
+inline constexpr const char* nameOfListening = "printer";
+inline constexpr const char* nameOnPseudoTerminal = "pty";
+inline constexpr const char* nameOnSerialPort = "serial";
+
 struct NetworkPrinter
 {
     std::string name;
-    std::string address;
+    Address address;
 };
 
 struct Options
@@ -33,13 +39,12 @@ struct Options
     bool isFactoryNew = false;
     bool endsWithParent = false;
 
-    // Help or the version was asked for, or the options were wrong: all has been said.
+    // Help or the version was asked for: all has been said.
     bool hasEnded = false;
-    int exitCode = 0;
 };
 
 // From the command line without the program's name, in UTF-8. Throws std::runtime_error with a sentence for
-// the user.
+// the user when they are wrong.
 Options readOptions(std::vector<std::string> arguments);
 
 } // namespace virtual_printer

@@ -38,6 +38,9 @@ public:
 
     void open()
     {
+        if (!options.readyFile.empty()) {
+            forgetReadyFile(options.readyFile);
+        }
         // Before anybody can know that the printers are there.
         ending.async_wait([this](const boost::system::error_code& failure, int /*signal*/) {
             if (!failure) {
@@ -51,12 +54,12 @@ public:
             announce(station, "listening on ", network.back()->address());
         }
         if (options.hasPseudoTerminal) {
-            Station& station = newStation("pty");
+            Station& station = newStation(nameOnPseudoTerminal);
             announce(station, "serial line ",
                      servePseudoTerminal(context, station, codes, [this] { context.stop(); }));
         }
         if (!options.serialPort.empty()) {
-            Station& station = newStation("serial");
+            Station& station = newStation(nameOnSerialPort);
             servePort(context, options.serialPort, options.baud, station, codes, [this] { context.stop(); });
             announce(station, "serial line ", options.serialPort);
         }
@@ -80,12 +83,23 @@ private:
     Station& newStation(const std::string& name)
     {
         Memory memory = options.dataFolder.empty() ? Memory() : Memory(options.dataFolder / (name + ".db"));
+        Clock clock = clockFor(memory);
         Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
-                        options.start ? clockFrom(*options.start) : systemClock());
+                        std::move(clock));
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
         return *stations.back();
+    }
+
+    // A clock that starts at a moment shows it, whatever the one of the last time was set to.
+    [[nodiscard]] Clock clockFor(const Memory& memory) const
+    {
+        if (!options.start) {
+            return systemClock();
+        }
+        const auto kept = memory.load();
+        return clockFrom(*options.start - (kept ? kept->standing->clockOffset : std::chrono::seconds(0)));
     }
 
     void announce(const Station& station, const std::string& what, std::string address)
@@ -97,7 +111,7 @@ private:
     void print(const Station& station, const Happened& event)
     {
         const auto columns = static_cast<std::size_t>(station.printer.state().settings->columns);
-        for (const std::string& line : linesFor(event, columns)) {
+        for (const std::string& line : linesFor(event, columns, codes)) {
             output.say(prefixOf(station) + line);
         }
         writePictures(station);
@@ -149,7 +163,7 @@ int serve(const Options& options)
     service.run();
     constexpr std::chrono::milliseconds lastWords{500};
     if (!output.flush(lastWords)) {
-        std::_Exit(EXIT_SUCCESS); // a reader that does not read must not hold up the end
+        endAtOnce(); // a reader that does not read must not hold up the end
     }
     return EXIT_SUCCESS;
 }

@@ -5,6 +5,8 @@
 #include "api/frame.h"
 #include "api/telvofm.h"
 
+#include <string>
+
 using namespace telvofm;
 
 namespace {
@@ -84,11 +86,12 @@ int loadRAMBitMap(int device, int leftSpacing, int printLogoAfterPrint)
 
 int printGraphic(int device, int printType, int graphicIndex, const void* imageData, int imageDataByteSize)
 {
+    const bool hasData = imageData != nullptr && imageDataByteSize > 0;
+    // A copy, as of texts: the caller may change its own while the call waits.
+    const std::string ownData(hasData ? static_cast<const char*>(imageData) : "",
+                              hasData ? static_cast<std::size_t>(imageDataByteSize) : 0);
     logCall("printGraphic", "device ", device, ", printType ", printType, ", graphicIndex ", graphicIndex,
             ", imageDataByteSize ", imageDataByteSize);
-    const bool hasData = imageData != nullptr && imageDataByteSize > 0;
-    const std::string_view bytes(hasData ? static_cast<const char*>(imageData) : "",
-                                 hasData ? static_cast<std::size_t>(imageDataByteSize) : 0);
     return runCommand(
-        [&](Device& printer) { graphics::print(printer, device, printType, graphicIndex, bytes); });
+        [&](Device& printer) { graphics::print(printer, device, printType, graphicIndex, ownData); });
 }

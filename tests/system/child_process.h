@@ -25,8 +25,14 @@ public:
 
     // To its standard input; whether it took all.
     [[nodiscard]] bool write(std::string_view bytes) const;
-    // The next byte; waits for it. Nothing when the program, and whoever has its output too, is gone.
-    [[nodiscard]] std::optional<char> byte() const;
+    // At most so many of the next bytes; waits for one. Empty when the program, and whoever has its output
+    // too, is gone.
+    [[nodiscard]] std::string read(std::size_t most) const;
+    [[nodiscard]] std::optional<char> byte() const
+    {
+        const std::string next = read(1);
+        return next.empty() ? std::nullopt : std::optional(next.front());
+    }
     // The next line without its end.
     [[nodiscard]] std::string line() const
     {
@@ -36,10 +42,28 @@ public:
         }
         return text;
     }
+    // Everything that it still prints, until it ends.
+    [[nodiscard]] std::string rest() const
+    {
+        constexpr std::size_t enough = 4096;
+        std::string text;
+        for (std::string piece = read(enough); !piece.empty(); piece = read(enough)) {
+            text += piece;
+        }
+        return text;
+    }
+    // Nobody reads what it prints any more.
+    void closeOutput();
 
-    // Asks it to end by a signal, waits, and gives the exit status; -1 when it did not exit by itself. 0
-    // waits only. Windows knows but one such request, Ctrl+C, which stands for every signal.
-    int end(int signal);
+    // Windows knows but one such request, Ctrl+C, which stands for every signal.
+    void askToEnd(int signal) const;
+    // Waits for its end, and gives the exit status; -1 when it did not exit by itself.
+    int exitCode();
+    int end(int signal)
+    {
+        askToEnd(signal);
+        return exitCode();
+    }
     void kill();
 
     [[nodiscard]] std::int64_t id() const { return number; }

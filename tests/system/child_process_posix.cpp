@@ -50,7 +50,9 @@ ChildProcess::~ChildProcess()
 {
     kill();
     ::close(descriptor(input));
-    ::close(descriptor(output));
+    if (output != -1) {
+        closeOutput();
+    }
 }
 
 std::vector<std::string> ChildProcess::shell(const std::vector<std::string>& command)
@@ -67,18 +69,28 @@ bool ChildProcess::write(std::string_view bytes) const
     return ::write(descriptor(input), bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
-std::optional<char> ChildProcess::byte() const
+std::string ChildProcess::read(std::size_t most) const
 {
-    char next = 0;
-    return ::read(descriptor(output), &next, 1) == 1 ? std::optional(next) : std::nullopt;
+    std::string bytes(most, '\0');
+    const ssize_t count = ::read(descriptor(output), bytes.data(), bytes.size());
+    bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+    return bytes;
 }
 
-int ChildProcess::end(int signal)
+void ChildProcess::closeOutput()
+{
+    ::close(descriptor(std::exchange(output, -1)));
+}
+
+void ChildProcess::askToEnd(int signal) const
+{
+    ::kill(static_cast<pid_t>(process), signal);
+}
+
+int ChildProcess::exitCode()
 {
     int status = 0;
-    const auto ending = static_cast<pid_t>(std::exchange(process, 0));
-    ::kill(ending, signal);
-    ::waitpid(ending, &status, 0);
+    ::waitpid(static_cast<pid_t>(std::exchange(process, 0)), &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -84,7 +84,9 @@ ChildProcess::~ChildProcess()
 {
     kill();
     ::CloseHandle(handleOf(input));
-    ::CloseHandle(handleOf(output));
+    if (output != -1) {
+        closeOutput();
+    }
 }
 
 std::vector<std::string> ChildProcess::shell(const std::vector<std::string>& command)
@@ -103,25 +105,34 @@ bool ChildProcess::write(std::string_view bytes) const
            written == bytes.size();
 }
 
-std::optional<char> ChildProcess::byte() const
+std::string ChildProcess::read(std::size_t most) const
 {
-    char next = 0;
+    std::string bytes(most, '\0');
     DWORD count = 0;
-    const bool isThere = ::ReadFile(handleOf(output), &next, 1, &count, nullptr) != 0 && count == 1;
-    return isThere ? std::optional(next) : std::nullopt;
+    const bool isThere =
+        ::ReadFile(handleOf(output), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr) != 0;
+    bytes.resize(isThere ? count : 0);
+    return bytes;
 }
 
-int ChildProcess::end(int signal)
+void ChildProcess::closeOutput()
+{
+    ::CloseHandle(handleOf(std::exchange(output, -1)));
+}
+
+// It has a console of its own, where nobody else is.
+void ChildProcess::askToEnd(int /*signal*/) const
+{
+    ::SetConsoleCtrlHandler(passOver, TRUE);
+    ::FreeConsole();
+    EXPECT_TRUE(::AttachConsole(static_cast<DWORD>(number))) << ::GetLastError();
+    EXPECT_TRUE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) << ::GetLastError();
+    ::FreeConsole();
+}
+
+int ChildProcess::exitCode()
 {
     const HANDLE ending = handleOf(std::exchange(process, 0));
-    if (signal != 0) {
-        // It has a console of its own, where nobody else is.
-        ::SetConsoleCtrlHandler(passOver, TRUE);
-        ::FreeConsole();
-        EXPECT_TRUE(::AttachConsole(static_cast<DWORD>(number))) << ::GetLastError();
-        EXPECT_TRUE(::GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0)) << ::GetLastError();
-        ::FreeConsole();
-    }
     constexpr DWORD patience = 10000; // in milliseconds, so that the test fails and does not hang
     EXPECT_EQ(::WaitForSingleObject(ending, patience), WAIT_OBJECT_0);
     DWORD status = 0;
@@ -134,7 +145,7 @@ void ChildProcess::kill()
 {
     if (process != 0) {
         ::TerminateProcess(handleOf(process), 1);
-        end(0);
+        exitCode();
     }
 }
 

@@ -54,7 +54,7 @@ public:
     {
         const sockaddr_in target = loopback(ownPort());
         const int waiting = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-        ::connect(waiting, reinterpret_cast<const sockaddr*>(&target), sizeof target);
+        static_cast<void>(::connect(waiting, reinterpret_cast<const sockaddr*>(&target), sizeof target));
         return wire::Connection(waiting);
     }
 
@@ -153,8 +153,10 @@ TEST_F(HeldLink, ThatIsStillConnectingIsClosedWithinAStep)
 {
     constexpr auto step = 3s;
     const Port port;
+    constexpr int places = 4;
     std::vector<wire::Connection> queue;
-    for (int waiting = 0; waiting < 4; ++waiting) {
+    queue.reserve(places);
+    for (int waiting = 0; waiting < places; ++waiting) {
         queue.push_back(port.connectInVain());
     }
     const std::string address = port.address();

@@ -26,6 +26,8 @@ void failTheNextPurge()
 } // namespace telvofm::test
 
 // The serial port is opened without blocking; the tests' own looks at a terminal are not.
+// The system's own names of the parameters are reserved.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
 extern "C" __attribute__((visibility("default"))) int open(const char* path, int flags, ...)
 {
     va_list arguments;
@@ -44,6 +46,7 @@ extern "C" __attribute__((visibility("default"))) int open(const char* path, int
     return opened;
 }
 
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): as above
 extern "C" __attribute__((visibility("default"))) int tcflush(int terminal, int queues) noexcept
 {
     if (nextPurgeFails.exchange(false)) {

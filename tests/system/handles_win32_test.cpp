@@ -9,7 +9,7 @@ namespace telvofm::test {
 namespace {
 
 // The printer serves on this connection's own thread, so that no handle of a test's comes and goes meanwhile.
-TEST(HandlesOfTcp, DISABLED_AreAsManyAfterAThousandSessions)
+TEST(HandlesOfTcp, AreAsManyAfterAThousandSessions)
 {
     PrinterThread printer(acceptAll);
     const auto session = [&] {
@@ -25,7 +25,7 @@ TEST(HandlesOfTcp, DISABLED_AreAsManyAfterAThousandSessions)
     EXPECT_LE(openHandles(), before + 1) << "the printer's end of the last connection may still be open";
 }
 
-TEST(HandlesOfTcp, DISABLED_AreAsManyAfterAHundredOpensThatFail)
+TEST(HandlesOfTcp, AreAsManyAfterAHundredOpensThatFail)
 {
     std::string refusing;
     {
@@ -42,7 +42,7 @@ TEST(HandlesOfTcp, DISABLED_AreAsManyAfterAHundredOpensThatFail)
     EXPECT_EQ(openHandles(), before);
 }
 
-TEST(HandlesOfSerial, DISABLED_AreAsManyAfterAHundredOpensOfAMissingPort)
+TEST(HandlesOfSerial, AreAsManyAfterAHundredOpensOfAMissingPort)
 {
     ASSERT_EQ(openFM("COM250"), -1);
     closeFM();

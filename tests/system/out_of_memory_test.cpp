@@ -41,6 +41,21 @@ TEST_F(OutOfMemory, OpeningIsMinusOneWhereverMemoryEnds)
     closeFM();
 }
 
+TEST_F(OutOfMemory, RawBytesThatCannotBeCopiedAreNotWritten)
+{
+    PrinterThread printer(
+        [](wire::Connection& connection) { EXPECT_TRUE(receiveUntilClosed(connection) == "x"); });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    const std::string bytes(std::size_t{5} << 20U, 'x');
+    const auto write = [&](std::size_t count) {
+        const auto* start = reinterpret_cast<const unsigned char*>(bytes.data());
+        return rawWrite(start, static_cast<std::int64_t>(count));
+    };
+    EXPECT_EQ(withoutLargeAllocations([&] { return write(bytes.size()); }), -1);
+    EXPECT_EQ(write(std::size_t{1}), 1);
+    closeFM();
+}
+
 TEST_F(OutOfMemory, OpeningIsMinusOneWhenTheNameCannotBeCopied)
 {
     const std::string name(1000, 'x');

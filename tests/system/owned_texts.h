@@ -15,8 +15,8 @@
 #include <future>
 #include <map>
 #include <memory>
+#include <span>
 #include <thread>
-#include <tuple>
 #include <type_traits>
 
 namespace telvofm::test {
@@ -55,36 +55,8 @@ struct TextExport
     std::string (*call)(CallArguments&);
 };
 
-template <auto function>
-struct TextCaller;
-
-template <typename Result, typename... Parameters, Result (*function)(Parameters...)>
-struct TextCaller<function>
-{
-    static constexpr std::size_t textCount =
-        (std::size_t{0} + ... + (std::is_same_v<Parameters, const char*> ? 1 : 0));
-
-    static std::string call(CallArguments& arguments)
-    {
-        const std::tuple<Parameters...> values{arguments.next<Parameters>()...};
-        if constexpr (std::is_void_v<Result>) {
-            std::apply(function, values);
-            return "nothing";
-        } else if constexpr (std::is_arithmetic_v<Result>) {
-            return std::to_string(std::apply(function, values));
-        } else if constexpr (std::is_same_v<Result, const char*>) {
-            return std::apply(function, values);
-        } else {
-            return "not called";
-        }
-    }
-};
-
-inline constexpr TextExport allExports[] = {
-#define TELVOFM_ENTRY(name) {#name, TextCaller<&(name)>::textCount, &TextCaller<&(name)>::call},
-#include "tools/export_table_entries.inc"
-#undef TELVOFM_ENTRY
-};
+// Of every export.
+std::span<const TextExport> allExports();
 
 // The parameter is the length of the texts.
 class OwnedTexts : public ::testing::TestWithParam<std::size_t>

@@ -36,8 +36,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, SilentOwnedTexts, shortAndLongTexts());
 TEST_P(SilentOwnedTexts, AreThoseOfTheBeginning)
 {
     for (const std::string_view name : silentExports) {
-        const auto* const called = std::find_if(std::begin(allExports), std::end(allExports),
-                                                [name](const TextExport& e) { return e.name == name; });
+        const auto called = std::ranges::find(allExports(), name, &TextExport::name);
         expectTextsOfTheBeginning(*called, [this](std::thread& calling, const std::string& /*line*/) {
             pthread_setname_np(calling.native_handle(), "caller");
             waitUntil([this] { return hasBegun && sleeps("caller"); });

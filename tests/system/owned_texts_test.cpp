@@ -21,7 +21,7 @@ INSTANTIATE_TEST_SUITE_P(Lengths, OwnedTexts, shortAndLongTexts());
 TEST_P(OwnedTexts, AreThoseOfTheBeginning)
 {
     int withTexts = 0;
-    for (const TextExport& called : allExports) {
+    for (const TextExport& called : allExports()) {
         if (called.textCount > 0 && canBeSeenWaiting(called.name)) {
             ++withTexts;
             expectTextsOfTheBeginning(called, [this](std::thread& /*calling*/, const std::string& line) {
@@ -30,6 +30,31 @@ TEST_P(OwnedTexts, AreThoseOfTheBeginning)
         }
     }
     EXPECT_EQ(withTexts, 139);
+}
+
+// The bytes of printGraphic are the caller's in the same way.
+TEST_P(OwnedTexts, AndSoIsThePicture)
+{
+    setLogginOff();
+    auto held = printer.holdAnswers();
+    auto other = std::async(std::launch::async, [] { return printJobCancel(1); });
+    waitUntil([this] { return !printer.takeReceived().empty(); });
+
+    setLogginOn(log.c_str());
+    const std::string asItWas(GetParam(), 'a');
+    std::string picture = asItWas;
+    auto call = std::async(std::launch::async, [&] {
+        return printGraphic(1, 2, 3, picture.data(), static_cast<int>(picture.size()));
+    });
+    waitUntil([this] { return contentOf(log).ends_with("\n"); });
+    picture.assign(picture.size(), 'n');
+    held.unlock();
+    EXPECT_EQ(call.get(), 0);
+    EXPECT_EQ(other.get(), 0);
+
+    const auto sent = printer.takeReceived(); // the request, the picture and four bytes 00
+    ASSERT_EQ(sent.size(), 3U);
+    EXPECT_EQ(sent[1], ":" + std::string(1, static_cast<char>(GetParam() - 1)) + asItWas + "\x03");
 }
 
 } // namespace

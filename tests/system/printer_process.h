@@ -26,6 +26,9 @@ public:
         return greeting.substr(std::min(start.size(), greeting.size()));
     }
 
+    // Of its greeting, when it listens on this machine; 0 when it greets otherwise.
+    [[nodiscard]] int port() const { return std::stoi("0" + address("listening on 127.0.0.1:")); }
+
 private:
     static std::vector<std::string> withProgram(std::vector<std::string> options)
     {

@@ -43,7 +43,7 @@ protected:
         const auto end = Clock::now() + raceTime();
         std::vector<std::thread> threads;
         std::array<std::atomic<long>, 6> rounds{};
-        const auto repeat = [&](std::size_t which, std::function<void()> call) {
+        const auto repeat = [&](std::size_t which, const std::function<void()>& call) {
             threads.emplace_back([&, which, call] {
                 while (Clock::now() < end) {
                     call();
@@ -120,7 +120,7 @@ TEST_F(RawAccessRace, OnASerialLine)
         openFM(printer.name().c_str()); // takes what stands in the line, so that the printer gets to its end
     }
     ASSERT_EQ(openFM(printer.name().c_str()), 0);
-    while (printer.line().receive(4096, 0ms).value_or("") != "") {
+    while (!printer.line().receive(4096, 0ms).value_or("").empty()) {
     }
     const auto playing = printer.play([](wire::Connection& line) {
         receiveRequest(line);

@@ -67,6 +67,39 @@ TEST_F(SerialCalls, AByteIsWrittenWhenThereIsRoomAgain)
     EXPECT_EQ(calls.waitedForTerminal, 0ms);
 }
 
+// Raw bytes of another thread can take the room between the wait for it and the write, and a signal can come.
+TEST_F(SerialCalls, AByteWaitsAgainWhenItsRoomWasTaken)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    calls.terminalWriteErrors = {EAGAIN, EINTR, EAGAIN};
+    EXPECT_EQ(driver.writeRaw("ab"), 2U);
+    EXPECT_TRUE(calls.terminalWriteErrors.empty());
+    EXPECT_EQ(printer.line().receive(2, 5s), "ab");
+}
+
+TEST_F(SerialCalls, AByteWhoseRoomIsAlwaysTakenFailsAfterFifteenSeconds)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    calls.whenTerminalIsFull = [] { FAIL() << "the terminal has room"; };
+    calls.terminalWriteErrors.assign(100, EAGAIN);
+    EXPECT_THROW(driver.writeRaw("a"), Telvo06FMException);
+    const std::size_t tries = 100 - calls.terminalWriteErrors.size();
+    EXPECT_GE(tries, 15U);
+    EXPECT_LE(tries, 16U);
+}
+
+// A line that is broken is not waited for.
+TEST_F(SerialCalls, AByteThatCannotBeWrittenFailsAtOnce)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    calls.terminalWriteErrors = {EIO, EIO};
+    EXPECT_THROW(driver.writeRaw("a"), Telvo06FMException);
+    EXPECT_EQ(calls.terminalWriteErrors.size(), 1U);
+}
+
 // A host without a terminal of its own must not get the printer's: it would be ended by a hang-up of the
 // line.
 TEST_F(SerialCalls, AnOpenPortDoesNotBecomeTheTerminalOfTheHost)

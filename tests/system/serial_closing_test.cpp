@@ -4,6 +4,8 @@
 
 #include <ctime>
 #include <filesystem>
+#include <functional>
+#include <initializer_list>
 #include <pthread.h>
 
 namespace telvofm::test {
@@ -82,6 +84,41 @@ TEST_F(SerialClosing, BesideStrayBytesWithoutEnd)
     EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
     EXPECT_LT(closingTime(), margin);
     EXPECT_EQ(call.get(), closedPort);
+}
+
+// The last thing that a log shows of a till that hangs is the call in which it does.
+TEST_F(SerialClosing, ItsLineIsWrittenBeforeItWaitsAndSoAreThoseOfOpenings)
+{
+    struct WaitingCall
+    {
+        std::string line;
+        std::function<void()> run;
+    };
+    const std::string port = printer.name();
+    const char* const name = port.c_str();
+    const std::string opening = "openFM port name " + port + "\n";
+    for (const auto& [line, run] : std::initializer_list<WaitingCall>{
+             {opening, [=] { openFM(name); }},
+             {opening, [=] { openFMBaud(name, 115200); }},
+             {opening, [=] { openFMBaud(name, 9600); }},
+             {"openFMStopBit port name " + port + "stop bit 2\n", [=] { openFMStopBit(name, 2); }},
+             {"closeFM \n", [] { closeFM(); }}}) {
+        const std::string log = folder.file("calls.log");
+        std::filesystem::remove(log);
+        setLogginOff();
+        auto running = std::async(std::launch::async, [] { return printJobCancel(1); });
+        receiveRequest(printer.line());
+        setLogginOn(log.c_str());
+        auto waiting = std::async(std::launch::async, run);
+        const auto end = std::chrono::steady_clock::now() + margin;
+        while (contentOf(log) != line && std::chrono::steady_clock::now() < end) {
+            std::this_thread::sleep_for(1ms);
+        }
+        EXPECT_EQ(contentOf(log), line);
+        EXPECT_EQ(waiting.wait_for(0ms), std::future_status::timeout) << line;
+        printer.line().send("\x06");
+        EXPECT_EQ(running.get(), 0);
+    }
 }
 
 // A printer may stay off over night.

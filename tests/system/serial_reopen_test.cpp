@@ -105,6 +105,21 @@ TEST_F(SerialReopen, WhenAReplacedSessionHoldsIt)
     EXPECT_EQ(openFM(second.name().c_str()), 0);
 }
 
+TEST_F(SerialReopen, LeavesTcpSessionsOpen)
+{
+    wire::Listener listener;
+    const std::string address = "127.0.0.1:" + std::to_string(listener.port());
+    ASSERT_EQ(openFM(address.c_str()), 0);
+    const wire::Connection replaced = listener.accept(5s);
+    ASSERT_EQ(openFM(address.c_str()), 0);
+    const wire::Connection current = listener.accept(5s);
+
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_EQ(replaced.receive(1, 100ms), std::string()) << "silent, not closed";
+    EXPECT_EQ(current.receive(1, 100ms), std::string()) << "silent, not closed";
+    expectThatTheNextCallWorks();
+}
+
 TEST_F(SerialReopen, AfterAClosingWithAReplacedSession)
 {
     PrinterThread another(acceptAll);

@@ -23,6 +23,11 @@ protected:
         return "127.0.0.1:" + std::to_string(refusing.port());
     }
 
+    static bool isSilentAndNotClosed(const wire::Connection& connection)
+    {
+        return connection.receive(1, std::chrono::milliseconds(100)) == std::string();
+    }
+
 private:
     wire::Listener refusing{false};
 };
@@ -103,9 +108,28 @@ TEST_F(SessionTest, ASecondOpenLeavesTheFirstConnectionOpen)
     ASSERT_EQ(openFM(second.address().c_str()), 0);
     EXPECT_EQ(printJobCancel(1), 0);
     closeFM();
-    EXPECT_EQ(connection.receive(1, std::chrono::milliseconds(100)), std::optional(std::string()))
-        << "silent, not closed";
+    EXPECT_TRUE(isSilentAndNotClosed(connection));
     EXPECT_EQ(printJobCancel(1), -1);
+}
+
+// A serial open closes no TCP session, neither the current one nor a replaced one, whatever comes of it.
+TEST_F(SessionTest, AMistypedSerialNameLeavesTcpConnectionsOpen)
+{
+    for (const char* const name : {"COMX", "COM0", "COM", "COM-no-such", R"(\\.\COM)"}) {
+        wire::Listener listener;
+        const std::string address = "127.0.0.1:" + std::to_string(listener.port());
+        ASSERT_EQ(openFM(address.c_str()), 0);
+        const wire::Connection replaced = listener.accept(std::chrono::seconds(5));
+        ASSERT_EQ(openFM(address.c_str()), 0);
+        const wire::Connection current = listener.accept(std::chrono::seconds(5));
+
+        EXPECT_EQ(openFM(name), -1);
+        EXPECT_EQ(openFMBaud(name, 115200), -1);
+        EXPECT_EQ(openFMStopBit(name, 2), -1);
+        EXPECT_TRUE(isSilentAndNotClosed(replaced)) << name;
+        EXPECT_TRUE(isSilentAndNotClosed(current)) << name;
+        closeFM();
+    }
 }
 
 TEST_F(SessionTest, RawBytesTravelAsTheyAre)

@@ -117,6 +117,18 @@ int poll(pollfd* waiting, nfds_t count, int limit)
     return 0;
 }
 
+ssize_t write(int descriptor, const void* bytes, size_t count)
+{
+    static auto* const real = telvofm::test::system<decltype(::write)>("write");
+    if (watcher == nullptr || watcher->terminalWriteErrors.empty() || ::isatty(descriptor) == 0) {
+        return real(descriptor, bytes, count);
+    }
+    timePassedAtOnce += std::chrono::seconds(1);
+    errno = watcher->terminalWriteErrors.front();
+    watcher->terminalWriteErrors.pop_front();
+    return -1;
+}
+
 [[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec* now) noexcept
 {
     using namespace std::chrono;

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -27,6 +28,8 @@ public:
     // Called when a terminal has no room for a byte, before the wait for it begins. Without it that wait ends
     // in vain, and its time passes at once.
     std::function<void()> whenTerminalIsFull;
+    // With which errors the next writes to a terminal fail, each after a second.
+    std::deque<int> terminalWriteErrors;
 
     // What has happened.
     std::vector<std::size_t> sends; // how many bytes each was given

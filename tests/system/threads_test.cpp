@@ -1,6 +1,7 @@
 // Threads that share the one session: each exchange stays whole, and closing waits for a running one.
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
+#include "tests/unit/own_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -138,6 +139,39 @@ TEST_F(Threads, RawAccessDoesNotWaitForARunningExchangeAndUnspecifiedDataDoes)
     EXPECT_EQ(reading.get(), 0);
     EXPECT_EQ(sale.get(), 0);
     EXPECT_EQ(unspecified.get(), 0);
+    closeFM();
+}
+
+TEST_F(Threads, SwitchesDoNotWaitForARunningExchange)
+{
+    const OwnFolder folder;
+    std::promise<void> requestCame;
+    std::promise<void> mayAnswer;
+    PrinterThread printer([&](wire::Connection& connection) {
+        receiveRequest(connection);
+        requestCame.set_value();
+        mayAnswer.get_future().wait();
+        connection.send("\x06");
+        receiveUntilClosed(connection);
+    });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    auto sale = std::async(std::launch::async, [] { return sell("Chlieb", 0); });
+    requestCame.get_future().wait();
+
+    auto switching = std::async(std::launch::async, [&folder] {
+        setAutoTwoLineItem(true);
+        const bool isOn = isAutoTwoLineItem();
+        setTcpTimeout(1);
+        setRawLogginOn(folder.file("raw.log").c_str());
+        seRawLogginOff();
+        setLogginOn(folder.file("calls.log").c_str());
+        setLogginOff();
+        return isOn;
+    });
+    EXPECT_EQ(switching.wait_for(std::chrono::seconds(5)), std::future_status::ready);
+    mayAnswer.set_value();
+    EXPECT_TRUE(switching.get());
+    EXPECT_EQ(sale.get(), 0);
     closeFM();
 }
 

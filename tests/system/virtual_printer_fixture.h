@@ -1,6 +1,7 @@
 // A virtual printer, a till that talks to it in bytes, and a clock that tests set.
 #pragma once
 
+#include "tests/system/till_bytes.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
 #include "virtual_printer/printers/till_session.h"
@@ -12,28 +13,9 @@
 
 namespace virtual_printer {
 
-inline std::string withChecksum(const std::string& unit)
-{
-    char sum = 0;
-    for (const char byte : unit) {
-        sum = static_cast<char>(sum ^ byte);
-    }
-    return unit + sum;
-}
-
-inline std::string request(unsigned char command, const std::vector<std::string>& fields = {})
-{
-    std::string unit = {'\x1C', '\x01', static_cast<char>(command)};
-    for (const std::string& field : fields) {
-        unit += field + '\0';
-    }
-    return withChecksum(unit + '\x04');
-}
-
-inline std::string blockOf(const std::string& data, char terminator)
-{
-    return withChecksum(std::string(":") + static_cast<char>(data.size() - 1) + data + terminator);
-}
+using telvofm::test::blockOf;
+using telvofm::test::request;
+using telvofm::test::withChecksum;
 
 inline const std::string accepted = "\x06";
 
@@ -62,9 +44,9 @@ protected:
     // What the printer answers to these bytes; the connection ends behind them.
     std::string answerTo(const std::string& bytes)
     {
-        std::string heard = TillSession(printer, CodePage::windows1250, codes).take(bytes);
+        std::string heard = TillSession(printer, CodePage::windows1250, codes).take(bytes, {});
         for (const Happened& event : printer.takeHappened()) {
-            for (std::string& printed : linesFor(event, columnsOfPaper)) {
+            for (std::string& printed : linesFor(event, columnsOfPaper, codes)) {
                 paper.push_back(std::move(printed));
             }
         }

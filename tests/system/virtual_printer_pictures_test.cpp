@@ -91,6 +91,26 @@ TEST_F(VirtualPrinterPictures, TakesNoPictureWhoseHeaderTellsAnotherHeight)
     EXPECT_EQ(answerFor(24), accepted + refused(Refusal::badPicture));
 }
 
+// The library sends a block that was refused three times in all.
+TEST_F(VirtualPrinterPictures, RefusesARepeatedBlockAsItRefusedTheFirst)
+{
+    const std::string announcement = request(0xD2, {"1", "0"});
+    const std::string noPicture = blockOf("own picture", '\x03');
+    const std::string why = refused(Refusal::badPicture);
+    EXPECT_EQ(answerTo(announcement + noPicture + noPicture + noPicture), accepted + why + why + why);
+    // A refused block leaves what came before it: the right one fits behind.
+    const std::string bands = "\x08\0\x01\0\xF0\xF0\xF0\xF0\xF0\xF0\xF0\xF0"s;
+    EXPECT_EQ(answerTo(announcement + blockOf(bands.substr(0, 5), '\x17') + noPicture + noPicture +
+                       blockOf(bands.substr(5), '\x03')),
+              accepted + accepted + why + why + accepted);
+}
+
+TEST_F(VirtualPrinterPictures, ExpectsNoBlocksBehindARefusedRequest)
+{
+    EXPECT_EQ(answerTo(request(0xD2, {"1", "0"}) + request(0xFF) + blockOf("own picture", '\x03')),
+              accepted + refused(Refusal::unknownCommand));
+}
+
 TEST_F(VirtualPrinterPictures, PrintsThePictureThatComesWithTheCommandInWhicheverLayoutItFits)
 {
     const std::string end = blockOf("\0\0\0\0"s, '\x03');

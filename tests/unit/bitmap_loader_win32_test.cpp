@@ -21,11 +21,25 @@ protected:
 
     void expectBlank(const BitmapFile& file)
     {
-        write(file.bytes());
-        const Bitmap bitmap = loadMonochrome(name);
+        const Bitmap bitmap = loadBlank(file.bytes());
         EXPECT_EQ(bitmap.width, static_cast<std::size_t>(file.width));
         EXPECT_EQ(bitmap.height, static_cast<std::size_t>(std::abs(file.height)));
+    }
+
+    Bitmap loadBlank(const std::vector<std::uint8_t>& bytes)
+    {
+        write(bytes);
+        Bitmap bitmap = loadMonochrome(name);
+        EXPECT_FALSE(bitmap.pixels.empty());
         EXPECT_EQ(std::count(bitmap.pixels.begin(), bitmap.pixels.end(), 1), 0);
+        return bitmap;
+    }
+
+    static std::vector<std::uint8_t> fileWith(std::size_t position, std::uint32_t value)
+    {
+        auto bytes = BitmapFile{}.bytes();
+        BitmapFile::overwrite(bytes, position, value);
+        return bytes;
     }
 };
 
@@ -48,6 +62,50 @@ TEST_F(BitmapsUnderWine, OfTheNewerHeadersAreTakenForColoured)
 TEST_F(BitmapsUnderWine, WithRowsFromTheTopAreBlank)
 {
     expectBlank({.height = -10});
+    expectBlank({.width = 1, .height = -65536});
+}
+
+TEST_F(BitmapsUnderWine, WithoutASizeOrWithAWidthBelowZeroAreBlank)
+{
+    loadBlank(fileWith(BitmapFile::widthAt, 0));
+    loadBlank(fileWith(BitmapFile::heightAt, 0));
+    loadBlank(fileWith(BitmapFile::widthAt, 0xFFFFFFF4U)); // -12
+}
+
+// Wine counts from behind the file header of 14 bytes: there the offset is 0 to it, and less is far away.
+TEST_F(BitmapsUnderWine, WhosePixelsWouldBeInTheFileHeaderAreBlankOrReadBehindThePalette)
+{
+    loadBlank(fileWith(BitmapFile::pixelOffsetAt, 1));
+    loadBlank(fileWith(BitmapFile::pixelOffsetAt, 13));
+    expectPattern(fileWith(BitmapFile::pixelOffsetAt, 14), BitmapFile{});
+}
+
+TEST_F(BitmapsUnderWine, WhosePixelsWouldBeInTheDescriptionAreTheBytesThere)
+{
+    const BitmapFile file;
+    for (const std::uint32_t offset : {15U, 53U}) {
+        const auto bytes = fileWith(BitmapFile::pixelOffsetAt, offset);
+        write(bytes);
+        const Bitmap bitmap = loadMonochrome(name);
+        ASSERT_EQ(bitmap.width, 12U);
+        ASSERT_EQ(bitmap.height, 10U);
+        for (std::size_t y = 0; y < bitmap.height; ++y) {
+            for (std::size_t x = 0; x < bitmap.width; ++x) {
+                const std::size_t row = bitmap.height - 1 - y; // the lowest comes first
+                const unsigned byte = bytes[offset + row * file.stride() + x / 8];
+                ASSERT_EQ(bitmap.pixels[y * bitmap.width + x], byte >> (7 - x % 8) & 1U)
+                    << x << ", " << y << " of the pixels at " << offset;
+            }
+        }
+    }
+}
+
+TEST_F(BitmapsUnderWine, WhosePixelsWouldBeBehindTheEndAreBlank)
+{
+    for (const std::uint32_t offset : {102U, 10000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) { // the file has 102 bytes
+        SCOPED_TRACE(offset);
+        loadBlank(fileWith(BitmapFile::pixelOffsetAt, offset));
+    }
 }
 
 TEST_F(BitmapsUnderWine, OfOneBitThatSayTheyAreCompressedAreBlank)

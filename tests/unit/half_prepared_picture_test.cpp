@@ -4,6 +4,7 @@
 #include "tests/unit/bitmap_file.h"
 #include "tests/unit/limited_memory.h"
 #include "tests/unit/own_folder.h"
+#include "tests/unit/scripted_link.h"
 
 #include <new>
 
@@ -51,7 +52,7 @@ protected:
 
     test::OwnFolder folder;
     std::string name = folder.file("logo.bmp");
-    Device printer{nullptr};
+    Device printer{std::make_shared<test::ScriptedLink>(tcpRules, std::vector<std::string>())};
 };
 
 TEST_F(HalfPreparedPicture, IsInNoTable)

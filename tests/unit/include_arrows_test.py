@@ -17,6 +17,20 @@ ARROWS = {
 # What the printer's end may share: constants.
 ALLOWED = {"virtual_printer": {"device/command.h"}}
 
+# The rooms of the virtual printer. What decides, what is written on paper and the table of commands know each
+# other; sockets, database and answers are above them.
+PRINTER_ARROWS = {
+    "language": {"fiscal"},
+    "fiscal": {"language", "paper"},
+    "paper": {"fiscal"},
+    "memory": {"fiscal"},
+    "answers": {"language", "fiscal", "paper", "memory"},
+    "printers": {"language", "fiscal", "paper", "memory", "answers"},
+    "transport": {"printers"},
+}
+# Headers that one file or one room has for itself.
+OWNERS = {"sqlite3.h": "virtual_printer/memory/database.cpp", "boost/asio": "virtual_printer/transport/"}
+
 ROOMS = set(ARROWS) | {"tools", "tests", "bench", "bindings"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)
 
@@ -35,12 +49,25 @@ def wrong_includes(root):
                 yield f"{path.relative_to(root)} includes {target}"
 
 
+def wrong_includes_of_the_printer(root):
+    for room, targets in PRINTER_ARROWS.items():
+        for path in sorted((root / "virtual_printer" / room).iterdir()):
+            name = str(path.relative_to(root))
+            for target in INCLUDE.findall(path.read_text(encoding="utf-8")):
+                folders = target.split("/")
+                if folders[0] == "virtual_printer" and len(folders) == 3 and folders[1] not in targets | {room}:
+                    yield f"{name} includes {target}"
+                for header, owner in OWNERS.items():
+                    if target.startswith(header) and not name.startswith(owner):
+                        yield f"{name} includes {target}"
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
     seen = sum(len(list((root / room).rglob("*.cpp"))) for room in ARROWS)
     if seen == 0:
         sys.exit("no sources found")
-    wrong = list(wrong_includes(root))
+    wrong = [*wrong_includes(root), *wrong_includes_of_the_printer(root)]
     if wrong:
         sys.exit("\n".join(wrong))
     print(f"{seen} sources keep the direction")

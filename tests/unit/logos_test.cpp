@@ -2,6 +2,7 @@
 #include "graphics/logos.h"
 
 #include "tests/unit/bitmap_loader_fixture.h"
+#include "tests/unit/scripted_link.h"
 
 namespace telvofm::graphics {
 namespace {
@@ -28,7 +29,7 @@ protected:
         return testing::internal::GetCapturedStdout();
     }
 
-    Device printer{nullptr};
+    Device printer{std::make_shared<test::ScriptedLink>(tcpRules, std::vector<std::string>())};
     int codeOfPreparing = 0;
 };
 

@@ -116,6 +116,17 @@ TEST_P(SerialClosing, ARequestThatIsCutOffIsNot)
     EXPECT_EQ(port().written().size(), 2U);
 }
 
+// Nothing is cut off but a long request: the printer gets the checksum byte, and what acknowledges its reply.
+TEST_P(SerialClosing, AnAnswerThatComesWithinTheStepAfterACutEndsTheExchangeWell)
+{
+    port().meanwhile("read", [this] { driver.cut(); });
+    port().play({arrive(GetParam().answer)});
+    EXPECT_NO_THROW(GetParam().run(driver));
+    if (GetParam().answer != std::string{ack}) {
+        EXPECT_EQ(port().written().back(), etx) << "the reply is not acknowledged";
+    }
+}
+
 TEST_P(SerialClosing, APortThatIsOpenedAgainIsAsGoodAsNew)
 {
     driver.interrupt();
@@ -173,6 +184,17 @@ TEST_F(SerialClosingInsideAReply, BytesWithoutEndBetweenBlocksAreLeft)
     port().play({arrive(block("abc", etb)), arrive(std::string(1000, 'x'))});
     EXPECT_EQ(codeOfQuery(), closedPort);
     EXPECT_LT(port().count("read 1 15000"), 30);
+}
+
+// The third damage decides the exchange, but not what becomes of a call whose link is closed.
+TEST_F(SerialClosingInsideAReply, SilenceAfterTheThirdDamageIsAClosedPort)
+{
+    constexpr int readsOfABlock = 3; // its ":", its length and the rest
+    const std::string damaged = damagedBlock("A", etx);
+    port().play({arrive(damaged), arrive(damaged), arrive(damaged), silence(15000ms)});
+    interruptDuringRead(3 * readsOfABlock);
+    EXPECT_EQ(codeOfQuery(), closedPort);
+    EXPECT_THAT(port().events, ::testing::IsEmpty());
 }
 
 TEST_F(SerialClosingInsideAReply, AnUploadSendsNoOtherBlock)

@@ -198,6 +198,52 @@ TEST_F(SerialTransferWin32, TheModemLinesAreThoseOfThePort)
     EXPECT_FALSE(port.isClearToSend());
 }
 
+// The lines are asked for anew at each look, and nothing else is called between the looks.
+TEST_F(SerialTransferWin32, ADriverLooksAtTheModemLinesUntilDataSetReadyIsOn)
+{
+    port.closePort();
+    SerialDriver driver("COM3", 57600, StopBits::one);
+    driver.open();
+    comm.takeCalls();
+    comm.modemLines = {MS_CTS_ON, MS_CTS_ON, MS_RING_ON, MS_DSR_ON};
+    EXPECT_EQ(driver.writeRaw("a"), 1U);
+    EXPECT_EQ(comm.written, "a");
+    EXPECT_THAT(comm.takeCalls(),
+                ElementsAre("GetCommModemStatus", // for CTS, before the first byte
+                            "GetCommModemStatus", "GetCommModemStatus", "GetCommModemStatus", "WriteFile 1",
+                            "WaitForSingleObject 15000", "GetOverlappedResult waiting"));
+    driver.close();
+}
+
+// After a thousand looks in vain and one more it rests a millisecond before each.
+TEST_F(SerialTransferWin32, ADriverThatMissesDataSetReadyForLongRestsBetweenTheLooks)
+{
+    constexpr std::ptrdiff_t looksInVain = 1000;
+    port.closePort();
+    SerialDriver driver("COM3", 57600, StopBits::one);
+    driver.open();
+    comm.takeCalls();
+    comm.modemLines.assign(1 + looksInVain + 5, MS_CTS_ON); // the first look is for CTS
+    EXPECT_EQ(driver.writeRaw("a"), 1U);
+    const auto firstRest = std::ranges::find(comm.calls, "Sleep 1");
+    EXPECT_EQ(std::ranges::count(comm.calls.begin(), firstRest, "GetCommModemStatus"), 1 + looksInVain + 1);
+    EXPECT_THAT(std::vector(firstRest, firstRest + 4),
+                ElementsAre("Sleep 1", "GetCommModemStatus", "Sleep 1", "GetCommModemStatus"));
+    driver.close();
+}
+
+TEST_F(SerialTransferWin32, APortThatIsGoneWhileDataSetReadyIsMissingIsAFailure)
+{
+    port.closePort();
+    SerialDriver driver("COM3", 57600, StopBits::one);
+    driver.open();
+    comm.modemLines.assign(10, MS_CTS_ON);
+    comm.fail("GetCommModemStatus", ERROR_GEN_FAILURE, 3);
+    EXPECT_EQ(codeOf([&] { driver.writeRaw("a"); }), -10201);
+    EXPECT_EQ(comm.written, "");
+    driver.close();
+}
+
 TEST_F(SerialTransferWin32, APurgeEmptiesBothQueues)
 {
     port.purgeLine();

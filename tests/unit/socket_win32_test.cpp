@@ -15,12 +15,11 @@ using ::testing::ElementsAreArray;
 using namespace std::chrono_literals;
 
 // The families, the stream type and TCP have these numbers: AF_INET 2, AF_INET6 23, SOCK_STREAM 1,
-// IPPROTO_TCP 6. The last 0 are no flags.
+// IPPROTO_TCP 6. The last 0 are no flags; those of a socket are WSA_FLAG_OVERLAPPED, which `socket` itself
+// would set, and WSA_FLAG_NO_HANDLE_INHERIT, so that no child process ever inherits it.
 const std::vector<std::string> opening = {"WSAStartup 2.2",
                                           "getaddrinfo printer 9100 0 1 6 0", // any family
-                                          "freeaddrinfo",
-                                          "socket 2 1 6",
-                                          "SetHandleInformation 0 1 0", // not inherited by child processes
+                                          "freeaddrinfo", "WSASocketW 2 1 6 81",
                                           "connect 0 to 1 of 16 bytes"};
 
 class SocketWin32 : public ::testing::Test
@@ -61,10 +60,9 @@ TEST_F(SocketWin32, EveryAddressIsTriedWithASocketOfItsOwnFamily)
     driver.open();
     EXPECT_THAT(winsock.calls,
                 ElementsAre("WSAStartup 2.2", "getaddrinfo printer 9100 0 1 6 0", "freeaddrinfo",
-                            "socket 23 1 6", "SetHandleInformation 0 1 0", "connect 0 to 1 of 28 bytes",
-                            "closesocket 0", "socket 2 1 6", "SetHandleInformation 1 1 0",
-                            "connect 1 to 2 of 16 bytes", "closesocket 1", "socket 23 1 6",
-                            "SetHandleInformation 2 1 0", "connect 2 to 3 of 28 bytes"));
+                            "WSASocketW 23 1 6 81", "connect 0 to 1 of 28 bytes", "closesocket 0",
+                            "WSASocketW 2 1 6 81", "connect 1 to 2 of 16 bytes", "closesocket 1",
+                            "WSASocketW 23 1 6 81", "connect 2 to 3 of 28 bytes"));
     driver.close();
     EXPECT_EQ(winsock.calls.back(), "WSACleanup");
 }
@@ -74,7 +72,7 @@ TEST_F(SocketWin32, EveryStepThatFailsEndsTheOpeningAndLeavesNothingBehind)
     for (const auto& [failing, expected] : std::vector<std::pair<std::string, std::vector<std::string>>>{
              {"WSAStartup", {opening[0]}},
              {"getaddrinfo", {opening[0], opening[1], "WSACleanup"}},
-             {"socket", {opening[0], opening[1], opening[2], opening[3], "WSACleanup"}},
+             {"WSASocketW", {opening[0], opening[1], opening[2], opening[3], "WSACleanup"}},
          }) {
         winsock.takeCalls();
         winsock.fail(failing);
@@ -86,12 +84,23 @@ TEST_F(SocketWin32, EveryStepThatFailsEndsTheOpeningAndLeavesNothingBehind)
     EXPECT_TRUE(winsock.openSockets.empty());
 }
 
-// A socket that children inherit is better than none.
-TEST_F(SocketWin32, ASocketThatStaysInheritableIsUsedAllTheSame)
+// SD_BOTH, so that no other operation begins, and then the end of those that have begun: a send that waits
+// for room lets a shutdown wait.
+TEST_F(SocketWin32, IsCutInBothDirectionsAndUnderBlockedCallsAndStaysOpen)
 {
-    winsock.fail("SetHandleInformation");
-    EXPECT_EQ(codeOfOpening(), 0);
+    driver.open();
+    winsock.takeCalls();
+    driver.cut();
+    EXPECT_THAT(winsock.takeCalls(), ElementsAre("shutdown 0 2", "CancelIoEx 0 all"));
     driver.close();
+    EXPECT_THAT(winsock.takeCalls(), ElementsAre("closesocket 0", "WSACleanup"));
+}
+
+// The number of no socket stands for the whole process elsewhere.
+TEST_F(SocketWin32, IsCutWithoutACallWhenThereIsNone)
+{
+    driver.cut();
+    EXPECT_THAT(winsock.calls, ElementsAre());
 }
 
 class OpenSocketWin32 : public SocketWin32

@@ -132,6 +132,16 @@ TEST_F(TcpClosingInsideAReply, BytesWithoutEndBetweenBlocksAreLeft)
     EXPECT_EQ(network().events.size(), 1U);
 }
 
+// The third damage decides the exchange, but not what becomes of a call whose link is closed.
+TEST_F(TcpClosingInsideAReply, SilenceAfterTheThirdDamageIsAClosedLink)
+{
+    const std::string damaged = damagedBlock("A", etx);
+    interruptDuringWait(3);
+    network().play({arrive(damaged), arrive(damaged), arrive(damaged), silence});
+    EXPECT_EQ(codeOfQuery(), closedLink);
+    EXPECT_THAT(network().events, ::testing::IsEmpty());
+}
+
 TEST_F(TcpClosingInsideAReply, AnUploadSendsNoOtherBlock)
 {
     interruptDuringWait();

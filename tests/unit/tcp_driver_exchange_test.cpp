@@ -8,7 +8,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
-using ::testing::ThrowsMessage;
 
 const std::string request = bytes({0x1C, 0x01, 0xE0, 0x04});
 

@@ -1,6 +1,8 @@
 // Connecting and closing: the name, the addresses in their order, and who cleans up after what.
 #include "tests/unit/tcp_driver_fixture.h"
 
+#include <array>
+
 namespace telvofm::test {
 namespace {
 
@@ -133,6 +135,21 @@ TEST_F(TcpOpen, TheDestructorClosesNothing)
         network().calls.clear();
     }
     EXPECT_THAT(network().calls, ElementsAre());
+}
+
+// What another connection has left behind is not what this printer says.
+TEST_F(TcpOpen, OpenedAgainItReadsNothingOfTheConnectionBefore)
+{
+    TcpDriver driver("printer");
+    std::array<unsigned char, 3> buffer{};
+    driver.open();
+    network().play({arrive("OLDBYTES")});
+    EXPECT_EQ(driver.readRaw(buffer.data(), 1, &buffer), 1);
+    driver.close();
+    driver.open();
+    network().play({arrive("new")});
+    EXPECT_EQ(driver.readRaw(buffer.data(), 3, &buffer), 3);
+    EXPECT_EQ(buffer, (std::array<unsigned char, 3>{'n', 'e', 'w'}));
 }
 
 TEST_F(TcpOpen, OpensAgainAfterClosing)

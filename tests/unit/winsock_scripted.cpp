@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstring>
 #include <memory>
 
@@ -96,19 +98,18 @@ void WSAAPI freeResolved(addrinfo* list)
     const std::unique_ptr<Resolved[]> owner(reinterpret_cast<Resolved*>(list));
 }
 
-SOCKET WSAAPI createSocket(int family, int type, int protocol)
+SOCKET WSAAPI createSocket(int family, int type, int protocol, WSAPROTOCOL_INFOW* provider, GROUP group,
+                           DWORD flags)
 {
-    if (!begin("socket", text(family) + " " + text(type) + " " + text(protocol))) {
+    EXPECT_TRUE(provider == nullptr && group == 0);
+    std::array<char, 8> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), flags, 16).ptr;
+    const std::string hexadecimal(digits.data(), end);
+    if (!begin("WSASocketW", text(family) + " " + text(type) + " " + text(protocol) + " " + hexadecimal)) {
         return INVALID_SOCKET;
     }
     script->openSockets.insert(script->socketsSoFar);
     return script->socketsSoFar++;
-}
-
-BOOL WINAPI setHandleInformation(HANDLE handle, DWORD mask, DWORD flags)
-{
-    const auto socket = static_cast<SOCKET>(reinterpret_cast<std::uintptr_t>(handle));
-    return beginOn(socket, "SetHandleInformation", text(mask) + " " + text(flags)) ? TRUE : FALSE;
 }
 
 int WSAAPI connectSocket(SOCKET socket, const sockaddr* address, int size)
@@ -125,12 +126,18 @@ int WSAAPI closeSocket(SOCKET socket)
     return 0;
 }
 
-// Of a long text only the length is looked at.
 int WSAAPI shutDown(SOCKET socket, int directions)
 {
     return beginOn(socket, "shutdown", text(directions)) ? 0 : SOCKET_ERROR;
 }
 
+BOOL WINAPI cancelOperations(HANDLE handle, OVERLAPPED* operation)
+{
+    const auto socket = static_cast<SOCKET>(reinterpret_cast<std::uintptr_t>(handle));
+    return beginOn(socket, "CancelIoEx", operation == nullptr ? "all" : "one") ? TRUE : FALSE;
+}
+
+// Of a long text only the length is looked at.
 int WSAAPI sendBytes(SOCKET socket, const char* bytes, int count, int flags)
 {
     constexpr int shown = 16;
@@ -204,11 +211,11 @@ decltype(&::WSAStartup) __imp_WSAStartup = telvofm::test::startUp;
 decltype(&::WSACleanup) __imp_WSACleanup = telvofm::test::cleanUp;
 decltype(&::getaddrinfo) __imp_getaddrinfo = telvofm::test::resolve;
 decltype(&::freeaddrinfo) __imp_freeaddrinfo = telvofm::test::freeResolved;
-decltype(&::socket) __imp_socket = telvofm::test::createSocket;
-decltype(&::SetHandleInformation) __imp_SetHandleInformation = telvofm::test::setHandleInformation;
+decltype(&::WSASocketW) __imp_WSASocketW = telvofm::test::createSocket;
 decltype(&::connect) __imp_connect = telvofm::test::connectSocket;
 decltype(&::closesocket) __imp_closesocket = telvofm::test::closeSocket;
 decltype(&::shutdown) __imp_shutdown = telvofm::test::shutDown;
+decltype(&::CancelIoEx) __imp_CancelIoEx = telvofm::test::cancelOperations;
 decltype(&::send) __imp_send = telvofm::test::sendBytes;
 decltype(&::select) __imp_select = telvofm::test::selectSockets;
 decltype(&::recv) __imp_recv = telvofm::test::receiveBytes;

@@ -37,7 +37,7 @@ struct ScriptedWinsock
     // The call of that name fails, once, after `before` calls of the name that succeed.
     void fail(std::string name, int before = 0);
 
-    // Every call in order: "WSAStartup 2.2", "socket 2 1 6", "connect 0 to 1 of 16 bytes", ...
+    // Every call in order: "WSAStartup 2.2", "WSASocketW 2 1 6 81", "connect 0 to 1 of 16 bytes", ...
     std::vector<std::string> calls;
     std::vector<std::string> takeCalls() { return std::exchange(calls, {}); }
 

@@ -31,6 +31,9 @@ public:
     void close();
     // Hangs up so that the other end sees an error instead of an end.
     void reset();
+    // Hangs up so that the other end sees nothing, as when a machine has lost its power; false when this
+    // system or its user may not do that.
+    bool vanish();
 
 private:
     std::intptr_t handle = -1;

@@ -104,6 +104,14 @@ void Connection::reset()
     close();
 }
 
+bool Connection::vanish()
+{
+    constexpr int on = 1;
+    const bool isSilent = ::setsockopt(descriptor(handle), IPPROTO_TCP, TCP_REPAIR, &on, sizeof on) == 0;
+    close();
+    return isSilent;
+}
+
 Listener::Listener(bool listens) : handle(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {
     sockaddr_in address{};
@@ -145,6 +153,8 @@ Connection connectTo(std::uint16_t port)
         ::close(connecting);
         return {};
     }
+    const int on = 1;
+    ::setsockopt(connecting, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     return Connection(connecting);
 }
 

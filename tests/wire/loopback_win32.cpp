@@ -71,6 +71,11 @@ void Connection::reset()
     close();
 }
 
+bool Connection::vanish()
+{
+    return false;
+}
+
 Listener::Listener(bool listens)
 {
     WSADATA data;
@@ -118,6 +123,8 @@ Connection connectTo(std::uint16_t port)
         ::closesocket(connecting);
         return {};
     }
+    const char on = 1;
+    ::setsockopt(connecting, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     return Connection(static_cast<std::intptr_t>(connecting));
 }
 

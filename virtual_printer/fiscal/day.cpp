@@ -5,6 +5,8 @@
 #include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/vat_table.h"
 
+#include <utility>
+
 namespace virtual_printer {
 namespace {
 
@@ -13,11 +15,6 @@ constexpr char dailyClosure = 'Z';
 bool isEmpty(const Sums& day)
 {
     return day.receipts == 0 && day.cancelled == 0 && day.drawerMovements == 0;
-}
-
-Line pairOf(std::string title, std::string value)
-{
-    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
 }
 
 std::string nameOf(const Settings& settings, int paymentType)
@@ -76,7 +73,11 @@ void enterIntoFiscalMemory(Draft& draft, Document& document)
     Standing& standing = draft.standing();
     document.number = ++standing.closures;
     standing.ever.add(standing.day);
-    draft.keep(Closure{standing.closures, draft.now, standing.day, standing.drawer});
+    PaymentNames names;
+    for (const auto& [type, sum] : standing.day.byPayment) {
+        names[type] = nameOf(*draft.state().settings, type);
+    }
+    draft.keep(Closure{standing.closures, draft.now, standing.day, standing.drawer, std::move(names)});
     if (standing.closures >= warningFrom) {
         document.lines.push_back(Line{.kind = Line::Kind::heading,
                                       .text = "WARNING: ROOM FOR " +

@@ -22,6 +22,7 @@ Refusal discountItemWithTotal(Draft& draft, const Fields& fields);
 Refusal printSubtotal(Draft& draft, const Fields& fields);
 Refusal discountSubtotal(Draft& draft, const Fields& fields);
 Refusal discountSubtotalWithTotal(Draft& draft, const Fields& fields);
+// vouchers.cpp
 Refusal redeemVoucher(Draft& draft, const Fields& fields);
 Refusal deductDownPayment(Draft& draft, const Fields& fields);
 // payments.cpp
@@ -57,14 +58,15 @@ Refusal setAdditionalFooter(Draft& draft, const Fields& fields);
 Refusal setSuperFooter(Draft& draft, const Fields& fields);
 Refusal setPreline(Draft& draft, const Fields& fields);
 Refusal setPostline(Draft& draft, const Fields& fields);
-// setup.cpp
+// payment_types.cpp
 Refusal setPaymentType(Draft& draft, const Fields& fields);
 Refusal setNamedPaymentType(Draft& draft, const Fields& fields);
+Refusal setEuroExchangeRate(Draft& draft, const Fields& fields);
+// setup.cpp
 Refusal setPassword(Draft& draft, const Fields& fields);
 Refusal setPrinterType(Draft& draft, const Fields& fields);
 Refusal setParameter(Draft& draft, const Fields& fields);
 Refusal setPrinterParameter(Draft& draft, const Fields& fields);
-Refusal setEuroExchangeRate(Draft& draft, const Fields& fields);
 Refusal setEscapeSequence(Draft& draft, const Fields& fields);
 Refusal setDisplayForm(Draft& draft, const Fields& fields);
 Refusal setBarCodeForm(Draft& draft, const Fields& fields);

@@ -63,6 +63,7 @@ struct Line
 using ByVat = std::map<char, Cents>;
 // Money by the number of the payment type.
 using ByPayment = std::map<int, Cents>;
+using PaymentNames = std::map<int, std::string>;
 
 struct Document
 {

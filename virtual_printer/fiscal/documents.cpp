@@ -1,5 +1,7 @@
 #include "virtual_printer/fiscal/documents.h"
 
+#include <utility>
+
 namespace virtual_printer {
 
 Refusal mayPrint(const State& state)
@@ -32,6 +34,11 @@ Document newDocument(const Draft& draft, Document::Kind kind)
 Line trainingLine()
 {
     return {.kind = Line::Kind::notFiscal, .text = "TRAINING, NO FISCAL DOCUMENT"};
+}
+
+Line pairOf(std::string title, std::string value)
+{
+    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
 }
 
 void keepDocument(Draft& draft, Document document)

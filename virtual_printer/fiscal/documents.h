@@ -4,6 +4,8 @@
 #include "virtual_printer/fiscal/draft.h"
 #include "virtual_printer/fiscal/refusal.h"
 
+#include <string>
+
 namespace virtual_printer {
 
 // The most documents that the journal holds before it is initialized. A closure always finds room.
@@ -19,6 +21,9 @@ Document newDocument(const Draft& draft, Document::Kind kind);
 
 // The line of every document until the printer is fiscalized.
 Line trainingLine();
+
+// A title at the left edge of the paper, and its value at the right one.
+Line pairOf(std::string title, std::string value);
 
 // The document is done: the journal keeps it, and the clock does not go back behind it.
 void keepDocument(Draft& draft, Document document);

@@ -33,6 +33,7 @@ struct Closure
     Moment moment{};
     Sums sums;
     ByPayment drawer;
+    PaymentNames paymentNames{}; // of the types in `sums`, as they were called then
     bool operator==(const Closure&) const = default;
 };
 

@@ -10,10 +10,10 @@ namespace {
 
 enum DrawerField : std::size_t
 {
-    description = 1,
+    movementDescription = 1,
     operationType,
     amount,
-    paymentNumber
+    movedPayment
 };
 
 // What the drawer gets: negative for what is taken out.
@@ -22,7 +22,7 @@ Refusal readMovement(const Fields& fields, const State& state, Cents& movement)
     constexpr int in = 0;
     constexpr int out = 1;
     const int operation = fields.whole(operationType);
-    const int type = fields.whole(paymentNumber);
+    const int type = fields.whole(movedPayment);
     if (operation != in && operation != out) {
         return Refusal::unknownOperation;
     }
@@ -50,7 +50,7 @@ Refusal moveDrawer(Draft& draft, const Fields& fields)
     if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
         return refusal;
     }
-    const int type = fields.whole(paymentNumber);
+    const int type = fields.whole(movedPayment);
     Document document = newDocument(draft, Document::Kind::drawer);
     document.total = movement;
     document.byPayment[type] = movement;
@@ -60,7 +60,7 @@ Refusal moveDrawer(Draft& draft, const Fields& fields)
     if (document.isTraining) {
         document.lines.push_back(trainingLine());
     }
-    if (const std::string text = fields.text(description); !text.empty()) {
+    if (const std::string text = fields.text(movementDescription); !text.empty()) {
         document.lines.push_back({.text = text});
     }
     document.lines.push_back({.kind = Line::Kind::payment,

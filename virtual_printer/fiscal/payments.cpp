@@ -12,10 +12,10 @@ namespace {
 enum PaymentField : std::size_t
 {
     paymentNumber = 1,
-    total,
+    receiptTotal,
     payedAmount,
     exchangeRate,
-    description,
+    paymentDescription,
     totalPayedAmount
 };
 
@@ -47,13 +47,23 @@ struct Payment
     Cents value = 0;   // in the receipt's currency
     Cents foreign = 0; // as paid; 0 in the receipt's currency
     Cents change = 0;
+    Rate rate;
 };
+
+// "1 = 0.0400 EUR", or "1 EUR = 25.0000" for a rate that divides.
+std::string textOf(const Rate& rate)
+{
+    const std::string decimals = std::to_string(even + rate.tenThousandths % even).substr(1);
+    const std::string number = std::to_string(rate.tenThousandths / even) + "." + decimals;
+    return rate.divides ? "1 EUR = " + number : "1 = " + number + " EUR";
+}
 
 Payment readPayment(const Fields& fields, const Settings& settings, Cents due)
 {
     const Rate rate = rateOf(fields, settings);
     const Cents paid = fields.money(payedAmount);
     Payment payment;
+    payment.rate = rate;
     payment.type = fields.whole(paymentNumber);
     payment.value = paid == 0 ? due : fromForeign(paid, rate);
     if (rate.tenThousandths != even) {
@@ -96,6 +106,10 @@ void takeIn(Draft& draft, const Payment& payment, std::string title)
     receipt.isBeingPaid = true;
     receipt.paid += payment.value - payment.change;
     receipt.document.byPayment[payment.type] += payment.value;
+    if (payment.foreign != 0) {
+        draft.printInReceipt(
+            {.kind = Line::Kind::pair, .text = "Exchange rate", .right = textOf(payment.rate)});
+    }
     draft.printInReceipt({.kind = Line::Kind::payment,
                           .text = std::move(title),
                           .number = payment.type,
@@ -120,7 +134,7 @@ Refusal checkDue(const Receipt& receipt, const Fields& fields)
     if (receipt.document.lines.size() >= mostLines) {
         return Refusal::receiptTooLong;
     }
-    if (fields.money(total) != receipt.document.total && fields.money(total) != due) {
+    if (fields.money(receiptTotal) != receipt.document.total && fields.money(receiptTotal) != due) {
         return Refusal::paymentWrongTotal;
     }
     const Cents paid = fields.money(payedAmount);
@@ -143,7 +157,7 @@ Refusal pay(Draft& draft, const Fields& fields)
     if (const Refusal refusal = settle(payment, type->second, state); refusal != Refusal::none) {
         return refusal;
     }
-    std::string title = fields.text(description);
+    std::string title = fields.text(paymentDescription);
     if (title.empty()) {
         title = type->second.name;
     }

@@ -193,8 +193,9 @@ inline constexpr std::array refusalTexts = {
                 "No picture is kept under this number; upload it first."},
     RefusalText{Refusal::totalWouldBeNegative, "totalWouldBeNegative",
                 "The total of the receipt would fall below zero; only a return may do that."},
-    RefusalText{Refusal::journalDamaged, "journalDamaged",
-                "The journal of this closure does not fit its checksum; the printer needs service."},
+    RefusalText{
+        Refusal::journalDamaged, "journalDamaged",
+        "The journal does not fit the checksum of its closure or cannot be read; the printer needs service."},
     RefusalText{Refusal::journalFull, "journalFull",
                 "The journal has no room for another document; close the day and initialize the journal."},
 };

@@ -8,11 +8,6 @@
 namespace virtual_printer {
 namespace {
 
-Line pairOf(std::string title, std::string value)
-{
-    return Line{.kind = Line::Kind::pair, .text = std::move(title), .right = std::move(value)};
-}
-
 // A document about the printer itself; it is no fiscal one.
 void printProtocol(Draft& draft, std::string title)
 {

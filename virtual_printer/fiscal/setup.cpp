@@ -1,4 +1,4 @@
-// Payment types, passwords, parameters, and the forms of display and paper.
+// Passwords, parameters, and the forms of display and paper.
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/ranges.h"
 
@@ -9,18 +9,6 @@ namespace {
 
 constexpr int largestParameter = 99;
 constexpr int largestValue = 9999;
-
-// The flag that lets a payment be larger than what is due is "0" when it may be, and "1" when it may not:
-// this is meant.
-constexpr int mayOverPay = 0;
-constexpr int mayNotOverPay = 1;
-
-Refusal checkPaymentType(int number, Cents minimum, int overPay)
-{
-    constexpr int mostTypes = 20;
-    return firstOf({checkRange(number, 1, mostTypes), minimum < 0 ? Refusal::wrongSign : Refusal::none,
-                    checkRange(overPay, mayOverPay, mayNotOverPay)});
-}
 
 Refusal setNumbered(Draft& draft, std::map<int, int> Settings::*numbered, const Fields& fields)
 {
@@ -36,37 +24,6 @@ Refusal setNumbered(Draft& draft, std::map<int, int> Settings::*numbered, const 
 }
 
 } // namespace
-
-Refusal setPaymentType(Draft& draft, const Fields& fields)
-{
-    const int number = fields.whole(0);
-    const Cents minimum = fields.money(1);
-    const int overPay = fields.whole(2);
-    const bool isKnown = draft.state().settings->payments.contains(number);
-    const Refusal refusal = firstOf(
-        {checkPaymentType(number, minimum, overPay), isKnown ? Refusal::none : Refusal::unknownPayment});
-    if (refusal == Refusal::none) {
-        PaymentType& type = draft.settings().payments[number];
-        type.minimum = minimum;
-        type.mayOverPay = overPay == mayOverPay;
-    }
-    return refusal;
-}
-
-Refusal setNamedPaymentType(Draft& draft, const Fields& fields)
-{
-    constexpr std::size_t longestName = 20;
-    const std::string name = fields.text(0);
-    const int number = fields.whole(1);
-    const Cents minimum = fields.money(2);
-    const int overPay = fields.whole(3);
-    const Refusal refusal =
-        firstOf({checkLength(name, 1, longestName), checkPaymentType(number, minimum, overPay)});
-    if (refusal == Refusal::none) {
-        draft.settings().payments[number] = {name, minimum, overPay == mayOverPay};
-    }
-    return refusal;
-}
 
 // Which of the two passwords it sets is told by the old one.
 Refusal setPassword(Draft& draft, const Fields& fields)
@@ -105,16 +62,6 @@ Refusal setParameter(Draft& draft, const Fields& fields)
 Refusal setPrinterParameter(Draft& draft, const Fields& fields)
 {
     return setNumbered(draft, &Settings::printerParameters, fields);
-}
-
-Refusal setEuroExchangeRate(Draft& draft, const Fields& fields)
-{
-    const Rate rate = fields.rate(0);
-    if (rate.divides) {
-        return Refusal::wrongSign; // only payments say in which direction a rate goes
-    }
-    draft.settings().euroExchangeRate = rate.tenThousandths;
-    return Refusal::none;
 }
 
 Refusal setEscapeSequence(Draft& draft, const Fields& fields)

@@ -110,6 +110,13 @@ Incoming Exchange::takeAnswerToReply(unsigned char byte)
     return Nothing{}; // a probe of an impatient till, or noise
 }
 
+void Exchange::forgetUnfinished()
+{
+    if (expecting != Expecting::answerToReply) {
+        expecting = Expecting::start;
+    }
+}
+
 std::string Exchange::beginReply(std::string data)
 {
     if (data.empty()) {

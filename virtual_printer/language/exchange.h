@@ -40,6 +40,9 @@ class Exchange
 public:
     Incoming take(unsigned char byte);
 
+    // A request or block that has begun and is not whole; a reply that is not acknowledged stays.
+    void forgetUnfinished();
+
     // Blocks of an upload are taken only while they are expected; otherwise they are noise.
     void expectBlocks(bool areExpected) { blocksAreExpected = areExpected; }
     // The first bytes of a reply with this data. A till that does not acknowledge it and asks something else

@@ -5,16 +5,30 @@
 namespace virtual_printer {
 namespace {
 
+DatabaseError::Cause causeOf(int code)
+{
+    switch (code) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return DatabaseError::Cause::inUse;
+    case SQLITE_NOTADB:
+        return DatabaseError::Cause::notADatabase;
+    case SQLITE_CORRUPT:
+    case SQLITE_ERROR: // a table that is not there
+        return DatabaseError::Cause::damaged;
+    case SQLITE_CANTOPEN:
+        return DatabaseError::Cause::cannotBeOpened;
+    case SQLITE_READONLY:
+        return DatabaseError::Cause::readOnly;
+    default:
+        return DatabaseError::Cause::other;
+    }
+}
+
 [[noreturn]] void fail(sqlite3* connection)
 {
     const int code = sqlite3_errcode(connection);
-    DatabaseError::Cause cause = DatabaseError::Cause::other;
-    if (code == SQLITE_BUSY || code == SQLITE_LOCKED) {
-        cause = DatabaseError::Cause::inUse;
-    } else if (code == SQLITE_NOTADB) {
-        cause = DatabaseError::Cause::notADatabase;
-    }
-    throw DatabaseError(cause, sqlite3_errmsg(connection));
+    throw DatabaseError(causeOf(code), sqlite3_errmsg(connection));
 }
 
 [[noreturn]] void fail(sqlite3_stmt* statement)

@@ -25,6 +25,8 @@ public:
     {
         inUse, // by another process, or another object of ours
         notADatabase,
+        damaged,
+        cannotBeOpened,
         readOnly,
         other // a full or broken disk most of all
     };

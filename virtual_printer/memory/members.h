@@ -62,8 +62,8 @@ auto members(Some<Standing> auto& standing)
 
 auto members(Some<Closure> auto& closure)
 {
-    auto& [number, moment, sums, drawer] = closure;
-    return std::tie(number, moment, sums, drawer);
+    auto& [number, moment, sums, drawer, paymentNames] = closure;
+    return std::tie(number, moment, sums, drawer, paymentNames);
 }
 
 auto members(Some<VatRate> auto& rate)

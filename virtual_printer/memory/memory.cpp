@@ -3,23 +3,48 @@
 #include "virtual_printer/memory/journal.h"
 #include "virtual_printer/memory/kept_state.h"
 #include "virtual_printer/memory/memory_file.h"
+#include "virtual_printer/memory/record.h"
 
 namespace virtual_printer {
 
+namespace {
+
+// What reading gives; a database that cannot be read is damaged.
+template <typename Read>
+auto readFrom(const std::string& name, Read read)
+{
+    try {
+        return read();
+    } catch (const DatabaseError& error) {
+        throw MemoryDamaged(sentenceOfDamage(name, error.what()));
+    } catch (const DamagedRecord& error) {
+        throw MemoryDamaged(sentenceOfDamage(name, error.what()));
+    }
+}
+
+} // namespace
+
 struct Memory::Contents
 {
-    explicit Contents(Database opened) : database(std::move(opened)), state(database), journal(database) {}
+    Contents(Database opened, std::string called)
+        : name(std::move(called)), database(std::move(opened)), state(database), journal(database)
+    {
+    }
 
+    std::string name; // for the user
     Database database;
     KeptState state;
     Journal journal;
     std::optional<HolderNote> note; // goes first: afterwards the next holder's may lie there
 };
 
-Memory::Memory() : contents(std::make_unique<Contents>(openTemporaryMemory())) {}
+Memory::Memory() : contents(std::make_unique<Contents>(openTemporaryMemory(), "The printer's memory")) {}
 
-Memory::Memory(const std::filesystem::path& file) : contents(std::make_unique<Contents>(openMemoryFile(file)))
+Memory::Memory(const std::filesystem::path& file)
 {
+    const std::string name = "The printer's memory " + file.string();
+    Database database = openMemoryFile(file, name);
+    contents = readFrom(name, [&] { return std::make_unique<Contents>(std::move(database), name); });
     contents->note.emplace(file);
 }
 
@@ -29,7 +54,7 @@ Memory& Memory::operator=(Memory&&) noexcept = default;
 
 std::optional<State> Memory::load() const
 {
-    return contents->state.load();
+    return readFrom(contents->name, [&] { return contents->state.load(); });
 }
 
 void Memory::commit(const State& before, const Draft& draft)
@@ -64,12 +89,13 @@ try {
     }
     transaction.commit();
 } catch (const DatabaseError& error) {
-    throw DiskFull(std::string("The printer's memory could not be written: ") + error.what() + ".");
+    throw DiskFull(contents->name + " could not be written: " + error.what() +
+                   "; make room on its disk, or give another folder.");
 }
 
 std::optional<Backup> Memory::backup() const
 {
-    return contents->state.backup();
+    return readFrom(contents->name, [&] { return contents->state.backup(); });
 }
 
 void Memory::limitSize(std::int64_t bytes)
@@ -79,7 +105,7 @@ void Memory::limitSize(std::int64_t bytes)
 
 void Memory::read(const DocumentQuery& query, const DocumentReader& reader) const
 {
-    contents->journal.read(query, reader);
+    readFrom(contents->name, [&] { contents->journal.read(query, reader); });
 }
 
 std::vector<Document> Memory::documents(const DocumentQuery& query) const
@@ -94,18 +120,18 @@ std::vector<Document> Memory::documents(const DocumentQuery& query) const
 
 std::vector<int> Memory::numbersOf(const DocumentQuery& query) const
 {
-    return contents->journal.numbersOf(query);
+    return readFrom(contents->name, [&] { return contents->journal.numbersOf(query); });
 }
 
 std::vector<Closure> Memory::closures(std::optional<std::pair<int, int>> numbers,
                                       std::optional<std::pair<Moment, Moment>> moments) const
 {
-    return contents->journal.closures(numbers, moments);
+    return readFrom(contents->name, [&] { return contents->journal.closures(numbers, moments); });
 }
 
 bool Memory::isJournalWhole(int closure) const
 {
-    return contents->journal.isWhole(closure);
+    return readFrom(contents->name, [&] { return contents->journal.isWhole(closure); });
 }
 
 } // namespace virtual_printer

@@ -26,6 +26,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// What the database holds cannot be read, or is not what a printer has written.
+class MemoryDamaged : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
 // Which documents are wanted; what is not set does not matter.
 struct DocumentQuery
 {
@@ -47,13 +54,15 @@ struct Backup
     std::shared_ptr<const Pictures> pictures;
 };
 
+// Whatever it throws has a sentence for the user: what failed, why, and what to do. Everything that only
+// reads throws MemoryDamaged.
 class Memory
 {
 public:
     // In a database of its own that goes with the object.
     Memory();
-    // In the file, which is made when it is not there. Throws std::runtime_error with a sentence for the
-    // user: another process holds it, it is of a later version, it is no such file, it may not be written.
+    // In the file, which is made when it is not there. Throws std::runtime_error: another process holds it,
+    // it is of a later version, it is no such file, it may not be written, it is damaged.
     explicit Memory(const std::filesystem::path& file);
     ~Memory();
     Memory(Memory&&) noexcept;

@@ -82,9 +82,15 @@ std::filesystem::path HolderNote::noteOf(const std::filesystem::path& file)
     return note;
 }
 
-Database openMemoryFile(const std::filesystem::path& file)
+std::string sentenceOfDamage(const std::string& name, std::string_view why)
 {
-    const std::string name = "The printer's memory " + file.string();
+    return (name + " is damaged: ")
+        .append(why)
+        .append("; put a copy of it there that is whole, or give another folder.");
+}
+
+Database openMemoryFile(const std::filesystem::path& file, const std::string& name)
+{
     try {
         return openOwnFile(file, name);
     } catch (const DatabaseError& error) {
@@ -94,12 +100,18 @@ Database openMemoryFile(const std::filesystem::path& file)
                                      "; end that one first, or give this printer another folder.");
         case DatabaseError::Cause::notADatabase:
             throw std::runtime_error(name + " is no such memory; give another folder.");
+        case DatabaseError::Cause::damaged:
+            throw std::runtime_error(sentenceOfDamage(name, error.what()));
+        case DatabaseError::Cause::cannotBeOpened:
+            throw std::runtime_error(name + " cannot be opened: " + error.what() +
+                                     "; give a folder that is there and that you may write to.");
         case DatabaseError::Cause::readOnly:
             throw std::runtime_error(name + " may not be written; allow it, or give another folder.");
         case DatabaseError::Cause::other:
             break;
         }
-        throw std::runtime_error(name + " cannot be opened: " + error.what() + ".");
+        throw std::runtime_error(name + " cannot be opened: " + error.what() +
+                                 "; make room on its disk, or give another folder.");
     }
 }
 

@@ -4,6 +4,8 @@
 #include "virtual_printer/memory/database.h"
 
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 namespace virtual_printer {
 
@@ -26,9 +28,13 @@ private:
     std::filesystem::path note;
 };
 
-// Held by this process from here on. Throws std::runtime_error with a sentence for the user.
-Database openMemoryFile(const std::filesystem::path& file);
+// Held by this process from here on. Throws std::runtime_error with a sentence for the user, in which the
+// memory has this name.
+Database openMemoryFile(const std::filesystem::path& file, const std::string& name);
 // With the tables, for a memory that is not kept.
 Database openTemporaryMemory();
+
+// For the user.
+std::string sentenceOfDamage(const std::string& name, std::string_view why);
 
 } // namespace virtual_printer

@@ -25,9 +25,7 @@ namespace virtual_printer {
 class DamagedRecord : public std::runtime_error
 {
 public:
-    DamagedRecord() : runtime_error("The printer's memory is damaged: a record does not end where it should.")
-    {
-    }
+    DamagedRecord() : runtime_error("a record does not end where it should") {}
 };
 
 template <typename Type>

@@ -147,14 +147,16 @@ std::string textOf(const Document& document, std::size_t columns)
     return joined(document.lines, columns);
 }
 
-std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer)
+std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer, const PaymentNames& names)
 {
     std::vector<Line> lines;
     for (const auto& [vat, sum] : sums.byVat) {
         lines.push_back(pair(std::string("VAT ") + vat, formatCents(sum)));
     }
     for (const auto& [payment, sum] : sums.byPayment) {
-        lines.push_back(pair("Payment " + std::to_string(payment), formatCents(sum)));
+        const auto name = names.find(payment);
+        lines.push_back(pair("Payment " + (name == names.end() ? std::to_string(payment) : name->second),
+                             formatCents(sum)));
     }
     lines.push_back(pair("Receipts", std::to_string(sums.receipts)));
     lines.push_back(pair("Cancelled receipts", std::to_string(sums.cancelled)));
@@ -172,7 +174,7 @@ std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer)
 std::vector<Line> linesOf(const Closure& closure)
 {
     std::vector<Line> lines = {pair("Closure " + std::to_string(closure.number), onPaper(closure.moment))};
-    for (Line& line : linesOf(closure.sums, closure.drawer)) {
+    for (Line& line : linesOf(closure.sums, closure.drawer, closure.paymentNames)) {
         lines.push_back(std::move(line));
     }
     return lines;

@@ -18,6 +18,6 @@ std::vector<Line> linesOf(const Closure& closure);
 std::string textOf(const Closure& closure, std::size_t columns);
 
 // The sums of a day, of a closure or of several, as lines.
-std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer);
+std::vector<Line> linesOf(const Sums& sums, const ByPayment& drawer, const PaymentNames& names);
 
 } // namespace virtual_printer

@@ -33,7 +33,8 @@ Codes::Codes()
 
 Codes::Codes(const std::filesystem::path& file) : Codes()
 {
-    for (const auto& [name, number] : contentOf(file).items()) {
+    const nlohmann::json content = contentOf(file); // its items are looked at while it lives
+    for (const auto& [name, number] : content.items()) {
         const auto* text =
             std::find_if(refusalTexts.begin(), refusalTexts.end(),
                          [&name = name](const RefusalText& known) { return known.name == name; });

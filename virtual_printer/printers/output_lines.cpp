@@ -5,11 +5,11 @@
 namespace virtual_printer {
 namespace {
 
-std::string refusalLine(const Happened& event)
+std::string refusalLine(const Happened& event, const Codes& codes)
 {
     const RefusalText& text = textOf(event.refusal);
     return "! " + (event.command.empty() ? "request" : event.command) + " refused with " +
-           std::to_string(static_cast<int>(event.refusal)) + " " + std::string(text.name) + ": " +
+           std::to_string(codes.of(event.refusal)) + " " + std::string(text.name) + ": " +
            std::string(text.sentence);
 }
 
@@ -26,10 +26,10 @@ std::vector<std::string> linesOf(const Shown& shown, std::size_t columns)
 
 } // namespace
 
-std::vector<std::string> linesFor(const Happened& event, std::size_t columns)
+std::vector<std::string> linesFor(const Happened& event, std::size_t columns, const Codes& codes)
 {
     if (event.refusal != Refusal::none) {
-        return {refusalLine(event)};
+        return {refusalLine(event, codes)};
     }
     std::vector<std::string> lines;
     for (const Shown& shown : event.shown) {

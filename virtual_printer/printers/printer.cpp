@@ -2,6 +2,7 @@
 
 #include "virtual_printer/answers/replies.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace virtual_printer {
@@ -47,6 +48,9 @@ Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
     const auto before = kept.load();
     current = before.value_or(whenNew);
     Draft start(current, now());
+    if (ownClock() < now()) {
+        start.standing().clockOffset += now() - ownClock();
+    }
     if (before && before->receipt) {
         start.printInReceipt({.kind = Line::Kind::powerLost});
     }
@@ -64,6 +68,11 @@ Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
 
 Moment Printer::now() const
 {
+    return std::max(ownClock(), current.standing->lastDocument);
+}
+
+Moment Printer::ownClock() const
+{
     return clock() + current.standing->clockOffset;
 }
 
@@ -77,23 +86,30 @@ Answer Printer::execute(const Request& request, CodePage codePage)
     const Request converted = withUtf8Texts(request, codePage);
     Decision decision = decide(current, converted, now());
     Reply reply;
-    if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-        reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
-        decision.refusal = reply.refusal;
-        for (Line& line : reply.lines) {
-            decision.draft.print(std::move(line));
+    try {
+        if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
+            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
+            decision.refusal = reply.refusal;
+            for (Line& line : reply.lines) {
+                decision.draft.print(std::move(line));
+            }
         }
-    }
-    if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
-        decision.refusal = restore(decision.draft, kept.backup());
+        if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
+            decision.refusal = restore(decision.draft, kept.backup());
+        }
+    } catch (const MemoryDamaged&) {
+        decision.refusal = Refusal::journalDamaged;
     }
     Answer answer = carryOut(decision);
-    if (answer.refusal == Refusal::none && decision.rule->wants == Wants::reply) {
+    if (answer.refusal != Refusal::none) {
+        current.upload = std::make_shared<const Upload>(); // blocks that follow a refused request are noise
+    } else if (decision.rule->wants == Wants::reply) {
         answer.data = fromUtf8(reply.data, codePage);
     }
     return answer;
 }
 
+// A refused block leaves the upload as it was: the till sends it again, and is to be told why again.
 Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
 {
     return carryOut(decideBlock(current, data, isLast, codePage, now()));
@@ -111,8 +127,6 @@ Answer Printer::carryOut(Decision decision)
         }
     }
     if (decision.refusal != Refusal::none) {
-        // What follows a refused request is noise.
-        current.upload = std::make_shared<const Upload>();
         happened.push_back({decision.refusal, name, {}});
         return {.refusal = decision.refusal, .data = std::nullopt};
     }

@@ -32,7 +32,8 @@ struct Happened
 class Printer
 {
 public:
-    // Continues where the memory stands. A receipt that was open goes on after a line that says so.
+    // Continues where the memory stands. A receipt that was open goes on after a line that says so. Throws
+    // what the memory throws.
     Printer(Memory memory, const State& whenNew, Clock startedClock);
 
     // `request` as it came, with texts in `codePage`.
@@ -44,11 +45,14 @@ public:
 
     [[nodiscard]] const State& state() const { return current; }
     [[nodiscard]] const Memory& memory() const { return kept; }
+    // Never before the last document: a clock that would be starts there, and one that is moved back stands
+    // still until it has come there again.
     [[nodiscard]] Moment now() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);
 
 private:
+    [[nodiscard]] Moment ownClock() const;
     Answer carryOut(Decision decision);
 
     Memory kept;

@@ -13,8 +13,13 @@ Overloaded(Cases...) -> Overloaded<Cases...>;
 
 } // namespace
 
-std::string TillSession::take(std::string_view bytes)
+std::string TillSession::take(std::string_view bytes, Time now)
 {
+    constexpr std::chrono::seconds longestPause{5};
+    if (now - lastByte > longestPause) {
+        exchange.forgetUnfinished();
+    }
+    lastByte = now;
     std::string answers;
     for (const char byte : bytes) {
         answers += answerTo(exchange.take(static_cast<unsigned char>(byte)));

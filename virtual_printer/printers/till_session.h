@@ -5,6 +5,7 @@
 #include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/printer.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,12 @@ public:
     {
     }
 
-    // What the printer sends upon these bytes.
-    std::string take(std::string_view bytes);
+    using Time = std::chrono::steady_clock::time_point;
+
+    // What the printer sends upon these bytes, which came now. A request that a till has not gone on with for
+    // five seconds is none: on a serial line the till that began it may have ended, and the next one's
+    // requests would be taken for the rest of it.
+    std::string take(std::string_view bytes, Time now);
 
 private:
     std::string answerTo(const Incoming& incoming);
@@ -29,6 +34,7 @@ private:
     CodePage codePage;
     const Codes& codes;
     Exchange exchange;
+    Time lastByte{};
 };
 
 } // namespace virtual_printer

@@ -1,13 +1,10 @@
 #include "virtual_printer/transport/address.h"
 
 #include <charconv>
-#include <cstdint>
 #include <stdexcept>
 
 namespace virtual_printer {
 namespace {
-
-using boost::asio::ip::tcp;
 
 std::runtime_error noAddress(std::string_view text, std::string_view why)
 {
@@ -20,7 +17,7 @@ std::runtime_error noAddress(std::string_view text, std::string_view why)
 
 } // namespace
 
-tcp::endpoint parseAddress(std::string_view text, boost::asio::io_context& context)
+Address parseAddress(std::string_view text)
 {
     const std::size_t colon = text.rfind(':');
     if (colon == std::string_view::npos || colon + 1 == text.size()) {
@@ -32,24 +29,22 @@ tcp::endpoint parseAddress(std::string_view text, boost::asio::io_context& conte
     } else if (host.find(':') != std::string_view::npos) {
         throw noAddress(text, "a host with colons stands in brackets, as [::1]:9100");
     }
+    if (host.empty()) {
+        throw noAddress(text, "it has no host");
+    }
     std::uint16_t port = 0;
     const char* end = text.data() + text.size();
     const auto parsed = std::from_chars(text.data() + colon + 1, end, port);
     if (parsed.ec != std::errc() || parsed.ptr != end) {
         throw noAddress(text, "its port is no number from 0 to 65535");
     }
-    boost::system::error_code failure;
-    const auto found = tcp::resolver(context).resolve(std::string(host), "", tcp::resolver::passive, failure);
-    if (failure || found.empty()) {
-        throw noAddress(text, "this machine knows no such host");
-    }
-    return {found.begin()->endpoint().address(), port};
+    return {std::string(host), port};
 }
 
-std::string toText(const tcp::endpoint& address)
+std::string toText(const Address& address)
 {
-    const std::string host = address.address().to_string();
-    return (address.address().is_v6() ? "[" + host + "]" : host) + ":" + std::to_string(address.port());
+    const bool hasColons = address.host.find(':') != std::string::npos;
+    return (hasColons ? "[" + address.host + "]" : address.host) + ":" + std::to_string(address.port);
 }
 
 } // namespace virtual_printer

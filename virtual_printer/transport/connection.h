@@ -8,6 +8,7 @@
 #include <array>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -53,7 +54,8 @@ private:
                 if (failure) {
                     self->end();
                 } else {
-                    self->answer(self->session.take({self->received.data(), count}));
+                    self->answer(
+                        self->session.take({self->received.data(), count}, std::chrono::steady_clock::now()));
                 }
             });
     }

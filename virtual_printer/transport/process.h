@@ -13,6 +13,9 @@ void ignoreBrokenPipes();
 // By which somebody asks the process to end.
 boost::asio::signal_set endingSignals(boost::asio::io_context& context);
 
+// Ends the process well, whatever its other threads are at.
+[[noreturn]] void endAtOnce();
+
 // Calls `end` when the process that has started this one has gone.
 void watchParent(boost::asio::io_context& context, std::function<void()> end);
 

@@ -2,6 +2,7 @@
 
 #include <boost/asio/windows/object_handle.hpp>
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 #include <tlhelp32.h>
 #include <utility>
@@ -33,6 +34,13 @@ void ignoreBrokenPipes() {}
 boost::asio::signal_set endingSignals(boost::asio::io_context& context)
 {
     return {context, SIGINT, SIGBREAK};
+}
+
+// The library of C waits in its own ways out for the thread that writes.
+void endAtOnce()
+{
+    ::TerminateProcess(::GetCurrentProcess(), EXIT_SUCCESS);
+    std::abort(); // never reached
 }
 
 void watchParent(boost::asio::io_context& context, std::function<void()> end)

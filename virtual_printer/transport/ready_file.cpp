@@ -6,6 +6,12 @@
 
 namespace virtual_printer {
 
+void forgetReadyFile(const std::filesystem::path& file)
+{
+    std::error_code ignored; // writing will tell
+    std::filesystem::remove(file, ignored);
+}
+
 void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers)
 {
     nlohmann::json content = {{"version", TELVOFM_VERSION_TEXT}, {"printers", nlohmann::json::array()}};

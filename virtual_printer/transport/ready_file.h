@@ -13,6 +13,9 @@ struct ListeningPrinter
     std::string address; // as a till takes it
 };
 
+// Takes away that of an earlier start, so that nobody takes it for ours.
+void forgetReadyFile(const std::filesystem::path& file);
+
 // Whole or not at all. Throws std::runtime_error with a sentence for the user.
 void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers);
 

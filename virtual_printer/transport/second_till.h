@@ -1,4 +1,4 @@
-// What becomes of a second till that comes to a printer while it serves one.
+// What becomes of a till that comes while another one is served.
 #pragma once
 
 namespace virtual_printer {

@@ -1,6 +1,5 @@
 #include "virtual_printer/transport/tcp_link.h"
 
-#include "virtual_printer/transport/address.h"
 #include "virtual_printer/transport/socket_options.h"
 
 #include <stdexcept>
@@ -9,26 +8,29 @@ namespace virtual_printer {
 
 using boost::asio::ip::tcp;
 
-TcpLink::TcpLink(boost::asio::io_context& context, const std::string& address, Station& at,
-                 const Codes& refusals, SecondTill second)
+TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
+                 SecondTill second)
     : acceptor(context), station(at), codes(refusals), policy(second)
 {
-    const tcp::endpoint wanted = parseAddress(address, context);
     try {
-        acceptor.open(wanted.protocol());
+        // The first address that the host has.
+        const auto found = tcp::resolver(context).resolve(wanted.host, "", tcp::resolver::passive);
+        const tcp::endpoint place(found.begin()->endpoint().address(), wanted.port);
+        acceptor.open(place.protocol());
         shareAddressAfterwards(acceptor);
-        acceptor.bind(wanted);
+        acceptor.bind(place);
         acceptor.listen();
     } catch (const boost::system::system_error& failure) {
-        throw std::runtime_error("cannot listen on " + address + ": " + failure.code().message() +
-                                 "; name a free port, or 0 for any");
+        throw std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
+                                 "; name an address of this machine with a free port, or 0 for any");
     }
     accept();
 }
 
 std::string TcpLink::address() const
 {
-    return toText(acceptor.local_endpoint());
+    const tcp::endpoint place = acceptor.local_endpoint();
+    return toText(Address{place.address().to_string(), place.port()});
 }
 
 void TcpLink::accept()
@@ -55,6 +57,7 @@ void TcpLink::receive(tcp::socket till)
     case SecondTill::busy:
         return; // its socket closes here
     case SecondTill::takeover:
+        waiting.clear(); // also what another one has not yet taken over
         waiting.push_back(std::move(till));
         present->close();
         return;

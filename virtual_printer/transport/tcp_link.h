@@ -4,6 +4,7 @@
 
 #include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/address.h"
 #include "virtual_printer/transport/connection.h"
 #include "virtual_printer/transport/second_till.h"
 
@@ -19,7 +20,7 @@ class TcpLink
 {
 public:
     // Listens from here on. Throws std::runtime_error with a sentence for the user.
-    TcpLink(boost::asio::io_context& context, const std::string& address, Station& at, const Codes& refusals,
+    TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
             SecondTill second);
 
     // As a till takes it; with the port that was found when 0 was asked for.

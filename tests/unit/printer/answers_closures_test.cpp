@@ -14,6 +14,7 @@ TEST_F(PrinterClosures, OfTheYearAreSummedWithoutShowingThePassword)
     Closure third = closureOf(3, "2026-01-02 07:00", 250);
     third.sums.byVat['B'] = 499;
     third.sums.byPayment = {{1, 700}, {2, 49}};
+    third.paymentNames = {{1, "Hotovost"}};
     third.sums.cancelled = 2;
     third.sums.discounts = 10;
     third.sums.returns = 20;
@@ -24,8 +25,8 @@ TEST_F(PrinterClosures, OfTheYearAreSummedWithoutShowingThePassword)
                         pair("Closures", "2"),
                         pair("VAT A", "15.00"),
                         pair("VAT B", "4.99"),
-                        pair("Payment 1", "7.00"),
-                        pair("Payment 2", "0.49"),
+                        pair("Payment Hotovost", "7.00"),
+                        pair("Payment 2", "0.49"), // an older entry without the name
                         pair("Receipts", "2"),
                         pair("Cancelled receipts", "2"),
                         pair("Discounts EUR", "0.10"),

@@ -101,7 +101,7 @@ public:
         }
     }
 
-    void enter(const Closure& closure)
+    void enter(const Closure& closure) const
     {
         require(closure.number == expected.closures + 1, "a closure has the wrong number");
         require(same(closure.sums, expected.day), "a closure has not the sums of its day");

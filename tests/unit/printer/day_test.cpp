@@ -110,6 +110,7 @@ TEST_F(PrinterDay, LeavesTheDrawerTheNumbersAndTheSumsEver)
     EXPECT_EQ(closing.draft.closures[0].moment, now);
     EXPECT_EQ(closing.draft.closures[0].sums.byVat, (ByVat{{'A', 1000}}));
     EXPECT_EQ(closing.draft.closures[0].drawer, (ByPayment{{1, 1000}}));
+    EXPECT_EQ(closing.draft.closures[0].paymentNames, (PaymentNames{{1, "Hotovost"}}));
     ASSERT_EQ(report("Z"), Refusal::none);
     EXPECT_FALSE(standing().dayIsOpen);
     EXPECT_EQ(standing().day, Sums());

@@ -41,7 +41,7 @@ protected:
     {
         return send(Command::deductDownPayment, {"Zaloha", amount, vat, price});
     }
-    Cents under(char vat) const { return receipt().byVat.at(vat); }
+    [[nodiscard]] Cents under(char vat) const { return receipt().byVat.at(vat); }
 };
 
 TEST_F(PrinterDiscounts, AreSumsOrPercentsOrSurcharges)

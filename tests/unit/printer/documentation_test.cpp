@@ -79,6 +79,7 @@ std::string hexOf(telvofm::Command command)
 std::vector<std::string> refusalRows()
 {
     std::vector<std::string> rows;
+    rows.reserve(std::size(refusalTexts));
     for (const RefusalText& text : refusalTexts) {
         rows.push_back("| " + std::to_string(static_cast<int>(text.refusal)) + " | " +
                        std::string(text.name) + " | " + std::string(text.sentence) + " |");

@@ -28,7 +28,7 @@ protected:
     {
         return send(Command::itemDiscount, {"0", "", "0", value, ""});
     }
-    Cents under(char vat) const { return receipt().byVat.at(vat); }
+    [[nodiscard]] Cents under(char vat) const { return receipt().byVat.at(vat); }
 };
 
 TEST_F(PrinterItems, AreSold)

@@ -29,8 +29,9 @@ protected:
         try {
             const Memory memory(file);
         } catch (const std::runtime_error& error) {
-            EXPECT_THAT(error.what(),
-                        AllOf(StartsWith("The printer's memory " + file.string()), EndsWith(".")));
+            // What has failed, why, and what to do.
+            EXPECT_THAT(error.what(), AllOf(StartsWith("The printer's memory " + file.string()),
+                                            HasSubstr("; "), EndsWith(".")));
             return error.what();
         }
         return "";
@@ -110,9 +111,38 @@ TEST_F(MemoryFile, IsRefusedWhenItIsNoDatabase)
     EXPECT_EQ(telvofm::test::contentOf(path), std::string(5000, 'x')) << "it is left as it was";
 }
 
+TEST_F(MemoryFile, IsRefusedWhenItIsDamaged)
+{
+    {
+        const Memory memory(path);
+    }
+    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary).seekp(100) // behind the database's
+                                                                                   // header
+        << std::string(1000, '\xFF');
+    EXPECT_THAT(refusalOf(path), HasSubstr("is damaged: "));
+}
+
+TEST_F(MemoryFile, IsRefusedWhenATableIsMissing)
+{
+    {
+        const Memory memory(path);
+    }
+    change("DROP TABLE contents");
+    EXPECT_THAT(refusalOf(path), HasSubstr("is damaged: "));
+}
+
 TEST_F(MemoryFile, IsRefusedInAFolderThatDoesNotExist)
 {
     EXPECT_THAT(refusalOf(folder.file("none/printer.db")), HasSubstr("cannot be opened"));
+}
+
+TEST_F(MemoryFile, IsRefusedWhenItsDiskIsFull)
+{
+    SimulatedDisk disk;
+    disk.failureOf = [](const SimulatedDisk::Operation& operation) {
+        return operation.kind == SimulatedDisk::Operation::Kind::write ? SQLITE_FULL : SQLITE_OK;
+    };
+    EXPECT_THAT(refusalOf(path), HasSubstr("make room on its disk"));
 }
 
 TEST_F(MemoryFile, IsRefusedWhenItMayNotBeWritten)

@@ -129,6 +129,21 @@ TEST_F(PrinterPayments, InForeignCurrencyCountThroughTheRate)
     EXPECT_EQ(lastLine().foreign, 40000);
 }
 
+TEST_F(PrinterPayments, InForeignCurrencyShowTheirRateInFrontOfThem)
+{
+    open("30.00");
+    const auto rateInFront = [&] {
+        const Line& line = receipt().lines.at(receipt().lines.size() - 2);
+        return line.text + "|" + line.right;
+    };
+    ASSERT_EQ(pay("2", "30.00", "100.00", "0.0400"), Refusal::none);
+    EXPECT_EQ(rateInFront(), "Exchange rate|1 = 0.0400 EUR");
+    ASSERT_EQ(pay("2", "30.00", "260.95", "+26.0950"), Refusal::none);
+    EXPECT_EQ(rateInFront(), "Exchange rate|1 EUR = 26.0950");
+    ASSERT_EQ(pay("1", "30.00", "1.00", "1.0000"), Refusal::none);
+    EXPECT_EQ(receipt().lines.at(receipt().lines.size() - 2).kind, Line::Kind::payment) << "its own currency";
+}
+
 TEST_F(PrinterPayments, WithoutARateCountAsTheyAre)
 {
     open("30.00");

@@ -14,7 +14,7 @@ def write(name, description_size, width, height, depth=1, gap=0, compression=0, 
     palette = b"".join(colour.to_bytes(colour_size, "little") for colour in palette)
     rows = bytes(31 * i % 251 for i in range(stride * abs(height)))
     offset = 14 + len(description) + len(palette) + gap
-    with open("bitmap_seeds/" + name, "wb") as file:
+    with open("bitmap_reader_seeds/" + name, "wb") as file:
         file.write(b"BM" + struct.pack("<IHHI", offset + len(rows), 0, 0, offset))
         file.write(description + palette + bytes(gap) + rows)
 

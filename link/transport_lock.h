@@ -1,0 +1,62 @@
+// Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes. It
+// is used as a std::shared_mutex, which mingw never destroys: each one would keep two handles of the system
+// for good.
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+
+namespace telvofm {
+
+class TransportLock
+{
+public:
+    void lock()
+    {
+        std::unique_lock guard(state);
+        released.wait(guard, [this] { return users == none; });
+        users = alone;
+    }
+
+    bool try_lock()
+    {
+        const std::scoped_lock guard(state);
+        if (users != none) {
+            return false;
+        }
+        users = alone;
+        return true;
+    }
+
+    void unlock()
+    {
+        const std::scoped_lock guard(state);
+        users = none;
+        released.notify_all();
+    }
+
+    void lock_shared()
+    {
+        std::unique_lock guard(state);
+        released.wait(guard, [this] { return users != alone; });
+        ++users;
+    }
+
+    void unlock_shared()
+    {
+        const std::scoped_lock guard(state);
+        if (--users == none) {
+            released.notify_all();
+        }
+    }
+
+private:
+    static constexpr int none = 0;
+    static constexpr int alone = -1;
+
+    std::mutex state;
+    std::condition_variable released;
+    int users = none;
+};
+
+} // namespace telvofm

@@ -1,0 +1,73 @@
+// The printer's clock: it is never before the last document, whatever the clock that it was started with
+// says.
+#include "tests/unit/own_folder.h"
+#include "virtual_printer/printers/new_printer.h"
+#include "virtual_printer/printers/printer.h"
+
+#include <gtest/gtest.h>
+
+namespace virtual_printer {
+namespace {
+
+using std::chrono::minutes;
+
+class PrinterClock : public testing::Test
+{
+protected:
+    static Moment at(std::string_view text) { return parseMoment(text, Edge::first).value(); }
+
+    // Another start at this moment of the clock that it gets.
+    [[nodiscard]] Printer startAt(std::string_view text)
+    {
+        clock = at(text);
+        return {Memory(folder.file("printer.db")), readyToSell(), [this] { return clock; }};
+    }
+
+    static void send(Printer& printer, unsigned char command, const std::vector<std::string>& fields)
+    {
+        EXPECT_EQ(printer.execute({1, command, fields}, CodePage::windows1250).refusal, Refusal::none);
+    }
+
+    static void sell(Printer& printer)
+    {
+        send(printer, 0x20, {"0", "1", "0", "0", "1", "0"});
+        send(printer, 0x24, {"0", "Chlieb", "0", "A", "1", "0", "ks"});
+        send(printer, 0x22, {"0", "0"});
+    }
+
+    telvofm::test::OwnFolder folder;
+    Moment clock{};
+};
+
+TEST_F(PrinterClock, GoesOnFromTheLastDocumentWhenItIsStartedBeforeIt)
+{
+    {
+        Printer printer = startAt("2026-01-31 12:00");
+        send(printer, 0x29, {"0"});
+        sell(printer);
+    }
+    Printer printer = startAt("2026-01-31 11:00");
+    EXPECT_EQ(printer.now(), at("2026-01-31 12:00"));
+    clock += minutes(1);
+    EXPECT_EQ(printer.now(), at("2026-01-31 12:01"));
+    sell(printer);
+    send(printer, 0x50, {"Z", "0"});
+    send(printer, 0xBF, {"2026-01-31 13:00"});
+    EXPECT_EQ(printer.now(), at("2026-01-31 13:00"));
+}
+
+// As clocks of the place do at the end of summer.
+TEST_F(PrinterClock, StandsStillWhileTheOneThatItWasStartedWithIsBehind)
+{
+    Printer printer = startAt("2026-10-25 02:59");
+    send(printer, 0x29, {"0"});
+    sell(printer);
+    clock = at("2026-10-25 02:00");
+    EXPECT_EQ(printer.now(), at("2026-10-25 02:59"));
+    sell(printer);
+    clock = at("2026-10-25 03:00");
+    EXPECT_EQ(printer.now(), at("2026-10-25 03:00"));
+}
+
+} // namespace
+} // namespace virtual_printer

@@ -1,0 +1,61 @@
+#include "link/transport_lock.h"
+
+#include <gtest/gtest.h>
+
+#include <future>
+#include <shared_mutex>
+
+namespace telvofm::test {
+namespace {
+
+TEST(TransportLock, IsHadAloneOnlyWhenNobodySharesIt)
+{
+    TransportLock transport;
+    std::shared_lock first(transport);
+    std::shared_lock second(transport);
+    EXPECT_FALSE(transport.try_lock());
+    first.unlock();
+    EXPECT_FALSE(transport.try_lock());
+    second.unlock();
+    ASSERT_TRUE(transport.try_lock());
+    EXPECT_FALSE(transport.try_lock());
+    transport.unlock();
+    EXPECT_TRUE(transport.try_lock());
+    transport.unlock();
+}
+
+// The two numbers differ only while somebody has the lock alone.
+TEST(TransportLock, KeepsThoseWhoShareItApartFromWhoHasItAlone)
+{
+    constexpr int rounds = 2000;
+    TransportLock transport;
+    int first = 0;
+    int second = 0;
+    const auto change = [&] {
+        for (int i = 0; i < rounds; ++i) {
+            const std::scoped_lock alone(transport);
+            ++first;
+            ++second;
+        }
+    };
+    const auto look = [&] {
+        int differing = 0;
+        for (int i = 0; i < rounds; ++i) {
+            const std::shared_lock shared(transport);
+            differing += first != second ? 1 : 0;
+        }
+        return differing;
+    };
+    auto changing = std::async(std::launch::async, change);
+    auto changingToo = std::async(std::launch::async, change);
+    auto looking = std::async(std::launch::async, look);
+    EXPECT_EQ(look(), 0);
+    EXPECT_EQ(looking.get(), 0);
+    changing.get();
+    changingToo.get();
+    EXPECT_EQ(first, 2 * rounds);
+    EXPECT_EQ(second, 2 * rounds);
+}
+
+} // namespace
+} // namespace telvofm::test

@@ -44,7 +44,7 @@ protected:
     // What the printer answers to these bytes; the connection ends behind them.
     std::string answerTo(const std::string& bytes)
     {
-        std::string heard = TillSession(printer, CodePage::windows1250, codes).take(bytes, {});
+        std::string heard = TillSession(station, CodePage::windows1250, codes).take(bytes, {});
         for (const Happened& event : printer.takeHappened()) {
             for (std::string& printed : linesFor(event, columnsOfPaper, codes)) {
                 paper.push_back(std::move(printed));
@@ -61,8 +61,9 @@ protected:
 
     const Codes codes;
     std::vector<std::string> paper;
-    Printer printer{Memory(), readyToSell(),
-                    [] { return parseMoment("2026-01-01 12:00", Edge::first).value(); }};
+    Station station{"printer", Printer(Memory(), readyToSell(),
+                                       [] { return parseMoment("2026-01-01 12:00", Edge::first).value(); })};
+    Printer& printer = station.printer;
 };
 
 } // namespace virtual_printer

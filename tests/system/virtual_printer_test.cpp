@@ -85,7 +85,7 @@ TEST_F(VirtualPrinter, ForgetsWhatATillHasBegunAndNotGoneOnWith)
     const std::string begun[] = {request(0x29, {"0"}), upload};
     for (const std::string& whole : begun) {
         for (std::size_t length = 1; length < whole.size(); ++length) {
-            TillSession line(printer, CodePage::cp852, codes);
+            TillSession line(station, CodePage::cp852, codes);
             TillSession::Time now{seconds(100)};
             line.take(whole.substr(0, length), now);
             EXPECT_EQ(line.take(request(0xE0), now + seconds(6)), accepted) << length;
@@ -95,7 +95,7 @@ TEST_F(VirtualPrinter, ForgetsWhatATillHasBegunAndNotGoneOnWith)
 
 TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
 {
-    TillSession line(printer, CodePage::cp852, codes);
+    TillSession line(station, CodePage::cp852, codes);
     TillSession::Time now{};
     std::string answer;
     for (const char byte : request(0x29, {"0"})) {
@@ -108,7 +108,7 @@ TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
 
 TEST_F(VirtualPrinter, KeepsAReplyForATillThatIsSlow)
 {
-    TillSession line(printer, CodePage::cp852, codes);
+    TillSession line(station, CodePage::cp852, codes);
     const std::string reply = line.take(request(0x92, {"DAY"}), {});
     EXPECT_EQ(line.take("\x15", TillSession::Time(std::chrono::seconds(60))), reply);
 }

@@ -25,7 +25,8 @@ PRINTER_ARROWS = {
     "paper": {"fiscal"},
     "memory": {"fiscal"},
     "answers": {"language", "fiscal", "paper", "memory"},
-    "printers": {"language", "fiscal", "paper", "memory", "answers"},
+    "trace": {"language", "fiscal"},
+    "printers": {"language", "fiscal", "paper", "memory", "answers", "trace"},
     "transport": {"printers"},
 }
 # Headers that one file or one room has for itself.

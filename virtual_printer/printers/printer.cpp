@@ -8,6 +8,20 @@
 namespace virtual_printer {
 namespace {
 
+// How long something has taken so far, for the trace.
+class Stopwatch
+{
+public:
+    [[nodiscard]] std::chrono::microseconds elapsed() const
+    {
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                     start);
+    }
+
+private:
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+
 Request withUtf8Texts(const Request& request, CodePage codePage)
 {
     Request converted = request;
@@ -83,7 +97,8 @@ bool Printer::expectsBlocks() const
 
 Answer Printer::execute(const Request& request, CodePage codePage)
 {
-    const Request converted = withUtf8Texts(request, codePage);
+    const Stopwatch watch;
+    Request converted = withUtf8Texts(request, codePage);
     Decision decision = decide(current, converted, now());
     Reply reply;
     try {
@@ -100,7 +115,11 @@ Answer Printer::execute(const Request& request, CodePage codePage)
     } catch (const MemoryDamaged&) {
         decision.refusal = Refusal::journalDamaged;
     }
+    const auto decided = watch.elapsed();
     Answer answer = carryOut(decision);
+    answer.decided = decided;
+    answer.committed = watch.elapsed() - decided;
+    answer.fields = std::move(converted.fields);
     if (answer.refusal != Refusal::none) {
         current.upload = std::make_shared<const Upload>(); // blocks that follow a refused request are noise
     } else if (decision.rule->wants == Wants::reply) {
@@ -119,20 +138,23 @@ Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
 Answer Printer::carryOut(Decision decision)
 {
     const std::string name(decision.rule == nullptr ? "" : decision.rule->name);
+    Answer answer{.rule = decision.rule};
     if (decision.refusal == Refusal::none && changesMemory(current, decision.draft)) {
         try {
             kept.commit(current, decision.draft);
+            answer.isCommitted = true;
         } catch (const DiskFull&) {
             decision.refusal = Refusal::diskFull;
         }
     }
     if (decision.refusal != Refusal::none) {
         happened.push_back({decision.refusal, name, {}});
-        return {.refusal = decision.refusal, .data = std::nullopt};
+        answer.refusal = decision.refusal;
+        return answer;
     }
     current = decision.draft.next;
     happened.push_back({Refusal::none, name, std::move(decision.draft.shown)});
-    return {};
+    return answer;
 }
 
 std::vector<Happened> Printer::takeHappened()

@@ -7,6 +7,7 @@
 #include "virtual_printer/memory/memory.h"
 #include "virtual_printer/printers/clock.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -18,7 +19,14 @@ struct Answer
 {
     Refusal refusal = Refusal::none;
     // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
-    std::optional<std::string> data;
+    std::optional<std::string> data{};
+
+    // For the trace.
+    const CommandRule* rule = nullptr; // none for an unknown command
+    std::vector<std::string> fields{}; // of the request, in UTF-8
+    bool isCommitted = false;          // something was written into the memory
+    std::chrono::microseconds decided{0};
+    std::chrono::microseconds committed{0};
 };
 
 // What has happened, for paper, standard output and page. It comes after the answer is given.

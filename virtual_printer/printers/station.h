@@ -1,7 +1,9 @@
-// A printer with its name, and those who watch it. What has happened is shown after the till has its answer.
+// A printer with its name, the trace of its exchanges, and those who watch it. What has happened is shown
+// after the till has its answer.
 #pragma once
 
 #include "virtual_printer/printers/printer.h"
+#include "virtual_printer/trace/trace.h"
 
 #include <functional>
 #include <string>
@@ -28,11 +30,16 @@ public:
         }
     }
 
+    // The number of a connection that begins.
+    std::uint64_t newTill() { return ++tills; }
+
     std::string name;
     Printer printer;
+    Trace trace;
 
 private:
     std::vector<Observer> observers;
+    std::uint64_t tills = 0;
 };
 
 } // namespace virtual_printer

@@ -3,7 +3,8 @@
 
 #include "virtual_printer/language/exchange.h"
 #include "virtual_printer/printers/codes.h"
-#include "virtual_printer/printers/printer.h"
+#include "virtual_printer/printers/recorder.h"
+#include "virtual_printer/printers/station.h"
 
 #include <chrono>
 #include <string>
@@ -14,8 +15,8 @@ namespace virtual_printer {
 class TillSession
 {
 public:
-    TillSession(Printer& device, CodePage textsOfLink, const Codes& refusalCodes)
-        : printer(device), codePage(textsOfLink), codes(refusalCodes)
+    TillSession(Station& at, CodePage textsOfLink, const Codes& refusalCodes)
+        : printer(at.printer), codePage(textsOfLink), codes(refusalCodes), recorder(at, textsOfLink)
     {
     }
 
@@ -25,15 +26,22 @@ public:
     // five seconds is none: on a serial line the till that began it may have ended, and the next one's
     // requests would be taken for the rest of it.
     std::string take(std::string_view bytes, Time now);
+    // All that `take` has given has been handed over.
+    void hasSent(Time now) { recorder.hasSent(now); }
 
 private:
-    std::string answerTo(const Incoming& incoming);
+    std::string answerTo(const Incoming& incoming, Time now);
+    std::string answerProbe(Time now);
+    std::string refuseDamaged(Exchanged::Kind kind, Time now);
+    std::string settle(Exchanged exchanged, Answer answer, Time now);
     std::string bytesOf(const Answer& answer);
 
     Printer& printer;
     CodePage codePage;
     const Codes& codes;
     Exchange exchange;
+    Recorder recorder;
+    std::string heard; // since the last exchange was complete
     Time lastByte{};
 };
 

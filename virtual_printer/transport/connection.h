@@ -23,7 +23,7 @@ public:
     // `preparation` is called before each read.
     Connection(Stream open, Station& at, CodePage texts, const Codes& codes,
                std::function<void(Stream&)> preparation)
-        : stream(std::move(open)), station(at), session(at.printer, texts, codes),
+        : stream(std::move(open)), station(at), session(at, texts, codes),
           prepareToRead(std::move(preparation))
     {
     }
@@ -75,6 +75,7 @@ private:
                 if (failure) {
                     self->end();
                 } else {
+                    self->session.hasSent(std::chrono::steady_clock::now());
                     self->read();
                 }
             });

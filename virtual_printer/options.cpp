@@ -71,6 +71,8 @@ Options readOptions(int count, const char* const* arguments)
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", options.codesFile, "Numbers of the refusals, as a JSON file")
         ->check(CLI::ExistingFile);
+    app.add_option("--scenario", options.scenarioFile, "Arm the printers with the faults of this JSON file")
+        ->check(CLI::ExistingFile);
     app.add_option("--logo-png", options.logoFolder, "Write uploaded pictures as PNG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");

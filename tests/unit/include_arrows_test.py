@@ -26,8 +26,9 @@ PRINTER_ARROWS = {
     "memory": {"fiscal"},
     "answers": {"language", "fiscal", "paper", "memory"},
     "trace": {"language", "fiscal"},
-    "printers": {"language", "fiscal", "paper", "memory", "answers", "trace"},
-    "transport": {"printers"},
+    "faults": {"language"},
+    "printers": {"language", "fiscal", "paper", "memory", "answers", "trace", "faults"},
+    "transport": {"printers", "faults"},
 }
 # Headers that one file or one room has for itself.
 OWNERS = {"sqlite3.h": "virtual_printer/memory/database.cpp", "boost/asio": "virtual_printer/transport/"}

@@ -61,7 +61,11 @@ std::string servePseudoTerminal(boost::asio::io_context& context, Station& stati
             till->restoreLines();
         }
     });
-    till->start(std::move(afterwards));
+    till->start([&till = *till, afterwards = std::move(afterwards)] {
+        if (!till.isAbandoned()) { // otherwise the line stays, and nobody listens
+            afterwards();
+        }
+    });
     return path;
 }
 

@@ -34,7 +34,11 @@ void servePort(boost::asio::io_context& context, const std::string& name, std::u
             till->restoreLines();
         }
     });
-    till->start(std::move(afterwards));
+    till->start([&till = *till, afterwards = std::move(afterwards)] {
+        if (!till.isAbandoned()) { // otherwise the line stays, and nobody listens
+            afterwards();
+        }
+    });
 }
 
 } // namespace virtual_printer

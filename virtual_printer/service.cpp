@@ -1,6 +1,6 @@
 #include "virtual_printer/service.h"
 
-#include "virtual_printer/faults/fault_json.h"
+#include "virtual_printer/faults/scenario.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
@@ -63,9 +63,6 @@ public:
         }
         for (const auto& station : stations) {
             station->show();
-            for (const Fault& fault : scenario.faults) {
-                station->faults.arm(fault);
-            }
         }
         if (!options.readyFile.empty()) {
             writeReadyFile(options.readyFile, listening);
@@ -92,6 +89,9 @@ private:
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
+        for (const Fault& fault : scenario.faults) {
+            stations.back()->faults.arm(fault); // before anybody can connect
+        }
         return *stations.back();
     }
 

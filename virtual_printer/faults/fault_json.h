@@ -14,6 +14,6 @@ nlohmann::ordered_json toJson(const Fault& fault);
 // With what it has done so far.
 nlohmann::ordered_json toJson(const Armed& armed);
 // A whole number of 32 bits. Throws as faultFromJson does.
-std::uint32_t seedOf(const nlohmann::ordered_json& json);
+std::uint32_t seedOf(const nlohmann::ordered_json& value);
 
 } // namespace virtual_printer

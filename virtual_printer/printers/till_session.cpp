@@ -123,7 +123,9 @@ void TillSession::execute(const Request& request, Time now)
     Exchanged exchanged = recorder.begin(Kind::request, heard, now);
     exchanged.address = request.address;
     exchanged.command = request.command;
-    exchanged.rule = findRule(request.command, request.fields.size());
+    if (!station.faults.list().empty()) { // otherwise the answer has it
+        exchanged.rule = findRule(request.command, request.fields.size());
+    }
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
                                            .command = request.command,
                                            .commandName = exchanged.name(),

@@ -76,6 +76,7 @@ Options readOptions(std::vector<std::string> arguments)
     std::string data;
     std::string ready;
     std::string refusals;
+    std::string scenario;
     std::string logos;
     std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
@@ -97,6 +98,7 @@ Options readOptions(std::vector<std::string> arguments)
     app.add_option("--ready", ready, "Write the addresses into this file once they are there");
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", refusals, "Numbers of the refusals, as a JSON file")->check(noFile);
+    app.add_option("--scenario", scenario, "Arm the printers with the faults of this JSON file")->check(noFile);
     app.add_option("--logo-png", logos, "Write uploaded pictures as PNG files into this folder")
         ->check(noFolder);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
@@ -115,6 +117,7 @@ Options readOptions(std::vector<std::string> arguments)
     options.dataFolder = toPath(data);
     options.readyFile = toPath(ready);
     options.codesFile = toPath(refusals);
+    options.scenarioFile = toPath(scenario);
     options.logoFolder = toPath(logos);
     options.secondTill = policies.at(second);
     if (!address.empty()) {

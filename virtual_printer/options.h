@@ -34,6 +34,7 @@ struct Options
     std::filesystem::path readyFile;
     std::filesystem::path codesFile;
     std::filesystem::path logoFolder;
+    std::filesystem::path scenarioFile; // whose faults every printer is armed with
     std::optional<Moment> start; // of the clock
     SecondTill secondTill = SecondTill::busy;
     bool isFactoryNew = false;

@@ -1,5 +1,6 @@
 #include "virtual_printer/service.h"
 
+#include "virtual_printer/faults/scenario.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
@@ -28,7 +29,8 @@ class Service
 {
 public:
     Service(const Options& chosen, StandardOutput& paper)
-        : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile))
+        : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile)),
+          scenario(chosen.scenarioFile.empty() ? Scenario() : readScenario(chosen.scenarioFile))
     {
         if (!options.logoFolder.empty() && !canWritePng) {
             throw std::runtime_error(
@@ -89,6 +91,9 @@ private:
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
+        for (const Fault& fault : scenario.faults) {
+            stations.back()->faults.arm(fault); // before anybody can connect
+        }
         return *stations.back();
     }
 
@@ -144,6 +149,7 @@ private:
     const Options& options;
     StandardOutput& output;
     Codes codes;
+    Scenario scenario;
     boost::asio::io_context context{1};
     boost::asio::signal_set ending = endingSignals(context);
     std::vector<std::unique_ptr<Station>> stations;

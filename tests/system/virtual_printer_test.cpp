@@ -85,22 +85,22 @@ TEST_F(VirtualPrinter, ForgetsWhatATillHasBegunAndNotGoneOnWith)
     const std::string begun[] = {request(0x29, {"0"}), upload};
     for (const std::string& whole : begun) {
         for (std::size_t length = 1; length < whole.size(); ++length) {
-            TillSession line(printer, CodePage::cp852, codes);
+            TillSession line(station, CodePage::cp852, codes);
             TillSession::Time now{seconds(100)};
             line.take(whole.substr(0, length), now);
-            EXPECT_EQ(line.take(request(0xE0), now + seconds(6)), accepted) << length;
+            EXPECT_EQ(bytesOf(line.take(request(0xE0), now + seconds(6))), accepted) << length;
         }
     }
 }
 
 TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
 {
-    TillSession line(printer, CodePage::cp852, codes);
+    TillSession line(station, CodePage::cp852, codes);
     TillSession::Time now{};
     std::string answer;
     for (const char byte : request(0x29, {"0"})) {
         EXPECT_EQ(answer, "");
-        answer = line.take(std::string(1, byte), now);
+        answer = bytesOf(line.take(std::string(1, byte), now));
         now += std::chrono::seconds(5);
     }
     EXPECT_EQ(answer, accepted);
@@ -108,9 +108,9 @@ TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
 
 TEST_F(VirtualPrinter, KeepsAReplyForATillThatIsSlow)
 {
-    TillSession line(printer, CodePage::cp852, codes);
-    const std::string reply = line.take(request(0x92, {"DAY"}), {});
-    EXPECT_EQ(line.take("\x15", TillSession::Time(std::chrono::seconds(60))), reply);
+    TillSession line(station, CodePage::cp852, codes);
+    const std::string reply = bytesOf(line.take(request(0x92, {"DAY"}), {}));
+    EXPECT_EQ(bytesOf(line.take("\x15", TillSession::Time(std::chrono::seconds(60)))), reply);
 }
 
 TEST_F(VirtualPrinter, AnswersTheProbeOfAWaitingTill)

@@ -25,8 +25,10 @@ PRINTER_ARROWS = {
     "paper": {"fiscal"},
     "memory": {"fiscal"},
     "answers": {"language", "fiscal", "paper", "memory"},
-    "printers": {"language", "fiscal", "paper", "memory", "answers"},
-    "transport": {"printers"},
+    "trace": {"language", "fiscal"},
+    "faults": {"language"},
+    "printers": {"language", "fiscal", "paper", "memory", "answers", "trace", "faults"},
+    "transport": {"printers", "faults"},
 }
 # Headers that one file or one room has for itself.
 OWNERS = {"sqlite3.h": "virtual_printer/memory/database.cpp", "boost/asio": "virtual_printer/transport/"}

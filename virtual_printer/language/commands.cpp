@@ -14,7 +14,6 @@ using enum Situation;
 
 // Where commands are legal.
 constexpr Situations always = {noDay, idle, open, paying, overdue, defiscalized};
-constexpr Situations whileItWorks = {noDay, idle, open, paying, overdue};
 constexpr Situations betweenDays = {noDay};
 constexpr Situations withoutReceipt = {noDay, idle};
 constexpr Situations forReading = {noDay, idle, overdue, defiscalized};

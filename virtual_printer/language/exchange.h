@@ -40,6 +40,9 @@ class Exchange
 public:
     Incoming take(unsigned char byte);
 
+    // Nothing has begun: a byte that was taken last and completed nothing was noise.
+    [[nodiscard]] bool isBetween() const { return expecting == Expecting::start; }
+
     // A request or block that has begun and is not whole; a reply that is not acknowledged stays.
     void forgetUnfinished();
 
@@ -53,6 +56,7 @@ public:
     static std::string acceptance();
     static std::string refusal(unsigned char code);
     static std::string readiness();
+    static std::string business();
 
 private:
     Incoming takeOfRequest(unsigned char byte);

@@ -8,6 +8,20 @@
 namespace virtual_printer {
 namespace {
 
+// How long something has taken so far, for the trace.
+class Stopwatch
+{
+public:
+    [[nodiscard]] std::chrono::microseconds elapsed() const
+    {
+        return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() -
+                                                                     start);
+    }
+
+private:
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+
 Request withUtf8Texts(const Request& request, CodePage codePage)
 {
     Request converted = request;
@@ -29,6 +43,21 @@ bool changesMemory(const State& before, const Draft& draft)
            draft.service != Draft::Service::none;
 }
 
+// The state as it is while there is no paper.
+State withoutPaper(State state)
+{
+    Hardware hardware = *state.hardware;
+    hardware.paperIsOut = true;
+    state.hardware = std::make_shared<const Hardware>(std::move(hardware));
+    return state;
+}
+
+std::shared_ptr<const Hardware> withPaperOf(Hardware hardware, const Hardware& other)
+{
+    hardware.paperIsOut = other.paperIsOut;
+    return std::make_shared<const Hardware>(std::move(hardware));
+}
+
 // The memory's backup takes the place of settings and pictures.
 Refusal restore(Draft& draft, const std::optional<Backup>& backup)
 {
@@ -42,27 +71,32 @@ Refusal restore(Draft& draft, const std::optional<Backup>& backup)
 
 } // namespace
 
-Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
-    : kept(std::move(memory)), clock(std::move(startedClock))
+Printer::Printer(Memory memory, State stateWhenNew, Clock startedClock)
+    : kept(std::move(memory)), whenNew(std::move(stateWhenNew)), clock(std::move(startedClock))
+{
+    restart();
+}
+
+void Printer::restart()
 {
     const auto before = kept.load();
     current = before.value_or(whenNew);
-    Draft start(current, now());
+    Draft draft(current, now());
     if (ownClock() < now()) {
-        start.standing().clockOffset += now() - ownClock();
+        draft.standing().clockOffset += now() - ownClock();
     }
     if (before && before->receipt) {
-        start.printInReceipt({.kind = Line::Kind::powerLost});
+        draft.printInReceipt({.kind = Line::Kind::powerLost});
     }
     if (!before) {
-        start.standing();
-        start.settings();
-        start.pictures();
+        draft.standing();
+        draft.settings();
+        draft.pictures();
     }
-    if (changesMemory(current, start)) {
-        kept.commit(before.value_or(State()), start);
-        current = start.next;
-        happened.push_back({Refusal::none, "start", std::move(start.shown)});
+    if (changesMemory(current, draft)) {
+        kept.commit(before.value_or(State()), draft);
+        current = draft.next;
+        happened.push_back({Refusal::none, "start", std::move(draft.shown)});
     }
 }
 
@@ -81,14 +115,16 @@ bool Printer::expectsBlocks() const
     return current.upload->command != 0;
 }
 
-Answer Printer::execute(const Request& request, CodePage codePage)
+Answer Printer::execute(const Request& request, CodePage codePage, const Hindrance& hindrance)
 {
-    const Request converted = withUtf8Texts(request, codePage);
-    Decision decision = decide(current, converted, now());
+    const Stopwatch watch;
+    const Moment present = now();
+    Request converted = withUtf8Texts(request, codePage);
+    Decision decision = decide(hindrance.paperIsOut ? withoutPaper(current) : current, converted, present);
     Reply reply;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
+            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, present);
             decision.refusal = reply.refusal;
             for (Line& line : reply.lines) {
                 decision.draft.print(std::move(line));
@@ -100,7 +136,12 @@ Answer Printer::execute(const Request& request, CodePage codePage)
     } catch (const MemoryDamaged&) {
         decision.refusal = Refusal::journalDamaged;
     }
-    Answer answer = carryOut(decision);
+    const auto decided = watch.elapsed();
+    Answer answer = carryOut(decision, hindrance);
+    answer.moment = present;
+    answer.decided = decided;
+    answer.committed = watch.elapsed() - decided;
+    answer.fields = std::move(converted.fields);
     if (answer.refusal != Refusal::none) {
         current.upload = std::make_shared<const Upload>(); // blocks that follow a refused request are noise
     } else if (decision.rule->wants == Wants::reply) {
@@ -116,23 +157,37 @@ Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
 }
 
 // Commits what was decided: from here on it has happened.
-Answer Printer::carryOut(Decision decision)
+Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
 {
     const std::string name(decision.rule == nullptr ? "" : decision.rule->name);
+    Answer answer{.rule = decision.rule};
+    if (decision.refusal == Refusal::none && hindrance.doesNothing) {
+        return answer;
+    }
     if (decision.refusal == Refusal::none && changesMemory(current, decision.draft)) {
         try {
+            if (hindrance.diskIsFull) {
+                throw DiskFull("The disk is full.");
+            }
             kept.commit(current, decision.draft);
+            answer.isCommitted = true;
         } catch (const DiskFull&) {
             decision.refusal = Refusal::diskFull;
         }
     }
     if (decision.refusal != Refusal::none) {
         happened.push_back({decision.refusal, name, {}});
-        return {.refusal = decision.refusal, .data = std::nullopt};
+        answer.refusal = decision.refusal;
+        return answer;
     }
+    answer.isExecuted = true;
+    const auto hardware = current.hardware;
     current = decision.draft.next;
+    if (hindrance.paperIsOut) {
+        current.hardware = withPaperOf(*current.hardware, *hardware);
+    }
     happened.push_back({Refusal::none, name, std::move(decision.draft.shown)});
-    return {};
+    return answer;
 }
 
 std::vector<Happened> Printer::takeHappened()

@@ -1,7 +1,10 @@
-// A printer with its name, and those who watch it. What has happened is shown after the till has its answer.
+// A printer with its name, the trace of its exchanges, the faults that it is armed with, and those who watch
+// it. What has happened is shown after the till has its answer.
 #pragma once
 
+#include "virtual_printer/faults/faults.h"
 #include "virtual_printer/printers/printer.h"
+#include "virtual_printer/trace/trace.h"
 
 #include <functional>
 #include <string>
@@ -28,11 +31,17 @@ public:
         }
     }
 
+    // The number of a connection that begins.
+    std::uint64_t newTill() { return ++tills; }
+
     std::string name;
     Printer printer;
+    Trace trace;
+    Faults faults;
 
 private:
     std::vector<Observer> observers;
+    std::uint64_t tills = 0;
 };
 
 } // namespace virtual_printer

@@ -1,0 +1,111 @@
+#include "virtual_printer/printers/recorder.h"
+
+#include <algorithm>
+
+namespace virtual_printer {
+namespace {
+
+// What has met silence is sent again by a till that has waited; at once it is another call.
+constexpr std::chrono::milliseconds shortestSilence{2500};
+constexpr int triesOfACall = 3;
+// How far back a repeat is looked for.
+constexpr std::uint64_t longestLookBack = 64;
+
+bool isSame(const Exchanged& a, const Exchanged& b)
+{
+    return a.kind == b.kind && a.fromTill.starts_with(b.fromTill) && a.kind != Exchanged::Kind::probe;
+}
+
+bool isAccepted(const Exchanged& exchanged)
+{
+    return exchanged.refusal == Refusal::none && exchanged.isAcknowledged;
+}
+
+} // namespace
+
+Exchanged Recorder::begin(Exchanged::Kind kind, std::string_view bytes, Time now) const
+{
+    Exchanged exchanged;
+    exchanged.till = till;
+    exchanged.kind = kind;
+    exchanged.heard(bytes);
+    if (const Exchanged* repeated = findRepeated(exchanged)) {
+        exchanged.repeatOf = repeated->number;
+        exchanged.attempt = attemptOf(exchanged, now);
+    }
+    return exchanged;
+}
+
+// The one before it that was refused or has had no answer; of those before that only what was carried out
+// without the till's knowing.
+const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
+{
+    bool isBefore = true;
+    const std::uint64_t end = trace.end();
+    for (std::uint64_t back = 1; back <= std::min(longestLookBack, end - trace.first()); ++back) {
+        const Exchanged& earlier = *trace.find(end - back);
+        if (earlier.kind == Exchanged::Kind::probe) {
+            continue;
+        }
+        if (isSame(earlier, exchanged)) {
+            const bool isRepeat = !isAccepted(earlier) && (isBefore || earlier.isExecuted);
+            return isRepeat ? &earlier : nullptr;
+        }
+        isBefore = false;
+    }
+    return nullptr;
+}
+
+// A serial link sends again what got any other answer than an acceptance; TCP what got none.
+int Recorder::attemptOf(const Exchanged& exchanged, Time now) const
+{
+    const Exchanged* before = trace.find(last);
+    if (before == nullptr || before->number != exchanged.repeatOf || before->attempt == triesOfACall) {
+        return 1;
+    }
+    const bool isTriedAgain = codePage == CodePage::cp852 || now - lastBegan >= shortestSilence;
+    return isTriedAgain ? before->attempt + 1 : 1;
+}
+
+std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time now)
+{
+    const bool isProbe = exchanged.kind == Exchanged::Kind::probe;
+    exchanged.said(answer);
+    const std::uint64_t number = trace.add(std::move(exchanged));
+    constexpr std::size_t mostUnsent = 16; // the rest is lost
+    if (unsent.size() == mostUnsent) {
+        unsent.erase(unsent.begin());
+    }
+    unsent.push_back({number, now});
+    if (!isProbe) {
+        present = last = number;
+        lastBegan = now;
+    }
+    return number;
+}
+
+void Recorder::goOn(std::string_view bytes, std::string_view answer)
+{
+    trace.change(present, [&](Exchanged& exchanged) {
+        exchanged.heard(bytes);
+        exchanged.said(answer);
+        exchanged.isTaken = answer.empty();
+    });
+}
+
+void Recorder::hasAcknowledged(std::uint64_t number, Time now)
+{
+    const auto found = std::find_if(unsent.begin(), unsent.end(),
+                                    [number](const Unsent& answer) { return answer.number == number; });
+    if (found == unsent.end()) {
+        return;
+    }
+    const auto taken = std::chrono::duration_cast<std::chrono::microseconds>(now - found->since);
+    unsent.erase(found);
+    trace.change(number, [taken](Exchanged& exchanged) {
+        exchanged.answered = taken;
+        exchanged.isAcknowledged = exchanged.refusal == Refusal::none && exchanged.code == 0;
+    });
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,52 @@
+// Writes one till's exchanges into the trace of its printer, and tells repeats from new calls.
+#pragma once
+
+#include "virtual_printer/language/exchange.h"
+#include "virtual_printer/printers/station.h"
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace virtual_printer {
+
+class Recorder
+{
+public:
+    using Time = std::chrono::steady_clock::time_point;
+
+    Recorder(Station& at, CodePage textsOfLink) : trace(at.trace), till(at.newTill()), codePage(textsOfLink)
+    {
+    }
+
+    // An exchange that these bytes of the till have completed; before it is decided.
+    [[nodiscard]] Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
+    // It is decided and `answer` will be sent. Says its number.
+    std::uint64_t keep(Exchanged exchanged, std::string_view answer, Time now);
+    // A block of its reply was answered by the till, and that is what comes upon it: nothing when the reply
+    // is complete.
+    void goOn(std::string_view bytes, std::string_view answer);
+    // Its answer, or the first block of it, has been handed over whole to the link.
+    void hasAcknowledged(std::uint64_t number, Time now);
+
+private:
+    struct Unsent
+    {
+        std::uint64_t number;
+        Time since;
+    };
+
+    [[nodiscard]] const Exchanged* findRepeated(const Exchanged& exchanged) const;
+    [[nodiscard]] int attemptOf(const Exchanged& exchanged, Time now) const;
+
+    Trace& trace;
+    std::uint64_t till;
+    CodePage codePage;
+    std::uint64_t present = 0; // the exchange whose reply the till acknowledges
+    std::uint64_t last = 0;    // of this till, probes left out
+    Time lastBegan{};
+    std::vector<Unsent> unsent;
+};
+
+} // namespace virtual_printer

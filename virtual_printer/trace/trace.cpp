@@ -1,0 +1,63 @@
+#include "virtual_printer/trace/trace.h"
+
+#include <utility>
+
+namespace virtual_printer {
+
+std::uint64_t Trace::add(Exchanged exchanged)
+{
+    exchanged.number = following++;
+    bytes += exchanged.size();
+    ring.push_back(std::move(exchanged));
+    forgetTheOldest();
+    tell(ring.back());
+    return ring.back().number;
+}
+
+void Trace::change(std::uint64_t number, const Change& change)
+{
+    if (find(number) == nullptr) {
+        return;
+    }
+    Exchanged& exchanged = ring[number - first()];
+    bytes -= exchanged.size();
+    change(exchanged);
+    bytes += exchanged.size();
+    tell(exchanged);
+    forgetTheOldest();
+}
+
+const Exchanged* Trace::find(std::uint64_t number) const
+{
+    return number < first() || number >= end() ? nullptr : &ring[number - first()];
+}
+
+void Trace::clear()
+{
+    ring.clear();
+    bytes = 0;
+}
+
+std::uint64_t Trace::watch(Observer observer)
+{
+    observers.emplace(followingObserver, std::move(observer));
+    return followingObserver++;
+}
+
+// The newest stays, however large it is.
+void Trace::forgetTheOldest()
+{
+    while (ring.size() > 1 && (ring.size() > limits.exchanges || bytes > limits.bytes)) {
+        bytes -= ring.front().size();
+        ring.pop_front();
+    }
+}
+
+void Trace::tell(const Exchanged& exchanged) const
+{
+    for (const auto& [number, observer] : observers) {
+        observer(exchanged);
+    }
+}
+
+} // namespace virtual_printer

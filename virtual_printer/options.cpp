@@ -43,6 +43,23 @@ void requireDifferentNames(const Options& options)
     }
 }
 
+// A cookie takes it, too.
+void requireToken(const Options& options)
+{
+    constexpr std::size_t shortest = 16;
+    const std::string& token = options.token;
+    const bool isVisible = std::all_of(token.begin(), token.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+               c == '_' || c == '.';
+    });
+    if (!token.empty() && (token.size() < shortest || !isVisible)) {
+        throw std::runtime_error("the token is none; give one of 16 characters at least, letters, digits, -, _ and .");
+    }
+    if (!token.empty() && !options.control) {
+        throw std::runtime_error("--token belongs to --control, which is not there; give both");
+    }
+}
+
 } // namespace
 
 Options readOptions(int count, const char* const* arguments)
@@ -51,6 +68,7 @@ Options readOptions(int count, const char* const* arguments)
     std::string address;
     std::vector<std::string> printers;
     std::string startOfClock;
+    std::string control;
     std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
@@ -74,6 +92,8 @@ Options readOptions(int count, const char* const* arguments)
     app.add_option("--logo-png", options.logoFolder, "Write uploaded pictures as PNG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
+    app.add_option("--control", control, "Let tests control the printers over HTTP on HOST:PORT");
+    app.add_option("--token", options.token, "What those must know who use --control, of 16 characters at least");
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         app.parse(count, arguments);
@@ -95,6 +115,10 @@ Options readOptions(int count, const char* const* arguments)
         throw std::runtime_error(
             "no link is named; start it with --listen 127.0.0.1:9100, --pty or --serial PORT");
     }
+    if (!control.empty()) {
+        options.control = parseAddress(control);
+    }
+    requireToken(options);
     if (!startOfClock.empty()) {
         options.start = parseMoment(startOfClock, Edge::first);
         if (!options.start) {

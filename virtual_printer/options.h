@@ -33,7 +33,9 @@ struct Options
     std::string readyFile;
     std::string codesFile;
     std::string logoFolder;
-    std::optional<Moment> start; // of the clock
+    std::optional<Moment> start;    // of the clock
+    std::optional<Address> control; // where tests control the printers
+    std::string token;              // that they must know
     SecondTill secondTill = SecondTill::busy;
     bool isFactoryNew = false;
     bool endsWithParent = false;

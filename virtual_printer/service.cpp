@@ -1,9 +1,11 @@
 #include "virtual_printer/service.h"
 
+#include "virtual_printer/control/control.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
 #include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/http_server.h"
 #include "virtual_printer/transport/process.h"
 #include "virtual_printer/transport/ready_file.h"
 #include "virtual_printer/transport/serial_link.h"
@@ -16,6 +18,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -62,8 +65,11 @@ public:
         for (const auto& station : stations) {
             station->show();
         }
+        if (options.control) {
+            openControl();
+        }
         if (!options.readyFile.empty()) {
-            writeReadyFile(options.readyFile, listening);
+            writeReadyFile(options.readyFile, listening, server ? server->address() : "");
         }
     }
 
@@ -82,13 +88,26 @@ private:
                             ? Memory()
                             : Memory(std::filesystem::path(options.dataFolder) / (name + ".db"));
         Clock clock = clockFor(memory);
-        Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
-                        std::move(clock));
+        Printer printer(std::move(memory), whenNew(), std::move(clock));
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
         return *stations.back();
     }
+
+    void openControl()
+    {
+        control.emplace(whenNew(), options.dataFolder, options.token);
+        for (const auto& station : stations) {
+            control->add(*station);
+        }
+        server.emplace(context, *options.control, !options.token.empty(),
+                       [this](const HttpRequest& request) { return control->answer(request); });
+        control->notify([this] { server->lookAgain(); });
+        output.say("control on http://" + server->address());
+    }
+
+    [[nodiscard]] State whenNew() const { return options.isFactoryNew ? factoryNew() : readyToSell(); }
 
     // A clock that starts at a moment shows it, whatever the one of the last time was set to.
     [[nodiscard]] Clock clockFor(const Memory& memory) const
@@ -148,6 +167,8 @@ private:
     std::vector<std::unique_ptr<TcpLink>> network;
     std::vector<ListeningPrinter> listening;
     std::map<std::string, std::shared_ptr<const Pictures>> written;
+    std::optional<Control> control;
+    std::optional<HttpServer> server;
 };
 
 } // namespace

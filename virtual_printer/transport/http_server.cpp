@@ -109,9 +109,9 @@ private:
     void take(const Failure& failure)
     {
         isReading = false;
-        if (failure == http::error::end_of_stream || failure == beast::error::timeout ||
-            failure.category() == boost::asio::error::get_system_category() ||
-            failure == http::error::partial_message) {
+        const bool isOfTheLink = failure && failure.category() == boost::asio::error::get_system_category();
+        if (isOfTheLink || failure == http::error::end_of_stream || failure == http::error::partial_message ||
+            failure == beast::error::timeout) {
             close();
             return;
         }

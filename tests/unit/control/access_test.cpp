@@ -102,8 +102,8 @@ TEST_F(AccessToControl, ServesItsDescription)
             methods += method == "parameters" ? 0U : 1U;
         }
     }
-    constexpr std::size_t session = 1; // is answered before the routes
-    EXPECT_EQ(methods, controlRoutes().size() + session);
+    constexpr std::size_t logIn = 1;   // is answered before the routes
+    EXPECT_EQ(methods, controlRoutes().size() + logIn);
     for (const Route& route : controlRoutes()) {
         std::string method(route.method);
         std::transform(method.begin(), method.end(), method.begin(),

@@ -53,7 +53,8 @@ void requireToken(const Options& options)
                c == '_' || c == '.';
     });
     if (!token.empty() && (token.size() < shortest || !isVisible)) {
-        throw std::runtime_error("the token is none; give one of 16 characters at least, letters, digits, -, _ and .");
+        throw std::runtime_error(
+            "the token is none; give one of 16 characters at least, letters, digits, -, _ and .");
     }
     if (!token.empty() && !options.control) {
         throw std::runtime_error("--token belongs to --control, which is not there; give both");
@@ -89,11 +90,14 @@ Options readOptions(int count, const char* const* arguments)
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", options.codesFile, "Numbers of the refusals, as a JSON file")
         ->check(CLI::ExistingFile);
+    app.add_option("--scenario", options.scenarioFile, "Arm the printers with the faults of this JSON file")
+        ->check(CLI::ExistingFile);
     app.add_option("--logo-png", options.logoFolder, "Write uploaded pictures as PNG files into this folder")
         ->check(CLI::ExistingDirectory);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
     app.add_option("--control", control, "Let tests control the printers over HTTP on HOST:PORT");
-    app.add_option("--token", options.token, "What those must know who use --control, of 16 characters at least");
+    app.add_option("--token", options.token,
+                   "What those must know who use --control, of 16 characters at least");
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         app.parse(count, arguments);

@@ -33,6 +33,7 @@ struct Options
     std::string readyFile;
     std::string codesFile;
     std::string logoFolder;
+    std::string scenarioFile;       // whose faults every printer is armed with
     std::optional<Moment> start;    // of the clock
     std::optional<Address> control; // where tests control the printers
     std::string token;              // that they must know

@@ -1,6 +1,7 @@
 #include "virtual_printer/service.h"
 
 #include "virtual_printer/control/control.h"
+#include "virtual_printer/faults/fault_json.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
@@ -31,7 +32,8 @@ class Service
 {
 public:
     Service(const Options& chosen, StandardOutput& paper)
-        : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile))
+        : options(chosen), output(paper), codes(chosen.codesFile.empty() ? Codes() : Codes(chosen.codesFile)),
+          scenario(chosen.scenarioFile.empty() ? Scenario() : readScenario(chosen.scenarioFile))
     {
     }
 
@@ -64,6 +66,9 @@ public:
         }
         for (const auto& station : stations) {
             station->show();
+            for (const Fault& fault : scenario.faults) {
+                station->faults.arm(fault);
+            }
         }
         if (options.control) {
             openControl();
@@ -161,6 +166,7 @@ private:
     const Options& options;
     StandardOutput& output;
     Codes codes;
+    Scenario scenario;
     boost::asio::io_context context{1};
     boost::asio::signal_set ending{context, SIGINT, SIGTERM};
     std::vector<std::unique_ptr<Station>> stations;

@@ -38,13 +38,25 @@ inline std::string line(const std::string& left, const std::string& right)
     return left + std::string(columnsOfPaper - left.size() - right.size(), ' ') + right;
 }
 
+// What the till hears at last, without the time that it takes.
+inline std::string bytesOf(const Steps& steps)
+{
+    std::string bytes;
+    for (const Step& step : steps) {
+        if (const auto* send = std::get_if<Send>(&step.action)) {
+            bytes += send->bytes;
+        }
+    }
+    return bytes;
+}
+
 class VirtualPrinter : public testing::Test
 {
 protected:
     // What the printer answers to these bytes; the connection ends behind them.
     std::string answerTo(const std::string& bytes)
     {
-        std::string heard = TillSession(station, CodePage::windows1250, codes).take(bytes, {});
+        std::string heard = bytesOf(TillSession(station, CodePage::windows1250, codes).take(bytes, {}));
         for (const Happened& event : printer.takeHappened()) {
             for (std::string& printed : linesFor(event, columnsOfPaper, codes)) {
                 paper.push_back(std::move(printed));

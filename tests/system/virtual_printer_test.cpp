@@ -88,7 +88,7 @@ TEST_F(VirtualPrinter, ForgetsWhatATillHasBegunAndNotGoneOnWith)
             TillSession line(station, CodePage::cp852, codes);
             TillSession::Time now{seconds(100)};
             line.take(whole.substr(0, length), now);
-            EXPECT_EQ(line.take(request(0xE0), now + seconds(6)), accepted) << length;
+            EXPECT_EQ(bytesOf(line.take(request(0xE0), now + seconds(6))), accepted) << length;
         }
     }
 }
@@ -100,7 +100,7 @@ TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
     std::string answer;
     for (const char byte : request(0x29, {"0"})) {
         EXPECT_EQ(answer, "");
-        answer = line.take(std::string(1, byte), now);
+        answer = bytesOf(line.take(std::string(1, byte), now));
         now += std::chrono::seconds(5);
     }
     EXPECT_EQ(answer, accepted);
@@ -109,8 +109,8 @@ TEST_F(VirtualPrinter, WaitsForATillThatIsSlow)
 TEST_F(VirtualPrinter, KeepsAReplyForATillThatIsSlow)
 {
     TillSession line(station, CodePage::cp852, codes);
-    const std::string reply = line.take(request(0x92, {"DAY"}), {});
-    EXPECT_EQ(line.take("\x15", TillSession::Time(std::chrono::seconds(60))), reply);
+    const std::string reply = bytesOf(line.take(request(0x92, {"DAY"}), {}));
+    EXPECT_EQ(bytesOf(line.take("\x15", TillSession::Time(std::chrono::seconds(60)))), reply);
 }
 
 TEST_F(VirtualPrinter, AnswersTheProbeOfAWaitingTill)

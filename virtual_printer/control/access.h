@@ -1,5 +1,6 @@
-// Who may use the control interface. A browser on the same machine may be made to send requests by any page that
-// it shows: such a page names itself in Origin, and one whose name was made to lead here (DNS rebinding) in Host.
+// Who may use the control interface. A browser on the same machine may be made to send requests by any page
+// that it shows: such a page names itself in Origin, and one whose name was made to lead here (DNS rebinding)
+// in Host.
 #pragma once
 
 #include "virtual_printer/control/message.h"
@@ -14,7 +15,8 @@ class Access
 public:
     static constexpr std::size_t shortestToken = 16;
 
-    // Without a token only requests to a name of this machine itself are answered: localhost, 127.0.0.1, [::1].
+    // Without a token only requests to a name of this machine itself are answered: localhost, 127.0.0.1,
+    // [::1].
     explicit Access(std::string wanted) : token(std::move(wanted)) {}
 
     // The answer to a request that may not pass.

@@ -30,8 +30,10 @@ Json viewOf(const Exchanged& exchanged)
 const Json& listIn(const Json& assertion, const std::string& name)
 {
     const Json& list = assertion[name];
-    if (!list.is_array() || !std::all_of(list.begin(), list.end(), [](const Json& e) { return e.is_object(); })) {
-        throw ControlRefusal(badRequest, "\"" + name + "\" is no list of objects; send one as [{\"name\": \"payment\"}].");
+    if (!list.is_array() ||
+        !std::all_of(list.begin(), list.end(), [](const Json& e) { return e.is_object(); })) {
+        throw ControlRefusal(
+            badRequest, "\"" + name + "\" is no list of objects; send one as [{\"name\": \"payment\"}].");
     }
     return list;
 }
@@ -68,7 +70,8 @@ private:
     [[nodiscard]] Position positionIn() const
     {
         const Members members(assertion, "");
-        members.allow({"since", "received", "executed", "acknowledged", "committed", "repeated", "situation"});
+        members.allow(
+            {"since", "received", "executed", "acknowledged", "committed", "repeated", "situation"});
         const Json* given = members.find("since");
         if (given == nullptr) {
             return printer.since;
@@ -119,11 +122,12 @@ private:
         if (count == wanted) {
             return;
         }
-        std::string sentence = name + ": " + std::to_string(count) + " exchanges are " + shown(expected) + ", " +
-                               std::to_string(wanted) + " are expected";
+        std::string sentence = name + ": " + std::to_string(count) + " exchanges are " + shown(expected) +
+                               ", " + std::to_string(wanted) + " are expected";
         if (const int best = nearest(expected, views); count == 0 && best >= 0) {
             const Json& view = views[static_cast<std::size_t>(best)];
-            sentence += "; the nearest is exchange " + view["number"].dump() + ": " + differenceFrom(expected, view);
+            sentence +=
+                "; the nearest is exchange " + view["number"].dump() + ": " + differenceFrom(expected, view);
         } else if (count == 0) {
             sentence += "; nothing was " + name;
         }
@@ -166,10 +170,12 @@ private:
                             std::to_string(expected.size()) + " are expected");
         }
         for (std::size_t index = 0; index < expected.size(); ++index) {
-            const bool isRight = index < documents.size() && differences(expected[index], documents[index]).empty();
+            const bool isRight =
+                index < documents.size() && differences(expected[index], documents[index]).empty();
             if (!isRight) {
                 found.push_back("committed[" + std::to_string(index) + "]: no document is " +
-                                shown(expected[index]) + " there" + nearestDocument(expected[index], documents));
+                                shown(expected[index]) + " there" +
+                                nearestDocument(expected[index], documents));
             }
         }
         for (std::size_t index = expected.size(); index < documents.size(); ++index) {
@@ -200,8 +206,9 @@ private:
     {
         const State& state = printer.station.printer.state();
         if (since.document > state.standing->documents) {
-            throw ControlRefusal(gone, "The journal has been cleared since: it holds fewer documents than the "
-                                       "assertion begins at; give a later \"since\".");
+            throw ControlRefusal(gone,
+                                 "The journal has been cleared since: it holds fewer documents than the "
+                                 "assertion begins at; give a later \"since\".");
         }
         std::set<Document::Kind> kinds;
         for (const Json& pattern : expected) {
@@ -236,7 +243,8 @@ private:
         const auto wanted = assertion.find("situation");
         const std::string_view actual = situationName(printer.station.printer);
         if (wanted != assertion.end() && *wanted != actual) {
-            found.push_back("situation: it is \"" + std::string(actual) + "\", " + shown(*wanted) + " is expected");
+            found.push_back("situation: it is \"" + std::string(actual) + "\", " + shown(*wanted) +
+                            " is expected");
         }
     }
 

@@ -39,7 +39,8 @@ Json parseBody(const std::string& body)
     };
     Json content = Json::parse(body, keep, false);
     if (isTooDeep) {
-        refuse("The body is nested deeper than " + std::to_string(deepest) + " levels; nothing here needs that.");
+        refuse("The body is nested deeper than " + std::to_string(deepest) +
+               " levels; nothing here needs that.");
     }
     if (!content.is_object()) {
         refuse("The body is no JSON object; send one as {\"name\": \"value\"}.");
@@ -105,7 +106,8 @@ std::string Members::text(std::string_view member, std::string_view otherwise, s
     if (value == nullptr) {
         return std::string(otherwise);
     }
-    if (!value->is_string() || checkLength(value->get_ref<const std::string&>(), shortest, longest) != Refusal::none) {
+    if (!value->is_string() ||
+        checkLength(value->get_ref<const std::string&>(), shortest, longest) != Refusal::none) {
         refuse("\"" + nameOf(member) + "\" is no text of " + std::to_string(shortest) + " to " +
                std::to_string(longest) + " characters; give one.");
     }

@@ -75,8 +75,8 @@ Outcome Control::find(const HttpRequest& request)
         throw ControlRefusal(notFound, "There is no " + request.target.substr(0, 200) +
                                            " here; GET /openapi.json describes what there is.");
     }
-    HttpAnswer answer = errorAnswer(wrongMethod, request.method + " is no method of this path; it takes " +
-                                                     allowed + ".");
+    HttpAnswer answer =
+        errorAnswer(wrongMethod, request.method + " is no method of this path; it takes " + allowed + ".");
     answer.headers.emplace_back("Allow", allowed);
     return answer;
 }
@@ -102,7 +102,8 @@ ControlledPrinter* Control::printerCalled(const std::string& name) const
         }
         names += (names.empty() ? "" : ", ") + printer->station.name;
     }
-    throw ControlRefusal(notFound, "There is no printer \"" + name.substr(0, 100) + "\"; there are: " + names + ".");
+    throw ControlRefusal(notFound,
+                         "There is no printer \"" + name.substr(0, 100) + "\"; there are: " + names + ".");
 }
 
 } // namespace virtual_printer

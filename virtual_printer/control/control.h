@@ -1,5 +1,5 @@
-// The control interface without its socket: a request in, what comes of it out. It runs on the printers' thread,
-// so that a request happens between two exchanges and the next one sees all of it.
+// The control interface without its socket: a request in, what comes of it out. It runs on the printers'
+// thread, so that a request happens between two exchanges and the next one sees all of it.
 #pragma once
 
 #include "virtual_printer/control/access.h"

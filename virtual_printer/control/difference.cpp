@@ -5,7 +5,8 @@
 namespace virtual_printer {
 namespace {
 
-void compare(const Json& expected, const Json& actual, const std::string& name, std::vector<std::string>& found)
+void compare(const Json& expected, const Json& actual, const std::string& name,
+             std::vector<std::string>& found)
 {
     const std::string place = name.empty() ? "it" : name;
     if (expected.is_object() && actual.is_object()) {

@@ -1,5 +1,5 @@
-// Whether something is as a test expects it, and in readable words where it is not. What is expected is a part:
-// what it does not name may be anything.
+// Whether something is as a test expects it, and in readable words where it is not. What is expected is a
+// part: what it does not name may be anything.
 #pragma once
 
 #include "virtual_printer/control/message.h"

@@ -79,8 +79,8 @@ std::string_view nameOf(Document::Kind kind)
 
 std::optional<Document::Kind> documentKindCalled(std::string_view name)
 {
-    const auto* found =
-        std::find_if(kinds.begin(), kinds.end(), [name](const KindOfDocument& kind) { return kind.name == name; });
+    const auto* found = std::find_if(kinds.begin(), kinds.end(),
+                                     [name](const KindOfDocument& kind) { return kind.name == name; });
     return found == kinds.end() ? std::nullopt : std::optional(found->kind);
 }
 

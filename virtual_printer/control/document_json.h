@@ -1,5 +1,5 @@
-// Documents and sums as the control interface shows them. Amounts are texts with two decimals ("12.50"): a JSON
-// number is none that money can be kept in.
+// Documents and sums as the control interface shows them. Amounts are texts with two decimals ("12.50"): a
+// JSON number is none that money can be kept in.
 #pragma once
 
 #include "virtual_printer/control/message.h"

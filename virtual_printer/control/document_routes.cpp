@@ -28,8 +28,9 @@ Document::Kind kindIn(const Call& call)
     const std::string& name = call.target.query.at("kind");
     const auto kind = documentKindCalled(name);
     if (!kind) {
-        throw ControlRefusal(badRequest, "There are no documents of the kind \"" + name +
-                                             "\"; there are receipt, cancelledReceipt, drawer, closure and report.");
+        throw ControlRefusal(badRequest,
+                             "There are no documents of the kind \"" + name +
+                                 "\"; there are receipt, cancelledReceipt, drawer, closure and report.");
     }
     return *kind;
 }
@@ -50,7 +51,8 @@ Page pageIn(const Members& members)
 {
     constexpr std::int64_t most = 1000;
     constexpr std::int64_t usual = 100;
-    return {members.whole("skip", 0, 0, std::numeric_limits<int>::max()), members.whole("limit", usual, 1, most)};
+    return {members.whole("skip", 0, 0, std::numeric_limits<int>::max()),
+            members.whole("limit", usual, 1, most)};
 }
 
 // Whether the page is followed by another one is told by one entry more than it has.

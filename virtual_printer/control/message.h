@@ -1,5 +1,5 @@
-// Requests to the control interface and what comes of them, as plain values: everything in this room knows them
-// and no socket (transport/http_server.h).
+// Requests to the control interface and what comes of them, as plain values: everything in this room knows
+// them and no socket (transport/http_server.h).
 #pragma once
 
 #include <chrono>
@@ -38,8 +38,8 @@ struct HttpAnswer
     std::vector<std::pair<std::string, std::string>> headers{};
 };
 
-// There is no answer yet. Whoever holds it looks again after each change, and once more when the time is over:
-// then there is one.
+// There is no answer yet. Whoever holds it looks again after each change, and once more when the time is
+// over: then there is one.
 struct Later
 {
     std::chrono::milliseconds limit{0};
@@ -56,7 +56,8 @@ struct Stream
 
 using Outcome = std::variant<HttpAnswer, Later, Stream>;
 
-// Why a request cannot be answered as it wishes: the status, and a sentence that says what, why and what to do.
+// Why a request cannot be answered as it wishes: the status, and a sentence that says what, why and what to
+// do.
 class ControlRefusal : public std::runtime_error
 {
 public:

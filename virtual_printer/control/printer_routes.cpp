@@ -36,7 +36,8 @@ Outcome listPrinters(const Call& call)
 {
     Json list = Json::array();
     for (const auto& printer : call.printers) {
-        list.push_back({{"name", printer->station.name}, {"situation", situationName(printer->station.printer)}});
+        list.push_back(
+            {{"name", printer->station.name}, {"situation", situationName(printer->station.printer)}});
     }
     return jsonAnswer({{"printers", list}});
 }
@@ -65,6 +66,7 @@ Outcome resetPrinter(const Call& call)
     }
     device.setClock(printer.startedClock);
     printer.clock = {};
+    printer.station.faults.disarmAll();
     printer.mark();
     return jsonAnswer(stateToJson(printer));
 }
@@ -85,7 +87,8 @@ Outcome changeClock(const Call& call)
     const Moment moment = members.moment("now").value_or(device.now()) +
                           std::chrono::seconds(members.whole("forward", 0, 0, farthest));
     const ClockSetting setting = {
-        .stands = members.oneOf("mode", printer.clock.stands ? "stands" : "runs", {"stands", "runs"}) == "stands",
+        .stands =
+            members.oneOf("mode", printer.clock.stands ? "stands" : "runs", {"stands", "runs"}) == "stands",
         .speed = static_cast<int>(members.whole("speed", printer.clock.speed, 1, fastest))};
     if (const Moment last = device.state().standing->lastDocument; moment < last) {
         throw ControlRefusal(conflict, "The clock cannot go before the last document, of " + toText(last) +
@@ -132,8 +135,9 @@ Outcome changeSettings(const Call& call)
 {
     Printer& printer = call.printer().station.printer;
     if (printer.state().receipt) {
-        throw ControlRefusal(conflict, "A receipt is open, and its sums are those of the settings it began with; "
-                                       "end or cancel it first.");
+        throw ControlRefusal(conflict,
+                             "A receipt is open, and its sums are those of the settings it began with; "
+                             "end or cancel it first.");
     }
     const Settings next = changed(*printer.state().settings, call.body);
     try {

@@ -35,6 +35,10 @@ constexpr std::array routes = {
     Route{"POST", "/printers/{printer}/wait", waitFor},
     Route{"GET", "/printers/{printer}/trace", showTrace},
     Route{"GET", "/printers/{printer}/trace/events", followTrace},
+    Route{"GET", "/printers/{printer}/faults", showFaults},
+    Route{"POST", "/printers/{printer}/faults", armFaults},
+    Route{"DELETE", "/printers/{printer}/faults", disarmFaults},
+    Route{"DELETE", "/printers/{printer}/faults/{fault}", disarmFault},
 };
 
 } // namespace

@@ -69,6 +69,12 @@ Outcome waitFor(const Call& call);
 Outcome showTrace(const Call& call);
 Outcome followTrace(const Call& call);
 
+// fault_routes.cpp
+Outcome showFaults(const Call& call);
+Outcome armFaults(const Call& call);
+Outcome disarmFaults(const Call& call);
+Outcome disarmFault(const Call& call);
+
 // The numbers and texts of a query as the members of an object.
 Json queryOf(const Target& target);
 

@@ -76,7 +76,8 @@ void takeVat(Settings& settings, const Json& vat)
         const Members rate(entry, "vat." + letter);
         rate.allow({"percent", "reverseConstant"});
         VatRate taken{static_cast<int>(rate.whole("percent", 0, 0, largestPercent)), std::nullopt};
-        if (const Json* constant = rate.find("reverseConstant"); constant != nullptr && !constant->is_null()) {
+        if (const Json* constant = rate.find("reverseConstant");
+            constant != nullptr && !constant->is_null()) {
             if (!constant->is_number()) {
                 throw ControlRefusal(400, "\"vat." + letter + ".reverseConstant\" is no number; give one.");
             }
@@ -165,9 +166,10 @@ Settings changed(const Settings& before, const Json& changes)
     constexpr std::size_t longestPassword = 16;
     constexpr int fewestColumns = 32;
     constexpr int mostColumns = 48;
-    Members(changes, "").allow({"vat", "payments", "euroExchangeRate", "header", "additionalHeader",
-                                "additionalFooter", "superFooter", "prelines", "postlines", "parameters",
-                                "printerParameters", "columns", "printsLogo", "password", "servicePassword"});
+    Members(changes, "")
+        .allow({"vat", "payments", "euroExchangeRate", "header", "additionalHeader", "additionalFooter",
+                "superFooter", "prelines", "postlines", "parameters", "printerParameters", "columns",
+                "printsLogo", "password", "servicePassword"});
     Json all = toJson(before);
     all.merge_patch(changes);
     const Members members(all, "");

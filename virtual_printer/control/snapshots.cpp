@@ -16,10 +16,12 @@ void requireName(const std::string& name)
     constexpr std::size_t longest = 64;
     const bool isName =
         !name.empty() && name.size() <= longest && std::all_of(name.begin(), name.end(), [](char c) {
-            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+                   c == '_';
         });
     if (!isName) {
-        throw ControlRefusal(badRequest, "A snapshot's name has 1 to 64 letters, digits, - and _; give such a name.");
+        throw ControlRefusal(badRequest,
+                             "A snapshot's name has 1 to 64 letters, digits, - and _; give such a name.");
     }
 }
 
@@ -40,8 +42,9 @@ std::size_t countFiles(const std::filesystem::path& folder)
 std::filesystem::path Snapshots::folder() const
 {
     if (data.empty()) {
-        throw ControlRefusal(conflict, "There is no data folder for files; start the program with --data FOLDER, "
-                                       "or keep the snapshot in memory.");
+        throw ControlRefusal(conflict,
+                             "There is no data folder for files; start the program with --data FOLDER, "
+                             "or keep the snapshot in memory.");
     }
     const std::filesystem::path own = data / "snapshots";
     std::error_code failure;
@@ -53,8 +56,9 @@ std::filesystem::path Snapshots::folder() const
                                                failure.message() + "; allow it.");
         }
     } else if (kind != std::filesystem::file_type::directory) {
-        throw ControlRefusal(conflict, "\"snapshots\" in the data folder is no folder of its own, and nothing "
-                                       "outside the data folder is used; take it away.");
+        throw ControlRefusal(conflict,
+                             "\"snapshots\" in the data folder is no folder of its own, and nothing "
+                             "outside the data folder is used; take it away.");
     }
     return own;
 }
@@ -65,8 +69,9 @@ std::filesystem::path Snapshots::fileOf(const std::string& name) const
     std::error_code failure;
     const auto kind = std::filesystem::symlink_status(file, failure).type();
     if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {
-        throw ControlRefusal(conflict, "\"" + name + "\" is no file of its own, and nothing outside the data "
-                                       "folder is used; take it away.");
+        throw ControlRefusal(conflict, "\"" + name +
+                                           "\" is no file of its own, and nothing outside the data "
+                                           "folder is used; take it away.");
     }
     return file;
 }
@@ -129,8 +134,8 @@ void Snapshots::forget(const std::string& name, Place place)
 {
     requireName(name);
     std::error_code failure;
-    const bool wasThere = place == Place::memory ? inMemory.erase(name) > 0
-                                                 : std::filesystem::remove(fileOf(name), failure);
+    const bool wasThere =
+        place == Place::memory ? inMemory.erase(name) > 0 : std::filesystem::remove(fileOf(name), failure);
     if (!wasThere) {
         throw noSuchSnapshot(name);
     }

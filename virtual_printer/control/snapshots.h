@@ -1,5 +1,5 @@
-// What printers kept at some moment, by name: in memory until the program ends, or as files in a folder of the
-// data folder and nowhere else.
+// What printers kept at some moment, by name: in memory until the program ends, or as files in a folder of
+// the data folder and nowhere else.
 #pragma once
 
 #include "virtual_printer/control/message.h"

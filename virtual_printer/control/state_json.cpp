@@ -65,7 +65,9 @@ Json clockToJson(const ControlledPrinter& printer)
 
 Json hardwareToJson(const Hardware& hardware)
 {
-    return {{"paper", hardware.paperIsOut ? "out" : hardware.paperIsLow ? "low" : "ok"},
+    return {{"paper", hardware.paperIsOut   ? "out"
+                      : hardware.paperIsLow ? "low"
+                                            : "ok"},
             {"cover", hardware.coverIsOpen ? "open" : "closed"},
             {"drawer", hardware.drawerIsOpen ? "open" : "closed"},
             {"display", hardware.display},

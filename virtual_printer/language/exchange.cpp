@@ -14,6 +14,7 @@ constexpr unsigned char lastBlock = 0x03;
 constexpr unsigned char moreBlocks = 0x17;
 constexpr unsigned char noData = 0x04;
 constexpr unsigned char ready = 0x11;
+constexpr unsigned char busy = 0x13;
 constexpr std::size_t largestPiece = 256;
 constexpr int triesOfABlock = 3;
 
@@ -157,6 +158,11 @@ std::string Exchange::refusal(unsigned char code)
 std::string Exchange::readiness()
 {
     return single(ready);
+}
+
+std::string Exchange::business()
+{
+    return single(busy);
 }
 
 } // namespace virtual_printer

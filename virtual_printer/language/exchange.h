@@ -56,6 +56,7 @@ public:
     static std::string acceptance();
     static std::string refusal(unsigned char code);
     static std::string readiness();
+    static std::string business();
 
 private:
     Incoming takeOfRequest(unsigned char byte);

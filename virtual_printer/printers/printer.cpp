@@ -43,6 +43,21 @@ bool changesMemory(const State& before, const Draft& draft)
            draft.service != Draft::Service::none;
 }
 
+// The state as it is while there is no paper.
+State withoutPaper(State state)
+{
+    Hardware hardware = *state.hardware;
+    hardware.paperIsOut = true;
+    state.hardware = std::make_shared<const Hardware>(std::move(hardware));
+    return state;
+}
+
+std::shared_ptr<const Hardware> withPaperOf(Hardware hardware, const Hardware& other)
+{
+    hardware.paperIsOut = other.paperIsOut;
+    return std::make_shared<const Hardware>(std::move(hardware));
+}
+
 // The memory's backup takes the place of settings and pictures.
 Refusal restore(Draft& draft, const std::optional<Backup>& backup)
 {
@@ -56,27 +71,32 @@ Refusal restore(Draft& draft, const std::optional<Backup>& backup)
 
 } // namespace
 
-Printer::Printer(Memory memory, const State& whenNew, Clock startedClock)
-    : kept(std::move(memory)), clock(std::move(startedClock))
+Printer::Printer(Memory memory, State stateWhenNew, Clock startedClock)
+    : kept(std::move(memory)), whenNew(std::move(stateWhenNew)), clock(std::move(startedClock))
+{
+    restart();
+}
+
+void Printer::restart()
 {
     const auto before = kept.load();
     current = before.value_or(whenNew);
-    Draft start(current, now());
+    Draft draft(current, now());
     if (ownClock() < now()) {
-        start.standing().clockOffset += now() - ownClock();
+        draft.standing().clockOffset += now() - ownClock();
     }
     if (before && before->receipt) {
-        start.printInReceipt({.kind = Line::Kind::powerLost});
+        draft.printInReceipt({.kind = Line::Kind::powerLost});
     }
     if (!before) {
-        start.standing();
-        start.settings();
-        start.pictures();
+        draft.standing();
+        draft.settings();
+        draft.pictures();
     }
-    if (changesMemory(current, start)) {
-        kept.commit(before.value_or(State()), start);
-        current = start.next;
-        happened.push_back({Refusal::none, "start", std::move(start.shown)});
+    if (changesMemory(current, draft)) {
+        kept.commit(before.value_or(State()), draft);
+        current = draft.next;
+        happened.push_back({Refusal::none, "start", std::move(draft.shown)});
     }
 }
 
@@ -95,11 +115,11 @@ bool Printer::expectsBlocks() const
     return current.upload->command != 0;
 }
 
-Answer Printer::execute(const Request& request, CodePage codePage)
+Answer Printer::execute(const Request& request, CodePage codePage, const Hindrance& hindrance)
 {
     const Stopwatch watch;
     Request converted = withUtf8Texts(request, codePage);
-    Decision decision = decide(current, converted, now());
+    Decision decision = decide(hindrance.paperIsOut ? withoutPaper(current) : current, converted, now());
     Reply reply;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
@@ -116,7 +136,7 @@ Answer Printer::execute(const Request& request, CodePage codePage)
         decision.refusal = Refusal::journalDamaged;
     }
     const auto decided = watch.elapsed();
-    Answer answer = carryOut(decision);
+    Answer answer = carryOut(decision, hindrance);
     answer.decided = decided;
     answer.committed = watch.elapsed() - decided;
     answer.fields = std::move(converted.fields);
@@ -135,12 +155,18 @@ Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
 }
 
 // Commits what was decided: from here on it has happened.
-Answer Printer::carryOut(Decision decision)
+Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
 {
     const std::string name(decision.rule == nullptr ? "" : decision.rule->name);
     Answer answer{.rule = decision.rule};
+    if (decision.refusal == Refusal::none && hindrance.doesNothing) {
+        return answer;
+    }
     if (decision.refusal == Refusal::none && changesMemory(current, decision.draft)) {
         try {
+            if (hindrance.diskIsFull) {
+                throw DiskFull("The disk is full.");
+            }
             kept.commit(current, decision.draft);
             answer.isCommitted = true;
         } catch (const DiskFull&) {
@@ -152,7 +178,12 @@ Answer Printer::carryOut(Decision decision)
         answer.refusal = decision.refusal;
         return answer;
     }
+    answer.isExecuted = true;
+    const auto hardware = current.hardware;
     current = decision.draft.next;
+    if (hindrance.paperIsOut) {
+        current.hardware = withPaperOf(*current.hardware, *hardware);
+    }
     happened.push_back({Refusal::none, name, std::move(decision.draft.shown)});
     return answer;
 }

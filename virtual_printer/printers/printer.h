@@ -22,12 +22,25 @@ struct Answer
     // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
     std::optional<std::string> data{};
 
+    // What faults have made of it: it never came, or it is refused with this number, whatever it is.
+    bool isLost = false;
+    std::optional<unsigned char> refusesWith{};
+
     // For the trace.
+    bool isExecuted = false;
     const CommandRule* rule = nullptr; // none for an unknown command
     std::vector<std::string> fields{}; // of the request, in UTF-8
     bool isCommitted = false;          // something was written into the memory
     std::chrono::microseconds decided{0};
     std::chrono::microseconds committed{0};
+};
+
+// What faults do to the carrying out of a request.
+struct Hindrance
+{
+    bool diskIsFull = false;
+    bool paperIsOut = false;
+    bool doesNothing = false; // what is accepted is not carried out
 };
 
 // What has happened, for paper, standard output and page. It comes after the answer is given.
@@ -43,12 +56,14 @@ class Printer
 public:
     // Continues where the memory stands. A receipt that was open goes on after a line that says so. Throws
     // what the memory throws.
-    Printer(Memory memory, const State& whenNew, Clock startedClock);
+    Printer(Memory memory, State stateWhenNew, Clock startedClock);
 
     // `request` as it came, with texts in `codePage`.
-    Answer execute(const Request& request, CodePage codePage);
+    Answer execute(const Request& request, CodePage codePage, const Hindrance& hindrance = {});
     Answer takeBlock(std::string_view data, bool isLast, CodePage codePage);
     [[nodiscard]] bool expectsBlocks() const;
+    // As when its power has gone and come: it goes on from what the memory holds.
+    void restart();
     // What is to be shown of the requests answered since the last call; the caller answers first.
     std::vector<Happened> takeHappened();
 
@@ -76,9 +91,10 @@ public:
 
 private:
     [[nodiscard]] Moment ownClock() const;
-    Answer carryOut(Decision decision);
+    Answer carryOut(Decision decision, const Hindrance& hindrance = {});
 
     Memory kept;
+    State whenNew;
     State current;
     Clock clock;
     std::vector<Happened> happened;

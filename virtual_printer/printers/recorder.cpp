@@ -68,16 +68,21 @@ int Recorder::attemptOf(const Exchanged& exchanged, Time now) const
     return isTriedAgain ? before->attempt + 1 : 1;
 }
 
-void Recorder::keep(Exchanged exchanged, std::string_view answer, Time now)
+std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time now)
 {
     const bool isProbe = exchanged.kind == Exchanged::Kind::probe;
     exchanged.said(answer);
     const std::uint64_t number = trace.add(std::move(exchanged));
+    constexpr std::size_t mostUnsent = 16; // the rest is lost
+    if (unsent.size() == mostUnsent) {
+        unsent.erase(unsent.begin());
+    }
     unsent.push_back({number, now});
     if (!isProbe) {
         present = last = number;
         lastBegan = now;
     }
+    return number;
 }
 
 void Recorder::goOn(std::string_view bytes, std::string_view answer)
@@ -89,15 +94,19 @@ void Recorder::goOn(std::string_view bytes, std::string_view answer)
     });
 }
 
-void Recorder::hasSent(Time now)
+void Recorder::hasAcknowledged(std::uint64_t number, Time now)
 {
-    for (const Unsent& answer : unsent) {
-        trace.change(answer.number, [&](Exchanged& exchanged) {
-            exchanged.answered = std::chrono::duration_cast<std::chrono::microseconds>(now - answer.since);
-            exchanged.isAcknowledged = exchanged.refusal == Refusal::none;
-        });
+    const auto found = std::find_if(unsent.begin(), unsent.end(),
+                                    [number](const Unsent& answer) { return answer.number == number; });
+    if (found == unsent.end()) {
+        return;
     }
-    unsent.clear();
+    const auto taken = std::chrono::duration_cast<std::chrono::microseconds>(now - found->since);
+    unsent.erase(found);
+    trace.change(number, [taken](Exchanged& exchanged) {
+        exchanged.answered = taken;
+        exchanged.isAcknowledged = exchanged.refusal == Refusal::none && exchanged.code == 0;
+    });
 }
 
 } // namespace virtual_printer

@@ -23,13 +23,13 @@ public:
 
     // An exchange that these bytes of the till have completed; before it is decided.
     Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
-    // It is decided and `answer` will be sent.
-    void keep(Exchanged exchanged, std::string_view answer, Time now);
+    // It is decided and `answer` will be sent. Says its number.
+    std::uint64_t keep(Exchanged exchanged, std::string_view answer, Time now);
     // A block of its reply was answered by the till, and that is what comes upon it: nothing when the reply
     // is complete.
     void goOn(std::string_view bytes, std::string_view answer);
-    // All that was kept so far has been handed over to the link.
-    void hasSent(Time now);
+    // Its answer, or the first block of it, has been handed over whole to the link.
+    void hasAcknowledged(std::uint64_t number, Time now);
 
 private:
     struct Unsent

@@ -1,7 +1,8 @@
-// A printer with its name, the trace of its exchanges, and those who watch it. What has happened is shown
-// after the till has its answer.
+// A printer with its name, the trace of its exchanges, the faults that it is armed with, and those who watch
+// it. What has happened is shown after the till has its answer.
 #pragma once
 
+#include "virtual_printer/faults/faults.h"
 #include "virtual_printer/printers/printer.h"
 #include "virtual_printer/trace/trace.h"
 
@@ -36,6 +37,7 @@ public:
     std::string name;
     Printer printer;
     Trace trace;
+    Faults faults;
 
 private:
     std::vector<Observer> observers;

@@ -1,9 +1,12 @@
 #include "virtual_printer/printers/till_session.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace virtual_printer {
 namespace {
+
+using Kind = Exchanged::Kind;
 
 template <typename... Cases>
 struct Overloaded : Cases...
@@ -13,91 +16,201 @@ struct Overloaded : Cases...
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
+// The request never reaches the printer's mind.
+bool losesRequest(const Hits& hits)
+{
+    return has(hits, FaultKind::requestLost) || has(hits, FaultKind::silence) ||
+           std::any_of(hits.begin(), hits.end(),
+                       [](const Faults::Hit& hit) { return hit.fault.at == FaultMoment::request; });
+}
+
+// Of the faults that damage blocks, those that are not done with so many of them.
+Hits withMoreBlocks(const Hits& hits, int blocks)
+{
+    Hits rest;
+    std::copy_if(hits.begin(), hits.end(), std::back_inserter(rest), [blocks](const Faults::Hit& hit) {
+        return (ruleOf(hit.fault.kind).parameters & takesBlocks) != 0 && hit.fault.blocks > blocks;
+    });
+    return rest;
+}
+
 } // namespace
 
-std::string TillSession::take(std::string_view bytes, Time now)
+Steps TillSession::greet()
+{
+    const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
+    return hits.empty() ? Steps() : disturbed("", 0, hits, {.isSerial = isSerial()});
+}
+
+Steps TillSession::take(std::string_view bytes, Time now)
 {
     constexpr std::chrono::seconds longestPause{5};
+    if (now < deafUntil) {
+        return {};
+    }
     if (now - lastByte > longestPause) {
         exchange.forgetUnfinished();
         heard.clear();
     }
     lastByte = now;
-    std::string answers;
+    steps.clear();
     for (const char byte : bytes) {
         heard += byte;
         const Incoming incoming = exchange.take(static_cast<unsigned char>(byte));
-        const bool isComplete = !std::holds_alternative<Nothing>(incoming);
-        answers += answerTo(incoming, now);
-        if (isComplete || exchange.isBetween()) {
+        if (!std::holds_alternative<Nothing>(incoming)) {
+            answer(incoming, now);
             heard.clear();
+        } else if (exchange.isBetween()) {
+            heard.clear(); // noise
         }
     }
-    return answers;
+    return std::exchange(steps, {});
 }
 
-std::string TillSession::answerTo(const Incoming& incoming, Time now)
+void TillSession::answer(const Incoming& incoming, Time now)
 {
-    using Kind = Exchanged::Kind;
-    return std::visit(
-        Overloaded{[](const Nothing&) { return std::string(); },
-                   [&](const Probe&) { return answerProbe(now); },
-                   [&](const MoreOfReply& more) {
-                       recorder.goOn(heard, more.bytes);
-                       return more.bytes;
-                   },
-                   [&](const DamagedRequest&) { return refuseDamaged(Kind::damagedRequest, now); },
-                   [&](const DamagedBlock&) { return refuseDamaged(Kind::damagedBlock, now); },
-                   [&](const Request& request) {
-                       Exchanged exchanged = recorder.begin(Kind::request, heard, now);
-                       exchanged.address = request.address;
-                       exchanged.command = request.command;
-                       return settle(std::move(exchanged), printer.execute(request, codePage), now);
-                   },
-                   [&](const Block& block) {
-                       return settle(recorder.begin(Kind::block, heard, now),
-                                     printer.takeBlock(block.data, block.isLast, codePage), now);
-                   }},
-        incoming);
+    std::visit(Overloaded{[](const Nothing&) {}, [&](const Probe&) { answerProbe(now); },
+                          [&](const MoreOfReply& more) { goOn(more.bytes); },
+                          [&](const DamagedRequest&) {
+                              settle(recorder.begin(Kind::damagedRequest, heard, now),
+                                     {.refusal = Refusal::wrongChecksum}, {}, now);
+                          },
+                          [&](const DamagedBlock&) {
+                              settle(recorder.begin(Kind::damagedBlock, heard, now),
+                                     {.refusal = Refusal::wrongChecksum}, {}, now);
+                          },
+                          [&](const Request& request) { execute(request, now); },
+                          [&](const Block& block) {
+                              settle(recorder.begin(Kind::block, heard, now),
+                                     station.printer.takeBlock(block.data, block.isLast, codePage), {}, now);
+                          }},
+               incoming);
 }
 
-std::string TillSession::answerProbe(Time now)
+Probes TillSession::answerToProbes(Time now) const
 {
-    std::string bytes = Exchange::readiness();
-    recorder.keep(recorder.begin(Exchanged::Kind::probe, heard, now), bytes, now);
-    return bytes;
+    const bool isOver = now - meanwhileSince >= meanwhile.duration ||
+                        (meanwhile.whileArmed != 0 && !station.faults.isArmed(meanwhile.whileArmed));
+    return isOver ? Probes::ready : meanwhile.answer;
 }
 
-std::string TillSession::refuseDamaged(Exchanged::Kind kind, Time now)
+void TillSession::answerProbe(Time now)
 {
-    return settle(recorder.begin(kind, heard, now), {.refusal = Refusal::wrongChecksum, .data = {}}, now);
+    const Probes state = answerToProbes(now);
+    const std::string bytes = state == Probes::ignored ? ""
+                              : state == Probes::busy  ? Exchange::business()
+                                                       : Exchange::readiness();
+    const std::uint64_t number = recorder.keep(recorder.begin(Kind::probe, heard, now), bytes, now);
+    if (!bytes.empty()) {
+        steps.push_back({std::chrono::milliseconds(0), Send{bytes, number}});
+    }
+}
+
+void TillSession::goOn(const std::string& more)
+{
+    const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfReply, blocksSent++);
+    std::string bytes = hits.empty() ? more : damaged(more, hits, {.isSerial = isSerial()});
+    recorder.goOn(heard, bytes);
+    if (!bytes.empty()) {
+        steps.push_back({std::chrono::milliseconds(0), Send{std::move(bytes)}});
+    }
+}
+
+void TillSession::execute(const Request& request, Time now)
+{
+    Exchanged exchanged = recorder.begin(Kind::request, heard, now);
+    exchanged.address = request.address;
+    exchanged.command = request.command;
+    exchanged.rule = findRule(request.command, request.fields.size());
+    const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
+                                           .command = request.command,
+                                           .commandName = exchanged.name(),
+                                           .beginsCall = exchanged.attempt == 1,
+                                           .exchange = station.trace.end()});
+    settle(std::move(exchanged),
+           hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits), hits, now);
+}
+
+// What the printer decides and keeps where faults hit the request.
+Answer TillSession::ask(const Request& request, const Hits& hits)
+{
+    if (losesRequest(hits)) {
+        Answer nothing{.isLost = true};
+        for (const std::string& field : request.fields) {
+            nothing.fields.push_back(toUtf8(field, codePage));
+        }
+        return nothing;
+    }
+    if (const auto* hit = find(hits, FaultKind::refuse)) {
+        return {.refusesWith = hit->fault.code};
+    }
+    Hindrance hindrance;
+    hindrance.diskIsFull = has(hits, FaultKind::diskFull);
+    hindrance.paperIsOut = has(hits, FaultKind::paperOut);
+    hindrance.doesNothing = has(hits, FaultKind::acknowledgedNotExecuted);
+    return station.printer.execute(request, codePage, hindrance);
 }
 
 // Into the trace, and onto the wire.
-std::string TillSession::settle(Exchanged exchanged, Answer answer, Time now)
+void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now)
 {
-    std::string bytes = bytesOf(answer);
-    exchanged.rule = answer.rule;
+    const std::string whole = answer.isLost ? "" : bytesOf(answer);
+    exchanged.rule = answer.rule == nullptr ? exchanged.rule : answer.rule;
     exchanged.fields = std::move(answer.fields);
     exchanged.refusal = answer.refusal;
-    exchanged.code = answer.refusal == Refusal::none ? 0 : codes.of(answer.refusal);
-    exchanged.isExecuted = answer.refusal == Refusal::none;
+    exchanged.code = whole.starts_with('\x15') ? static_cast<unsigned char>(whole.back()) : 0;
+    exchanged.isExecuted = answer.isExecuted;
     exchanged.isCommitted = answer.isCommitted;
     exchanged.decided = answer.decided;
     exchanged.committed = answer.committed;
     if (answer.data) {
         exchanged.replied(toUtf8(*answer.data, codePage));
     }
-    recorder.keep(std::move(exchanged), bytes, now);
-    return bytes;
+    meanwhile = {};
+    hitsOfReply.clear();
+    if (hits.empty()) {
+        const std::uint64_t number = recorder.keep(std::move(exchanged), whole, now);
+        steps.push_back({std::chrono::milliseconds(0), Send{whole, number}});
+    } else {
+        disturb(std::move(exchanged), whole, hits, now);
+    }
+    answerBefore = whole;
+}
+
+void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now)
+{
+    for (const Faults::Hit& hit : hits) {
+        exchanged.faults.emplace_back(ruleOf(hit.fault.kind).deed);
+    }
+    Steps all =
+        disturbed(whole, station.trace.end(), hits, {.isSerial = isSerial(), .answerBefore = answerBefore});
+    std::string said;
+    for (const Step& step : all) {
+        if (const auto* send = std::get_if<Send>(&step.action)) {
+            said += send->bytes;
+        }
+    }
+    recorder.keep(std::move(exchanged), said, now);
+    steps.insert(steps.end(), all.begin(), all.end());
+    meanwhile = probesDuring(hits);
+    meanwhileSince = now;
+    hitsOfReply = hits;
+    blocksSent = 1;
+    if (const auto* loss = find(hits, FaultKind::powerLoss)) {
+        station.printer.restart();
+        exchange = Exchange();
+        deafUntil = now + loss->fault.duration.value_or(std::chrono::milliseconds(0));
+    }
 }
 
 std::string TillSession::bytesOf(const Answer& answer)
 {
-    if (answer.refusal == Refusal::wrongChecksum) {
-        return Exchange::refusal(codes.of(answer.refusal));
+    if (answer.refusesWith) {
+        return Exchange::refusal(*answer.refusesWith);
     }
-    exchange.expectBlocks(printer.expectsBlocks());
+    if (answer.refusal != Refusal::wrongChecksum) { // a damaged block leaves the upload expected
+        exchange.expectBlocks(station.printer.expectsBlocks());
+    }
     if (answer.refusal != Refusal::none) {
         return Exchange::refusal(codes.of(answer.refusal));
     }

@@ -1,6 +1,8 @@
-// One till's connection to a printer, without a socket: bytes in, bytes out.
+// One till's connection to a printer, without a socket: bytes in, and out the steps that the printer takes
+// upon them. Here faults come in between: between exchange, decision, commit and answer.
 #pragma once
 
+#include "virtual_printer/faults/disturb.h"
 #include "virtual_printer/language/exchange.h"
 #include "virtual_printer/printers/codes.h"
 #include "virtual_printer/printers/recorder.h"
@@ -16,33 +18,49 @@ class TillSession
 {
 public:
     TillSession(Station& at, CodePage textsOfLink, const Codes& refusalCodes)
-        : printer(at.printer), codePage(textsOfLink), codes(refusalCodes), recorder(at, textsOfLink)
+        : station(at), codePage(textsOfLink), codes(refusalCodes), recorder(at, textsOfLink)
     {
     }
 
     using Time = std::chrono::steady_clock::time_point;
 
-    // What the printer sends upon these bytes, which came now. A request that a till has not gone on with for
+    // What the printer does as the till connects: nothing, without a fault.
+    Steps greet();
+    // What the printer does upon these bytes, which came now. A request that a till has not gone on with for
     // five seconds is none: on a serial line the till that began it may have ended, and the next one's
     // requests would be taken for the rest of it.
-    std::string take(std::string_view bytes, Time now);
-    // All that `take` has given has been handed over.
-    void hasSent(Time now) { recorder.hasSent(now); }
+    Steps take(std::string_view bytes, Time now);
+    // The answer of this exchange has been handed over whole.
+    void hasAcknowledged(std::uint64_t number, Time now) { recorder.hasAcknowledged(number, now); }
 
 private:
-    std::string answerTo(const Incoming& incoming, Time now);
-    std::string answerProbe(Time now);
-    std::string refuseDamaged(Exchanged::Kind kind, Time now);
-    std::string settle(Exchanged exchanged, Answer answer, Time now);
+    void answer(const Incoming& incoming, Time now);
+    void answerProbe(Time now);
+    void goOn(const std::string& more);
+    void execute(const Request& request, Time now);
+    void settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now);
+    Answer ask(const Request& request, const Hits& hits);
     std::string bytesOf(const Answer& answer);
+    void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
+    [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
+    [[nodiscard]] Probes answerToProbes(Time now) const;
 
-    Printer& printer;
+    Station& station;
     CodePage codePage;
     const Codes& codes;
     Exchange exchange;
     Recorder recorder;
     std::string heard; // since the last exchange was complete
     Time lastByte{};
+    Steps steps; // that `take` gives
+
+    // What faults still do after the exchange that they hit.
+    ProbesMeanwhile meanwhile;
+    Time meanwhileSince{};
+    Hits hitsOfReply; // its further blocks are hit, too
+    int blocksSent = 0;
+    Time deafUntil{}; // without power
+    std::string answerBefore;
 };
 
 } // namespace virtual_printer

@@ -1,5 +1,6 @@
-// One till on a byte stream: reads what it sends, answers, and only then shows what has happened. Anything
-// that the stream reports ends the connection.
+// One till on a byte stream: reads what it sends, takes the steps that the session gives upon it, each at its
+// time, and shows what has happened after the till has its answer. Anything that the stream reports ends the
+// connection.
 #pragma once
 
 #include "virtual_printer/printers/station.h"
@@ -7,35 +8,52 @@
 
 #include <array>
 #include <boost/asio/buffer.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/write.hpp>
 #include <chrono>
 #include <functional>
+#include <list>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace virtual_printer {
+
+// What a kind of link does beyond bytes.
+template <typename Stream>
+struct LinkActions
+{
+    std::function<void(Stream&)> prepareToRead = [](Stream&) {};
+    std::function<void(Stream&)> makeEndAnError = [](Stream&) {};
+    std::function<void(std::chrono::milliseconds)> refuseConnections = [](std::chrono::milliseconds) {};
+    std::function<void(Stream&, const SetLines&)> setLines = [](Stream&, const SetLines&) {};
+};
 
 template <typename Stream>
 class Connection : public std::enable_shared_from_this<Connection<Stream>>
 {
 public:
-    // `preparation` is called before each read.
-    Connection(Stream open, Station& at, CodePage texts, const Codes& codes,
-               std::function<void(Stream&)> preparation)
-        : stream(std::move(open)), station(at), session(at, texts, codes),
-          prepareToRead(std::move(preparation))
+    Connection(Stream open, Station& at, CodePage texts, const Codes& codes, LinkActions<Stream> beyondBytes)
+        : stream(std::move(open)), station(at), session(at, texts, codes), actions(std::move(beyondBytes))
     {
     }
 
     // `afterwards` is called once, when the till has gone.
     void start(std::function<void()> afterwards)
     {
+        const auto self = this->shared_from_this(); // a fault may end it at once
         ended = std::move(afterwards);
-        read();
+        take(session.greet());
+        goOn();
     }
 
     Stream& link() { return stream; }
+    // The till believes that it is connected, and nobody listens.
+    [[nodiscard]] bool isAbandoned() const { return end == End::abandon; }
+
+    // Of a serial line, whose fault is taken away.
+    void restoreLines() { actions.setLines(stream, {}); }
 
     // Ends it from this side.
     void close()
@@ -45,54 +63,147 @@ public:
     }
 
 private:
+    enum class End
+    {
+        none,
+        close,
+        reset,
+        abandon
+    };
+
     void read()
     {
-        prepareToRead(stream);
-        stream.async_read_some(
-            boost::asio::buffer(received),
-            [self = this->shared_from_this()](const boost::system::error_code& failure, std::size_t count) {
-                if (failure) {
-                    self->end();
-                } else {
-                    self->answer(
-                        self->session.take({self->received.data(), count}, std::chrono::steady_clock::now()));
-                }
-            });
-    }
-
-    void answer(std::string bytes)
-    {
-        if (bytes.empty()) {
-            station.show();
-            read();
+        if (end != End::none || isReading) {
             return;
         }
-        sending = std::move(bytes);
+        isReading = true;
+        actions.prepareToRead(stream);
+        stream.async_read_some(boost::asio::buffer(received), [self = this->shared_from_this()](
+                                                                  const boost::system::error_code& failure,
+                                                                  std::size_t count) {
+            self->isReading = false;
+            if (failure) {
+                self->finish();
+                return;
+            }
+            self->take(self->session.take({self->received.data(), count}, std::chrono::steady_clock::now()));
+            self->goOn();
+        });
+    }
+
+    void take(Steps steps)
+    {
+        for (Step& step : steps) {
+            if (step.after.count() == 0) {
+                perform(step.action);
+            } else {
+                performLater(std::move(step));
+            }
+        }
+    }
+
+    void performLater(Step step)
+    {
+        timers.emplace_back(stream.get_executor(), step.after);
+        const auto timer = std::prev(timers.end());
+        timer->async_wait([self = this->shared_from_this(), timer,
+                           action = std::move(step.action)](const boost::system::error_code& failure) {
+            if (failure || self->hasFinished) {
+                return;
+            }
+            self->timers.erase(timer);
+            self->perform(action);
+            if (!self->isWriting) {
+                self->goOn();
+            }
+        });
+    }
+
+    void perform(const Action& action)
+    {
+        if (const auto* send = std::get_if<Send>(&action)) {
+            waiting += send->bytes;
+            if (send->acknowledges != 0) {
+                acknowledged.push_back(send->acknowledges);
+            }
+        } else if (const auto* lines = std::get_if<SetLines>(&action)) {
+            actions.setLines(stream, *lines);
+        } else if (const auto* refusal = std::get_if<RefuseConnections>(&action)) {
+            actions.refuseConnections(refusal->duration);
+        } else {
+            end = std::holds_alternative<ResetLink>(action)     ? End::reset
+                  : std::holds_alternative<AbandonLink>(action) ? End::abandon
+                                                                : End::close;
+        }
+    }
+
+    // Sends what waits; when nothing does, shows what has happened, ends as it was told to, or reads on.
+    void goOn()
+    {
+        if (isWriting) {
+            return;
+        }
+        if (!waiting.empty()) {
+            write();
+            return;
+        }
+        station.show();
+        if (hasFinished) {
+            return;
+        }
+        if (end != End::none) {
+            finish();
+        } else {
+            read();
+        }
+    }
+
+    void write()
+    {
+        isWriting = true;
+        sending = std::exchange(waiting, {});
         boost::asio::async_write(
             stream, boost::asio::buffer(sending),
             [self = this->shared_from_this()](const boost::system::error_code& failure, std::size_t) {
-                self->station.show();
+                self->isWriting = false;
                 if (failure) {
-                    self->end();
-                } else {
-                    self->session.hasSent(std::chrono::steady_clock::now());
-                    self->read();
+                    self->station.show();
+                    self->finish();
+                    return;
                 }
+                for (const std::uint64_t number : std::exchange(self->acknowledged, {})) {
+                    self->session.hasAcknowledged(number, std::chrono::steady_clock::now());
+                }
+                self->goOn();
             });
     }
 
-    void end()
+    void finish()
     {
-        close();
+        hasFinished = true;
+        timers.clear();
+        if (end == End::reset) {
+            actions.makeEndAnError(stream);
+        }
+        if (end != End::abandon) {
+            close();
+        }
         std::exchange(ended, [] {})();
     }
 
     Stream stream;
     Station& station;
     TillSession session;
-    std::function<void(Stream&)> prepareToRead;
+    LinkActions<Stream> actions;
     std::array<char, 4096> received{};
+    bool isReading = false;
+    bool isWriting = false;
+    bool hasFinished = false;
+    End end = End::none;
+    std::string waiting;
     std::string sending;
+    std::vector<std::uint64_t> acknowledged; // when all that waits has been sent
+    std::list<boost::asio::steady_timer> timers;
     std::function<void()> ended = [] {};
 };
 

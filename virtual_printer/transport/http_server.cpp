@@ -52,7 +52,8 @@ HttpAnswer refusalOf(const Failure& failure, const HttpServer::Limits& limits)
         return errorAnswer(431, "The header is larger than " + std::to_string(limits.header) +
                                     " bytes; send a smaller one.");
     }
-    return errorAnswer(400, "This is no request that can be read (" + failure.message() + "); send HTTP/1.1.");
+    return errorAnswer(400,
+                       "This is no request that can be read (" + failure.message() + "); send HTTP/1.1.");
 }
 
 // One client. It lives as long as one of its operations.
@@ -102,8 +103,9 @@ private:
         parser->header_limit(static_cast<std::uint32_t>(limits.header));
         parser->body_limit(limits.body);
         stream.expires_after(limits.request);
-        http::async_read(stream, buffer, *parser,
-                         [self = shared_from_this()](const Failure& failure, std::size_t) { self->take(failure); });
+        http::async_read(
+            stream, buffer, *parser,
+            [self = shared_from_this()](const Failure& failure, std::size_t) { self->take(failure); });
     }
 
     void take(const Failure& failure)
@@ -206,11 +208,12 @@ private:
     // Nobody reads from a client that waits. One that goes away meanwhile is noticed all the same.
     void noticeHangUp()
     {
-        stream.socket().async_wait(tcp::socket::wait_read, [self = shared_from_this()](const Failure& failure) {
-            if (!failure && (self->later || self->endless) && hasHungUp(self->stream.socket())) {
-                self->close();
-            }
-        });
+        stream.socket().async_wait(
+            tcp::socket::wait_read, [self = shared_from_this()](const Failure& failure) {
+                if (!failure && (self->later || self->endless) && hasHungUp(self->stream.socket())) {
+                    self->close();
+                }
+            });
     }
 
     void beginStream(Stream begun)
@@ -297,9 +300,10 @@ public:
             const auto found = tcp::resolver(shared).resolve(wanted.host, "", tcp::resolver::passive);
             const tcp::endpoint place(found.begin()->endpoint().address(), wanted.port);
             if (!mayBeReached && !isOfThisMachineOnly(place.address())) {
-                throw std::runtime_error("others can reach " + toText(wanted) +
-                                         "; give a secret of their own to those who may with --token, or name "
-                                         "127.0.0.1");
+                throw std::runtime_error(
+                    "others can reach " + toText(wanted) +
+                    "; give a secret of their own to those who may with --token, or name "
+                    "127.0.0.1");
             }
             acceptor.open(place.protocol());
             shareAddressAfterwards(acceptor);
@@ -374,8 +378,8 @@ private:
     void serve(tcp::socket socket)
     {
         if (clients.size() >= limits.connections) {
-            const auto idle =
-                std::find_if(clients.begin(), clients.end(), [](const auto& client) { return client->isIdle(); });
+            const auto idle = std::find_if(clients.begin(), clients.end(),
+                                           [](const auto& client) { return client->isIdle(); });
             if (idle == clients.end()) {
                 return; // its socket closes here
             }
@@ -399,7 +403,8 @@ private:
     bool isLooking = false;
 };
 
-HttpServer::HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler)
+HttpServer::HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached,
+                       Handler handler)
     : listener(std::make_shared<Listener>(context, wanted, mayBeReached, std::move(handler)))
 {
     listener->accept();

@@ -1,6 +1,6 @@
-// HTTP on the printers' own thread, for a handler that knows no socket. What a client may cost is bounded: the
-// size of a request, the time that it may take, the number of connections; a client that says nothing makes way
-// for one that comes.
+// HTTP on the printers' own thread, for a handler that knows no socket. What a client may cost is bounded:
+// the size of a request, the time that it may take, the number of connections; a client that says nothing
+// makes way for one that comes.
 #pragma once
 
 #include "virtual_printer/control/message.h"
@@ -27,8 +27,8 @@ public:
     };
     using Handler = std::function<Outcome(const HttpRequest&)>;
 
-    // Listens from here on. An address that others can reach needs `mayBeReached`. Throws std::runtime_error with a sentence for the
-    // user.
+    // Listens from here on. An address that others can reach needs `mayBeReached`. Throws std::runtime_error
+    // with a sentence for the user.
     HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler);
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;

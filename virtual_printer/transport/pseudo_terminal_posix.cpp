@@ -13,6 +13,29 @@ namespace virtual_printer {
 
 using boost::asio::posix::stream_descriptor;
 
+namespace {
+
+// A pseudo-terminal has no modem lines: a till that is given some finds how they stand in the file that
+// MODEM_LINES names, for the printer as for the till. Without the file nothing happens.
+void tellLines(stream_descriptor& /*line*/, const SetLines& wanted)
+{
+    constexpr unsigned cts = 1;
+    constexpr unsigned dsr = 2;
+    const char* const path = std::getenv("MODEM_LINES");
+    const int file = path == nullptr ? -1 : ::open(path, O_WRONLY | O_CLOEXEC);
+    if (file == -1) {
+        return;
+    }
+    const auto lines =
+        static_cast<unsigned char>((wanted.clearToSend ? cts : 0) | (wanted.dataSetReady ? dsr : 0));
+    if (::write(file, &lines, 1) != 1) {
+        std::perror(path);
+    }
+    ::close(file);
+}
+
+} // namespace
+
 std::string servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
                                 std::function<void()> afterwards)
 {
@@ -29,9 +52,20 @@ std::string servePseudoTerminal(boost::asio::io_context& context, Station& stati
     ::tcgetattr(tillsEnd, &settings);
     ::cfmakeraw(&settings);
     ::tcsetattr(tillsEnd, TCSANOW, &settings);
-    std::make_shared<Connection<stream_descriptor>>(std::move(line), station, CodePage::cp852, codes,
-                                                    [](stream_descriptor&) {})
-        ->start(std::move(afterwards));
+    LinkActions<stream_descriptor> actions;
+    actions.setLines = tellLines;
+    const auto till = std::make_shared<Connection<stream_descriptor>>(
+        std::move(line), station, CodePage::cp852, codes, std::move(actions));
+    station.faults.watch([till](const Armed& /*one*/, Faults::Event event) {
+        if (event == Faults::Event::disarmed) {
+            till->restoreLines();
+        }
+    });
+    till->start([&till = *till, afterwards = std::move(afterwards)] {
+        if (!till.isAbandoned()) { // otherwise the line stays, and nobody listens
+            afterwards();
+        }
+    });
     return path;
 }
 

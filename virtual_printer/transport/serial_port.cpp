@@ -1,4 +1,5 @@
 #include "virtual_printer/transport/connection.h"
+#include "virtual_printer/transport/modem_lines.h"
 #include "virtual_printer/transport/serial_link.h"
 
 #include <boost/asio/serial_port.hpp>
@@ -24,9 +25,20 @@ void servePort(boost::asio::io_context& context, const std::string& name, std::u
         throw std::runtime_error("cannot use " + name + " as a serial line: " + failure.code().message() +
                                  "; name a serial port that is free and that you may open");
     }
-    std::make_shared<Connection<serial_port>>(std::move(port), station, CodePage::cp852, codes,
-                                              [](serial_port&) {})
-        ->start(std::move(afterwards));
+    LinkActions<serial_port> actions;
+    actions.setLines = steerLines;
+    const auto till = std::make_shared<Connection<serial_port>>(std::move(port), station, CodePage::cp852,
+                                                                codes, std::move(actions));
+    station.faults.watch([till](const Armed& /*one*/, Faults::Event event) {
+        if (event == Faults::Event::disarmed) {
+            till->restoreLines();
+        }
+    });
+    till->start([&till = *till, afterwards = std::move(afterwards)] {
+        if (!till.isAbandoned()) { // otherwise the line stays, and nobody listens
+            afterwards();
+        }
+    });
 }
 
 } // namespace virtual_printer

@@ -10,27 +10,49 @@ using boost::asio::ip::tcp;
 
 TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
                  SecondTill second)
-    : acceptor(context), station(at), codes(refusals), policy(second)
+    : acceptor(context), refusing(context), station(at), codes(refusals), policy(second)
 {
     try {
         // The first address that the host has.
         const auto found = tcp::resolver(context).resolve(wanted.host, "", tcp::resolver::passive);
-        const tcp::endpoint place(found.begin()->endpoint().address(), wanted.port);
-        acceptor.open(place.protocol());
-        shareAddressAfterwards(acceptor);
-        acceptor.bind(place);
-        acceptor.listen();
+        listen(tcp::endpoint(found.begin()->endpoint().address(), wanted.port));
     } catch (const boost::system::system_error& failure) {
         throw std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
                                  "; name an address of this machine with a free port, or 0 for any");
     }
     accept();
+    station.faults.watch([this](const Armed& armed, Faults::Event event) {
+        if (armed.fault.kind != FaultKind::connectionRefused) {
+            return;
+        }
+        refuseFor(event == Faults::Event::armed ? *armed.fault.duration : std::chrono::milliseconds(0));
+    });
+}
+
+void TcpLink::listen(const tcp::endpoint& place)
+{
+    acceptor.open(place.protocol());
+    shareAddressAfterwards(acceptor);
+    acceptor.bind(place);
+    acceptor.listen();
+    endpoint = acceptor.local_endpoint();
+}
+
+void TcpLink::refuseFor(std::chrono::milliseconds duration)
+{
+    acceptor.close();
+    refusing.expires_after(duration);
+    refusing.async_wait([this](const boost::system::error_code& failure) {
+        if (!failure) {
+            listen(endpoint);
+            accept();
+        }
+    });
 }
 
 std::string TcpLink::address() const
 {
-    const tcp::endpoint place = acceptor.local_endpoint();
-    return toText(Address{place.address().to_string(), place.port()});
+    return toText(Address{endpoint.address().to_string(), endpoint.port()});
 }
 
 void TcpLink::accept()
@@ -39,7 +61,9 @@ void TcpLink::accept()
         if (!failure) {
             receive(std::move(till));
         }
-        accept();
+        if (acceptor.is_open() && failure != boost::asio::error::operation_aborted) {
+            accept();
+        }
     });
 }
 
@@ -74,16 +98,34 @@ void TcpLink::serve(tcp::socket till)
 {
     answerWithoutDelay(till);
     noticeDeadTills(till);
+    LinkActions<tcp::socket> actions;
+    actions.prepareToRead = acknowledgeAtOnce;
+    actions.makeEndAnError = [](tcp::socket& socket) {
+        boost::system::error_code ignored;
+        socket.set_option(boost::asio::socket_base::linger(true, 0), ignored);
+    };
+    actions.refuseConnections = [this](std::chrono::milliseconds duration) { refuseFor(duration); };
     present =
-        std::make_shared<Till>(std::move(till), station, CodePage::windows1250, codes, acknowledgeAtOnce);
-    present->start([this] {
-        present.reset();
-        if (!waiting.empty()) {
-            tcp::socket next = std::move(waiting.front());
-            waiting.pop_front();
-            serve(std::move(next));
+        std::make_shared<Till>(std::move(till), station, CodePage::windows1250, codes, std::move(actions));
+    present->start([this] { goWithPresent(); });
+}
+
+// The present till has gone, and the next one comes.
+void TcpLink::goWithPresent()
+{
+    constexpr std::size_t mostAbandoned = 100;
+    if (present->isAbandoned()) {
+        abandoned.push_back(present);
+        if (abandoned.size() > mostAbandoned) {
+            abandoned.pop_front();
         }
-    });
+    }
+    present.reset();
+    if (!waiting.empty()) {
+        tcp::socket next = std::move(waiting.front());
+        waiting.pop_front();
+        serve(std::move(next));
+    }
 }
 
 } // namespace virtual_printer

@@ -10,6 +10,8 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <string>
@@ -32,13 +34,20 @@ private:
     void accept();
     void receive(boost::asio::ip::tcp::socket till);
     void serve(boost::asio::ip::tcp::socket till);
+    void listen(const boost::asio::ip::tcp::endpoint& place);
+    // As a printer that is switched off: its port is closed meanwhile.
+    void refuseFor(std::chrono::milliseconds duration);
+    void goWithPresent();
 
     boost::asio::ip::tcp::acceptor acceptor;
+    boost::asio::ip::tcp::endpoint endpoint; // also while nobody listens
+    boost::asio::steady_timer refusing;
     Station& station;
     const Codes& codes;
     SecondTill policy;
     std::shared_ptr<Till> present;
     std::deque<boost::asio::ip::tcp::socket> waiting;
+    std::deque<std::shared_ptr<Till>> abandoned; // kept open: their tills are to notice nothing
 };
 
 } // namespace virtual_printer

@@ -42,10 +42,12 @@ TEST_F(Assertions, NameTheNearestDocument)
 {
     beginDay();
     sell("12.00");
-    EXPECT_THAT(check(R"({"committed": [{"kind": "receipt", "total": "12.50", "items": [{"name": "Chlieb"}]}]})"),
-                ElementsAre(R"(committed[0]: no document is {"kind":"receipt","total":"12.50","items":[{"name":"Chlieb"}]} )"
-                            R"(there; the nearest is receipt 1 of 2026-01-31 12:00:00, total 12.00: total is "12.00", )"
-                            R"("12.50" is expected)"));
+    EXPECT_THAT(
+        check(R"({"committed": [{"kind": "receipt", "total": "12.50", "items": [{"name": "Chlieb"}]}]})"),
+        ElementsAre(
+            R"(committed[0]: no document is {"kind":"receipt","total":"12.50","items":[{"name":"Chlieb"}]} )"
+            R"(there; the nearest is receipt 1 of 2026-01-31 12:00:00, total 12.00: total is "12.00", )"
+            R"("12.50" is expected)"));
 }
 
 TEST_F(Assertions, TellWhatIsReceivedFromWhatIsExecutedAndAcknowledged)
@@ -56,7 +58,8 @@ TEST_F(Assertions, TellWhatIsReceivedFromWhatIsExecutedAndAcknowledged)
     // Paid, but the answer does not get away.
     session.take(telvofm::test::request(0x30, {"0", "2", "12.50", "12.50", "0", "x"}), now);
     // And too much, which is refused.
-    EXPECT_EQ(tillSays(telvofm::test::request(0x24, {"0", "x", "1.00", "A", "1.000", "1.00", "ks "})).at(0), '\x15');
+    EXPECT_EQ(tillSays(telvofm::test::request(0x24, {"0", "x", "1.00", "A", "1.000", "1.00", "ks "})).at(0),
+              '\x15');
     EXPECT_THAT(check(R"({"received": [{"name": "payment"}, {"name": "itemSale", "count": 2}],
                           "executed": [{"name": "payment"}, {"name": "itemSale"}],
                           "acknowledged": [{"name": "itemSale"}]})"),
@@ -69,11 +72,13 @@ TEST_F(Assertions, CompareFieldsByName)
 {
     beginDay();
     sell("12.50");
-    EXPECT_THAT(check(R"({"received": [{"name": "payment", "fields": {"paymentNumber": "2", "total": "12.50"}}]})"),
-                ElementsAre());
-    EXPECT_THAT(check(R"({"received": [{"name": "payment", "fields": {"paymentNumber": "1"}}]})"),
-                ElementsAre(R"(received: 0 exchanges are {"name":"payment","fields":{"paymentNumber":"1"}}, 1 are )"
-                            R"(expected; the nearest is exchange 4: fields.paymentNumber is "2", "1" is expected)"));
+    EXPECT_THAT(
+        check(R"({"received": [{"name": "payment", "fields": {"paymentNumber": "2", "total": "12.50"}}]})"),
+        ElementsAre());
+    EXPECT_THAT(
+        check(R"({"received": [{"name": "payment", "fields": {"paymentNumber": "1"}}]})"),
+        ElementsAre(R"(received: 0 exchanges are {"name":"payment","fields":{"paymentNumber":"1"}}, 1 are )"
+                    R"(expected; the nearest is exchange 4: fields.paymentNumber is "2", "1" is expected)"));
 }
 
 TEST_F(Assertions, CountRequestsThatRepeatAnEarlierOne)
@@ -81,8 +86,9 @@ TEST_F(Assertions, CountRequestsThatRepeatAnEarlierOne)
     beginDay();
     EXPECT_EQ(tillSays(telvofm::test::request(0x22, {"0", "0"})).at(0), '\x15');
     EXPECT_EQ(tillSays(telvofm::test::request(0x22, {"0", "0"})).at(0), '\x15');
-    EXPECT_THAT(check(R"({"repeated": 0})"),
-                ElementsAre("repeated: 1 requests repeat an earlier one, 0 are expected: 3 paragonEnd repeats 2"));
+    EXPECT_THAT(
+        check(R"({"repeated": 0})"),
+        ElementsAre("repeated: 1 requests repeat an earlier one, 0 are expected: 3 paragonEnd repeats 2"));
 }
 
 TEST_F(Assertions, BeginAtTheLastResetOrWhereTheySay)
@@ -103,21 +109,28 @@ TEST_F(Assertions, FailAloudPastTheTrace)
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});
     beginDay();
     sell("12.50");
-    EXPECT_EQ(refusedWith(410, post(at("assert"), R"({"repeated": 0})")),
-              "The trace begins at exchange 4 and the assertion at 1, which is forgotten; assert sooner, or give a "
-              "later \"since\".");
-    EXPECT_THAT(check(R"({"committed": [{"total": "12.50"}]})"), ElementsAre()); // the journal forgets nothing
+    EXPECT_EQ(
+        refusedWith(410, post(at("assert"), R"({"repeated": 0})")),
+        "The trace begins at exchange 4 and the assertion at 1, which is forgotten; assert sooner, or give a "
+        "later \"since\".");
+    EXPECT_THAT(check(R"({"committed": [{"total": "12.50"}]})"),
+                ElementsAre()); // the journal forgets nothing
     EXPECT_THAT(refusedWith(410, post(at("assert"), R"({"since": {"document": 5}, "committed": []})")),
                 HasSubstr("The journal has been cleared"));
 }
 
 TEST_F(Assertions, ThatAreNotUnderstoodAreRefused)
 {
-    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"recieved": []})")), HasSubstr("There is no \"recieved\"; "));
-    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"received": "payment"})")), HasSubstr("is no list of objects"));
-    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"committed": [{"kind": "bill"}]})")), HasSubstr("\"bill\""));
-    EXPECT_THAT(refusedWith(400, post(at("assert"), "12")), "The body is no JSON object; send one as {\"name\": \"value\"}.");
-    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"committed": )" + std::string(100, '[') + std::string(100, ']') + "}")),
+    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"recieved": []})")),
+                HasSubstr("There is no \"recieved\"; "));
+    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"received": "payment"})")),
+                HasSubstr("is no list of objects"));
+    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"committed": [{"kind": "bill"}]})")),
+                HasSubstr("\"bill\""));
+    EXPECT_THAT(refusedWith(400, post(at("assert"), "12")),
+                "The body is no JSON object; send one as {\"name\": \"value\"}.");
+    EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"committed": )" + std::string(100, '[') +
+                                                        std::string(100, ']') + "}")),
                 HasSubstr("nested deeper than 16 levels"));
     EXPECT_THAT(refusedWith(400, post(at("wait"), "{}")), HasSubstr("\"until\" is missing"));
 }
@@ -154,8 +167,10 @@ TEST_F(Assertions, TellWhatIsMissingWhenTheLimitIsOver)
     const Later later = wait(R"({"until": {"situation": "idle"}, "limit": 1})");
     const auto answer = later.look(true);
     ASSERT_TRUE(answer);
-    EXPECT_EQ(noteDown("POST", at("wait"), R"({"until": {"situation": "idle"}, "limit": 1})", *answer).json,
-              Json::parse(R"({"holds": false, "differences": ["situation: it is \"noDay\", \"idle\" is expected"]})"));
+    EXPECT_EQ(
+        noteDown("POST", at("wait"), R"({"until": {"situation": "idle"}, "limit": 1})", *answer).json,
+        Json::parse(
+            R"({"holds": false, "differences": ["situation: it is \"noDay\", \"idle\" is expected"]})"));
     EXPECT_EQ(post(at("wait"), R"({"until": {"situation": "idle"}, "limit": 0})").status, 422);
 }
 

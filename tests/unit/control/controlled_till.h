@@ -1,5 +1,5 @@
-// A printer under control: a till that talks to it in bytes, and tests that ask the control interface without a
-// socket. Everything that they ask and are answered is written down, so that it can be held against the
+// A printer under control: a till that talks to it in bytes, and tests that ask the control interface without
+// a socket. Everything that they ask and are answered is written down, so that it can be held against the
 // description of the interface.
 #pragma once
 
@@ -26,7 +26,8 @@ class ControlledTill : public testing::Test
 protected:
     ControlledTill() { control.add(station); }
 
-    static HttpRequest requestFor(const std::string& method, const std::string& target, const std::string& body)
+    static HttpRequest requestFor(const std::string& method, const std::string& target,
+                                  const std::string& body)
     {
         HttpRequest request;
         request.method = method;
@@ -39,7 +40,8 @@ protected:
     // What is answered at once.
     Answered ask(const std::string& method, const std::string& target, const std::string& body = "")
     {
-        return noteDown(method, target, body, std::get<HttpAnswer>(control.answer(requestFor(method, target, body))));
+        return noteDown(method, target, body,
+                        std::get<HttpAnswer>(control.answer(requestFor(method, target, body))));
     }
     Json get(const std::string& target)
     {
@@ -65,7 +67,7 @@ protected:
         std::ofstream record(std::string("control_exchanges/") + test->test_suite_name() + "." + test->name(),
                              isFirst ? std::ios::trunc : std::ios::app);
         isFirst = false;
-        record << Json{{"method", method}, {"target", target},           {"request", body},
+        record << Json{{"method", method},        {"target", target},           {"request", body},
                        {"status", answer.status}, {"type", answer.contentType}, {"answer", answer.body}}
                       .dump()
                << '\n';
@@ -75,16 +77,25 @@ protected:
     // What the printer answers to the till; all of it reaches the till.
     std::string tillSays(const std::string& bytes)
     {
-        std::string answer = session.take(bytes, now);
-        session.hasSent(now);
+        std::string answer;
+        for (const Step& step : session.take(bytes, now)) {
+            if (const auto* send = std::get_if<Send>(&step.action)) {
+                answer += send->bytes;
+                session.hasAcknowledged(send->acknowledges, now);
+            }
+        }
         station.show();
         return answer;
     }
     void beginDay() { ASSERT_EQ(tillSays(telvofm::test::request(0x29, {"0"})), "\x06"); }
-    void beginReceipt() { ASSERT_EQ(tillSays(telvofm::test::request(0x20, {"0", "1", "0", "0", "1", "0"})), "\x06"); }
+    void beginReceipt()
+    {
+        ASSERT_EQ(tillSays(telvofm::test::request(0x20, {"0", "1", "0", "0", "1", "0"})), "\x06");
+    }
     void sellItem(const std::string& total)
     {
-        ASSERT_EQ(tillSays(telvofm::test::request(0x24, {"0", "Chlieb", total, "A", "1.000", total, "ks "})), "\x06");
+        ASSERT_EQ(tillSays(telvofm::test::request(0x24, {"0", "Chlieb", total, "A", "1.000", total, "ks "})),
+                  "\x06");
     }
     // The type 2 is the card.
     void payAndEnd(const std::string& total, const std::string& type = "2")

@@ -43,8 +43,10 @@ TEST_F(DocumentsUnderControl, ComeInPagesAndAreSearched)
     EXPECT_EQ(get(at("documents?from=2026-01-31%2012:30"))["documents"].size(), 1U);
     EXPECT_EQ(get(at("documents?to=2026-01-30"))["documents"].size(), 0U);
     EXPECT_EQ(get(at("documents?kind=drawer"))["documents"].size(), 0U);
-    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?kind=bill"))), HasSubstr("of the kind \"bill\"; there are"));
-    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?limit=0"))), HasSubstr("\"limit\" is no whole number"));
+    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?kind=bill"))),
+                HasSubstr("of the kind \"bill\"; there are"));
+    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?limit=0"))),
+                HasSubstr("\"limit\" is no whole number"));
     EXPECT_THAT(refusedWith(400, ask("GET", at("documents?from=noon"))), HasSubstr("\"from\" is no time"));
 }
 
@@ -77,7 +79,8 @@ TEST_F(DocumentsUnderControl, AreGivenBackByASnapshot)
     EXPECT_EQ(get(at("documents"))["documents"][1]["number"], 2);
     EXPECT_EQ(get("/snapshots"), Json::parse(R"({"snapshots": [{"name": "open", "in": "memory"}]})"));
     EXPECT_EQ(ask("DELETE", "/snapshots/open").status, 200);
-    EXPECT_THAT(refusedWith(404, post(at("restore"), R"({"name": "open"})")), HasSubstr("no snapshot \"open\""));
+    EXPECT_THAT(refusedWith(404, post(at("restore"), R"({"name": "open"})")),
+                HasSubstr("no snapshot \"open\""));
 }
 
 TEST_F(DocumentsUnderControl, HaveNoFilesWithoutADataFolder)
@@ -96,7 +99,8 @@ protected:
     }
     Answered send(const std::string& method, const std::string& target, const std::string& body = "")
     {
-        return noteDown(method, target, body, std::get<HttpAnswer>(inFolder.answer(requestFor(method, target, body))));
+        return noteDown(method, target, body,
+                        std::get<HttpAnswer>(inFolder.answer(requestFor(method, target, body))));
     }
 
     OwnFolder folder;
@@ -113,8 +117,10 @@ TEST_F(SnapshotFiles, LieInTheDataFolder)
     sell("2.00");
     EXPECT_EQ(send("POST", at("snapshots"), R"({"name": "day", "in": "file"})").status, 201);
     sell("3.00");
-    EXPECT_EQ(send("POST", at("restore"), R"({"name": "day", "in": "file"})").json["position"]["document"], 2);
-    EXPECT_EQ(send("GET", "/snapshots").json, Json::parse(R"({"snapshots": [{"name": "day", "in": "file"}]})"));
+    EXPECT_EQ(send("POST", at("restore"), R"({"name": "day", "in": "file"})").json["position"]["document"],
+              2);
+    EXPECT_EQ(send("GET", "/snapshots").json,
+              Json::parse(R"({"snapshots": [{"name": "day", "in": "file"}]})"));
     EXPECT_EQ(send("DELETE", "/snapshots/day?in=file").status, 200);
     EXPECT_TRUE(std::filesystem::is_empty(data / "snapshots"));
 }
@@ -122,7 +128,9 @@ TEST_F(SnapshotFiles, LieInTheDataFolder)
 TEST_F(SnapshotFiles, LieNowhereElse)
 {
     for (const char* name : {"../day", "..", "/tmp/day", "a/b", "", "a.db", "day\\u0000"}) {
-        EXPECT_EQ(send("POST", at("snapshots"), std::string(R"({"in": "file", "name": ")") + name + "\"}").status, 400)
+        EXPECT_EQ(
+            send("POST", at("snapshots"), std::string(R"({"in": "file", "name": ")") + name + "\"}").status,
+            400)
             << name;
     }
     EXPECT_EQ(send("DELETE", "/snapshots/%2e%2e%2fdata?in=file").status, 400);
@@ -136,8 +144,10 @@ TEST_F(SnapshotFiles, FollowNoSymbolicLinks)
     std::filesystem::create_symlink(folder.path / "mine", data / "snapshots/link.db");
     std::filesystem::create_symlink(folder.path / "mine", data / "snapshots/day.db-unfinished");
     const std::string keep = R"({"in": "file", "name": "link"})";
-    EXPECT_THAT(refusedWith(409, send("POST", at("snapshots"), keep)), HasSubstr("nothing outside the data folder"));
-    EXPECT_THAT(refusedWith(409, send("POST", at("restore"), keep)), HasSubstr("nothing outside the data folder"));
+    EXPECT_THAT(refusedWith(409, send("POST", at("snapshots"), keep)),
+                HasSubstr("nothing outside the data folder"));
+    EXPECT_THAT(refusedWith(409, send("POST", at("restore"), keep)),
+                HasSubstr("nothing outside the data folder"));
     EXPECT_EQ(send("POST", at("snapshots"), R"({"in": "file", "name": "day"})").status, 201);
     EXPECT_EQ(telvofm::test::contentOf(folder.path / "mine"), "untouched");
 

@@ -72,12 +72,14 @@ TEST_F(PrintersUnderControl, HaveAClockThatStandsJumpsAndRuns)
     EXPECT_EQ(patch(at("clock"), R"({"now": "2026-03-01 08:00", "mode": "stands"})").json,
               Json::parse(R"({"now": "2026-03-01 08:00:00", "mode": "stands", "speed": 1})"));
     EXPECT_EQ(patch(at("clock"), R"({"forward": 86400})").json["now"], "2026-03-02 08:00:00");
+    EXPECT_EQ(get(at("clock"))["now"], "2026-03-02 08:00:00");
     beginDay();
     sell("1.00");
     EXPECT_EQ(get(at("documents"))["documents"][0]["moment"], "2026-03-02 08:00:00");
-    EXPECT_EQ(refusedWith(409, patch(at("clock"), R"({"now": "2026-03-01"})")),
-              "The clock cannot go before the last document, of 2026-03-02 08:00:00; give a later moment, or reset "
-              "the printer first.");
+    EXPECT_EQ(
+        refusedWith(409, patch(at("clock"), R"({"now": "2026-03-01"})")),
+        "The clock cannot go before the last document, of 2026-03-02 08:00:00; give a later moment, or reset "
+        "the printer first.");
     EXPECT_EQ(patch(at("clock"), R"({"mode": "runs", "speed": 60})").json["speed"], 60);
     EXPECT_THAT(refusedWith(400, patch(at("clock"), R"({"speed": 0})")),
                 "\"speed\" is no whole number from 1 to 86400; give one.");
@@ -94,12 +96,15 @@ TEST_F(PrintersUnderControl, HavePaperCoverDrawerAndDisplays)
     sellItem("12.50");
     payAndEnd("12.50", "1"); // cash opens the drawer
     EXPECT_EQ(get(at("hardware"))["drawer"], "open");
-    EXPECT_EQ(patch(at("hardware"), R"({"drawer": "closed", "cover": "open", "display": "Dobr\u00fd de\u0148"})").json,
-              Json::parse(R"({"paper": "low", "cover": "open", "drawer": "closed",
+    EXPECT_EQ(
+        patch(at("hardware"), R"({"drawer": "closed", "cover": "open", "display": "Dobr\u00fd de\u0148"})")
+            .json,
+        Json::parse(R"({"paper": "low", "cover": "open", "drawer": "closed",
                               "display": "Dobr\u00fd de\u0148", "operatorDisplay": ""})"));
     EXPECT_EQ(refusedWith(400, patch(at("hardware"), R"({"paper": "none"})")),
               "\"paper\" is none of \"ok\", \"low\", \"out\"; give one of them.");
-    EXPECT_THAT(refusedWith(400, patch(at("hardware"), R"({"roll": "new"})")), HasSubstr("There is no \"roll\"; "));
+    EXPECT_THAT(refusedWith(400, patch(at("hardware"), R"({"roll": "new"})")),
+                HasSubstr("There is no \"roll\"; "));
 }
 
 TEST_F(PrintersUnderControl, HaveSettingsThatAreChangedInPart)
@@ -109,11 +114,13 @@ TEST_F(PrintersUnderControl, HaveSettingsThatAreChangedInPart)
     EXPECT_FALSE(before.contains("password"));
     const Json after = patch(at("settings"), R"({"vat": {"A": {"percent": 20}, "B": null},
         "payments": {"7": {"name": "Bonus", "minimum": "1.5", "mayOverPay": true}},
-        "euroExchangeRate": "30.126", "header": {"1": "Potraviny"}, "columns": 48, "password": "1234"})").json;
+        "euroExchangeRate": "30.126", "header": {"1": "Potraviny"}, "columns": 48, "password": "1234"})")
+                           .json;
     EXPECT_EQ(after["vat"]["A"]["percent"], 20);
     EXPECT_FALSE(after["vat"].contains("B"));
     EXPECT_EQ(after["vat"]["C"], before["vat"]["C"]);
-    EXPECT_EQ(after["payments"]["7"], Json::parse(R"({"name": "Bonus", "minimum": "1.50", "mayOverPay": true})"));
+    EXPECT_EQ(after["payments"]["7"],
+              Json::parse(R"({"name": "Bonus", "minimum": "1.50", "mayOverPay": true})"));
     EXPECT_EQ(after["euroExchangeRate"], "30.1260");
     EXPECT_EQ(after["header"]["1"], "Potraviny");
     EXPECT_EQ(get(at("settings")), after);
@@ -126,22 +133,27 @@ TEST_F(PrintersUnderControl, KeepTheirSettingsWhenOneOfThemIsWrong)
     const Json before = get(at("settings"));
     const std::vector<std::pair<const char*, const char*>> wrong = {
         {R"({"columns": 48, "vat": {"Z": {"percent": 1}}})", "\"vat.Z\" is no VAT letter; there are A to H."},
-        {R"({"vat": {"A": {"percent": 100}}})", "\"vat.A.percent\" is no whole number from 0 to 99; give one."},
+        {R"({"vat": {"A": {"percent": 100}}})",
+         "\"vat.A.percent\" is no whole number from 0 to 99; give one."},
         {R"({"payments": {"1": null}})", "\"payments.1\" is cash and cannot be taken away; leave it there."},
-        {R"({"payments": {"21": {"name": "x"}}})", "\"payments.21\" is no number from 1 to 20; name the entry by one."},
+        {R"({"payments": {"21": {"name": "x"}}})",
+         "\"payments.21\" is no number from 1 to 20; name the entry by one."},
         {R"({"columns": 31})", "\"columns\" is no whole number from 32 to 48; give one."},
-        {R"({"euroExchangeRate": 30})", "\"euroExchangeRate\" is no text of a number with at most 4 decimals that is "
-                                        "not below zero; write it as \"12.50\"."},
+        {R"({"euroExchangeRate": 30})",
+         "\"euroExchangeRate\" is no text of a number with at most 4 decimals that is "
+         "not below zero; write it as \"12.50\"."},
         {R"({"prelines": [1]})", "\"prelines\" is no text of 0 to 80 characters; give one."},
     };
     for (const auto& [body, sentence] : wrong) {
         EXPECT_EQ(refusedWith(400, patch(at("settings"), body)), sentence);
     }
-    EXPECT_THAT(refusedWith(400, patch(at("settings"), R"({"colour": 1})")), HasSubstr("There is no \"colour\"; "));
+    EXPECT_THAT(refusedWith(400, patch(at("settings"), R"({"colour": 1})")),
+                HasSubstr("There is no \"colour\"; "));
     EXPECT_EQ(get(at("settings")), before);
     beginDay();
     beginReceipt();
-    EXPECT_THAT(refusedWith(409, patch(at("settings"), R"({"columns": 48})")), HasSubstr("A receipt is open"));
+    EXPECT_THAT(refusedWith(409, patch(at("settings"), R"({"columns": 48})")),
+                HasSubstr("A receipt is open"));
 }
 
 } // namespace

@@ -19,7 +19,8 @@ protected:
     static std::vector<std::string> idsIn(const std::string& events)
     {
         std::vector<std::string> ids;
-        for (std::size_t at = events.find("id: "); at != std::string::npos; at = events.find("id: ", at + 1)) {
+        for (std::size_t at = events.find("id: "); at != std::string::npos;
+             at = events.find("id: ", at + 1)) {
             ids.push_back(events.substr(at + 4, events.find('\n', at) - at - 4));
         }
         return ids;
@@ -74,7 +75,7 @@ TEST_F(TraceUnderControl, IsFollowedByExchangesThatAreOver)
     const Stream live = follow();
     session.take(telvofm::test::request(0x29, {"0"}), now);
     EXPECT_EQ(live.more(), "");
-    session.hasSent(now);
+    session.hasAcknowledged(1, now);
     EXPECT_THAT(live.more(), HasSubstr(R"("acknowledged":true)"));
 }
 

@@ -16,8 +16,9 @@ protected:
     const Exchanged& exchange(TillSession& session, const std::string& bytes, milliseconds after = seconds(1))
     {
         now += after;
-        session.take(bytes, now);
-        session.hasSent(now + milliseconds(3));
+        for (const Step& step : session.take(bytes, now)) {
+            session.hasAcknowledged(std::get<Send>(step.action).acknowledges, now + milliseconds(3));
+        }
         return *station.trace.find(station.trace.end() - 1);
     }
 
@@ -102,6 +103,19 @@ TEST_F(TracedSession, KnowsTheTriesOfTcpAfterSilenceWithProbesBetween)
     const Exchanged& again = exchange(line, day, milliseconds(1));
     EXPECT_EQ(again.repeatOf, 1U);
     EXPECT_EQ(again.attempt, 2);
+}
+
+TEST_F(TracedSession, FindsWhatWasCarriedOutWithoutTheTillsKnowingAlsoLater)
+{
+    openReceipt();
+    const std::string sold = item(0x24, "Chlieb", "1.00");
+    line.take(sold, now);
+    const std::uint64_t lost = station.trace.end() - 1;
+    exchange(line, request(0x92, {"DAY"}));
+    exchange(line, "\x03");
+    const Exchanged& again = exchange(serial, sold); // on another connection
+    EXPECT_EQ(again.repeatOf, lost);
+    EXPECT_EQ(again.attempt, 1);
 }
 
 } // namespace

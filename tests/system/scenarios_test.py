@@ -1,0 +1,100 @@
+#!/usr/bin/env python3
+"""Plays every scenario against the library over TCP and on a serial line, all at the same time, and compares what
+happened with the table in the documentation. With --write it writes the table.
+
+    scenarios_test.py SOURCE_FOLDER BUILD_FOLDER [--write] [NAME...]
+"""
+import collections
+import concurrent.futures
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+LONGEST = 45  # seconds; the library's own waits end sooner, but for those without a limit
+ITEMS = ("Chlieb", "Maslo")
+BEGIN, END = "<!-- played: begin -->\n", "<!-- played: end -->\n"
+
+
+def till(build, address, environment):
+    with subprocess.Popen([build / "scenario_till", address], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                          text=True, env=environment) as calls:
+        try:
+            _, said = calls.communicate(timeout=LONGEST)
+        except subprocess.TimeoutExpired:
+            calls.kill()
+            calls.communicate()
+            return "waits without a limit"
+    # A text may have line ends where none belong.
+    return " / ".join(said.splitlines()) or f"ended with {calls.returncode}"
+
+
+def device(paper):
+    """What the printer has on its paper of the sale, in words."""
+    lines = paper.splitlines()
+    items = collections.Counter(line for line in lines if line in ITEMS)
+    sold = [f"{name} twice" if items[name] == 2 else name if items[name] == 1 else f"{name} {items[name]} times"
+            for name in ITEMS if items[name]]
+    words = [" and ".join(sold) or "nothing sold"]
+    if any(line.startswith("Karta") for line in lines):
+        words.append("paid")
+    if any(line.startswith("VAT A") for line in lines):
+        words.append("ended")
+    if any("POWER LOST" in line for line in lines):
+        words.append("power lost")
+    for line, count in collections.Counter(line for line in lines if line.startswith("! ")).items():
+        command, code = re.match(r"! (\w+) refused with (\d+)", line).groups()
+        words.append(f"{command} refused with {code}" + (f" {count} times" if count > 1 else ""))
+    return ", ".join(words)
+
+
+def play(source, build, folder, name, link):
+    environment = dict(os.environ)
+    lines = pathlib.Path(folder) / f"{name}.lines"
+    lines.write_bytes(b"\x03")  # CTS and DSR are on
+    environment["MODEM_LINES"] = str(lines)
+    options = ["--listen", "127.0.0.1:0"] if link == "tcp" else ["--pty"]
+    printer = subprocess.Popen([build / "telvofm-printer", *options, "--scenario", source / f"scenarios/{name}.json"],
+                               stdout=subprocess.PIPE, text=True, env=environment)
+    try:
+        address = printer.stdout.readline().split()[-1]
+        result = till(build, address if link == "tcp" else "COM" + address, environment)
+    finally:
+        printer.terminate()
+        paper, _ = printer.communicate()
+    return device(paper), result
+
+
+def row(source, name, played):
+    trouble = json.loads((source / f"scenarios/{name}.json").read_text(encoding="utf-8"))["trouble"]
+    cells = [f"`{name}`", trouble, *(f"{what}; **{result}**" for what, result in played)]
+    return "| " + " | ".join(cells) + " |\n"
+
+
+def main():
+    arguments = [argument for argument in sys.argv[1:] if argument != "--write"]
+    source, build = (pathlib.Path(argument).resolve() for argument in arguments[:2])
+    names = arguments[2:] or sorted(path.stem for path in (source / "scenarios").glob("*.json"))
+    with tempfile.TemporaryDirectory(dir=build) as folder, \
+            concurrent.futures.ThreadPoolExecutor(max_workers=2 * len(names)) as pool:
+        played = {(name, link): pool.submit(play, source, build, folder, name, link)
+                  for name in names for link in ("tcp", "serial")}
+        rows = [row(source, name, [played[name, link].result() for link in ("tcp", "serial")]) for name in names]
+    page = source / "docs/scenarios.md"
+    text = page.read_text(encoding="utf-8")
+    before, rest = text.split(BEGIN)
+    documented, after = rest.split(END)
+    head = "| scenario | the trouble | over TCP | on a serial line |\n|---|---|---|---|\n"
+    if "--write" in sys.argv:
+        page.write_text(before + BEGIN + head + "".join(rows) + END + after, encoding="utf-8")
+        return
+    missing = [line for line in rows if line not in documented]
+    if missing or (not arguments[2:] and documented != head + "".join(rows)):
+        sys.exit("docs/scenarios.md does not say what was played:\n" + "".join(missing))
+    print(f"{len(rows)} scenarios went as docs/scenarios.md says")
+
+
+main()

@@ -1,0 +1,124 @@
+#include "virtual_printer/faults/faults.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace virtual_printer {
+namespace {
+
+bool isSelected(const Fault& fault, const Occasion& occasion)
+{
+    const bool isOfConnection = fault.at == FaultMoment::connection;
+    if (isOfConnection || occasion.kind == Occasion::Kind::connection) {
+        return isOfConnection && occasion.kind == Occasion::Kind::connection;
+    }
+    return (!fault.commandCode || *fault.commandCode == occasion.command) &&
+           (fault.commandName.empty() || fault.commandName == occasion.commandName);
+}
+
+} // namespace
+
+std::uint64_t Faults::arm(Fault fault)
+{
+    if (!fault.requests && !fault.calls) {
+        fault.requests = 1;
+    }
+    chances.push_back({following, std::mt19937(fault.seed.value_or(1))});
+    Armed one;
+    one.number = following++;
+    one.fault = std::move(fault);
+    one.hasEnded = (ruleOf(one.fault.kind).parameters & hasNoSelection) != 0; // it acts at once
+    armed.push_back(std::move(one));
+    tell(armed.back(), Event::armed);
+    return armed.back().number;
+}
+
+bool Faults::disarm(std::uint64_t number)
+{
+    const auto found =
+        std::find_if(armed.begin(), armed.end(), [number](const Armed& one) { return one.number == number; });
+    if (found == armed.end()) {
+        return false;
+    }
+    const Armed gone = std::move(*found);
+    armed.erase(found);
+    std::erase_if(chances, [number](const Chance& chance) { return chance.number == number; });
+    tell(gone, Event::disarmed);
+    return true;
+}
+
+void Faults::disarmAll()
+{
+    while (!armed.empty()) {
+        disarm(armed.front().number);
+    }
+}
+
+bool Faults::isArmed(std::uint64_t number) const
+{
+    return std::any_of(armed.begin(), armed.end(),
+                       [number](const Armed& one) { return one.number == number; });
+}
+
+std::vector<Faults::Hit> Faults::hitsOf(const Occasion& occasion)
+{
+    constexpr std::size_t mostExchanges = 100;
+    std::vector<Hit> all;
+    for (Armed& one : armed) {
+        if (!hits(one, occasion)) {
+            continue;
+        }
+        all.push_back({one.number, one.fault});
+        if (one.exchanges.size() == mostExchanges) {
+            one.exchanges.erase(one.exchanges.begin());
+        }
+        one.exchanges.push_back(occasion.exchange);
+    }
+    return all;
+}
+
+bool Faults::hits(Armed& one, const Occasion& occasion)
+{
+    const Fault& fault = one.fault;
+    if (one.hasEnded || !isSelected(fault, occasion)) {
+        return false;
+    }
+    ++one.requestsMet;
+    one.callsMet += occasion.beginsCall ? 1 : 0;
+    if (one.requestsMet < fault.fromRequest || one.callsMet < fault.fromCall) {
+        return false;
+    }
+    const bool isOfNewCall = occasion.beginsCall || one.callsHit == 0;
+    if (isOfNewCall && fault.calls && one.callsHit == *fault.calls) {
+        one.hasEnded = true;
+        return false;
+    }
+    if (!isDrawn(one)) {
+        return false;
+    }
+    one.callsHit += isOfNewCall ? 1 : 0;
+    ++one.requestsHit;
+    one.hasEnded = fault.requests && one.requestsHit == *fault.requests;
+    return true;
+}
+
+// The generator is the same everywhere; distributions are not.
+bool Faults::isDrawn(const Armed& one)
+{
+    if (one.fault.probability >= 1) {
+        return true;
+    }
+    const auto chance = std::find_if(chances.begin(), chances.end(),
+                                     [&](const Chance& own) { return own.number == one.number; });
+    constexpr double outOf = 4294967296.0;
+    return static_cast<double>(chance->generator()) / outOf < one.fault.probability;
+}
+
+void Faults::tell(const Armed& one, Event event) const
+{
+    for (const Observer& observer : observers) {
+        observer(one, event);
+    }
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,92 @@
+// The faults that a printer is armed with: which of them hit a request, and what each has done so far.
+#pragma once
+
+#include "virtual_printer/faults/fault.h"
+
+#include <cstdint>
+#include <functional>
+#include <random>
+#include <string_view>
+#include <vector>
+
+namespace virtual_printer {
+
+// What may be hit.
+struct Occasion
+{
+    enum class Kind
+    {
+        request,
+        connection
+    };
+
+    Kind kind = Kind::request;
+    unsigned char command = 0;
+    std::string_view commandName{}; // by which faults select it
+    bool beginsCall = true;       // a link that sends it again by itself begins none
+    std::uint64_t exchange = 0;   // its number in the trace
+};
+
+struct Armed
+{
+    std::uint64_t number = 0; // from 1, never used again
+    Fault fault;
+    int requestsMet = 0; // that it selects by their command
+    int callsMet = 0;
+    int requestsHit = 0;
+    int callsHit = 0;
+    bool hasEnded = false;
+    std::vector<std::uint64_t> exchanges; // the last that it has hit
+};
+
+class Faults
+{
+public:
+    enum class Event
+    {
+        armed,
+        disarmed
+    };
+    using Observer = std::function<void(const Armed&, Event)>;
+
+    // Its number. It acts from the next request on.
+    std::uint64_t arm(Fault fault);
+    // Whether there was such a fault. What has no end of its own ends now.
+    bool disarm(std::uint64_t number);
+    void disarmAll();
+    // Also those that have ended, until they are disarmed.
+    [[nodiscard]] const std::vector<Armed>& list() const { return armed; }
+    [[nodiscard]] bool isArmed(std::uint64_t number) const;
+
+    // Those that hit; nothing when nothing is armed, which costs nothing.
+    struct Hit
+    {
+        std::uint64_t number = 0;
+        Fault fault;
+    };
+    std::vector<Hit> meet(const Occasion& occasion)
+    {
+        return armed.empty() ? std::vector<Hit>() : hitsOf(occasion);
+    }
+
+    void watch(Observer observer) { observers.push_back(std::move(observer)); }
+
+private:
+    struct Chance
+    {
+        std::uint64_t number;
+        std::mt19937 generator;
+    };
+
+    std::vector<Hit> hitsOf(const Occasion& occasion);
+    bool hits(Armed& one, const Occasion& occasion);
+    bool isDrawn(const Armed& one);
+    void tell(const Armed& one, Event event) const;
+
+    std::vector<Armed> armed;
+    std::vector<Chance> chances;
+    std::vector<Observer> observers;
+    std::uint64_t following = 1;
+};
+
+} // namespace virtual_printer

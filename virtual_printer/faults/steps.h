@@ -1,0 +1,48 @@
+// What a printer does upon the bytes of a till, as data: a list of steps, each with its time. A session makes
+// the list, faults change it, and the transport carries it out.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace virtual_printer {
+
+struct Send
+{
+    std::string bytes;
+    // The exchange whose answer is whole with the last of these bytes; 0 when it is not.
+    std::uint64_t acknowledges = 0;
+};
+struct CloseLink // on a serial line: hang up
+{
+};
+struct ResetLink
+{
+};
+// The till is not heard any more and hears nothing, not even that the connection has ended.
+struct AbandonLink
+{
+};
+// Whoever connects meanwhile is refused by the system, as by a printer that is switched off.
+struct RefuseConnections
+{
+    std::chrono::milliseconds duration{0};
+};
+struct SetLines // of a serial line, as the till sees them
+{
+    bool clearToSend = true;
+    bool dataSetReady = true;
+};
+using Action = std::variant<Send, CloseLink, ResetLink, AbandonLink, RefuseConnections, SetLines>;
+
+struct Step
+{
+    std::chrono::milliseconds after{0}; // the bytes that the steps follow
+    Action action;
+};
+using Steps = std::vector<Step>;
+
+} // namespace virtual_printer

@@ -13,9 +13,7 @@ telvofm-printer on the path. docs/control.md describes what can be asked.
 """
 import json
 import os
-import pathlib
 import subprocess
-import tempfile
 import threading
 import urllib.error
 import urllib.parse
@@ -33,28 +31,27 @@ class Refused(Exception):
 class FiscalPrinter:
     """A telvofm-printer process with one printer, reached by tills at `address` and by this object over HTTP."""
 
-    def __init__(self, *options, program=None, name="printer"):
+    def __init__(self, *options, program=None, control="127.0.0.1:0", token=None):
         """`options` are more options of the program, as "--clock", "2026-01-31 12:00"."""
-        self.name = name
-        self._folder = tempfile.TemporaryDirectory(prefix="telvofm-")
-        ready = pathlib.Path(self._folder.name) / "ready.json"
+        self.name = "printer"
+        self._token = token
         command = [program or os.environ.get("TELVOFM_PRINTER", "telvofm-printer"), "--listen", "127.0.0.1:0",
-                   "--control", "127.0.0.1:0", "--ready", str(ready), "--exit-with-parent", *options]
+                   "--control", control, *(["--token", token] if token else []), "--exit-with-parent", *options]
         self._process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
                                          encoding="utf-8")
         self.paper = []  # what it has printed so far, line by line
-        for line in self._process.stdout:
-            self.paper.append(line.rstrip("\n"))
-            if ready.exists():
-                break
-        if not ready.exists():
-            self.close()
-            raise RuntimeError("telvofm-printer does not start: " + " ".join(self.paper))
-        addresses = json.loads(ready.read_text(encoding="utf-8"))
-        self.address = addresses["printers"][0]["address"]
-        self.control = "http://" + addresses["control"]
+        self.address = self._line_behind("listening on ")
+        self.control = self._line_behind("control on ")
         self._reader = threading.Thread(target=self._read_paper, daemon=True)
         self._reader.start()
+
+    def _line_behind(self, words):
+        for line in self._process.stdout:
+            self.paper.append(line.rstrip("\n"))
+            if words in line:
+                return line.split(words)[1].strip()
+        self.close()
+        raise RuntimeError("telvofm-printer does not start: " + " ".join(self.paper))
 
     def _read_paper(self):
         for line in self._process.stdout:
@@ -70,13 +67,18 @@ class FiscalPrinter:
         """Ends the process."""
         self._process.kill()
         self._process.wait()
-        self._folder.cleanup()
+        if hasattr(self, "_reader"):
+            self._reader.join()
+        self._process.stdout.close()
 
     def ask(self, method, path, body=None):
         """Any request of docs/control.md. A path without a slash in front belongs to the printer."""
         url = self.control + (path if path.startswith("/") else f"/printers/{self.name}/{path}")
         data = None if body is None else json.dumps(body).encode()
-        request = urllib.request.Request(url, data, {"Content-Type": "application/json"}, method=method)
+        headers = {"Content-Type": "application/json"}
+        if self._token:
+            headers["Authorization"] = "Bearer " + self._token
+        request = urllib.request.Request(url, data, headers, method=method)
         try:
             with urllib.request.urlopen(request, timeout=90) as answer:
                 return _parsed(answer)
@@ -97,6 +99,10 @@ class FiscalPrinter:
     def trace(self):
         """All exchanges that the printer still knows."""
         return self.ask("GET", "trace")
+
+    def arm(self, kind, **parameters):
+        """A fault from the next request on: arm("acknowledgeLost", command="payment")."""
+        return self.ask("POST", "faults", {"kind": kind, **parameters})
 
     def reset(self):
         """A new printer. What was before does not count in `expect`."""

@@ -6,7 +6,6 @@ names, from wrong pages, without the token.
 """
 import json
 import pathlib
-import select
 import socket
 import subprocess
 import sys
@@ -275,9 +274,10 @@ class Reach(unittest.TestCase):
             self.assertEqual(self.start(*options).returncode, 2, options)
 
     def test_nothing_is_answered_without_the_token(self):
-        with FiscalPrinter("--token", TOKEN, "--control", "0.0.0.0:0", program=program) as printer:
-            port = printer.control.rsplit(":", 1)[1]
-            printer.control = "http://127.0.0.1:" + port
+        with FiscalPrinter(control="0.0.0.0:0", token=TOKEN, program=program) as printer:
+            printer.control = "http://127.0.0.1:" + printer.control.rsplit(":", 1)[1]
+            self.assertEqual(printer.state()["situation"], "noDay")
+            printer._token = None
             with self.assertRaises(Refused) as refused:
                 printer.state()
             self.assertEqual(refused.exception.status, 401)

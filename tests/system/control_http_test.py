@@ -6,6 +6,7 @@ names, from wrong pages, without the token.
 """
 import json
 import pathlib
+import random
 import socket
 import subprocess
 import sys
@@ -245,6 +246,41 @@ class Control(unittest.TestCase):
                      f"Content-Length: {len(body)}\r\n\r\n{body}")
             wire.close()
         self.assertTrue(self.is_alive())
+
+    def test_survives_damaged_requests(self):
+        """Sound ones of every kind with bytes that are changed, left out or repeated, always the same."""
+        chance = random.Random(7)
+        here = "/printers/printer/"
+        sound = [("GET", "/openapi.json", ""), ("GET", here + "documents?kind=receipt&from=2026-01-01&limit=3", ""),
+                 ("POST", here + "assert", '{"received": [{"name": "payment", "count": 1}], "committed": [], "repeated": 0}'),
+                 ("POST", here + "wait", '{"until": {"situation": "idle"}, "limit": 50}'),
+                 ("PATCH", here + "settings", '{"vat": {"A": {"percent": 20}, "B": null}, "header": {"1": "x"}}'),
+                 ("PATCH", here + "clock", '{"forward": 5, "mode": "stands", "speed": 2}'),
+                 ("POST", here + "snapshots", '{"name": "a", "in": "memory"}'), ("POST", here + "restore", '{"name": "a"}'),
+                 ("POST", here + "faults", '{"kind": "refuse", "code": 49, "command": "payment"}'),
+                 ("DELETE", here + "faults/1", ""), ("GET", here + "trace/events?after=0", "")]
+        for _ in range(600):
+            method, path, body = chance.choice(sound)
+            text = bytearray(f"{method} {path} HTTP/1.1\r\nHost: localhost\r\nContent-Length: {len(body)}\r\n\r\n{body}",
+                             "ascii")
+            for _ in range(chance.randrange(1, 4)):
+                place = chance.randrange(len(text))
+                change = chance.randrange(3)
+                text[place:place + (change != 1)] = bytes([chance.randrange(256)]) * change
+            wire = Wire(self.printer)
+            try:
+                wire.say(bytes(text))
+                wire.socket.shutdown(socket.SHUT_WR)
+                while wire.socket.recv(65536):
+                    pass
+            except OSError:
+                pass
+            wire.close()
+        self.assertTrue(self.is_alive())
+        self.printer.reset()
+        till = self.till()
+        till.send(0x29, "0")
+        self.assertEqual(till.sell("1.00"), b"\x06")
 
     def test_keeps_serving_tills_beside_a_follower_that_does_not_read(self):
         follower = self.wire()

@@ -63,6 +63,10 @@ TEST(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         {{"--listen", "127.0.0.1:0", "--codes", "no such file"},
          "--codes: File does not exist: no such file"},
         {{"--listen", "127.0.0.1:0", "--logo-png", "no such folder"}, "--logo-png: Directory does not exist"},
+        {{"--listen", "127.0.0.1:0", "--control", "127.0.0.1"}, "it has no port"},
+        {{"--listen", "127.0.0.1:0", "--control", "127.0.0.1:0", "--token", "short"},
+         "16 characters at least"},
+        {{"--listen", "127.0.0.1:0", "--token", "0123456789abcdef"}, "belongs to --control"},
         {{"--listen", "127.0.0.1:0", "--loud"}, "--loud; --help lists the options"},
     };
     for (const Wrong& wrong : all) {

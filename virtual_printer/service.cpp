@@ -1,7 +1,7 @@
 #include "virtual_printer/service.h"
 
 #include "virtual_printer/control/control.h"
-#include "virtual_printer/faults/fault_json.h"
+#include "virtual_printer/faults/scenario.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
@@ -66,9 +66,6 @@ public:
         }
         for (const auto& station : stations) {
             station->show();
-            for (const Fault& fault : scenario.faults) {
-                station->faults.arm(fault);
-            }
         }
         if (options.control) {
             openControl();
@@ -97,6 +94,9 @@ private:
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
+        for (const Fault& fault : scenario.faults) {
+            stations.back()->faults.arm(fault); // before anybody can connect
+        }
         return *stations.back();
     }
 

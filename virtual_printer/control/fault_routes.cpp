@@ -1,6 +1,7 @@
 // The faults that a printer is armed with.
 #include "virtual_printer/control/routes.h"
 #include "virtual_printer/faults/fault_json.h"
+#include "virtual_printer/faults/scenario.h"
 
 namespace virtual_printer {
 namespace {

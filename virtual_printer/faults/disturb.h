@@ -12,8 +12,9 @@ namespace virtual_printer {
 using Hits = std::vector<Faults::Hit>;
 
 bool has(const Hits& hits, FaultKind kind);
-// That one of these is at this moment; `standard` is when a fault that does not say is.
+// Null when there is none.
 const Faults::Hit* find(const Hits& hits, FaultKind kind);
+// At the answer when it does not say.
 FaultMoment momentOf(const Fault& fault);
 
 struct Circumstances

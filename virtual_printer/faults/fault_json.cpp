@@ -3,8 +3,6 @@
 #include "virtual_printer/language/commands.h"
 
 #include <algorithm>
-#include <fstream>
-#include <initializer_list>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <span>
@@ -109,24 +107,16 @@ void readCommand(Fault& fault, const Json& value)
     } else if (const auto code = bytesOf(value); text.size() == 2 && code) {
         fault.commandCode = static_cast<unsigned char>(code->front());
     } else {
-        fail("\"command\" is a name or a code of the command table, as \"payment\" or \"30\".");
+        fail(R"("command" is a name or a code of the command table, as "payment" or "30".)");
     }
 }
 
 void readProbability(Fault& fault, const Json& value)
 {
     if (!value.is_number() || value <= 0 || value > 1) {
-        fail("\"probability\" is a number above 0 and at most 1.");
+        fail(R"("probability" is a number above 0 and at most 1.)");
     }
     fault.probability = value.get<double>();
-}
-
-std::uint32_t seedOf(const Json& value)
-{
-    if (!value.is_number_unsigned() || value > std::numeric_limits<std::uint32_t>::max()) {
-        fail("\"seed\" is a whole number from 0 to 4294967295.");
-    }
-    return value.get<std::uint32_t>();
 }
 
 std::string readBytes(const Json& value)
@@ -134,7 +124,7 @@ std::string readBytes(const Json& value)
     constexpr std::size_t most = 1024;
     const auto bytes = bytesOf(value);
     if (!bytes || bytes->size() > most) {
-        fail("\"bytes\" are 1 to 1024 bytes as pairs of hexadecimal digits, as \"15 31\".");
+        fail(R"("bytes" are 1 to 1024 bytes as pairs of hexadecimal digits, as "15 31".)");
     }
     return *bytes;
 }
@@ -211,18 +201,17 @@ bool takes(const FaultRule& rule, const Key& key)
 const FaultRule& kindOf(const Json& json)
 {
     if (!json.is_object()) {
-        fail("A fault is a JSON object, as {\"kind\": \"refuse\", \"code\": 49}.");
+        fail(R"(A fault is a JSON object, as {"kind": "refuse", "code": 49}.)");
     }
     const auto kind = json.find("kind");
     const std::string name = kind != json.end() && kind->is_string() ? kind->get<std::string>() : "";
     const auto* const rule = std::find_if(faultRules.begin(), faultRules.end(),
                                           [&](const FaultRule& known) { return known.name == name; });
     if (rule == faultRules.end()) {
-        std::vector<std::string_view> names;
-        for (const FaultRule& known : faultRules) {
-            names.push_back(known.name);
-        }
-        fail("\"kind\" is one of " + listOf(names) + ".");
+        std::array<std::string_view, faultRules.size()> names;
+        std::transform(faultRules.begin(), faultRules.end(), names.begin(),
+                       [](const FaultRule& known) { return known.name; });
+        fail(R"("kind" is one of )" + listOf(names) + ".");
     }
     return *rule;
 }
@@ -231,14 +220,22 @@ void requireSense(const Fault& fault)
 {
     if (fault.kind == FaultKind::powerLoss && fault.at &&
         (*fault.at == FaultMoment::connection || *fault.at == FaultMoment::afterwards)) {
-        fail("A powerLoss is \"at\" request, before anything is kept, or at answer, when it is.");
+        fail(R"(A powerLoss is "at" request, before anything is kept, or at answer, when it is.)");
     }
     if (fault.at == FaultMoment::connection && (fault.commandCode || !fault.commandName.empty())) {
-        fail("A fault \"at\" connection meets no command; leave \"command\" away.");
+        fail(R"(A fault "at" connection meets no command; leave "command" away.)");
     }
 }
 
 } // namespace
+
+std::uint32_t seedOf(const Json& value)
+{
+    if (!value.is_number_unsigned() || value > std::numeric_limits<std::uint32_t>::max()) {
+        fail(R"("seed" is a whole number from 0 to 4294967295.)");
+    }
+    return value.get<std::uint32_t>();
+}
 
 Fault faultFromJson(const Json& json)
 {
@@ -302,43 +299,6 @@ Json toJson(const Armed& armed)
             {"ended", armed.hasEnded},    {"requestsMet", armed.requestsMet},
             {"callsMet", armed.callsMet}, {"requestsHit", armed.requestsHit},
             {"callsHit", armed.callsHit}, {"exchanges", armed.exchanges}};
-}
-
-Scenario scenarioFromJson(const Json& json)
-{
-    constexpr std::string_view form =
-        R"(A scenario is a JSON object, as {"trouble": "The paper is out", "seed": 7, "faults": [{"kind": "paperOut"}]}.)";
-    if (!json.is_object() || !json.contains("faults") || !json["faults"].is_array() ||
-        !json.contains("trouble") || !json["trouble"].is_string()) {
-        fail(std::string(form));
-    }
-    Scenario scenario{json["trouble"].get<std::string>(), {}};
-    const std::uint32_t seed = json.contains("seed") ? seedOf(json["seed"]) : 1;
-    for (const auto& [name, value] : json.items()) {
-        if (name != "trouble" && name != "seed" && name != "faults") {
-            fail("A scenario takes no " + inQuotes(name) + ".");
-        }
-    }
-    for (const Json& one : json["faults"]) {
-        Fault fault = faultFromJson(one);
-        fault.seed = fault.seed.value_or(seed);
-        scenario.faults.push_back(std::move(fault));
-    }
-    return scenario;
-}
-
-Scenario readScenario(const std::filesystem::path& file)
-{
-    std::ifstream stream(file);
-    const Json json = Json::parse(stream, nullptr, false);
-    if (json.is_discarded()) {
-        fail(file.string() + " is no JSON.");
-    }
-    try {
-        return scenarioFromJson(json);
-    } catch (const std::runtime_error& wrong) {
-        fail(file.string() + ": " + wrong.what());
-    }
 }
 
 } // namespace virtual_printer

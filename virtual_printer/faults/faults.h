@@ -23,8 +23,8 @@ struct Occasion
     Kind kind = Kind::request;
     unsigned char command = 0;
     std::string_view commandName{}; // by which faults select it
-    bool beginsCall = true;       // a link that sends it again by itself begins none
-    std::uint64_t exchange = 0;   // its number in the trace
+    bool beginsCall = true;         // a link that sends it again by itself begins none
+    std::uint64_t exchange = 0;     // its number in the trace
 };
 
 struct Armed

@@ -118,12 +118,13 @@ bool Printer::expectsBlocks() const
 Answer Printer::execute(const Request& request, CodePage codePage, const Hindrance& hindrance)
 {
     const Stopwatch watch;
+    const Moment present = now();
     Request converted = withUtf8Texts(request, codePage);
-    Decision decision = decide(hindrance.paperIsOut ? withoutPaper(current) : current, converted, now());
+    Decision decision = decide(hindrance.paperIsOut ? withoutPaper(current) : current, converted, present);
     Reply reply;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, now());
+            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, present);
             decision.refusal = reply.refusal;
             for (Line& line : reply.lines) {
                 decision.draft.print(std::move(line));
@@ -137,6 +138,7 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
     }
     const auto decided = watch.elapsed();
     Answer answer = carryOut(decision, hindrance);
+    answer.moment = present;
     answer.decided = decided;
     answer.committed = watch.elapsed() - decided;
     answer.fields = std::move(converted.fields);

@@ -28,6 +28,7 @@ struct Answer
 
     // For the trace.
     bool isExecuted = false;
+    std::optional<Moment> moment{};    // at which it was decided
     const CommandRule* rule = nullptr; // none for an unknown command
     std::vector<std::string> fields{}; // of the request, in UTF-8
     bool isCommitted = false;          // something was written into the memory

@@ -27,7 +27,6 @@ Exchanged Recorder::begin(Exchanged::Kind kind, std::string_view bytes, Time now
 {
     Exchanged exchanged;
     exchanged.till = till;
-    exchanged.moment = printer.now();
     exchanged.kind = kind;
     exchanged.heard(bytes);
     if (const Exchanged* repeated = findRepeated(exchanged)) {

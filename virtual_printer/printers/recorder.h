@@ -16,13 +16,12 @@ class Recorder
 public:
     using Time = std::chrono::steady_clock::time_point;
 
-    Recorder(Station& at, CodePage textsOfLink)
-        : printer(at.printer), trace(at.trace), till(at.newTill()), codePage(textsOfLink)
+    Recorder(Station& at, CodePage textsOfLink) : trace(at.trace), till(at.newTill()), codePage(textsOfLink)
     {
     }
 
     // An exchange that these bytes of the till have completed; before it is decided.
-    Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
+    [[nodiscard]] Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
     // It is decided and `answer` will be sent. Says its number.
     std::uint64_t keep(Exchanged exchanged, std::string_view answer, Time now);
     // A block of its reply was answered by the till, and that is what comes upon it: nothing when the reply
@@ -41,7 +40,6 @@ private:
     [[nodiscard]] const Exchanged* findRepeated(const Exchanged& exchanged) const;
     [[nodiscard]] int attemptOf(const Exchanged& exchanged, Time now) const;
 
-    const Printer& printer;
     Trace& trace;
     std::uint64_t till;
     CodePage codePage;

@@ -100,7 +100,9 @@ void TillSession::answerProbe(Time now)
     const std::string bytes = state == Probes::ignored ? ""
                               : state == Probes::busy  ? Exchange::business()
                                                        : Exchange::readiness();
-    const std::uint64_t number = recorder.keep(recorder.begin(Kind::probe, heard, now), bytes, now);
+    Exchanged exchanged = recorder.begin(Kind::probe, heard, now);
+    exchanged.moment = station.printer.now();
+    const std::uint64_t number = recorder.keep(std::move(exchanged), bytes, now);
     if (!bytes.empty()) {
         steps.push_back({std::chrono::milliseconds(0), Send{bytes, number}});
     }
@@ -121,7 +123,9 @@ void TillSession::execute(const Request& request, Time now)
     Exchanged exchanged = recorder.begin(Kind::request, heard, now);
     exchanged.address = request.address;
     exchanged.command = request.command;
-    exchanged.rule = findRule(request.command, request.fields.size());
+    if (!station.faults.list().empty()) { // otherwise the answer has it
+        exchanged.rule = findRule(request.command, request.fields.size());
+    }
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
                                            .command = request.command,
                                            .commandName = exchanged.name(),
@@ -155,6 +159,7 @@ Answer TillSession::ask(const Request& request, const Hits& hits)
 void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now)
 {
     const std::string whole = answer.isLost ? "" : bytesOf(answer);
+    exchanged.moment = answer.moment ? *answer.moment : station.printer.now();
     exchanged.rule = answer.rule == nullptr ? exchanged.rule : answer.rule;
     exchanged.fields = std::move(answer.fields);
     exchanged.refusal = answer.refusal;

@@ -25,10 +25,10 @@ std::size_t Exchanged::size() const
 {
     std::size_t bytes = sizeof(*this) + fromTill.size() + toTill.size() + answer.size();
     for (const std::string& field : fields) {
-        bytes += sizeof(field) + field.size();
+        bytes += sizeof(std::string) + field.size();
     }
     for (const std::string& fault : faults) {
-        bytes += sizeof(fault) + fault.size();
+        bytes += sizeof(std::string) + fault.size();
     }
     return bytes;
 }

@@ -2,11 +2,28 @@
 
 #include "virtual_printer/transport/socket_options.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace virtual_printer {
 
 using boost::asio::ip::tcp;
+
+namespace {
+
+// How long a fault wants connections to be refused, from the start on.
+std::chrono::milliseconds refusalOf(const Faults& faults)
+{
+    std::chrono::milliseconds duration{0};
+    for (const Armed& one : faults.list()) {
+        if (one.fault.kind == FaultKind::connectionRefused) {
+            duration = std::max(duration, *one.fault.duration);
+        }
+    }
+    return duration;
+}
+
+} // namespace
 
 TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
                  SecondTill second)
@@ -15,12 +32,18 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
     try {
         // The first address that the host has.
         const auto found = tcp::resolver(context).resolve(wanted.host, "", tcp::resolver::passive);
-        listen(tcp::endpoint(found.begin()->endpoint().address(), wanted.port));
+        bind(tcp::endpoint(found.begin()->endpoint().address(), wanted.port));
+        const auto duration = refusalOf(station.faults);
+        if (duration.count() > 0) {
+            refuseFor(duration);
+        } else {
+            acceptor.listen();
+            accept();
+        }
     } catch (const boost::system::system_error& failure) {
         throw std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
                                  "; name an address of this machine with a free port, or 0 for any");
     }
-    accept();
     station.faults.watch([this](const Armed& armed, Faults::Event event) {
         if (armed.fault.kind != FaultKind::connectionRefused) {
             return;
@@ -29,22 +52,22 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
     });
 }
 
-void TcpLink::listen(const tcp::endpoint& place)
+void TcpLink::bind(const tcp::endpoint& place)
 {
     acceptor.open(place.protocol());
     shareAddressAfterwards(acceptor);
     acceptor.bind(place);
-    acceptor.listen();
     endpoint = acceptor.local_endpoint();
 }
 
 void TcpLink::refuseFor(std::chrono::milliseconds duration)
 {
     acceptor.close();
+    bind(endpoint); // nobody else's meanwhile
     refusing.expires_after(duration);
     refusing.async_wait([this](const boost::system::error_code& failure) {
         if (!failure) {
-            listen(endpoint);
+            acceptor.listen();
             accept();
         }
     });

@@ -34,7 +34,7 @@ private:
     void accept();
     void receive(boost::asio::ip::tcp::socket till);
     void serve(boost::asio::ip::tcp::socket till);
-    void listen(const boost::asio::ip::tcp::endpoint& place);
+    void bind(const boost::asio::ip::tcp::endpoint& place);
     // As a printer that is switched off: its port is closed meanwhile.
     void refuseFor(std::chrono::milliseconds duration);
     void goWithPresent();

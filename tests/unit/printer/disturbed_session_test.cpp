@@ -105,7 +105,7 @@ public:
         return all;
     }
 
-    const Exchanged& last() const { return *station.trace.find(station.trace.end() - 1); }
+    [[nodiscard]] const Exchanged& last() const { return *station.trace.find(station.trace.end() - 1); }
 
     const Codes codes;
     Station station{"printer", newPrinter()};

@@ -1,5 +1,6 @@
 // docs/virtual-printer.md against the tables of the printer: each refusal and each command has its row there,
 // and no row says anything else.
+#include "virtual_printer/faults/fault.h"
 #include "virtual_printer/language/commands.h"
 
 #include <gmock/gmock.h>
@@ -137,6 +138,17 @@ TEST(PrinterDocumentation, HasEveryRefusal)
 TEST(PrinterDocumentation, HasEveryCommand)
 {
     expectSameRows(rowsOfDocumentation(R"(\| [0-9A-F]{2} \| \w+ \| [^|]+ \| [^|]+ \|)"), commandRows());
+}
+
+TEST(PrinterDocumentation, HasEveryFault)
+{
+    std::string names;
+    for (const std::string& row : rowsOfDocumentation(R"(\| (`[a-zA-Z]+`(, )?)+ \|.*\|.*\|)")) {
+        names += row.substr(0, row.find('|', 1));
+    }
+    for (const FaultRule& rule : faultRules) {
+        EXPECT_NE(names.find("`" + std::string(rule.name) + "`"), std::string::npos) << rule.name;
+    }
 }
 
 // 0 would read as success; 17, 19 and 64 mean something on the link.

@@ -1,5 +1,6 @@
 // Faults and scenarios as JSON, and the sentence for each wrong one.
 #include "virtual_printer/faults/fault_json.h"
+#include "virtual_printer/faults/scenario.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -65,6 +65,24 @@ std::string noFile(const std::string& name)
     return isFile ? "" : "File does not exist: " + name;
 }
 
+// A cookie takes it, too.
+void requireToken(const Options& options)
+{
+    constexpr std::size_t shortest = 16;
+    const std::string& token = options.token;
+    const bool isVisible = std::all_of(token.begin(), token.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+               c == '_' || c == '.';
+    });
+    if (!token.empty() && (token.size() < shortest || !isVisible)) {
+        throw std::runtime_error(
+            "the token is none; give one of 16 characters at least, letters, digits, -, _ and .");
+    }
+    if (!token.empty() && !options.control) {
+        throw std::runtime_error("--token belongs to --control, which is not there; give both");
+    }
+}
+
 } // namespace
 
 Options readOptions(std::vector<std::string> arguments)
@@ -78,6 +96,7 @@ Options readOptions(std::vector<std::string> arguments)
     std::string refusals;
     std::string scenario;
     std::string logos;
+    std::string control;
     std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
@@ -98,10 +117,14 @@ Options readOptions(std::vector<std::string> arguments)
     app.add_option("--ready", ready, "Write the addresses into this file once they are there");
     app.add_flag("--exit-with-parent", options.endsWithParent, "End when the starting process has gone");
     app.add_option("--codes", refusals, "Numbers of the refusals, as a JSON file")->check(noFile);
-    app.add_option("--scenario", scenario, "Arm the printers with the faults of this JSON file")->check(noFile);
+    app.add_option("--scenario", scenario, "Arm the printers with the faults of this JSON file")
+        ->check(noFile);
     app.add_option("--logo-png", logos, "Write uploaded pictures as PNG files into this folder")
         ->check(noFolder);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
+    app.add_option("--control", control, "Let tests control the printers over HTTP on HOST:PORT");
+    app.add_option("--token", options.token,
+                   "What those must know who use --control, of 16 characters at least");
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
@@ -129,6 +152,10 @@ Options readOptions(std::vector<std::string> arguments)
         throw std::runtime_error(
             "no link is named; start it with --listen 127.0.0.1:9100, --pty or --serial PORT");
     }
+    if (!control.empty()) {
+        options.control = parseAddress(control);
+    }
+    requireToken(options);
     if (!startOfClock.empty()) {
         options.start = parseMoment(startOfClock, Edge::first);
         if (!options.start) {

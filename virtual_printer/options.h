@@ -35,7 +35,9 @@ struct Options
     std::filesystem::path codesFile;
     std::filesystem::path logoFolder;
     std::filesystem::path scenarioFile; // whose faults every printer is armed with
-    std::optional<Moment> start; // of the clock
+    std::optional<Moment> start;        // of the clock
+    std::optional<Address> control;     // where tests control the printers
+    std::string token;                  // that they must know
     SecondTill secondTill = SecondTill::busy;
     bool isFactoryNew = false;
     bool endsWithParent = false;

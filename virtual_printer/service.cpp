@@ -1,10 +1,12 @@
 #include "virtual_printer/service.h"
 
+#include "virtual_printer/control/control.h"
 #include "virtual_printer/faults/scenario.h"
 #include "virtual_printer/paper/picture.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/output_lines.h"
 #include "virtual_printer/printers/station.h"
+#include "virtual_printer/transport/http_server.h"
 #include "virtual_printer/transport/process.h"
 #include "virtual_printer/transport/ready_file.h"
 #include "virtual_printer/transport/serial_link.h"
@@ -16,6 +18,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -68,8 +71,11 @@ public:
         for (const auto& station : stations) {
             station->show();
         }
+        if (options.control) {
+            openControl();
+        }
         if (!options.readyFile.empty()) {
-            writeReadyFile(options.readyFile, listening);
+            writeReadyFile(options.readyFile, listening, server ? server->address() : "");
         }
     }
 
@@ -86,8 +92,7 @@ private:
     {
         Memory memory = options.dataFolder.empty() ? Memory() : Memory(options.dataFolder / (name + ".db"));
         Clock clock = clockFor(memory);
-        Printer printer(std::move(memory), options.isFactoryNew ? factoryNew() : readyToSell(),
-                        std::move(clock));
+        Printer printer(std::move(memory), whenNew(), std::move(clock));
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
             [this](const Station& station, const Happened& event) { print(station, event); });
@@ -96,6 +101,20 @@ private:
         }
         return *stations.back();
     }
+
+    void openControl()
+    {
+        control.emplace(whenNew(), options.dataFolder, options.token);
+        for (const auto& station : stations) {
+            control->add(*station);
+        }
+        server.emplace(context, *options.control, !options.token.empty(),
+                       [this](const HttpRequest& request) { return control->answer(request); });
+        control->notify([this] { server->lookAgain(); });
+        output.say("control on http://" + server->address());
+    }
+
+    [[nodiscard]] State whenNew() const { return options.isFactoryNew ? factoryNew() : readyToSell(); }
 
     // A clock that starts at a moment shows it, whatever the one of the last time was set to.
     [[nodiscard]] Clock clockFor(const Memory& memory) const
@@ -156,6 +175,8 @@ private:
     std::vector<std::unique_ptr<TcpLink>> network;
     std::vector<ListeningPrinter> listening;
     std::map<std::string, std::shared_ptr<const Pictures>> written;
+    std::optional<Control> control;
+    std::optional<HttpServer> server;
 };
 
 } // namespace

@@ -72,6 +72,9 @@ TEST_F(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         {{"--listen", here, "--data", "nö folder"}, "--data: Directory does not exist: nö folder"},
         {{"--listen", here, "--codes", "nö file"}, "--codes: File does not exist: nö file"},
         {{"--listen", here, "--logo-png", "no such folder"}, "--logo-png: Directory does not exist"},
+        {{"--listen", here, "--control", "127.0.0.1"}, "it has no port"},
+        {{"--listen", here, "--control", here, "--token", "short"}, "16 characters at least"},
+        {{"--listen", here, "--token", "0123456789abcdef"}, "belongs to --control"},
         {{"--listen", here, "--loud"}, "--loud; --help lists the options"},
     };
     for (const Wrong& wrong : all) {

@@ -28,10 +28,12 @@ PRINTER_ARROWS = {
     "trace": {"language", "fiscal"},
     "faults": {"language"},
     "printers": {"language", "fiscal", "paper", "memory", "answers", "trace", "faults"},
-    "transport": {"printers", "faults"},
+    "control": {"language", "fiscal", "paper", "memory", "printers", "trace", "faults"},
+    "transport": {"printers", "faults", "control"},
 }
 # Headers that one file or one room has for itself.
-OWNERS = {"sqlite3.h": "virtual_printer/memory/database.cpp", "boost/asio": "virtual_printer/transport/"}
+OWNERS = {"sqlite3.h": "virtual_printer/memory/database.cpp", "boost/asio": "virtual_printer/transport/",
+          "boost/beast": "virtual_printer/transport/http_server.cpp"}
 
 ROOMS = set(ARROWS) | {"tools", "tests", "bench", "bindings"}
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.MULTILINE)

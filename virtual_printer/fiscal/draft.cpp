@@ -18,6 +18,9 @@ void Draft::endReceipt()
 
 void Draft::show(Shown event)
 {
+    if (std::holds_alternative<DrawerOpens>(event)) {
+        hardware().drawerIsOpen = true;
+    }
     shown.push_back(std::move(event));
 }
 

@@ -76,6 +76,7 @@ struct Hardware
     bool paperIsOut = false;
     bool paperIsLow = false;
     bool coverIsOpen = false;
+    bool drawerIsOpen = false; // until a person closes it
     std::string display; // of the customer
     std::string operatorDisplay;
 

@@ -180,6 +180,20 @@ void Database::synchronizeCommits(bool areSynchronized)
     }
 }
 
+void Database::copyFrom(const Database& other)
+{
+    synchronizeCommits(true);
+    sqlite3_backup* copy = sqlite3_backup_init(connection.get(), "main", other.connection.get(), "main");
+    if (copy == nullptr) {
+        fail(connection.get());
+    }
+    constexpr int allPages = -1;
+    sqlite3_backup_step(copy, allPages);
+    if (sqlite3_backup_finish(copy) != SQLITE_OK) {
+        fail(connection.get());
+    }
+}
+
 void Database::limitSize(std::int64_t bytes) const
 {
     const std::int64_t pageSize = whole("PRAGMA page_size");

@@ -54,6 +54,11 @@ public:
             add("till_transaction = ?", {std::string_view(*query.transaction)});
         }
         sql += query.onlyLast ? " ORDER BY id DESC LIMIT 1" : " ORDER BY id";
+        if (query.most || query.skip > 0) {
+            constexpr std::int64_t all = -1;
+            sql += " LIMIT ? OFFSET ?";
+            values.insert(values.end(), {query.most.value_or(all), query.skip});
+        }
     }
 
     [[nodiscard]] const std::string& text() const { return sql; }

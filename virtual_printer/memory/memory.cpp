@@ -98,6 +98,14 @@ std::optional<Backup> Memory::backup() const
     return readFrom(contents->name, [&] { return contents->state.backup(); });
 }
 
+void Memory::copyFrom(const Memory& other)
+try {
+    contents->database.copyFrom(other.contents->database);
+} catch (const DatabaseError& error) {
+    throw DiskFull(contents->name + " could not be written: " + error.what() +
+                   "; make room on its disk, or give another folder.");
+}
+
 void Memory::limitSize(std::int64_t bytes)
 {
     contents->database.limitSize(bytes);

@@ -43,6 +43,9 @@ struct DocumentQuery
     std::optional<std::string> invoice{};
     std::optional<std::string> transaction{};
     bool onlyLast = false; // the newest of them
+    // A page of them: so many at most, without the first ones.
+    std::optional<std::int64_t> most{};
+    std::int64_t skip = 0;
 };
 
 using DocumentReader = std::function<bool(const Document&)>;
@@ -81,6 +84,8 @@ public:
     // What Draft::Service::restore is for: the caller puts it into the draft's state before the commit.
     // Nothing before the first closure.
     [[nodiscard]] std::optional<Backup> backup() const;
+    // Takes the place of everything that is kept, whole or not at all. Throws DiskFull.
+    void copyFrom(const Memory& other);
     // Beyond this many bytes the disk is full.
     void limitSize(std::int64_t bytes);
 

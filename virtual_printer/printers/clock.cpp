@@ -24,10 +24,16 @@ Clock systemClock()
     };
 }
 
-Clock clockFrom(Moment start)
+Clock clockFrom(Moment start, int speed)
 {
-    return
-        [start, began = steady_clock::now()] { return start + floor<seconds>(steady_clock::now() - began); };
+    return [start, speed, began = steady_clock::now()] {
+        return start + floor<seconds>((steady_clock::now() - began) * speed);
+    };
+}
+
+Clock standingClock(Moment moment)
+{
+    return [moment] { return moment; };
 }
 
 } // namespace virtual_printer

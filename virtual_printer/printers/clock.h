@@ -11,7 +11,9 @@ namespace virtual_printer {
 using Clock = std::function<Moment()>;
 
 Clock systemClock();
-// Runs on from `start`.
-Clock clockFrom(Moment start);
+// Runs on from `start`, so many times as fast as time does.
+Clock clockFrom(Moment start, int speed = 1);
+// Always shows the same.
+Clock standingClock(Moment moment);
 
 } // namespace virtual_printer

@@ -195,6 +195,36 @@ std::vector<Happened> Printer::takeHappened()
     return std::exchange(happened, {});
 }
 
+void Printer::changeSettings(Settings settings)
+{
+    Draft draft(current, now());
+    draft.settings() = std::move(settings);
+    kept.commit(current, draft);
+    current = draft.next;
+}
+
+void Printer::takeOver(const Memory& other)
+{
+    auto restored = other.load();
+    if (!restored) {
+        throw MemoryDamaged("There is no printer in it; give a memory that a printer has written.");
+    }
+    kept.copyFrom(other);
+    current = std::move(*restored);
+}
+
+Memory Printer::snapshot() const
+{
+    Memory copy;
+    copy.copyFrom(kept);
+    return copy;
+}
+
+void Printer::setClock(Moment moment, const std::function<Clock(Moment)>& started)
+{
+    clock = started(moment - current.standing->clockOffset);
+}
+
 void Printer::changeHardware(const Hardware& hardware)
 {
     current.hardware = std::make_shared<const Hardware>(hardware);

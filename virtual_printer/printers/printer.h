@@ -11,6 +11,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace virtual_printer {
@@ -74,6 +75,20 @@ public:
     [[nodiscard]] Moment now() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);
+
+    // What no till can do, and a test may. Each happens between two requests, whole or not at all.
+    // Settings as they are to be from now on. Throws DiskFull.
+    void changeSettings(Settings settings);
+    // Everything that `other` keeps takes the place of what is kept here; paper, cover and displays are as
+    // after switching on. Throws what the memory throws.
+    void takeOver(const Memory& other);
+    // Everything that is kept, in a memory of its own.
+    [[nodiscard]] Memory snapshot() const;
+    // The clock shows `moment` now, and is `started` from there: standing, running, running faster.
+    void setClock(Moment moment, const std::function<Clock(Moment)>& started);
+    // Without the offset that the printer itself keeps.
+    void setClock(Clock started) { clock = std::move(started); }
+    [[nodiscard]] const Clock& currentClock() const { return clock; }
 
 private:
     [[nodiscard]] Moment ownClock() const;

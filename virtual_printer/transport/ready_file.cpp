@@ -12,11 +12,15 @@ void forgetReadyFile(const std::filesystem::path& file)
     std::filesystem::remove(file, ignored);
 }
 
-void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers)
+void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers,
+                    const std::string& control)
 {
     nlohmann::json content = {{"version", TELVOFM_VERSION_TEXT}, {"printers", nlohmann::json::array()}};
     for (const ListeningPrinter& printer : printers) {
         content["printers"].push_back({{"name", printer.name}, {"address", printer.address}});
+    }
+    if (!control.empty()) {
+        content["control"] = control;
     }
     std::filesystem::path unfinished = file;
     unfinished += ".part";

@@ -137,7 +137,8 @@ TEST_F(PrinterUploads, AreRefusedWhenTheyAreNoPictureOfTheirLayout)
     // 73 bytes of dots across and one row: 584 dots, where 576 are the most.
     EXPECT_EQ(loadOne(Command::loadGHMMC, "1", "\x49\0\x08\0"s + std::string(std::size_t{73} * 8, '\0')),
               Refusal::badPicture);
-    EXPECT_EQ(loadOne(Command::loadGHMMC, "1", "\x48\0\x0F\0"s + std::string(std::size_t{72} * 8, '\0')), Refusal::none);
+    EXPECT_EQ(loadOne(Command::loadGHMMC, "1", "\x48\0\x0F\0"s + std::string(std::size_t{72} * 8, '\0')),
+              Refusal::none);
 }
 
 TEST_F(PrinterUploads, AreNotLargerThanAMegabyte)

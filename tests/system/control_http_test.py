@@ -1,0 +1,331 @@
+#!/usr/bin/env python3
+"""The control interface as tests and attackers reach it: over sockets, whole, in pieces, too large, too slow, by wrong
+names, from wrong pages, without the token.
+
+    control_http_test.py SOURCE_FOLDER PRINTER_PROGRAM
+"""
+import json
+import pathlib
+import random
+import socket
+import subprocess
+import sys
+import threading
+import time
+import unittest
+
+source = pathlib.Path(sys.argv[1])
+program = sys.argv[2]
+sys.path.insert(0, str(source / "testing"))
+from telvofm_printer import FiscalPrinter, Refused  # noqa: E402
+
+TOKEN = "0123456789abcdef"
+
+
+class Wire:
+    """A client that says what it likes."""
+
+    def __init__(self, printer):
+        host, port = printer.control.removeprefix("http://").rsplit(":", 1)
+        self.socket = socket.create_connection((host, int(port)), timeout=30)
+
+    def say(self, text):
+        self.socket.sendall(text if isinstance(text, bytes) else text.encode())
+
+    def ask(self, head, body=""):
+        length = f"Content-Length: {len(body)}\r\n" if body else ""
+        self.say(f"{head}\r\nHost: 127.0.0.1\r\n{length}\r\n{body}")
+        return self.hear()
+
+    def hear(self):
+        """The status and the content of one answer."""
+        head = b""
+        while not head.endswith(b"\r\n\r\n"):
+            byte = self.socket.recv(1)
+            if not byte:
+                return (0, None) if not head else (0, head)
+            head += byte
+        status = int(head.split()[1])
+        length = [int(line.split(b":")[1]) for line in head.split(b"\r\n") if line.lower().startswith(b"content-length")]
+        content = b""
+        while length and len(content) < length[0]:
+            content += self.socket.recv(length[0] - len(content))
+        return status, json.loads(content) if content else None
+
+    def line(self):
+        text = b""
+        while not text.endswith(b"\n"):
+            byte = self.socket.recv(1)
+            if not byte:
+                raise EOFError
+            text += byte
+        return text.decode().strip()
+
+    def is_closed(self):
+        """Waits for it."""
+        try:
+            return self.socket.recv(1) == b""
+        except ConnectionResetError:
+            return True
+
+    def close(self):
+        self.socket.close()
+
+
+def framed(*fields, command):
+    unit = bytes([0x1C, 1, command]) + b"".join(field.encode() + b"\0" for field in fields) + b"\x04"
+    checksum = 0
+    for byte in unit:
+        checksum ^= byte
+    return unit + bytes([checksum])
+
+
+class Till:
+    """The fewest bytes that sell."""
+
+    def __init__(self, printer):
+        host, port = printer.address.rsplit(":", 1)
+        self.socket = socket.create_connection((host, int(port)), timeout=30)
+
+    def send(self, command, *fields):
+        self.socket.sendall(framed(*fields, command=command))
+        return self.socket.recv(2)
+
+    def sell(self, total):
+        self.send(0x20, "0", "1", "0", "0", "1", "0")
+        self.send(0x24, "0", "Chlieb", total, "A", "1.000", total, "ks ")
+        self.send(0x30, "0", "2", total, total, "0", "x")
+        return self.send(0x22, "0", "0")
+
+
+class Control(unittest.TestCase):
+    def setUp(self):
+        self.printer = FiscalPrinter(program=program)
+        self.addCleanup(self.printer.close)
+
+    def wire(self):
+        wire = Wire(self.printer)
+        self.addCleanup(wire.close)
+        return wire
+
+    def till(self):
+        till = Till(self.printer)
+        self.addCleanup(till.socket.close)
+        return till
+
+    def is_alive(self):
+        return self.printer.state()["situation"] in ("noDay", "idle")
+
+    def test_says_where_it_is(self):
+        self.assertIn("control on " + self.printer.control, self.printer.paper)
+
+    def test_sees_what_a_till_does(self):
+        till = self.till()
+        till.send(0x29, "0")
+        self.assertEqual(till.sell("12.50"), b"\x06")
+        self.printer.expect(committed=[{"kind": "receipt", "total": "12.50", "payments": [{"name": "Karta"}]}],
+                            received=[{"name": "payment"}], acknowledged=[{"name": "payment"}], repeated=0)
+        with self.assertRaisesRegex(AssertionError, 'total is "12.50", "12.00" is expected'):
+            self.printer.expect(committed=[{"total": "12.00"}])
+        self.assertEqual(self.printer.documents(number=1)[0]["items"][0]["name"], "Chlieb")
+        self.printer.reset()
+        self.printer.expect(committed=[], received=[{"name": "payment", "count": 0}])
+
+    def test_answers_a_wait_as_soon_as_it_is_so(self):
+        failures = []
+
+        def wait():
+            try:
+                self.printer.wait(seconds=30, committed=[{"total": "12.50"}])
+            except AssertionError as failure:
+                failures.append(failure)
+
+        waiting = threading.Thread(target=wait)
+        waiting.start()
+        till = self.till()
+        till.send(0x29, "0")
+        till.sell("12.50")
+        waiting.join(10)
+        self.assertFalse(waiting.is_alive())
+        self.assertEqual(failures, [])
+
+    def test_ends_a_wait_with_what_is_missing(self):
+        began = time.monotonic()
+        with self.assertRaisesRegex(AssertionError, 'situation: it is "noDay", "idle" is expected'):
+            self.printer.wait(seconds=0.2, situation="idle")
+        self.assertGreaterEqual(time.monotonic() - began, 0.2)
+
+    def test_streams_the_trace_and_resumes_by_number(self):
+        follower = self.wire()
+        follower.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: localhost\r\n\r\n")
+        while follower.line():  # the head: the stream has begun
+            pass
+        till = self.till()
+        till.send(0x29, "0")
+        self.assertEqual(follower.line(), "id: 1")
+        self.assertEqual(follower.line(), "event: exchange")
+        self.assertEqual(json.loads(follower.line().removeprefix("data: "))["name"], "sellingDayBegin")
+        follower.close()
+        till.sell("1.00")
+        again = self.wire()
+        again.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: localhost\r\nLast-Event-ID: 1\r\n\r\n")
+        while again.line():
+            pass
+        self.assertEqual(again.line(), "id: 2")
+
+    def test_serves_several_clients_at_once_and_pipelined_requests(self):
+        first, second = self.wire(), self.wire()
+        self.assertEqual(first.ask("GET /printers HTTP/1.1")[0], 200)
+        request = "GET /printers HTTP/1.1\r\nHost: localhost\r\n\r\n"
+        second.say(request * 3)
+        self.assertEqual([second.hear()[0] for _ in range(3)], [200, 200, 200])
+        self.assertEqual(first.ask("GET /printers HTTP/1.1")[0], 200)
+
+    def test_takes_a_request_byte_by_byte(self):
+        wire = self.wire()
+        for character in "GET /printers HTTP/1.1\r\nHost: localhost\r\n\r\n":
+            wire.say(character)
+        self.assertEqual(wire.hear()[0], 200)
+
+    def test_refuses_what_is_too_large(self):
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nContent-Length: 2000000\r\n\r\n")
+        status, content = wire.hear()
+        self.assertEqual(status, 413)
+        self.assertEqual(content["error"], "The body is larger than 1048576 bytes; send a smaller one.")
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n")
+        try:
+            for _ in range(40):
+                wire.say("10000\r\n" + "x" * 65536 + "\r\n")
+        except OSError:
+            pass
+        self.assertIn(wire.hear()[0], (413, 0))
+        wire = self.wire()
+        wire.say("GET /printers HTTP/1.1\r\nHost: localhost\r\nX: " + "x" * 9000 + "\r\n\r\n")
+        self.assertEqual(wire.hear()[0], 431)
+        self.assertTrue(self.is_alive())
+
+    def test_refuses_what_is_no_request(self):
+        for rubbish in ("rubbish\r\n\r\n", "GET / HTTP/9.9\r\n\r\n", b"\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03" * 9,
+                        "GET / HTTP/1.1\r\nHost: localhost\r\nContent-Length: x\r\n\r\n"):
+            wire = self.wire()
+            wire.say(rubbish)
+            self.assertEqual(wire.hear()[0], 400, rubbish)
+            self.assertTrue(wire.is_closed())
+        self.assertTrue(self.is_alive())
+
+    def test_refuses_foreign_hosts_and_origins(self):
+        for head in ("Host: evil.example", "Host: 127.0.0.1\r\nOrigin: http://evil.example", "X: y"):
+            wire = self.wire()
+            wire.say(f"GET /printers HTTP/1.1\r\n{head}\r\n\r\n")
+            status, content = wire.hear()
+            self.assertEqual(status, 403, head)
+            self.assertEqual(content["error"].count("."), content["error"].rstrip(".").count(".") + 1)
+
+    def test_gives_up_clients_that_do_not_go_on(self):
+        half, silent = self.wire(), self.wire()
+        half.say("GET /printers HTTP/1.1\r\nHost: loc")
+        began = time.monotonic()
+        self.assertTrue(half.is_closed())
+        self.assertTrue(silent.is_closed())
+        self.assertLess(time.monotonic() - began, 20)
+
+    def test_answers_beside_more_silent_clients_than_it_has_room_for(self):
+        silent = [self.wire() for _ in range(150)]
+        began = time.monotonic()
+        self.assertTrue(self.is_alive())
+        self.assertLess(time.monotonic() - began, 5)
+        self.assertTrue(silent[0].is_closed())
+
+    def test_forgets_clients_that_go_away_while_they_wait(self):
+        for _ in range(70):
+            wire = self.wire()
+            body = json.dumps({"until": {"situation": "idle"}, "limit": 60000})
+            wire.say("POST /printers/printer/wait HTTP/1.1\r\nHost: localhost\r\n"
+                     f"Content-Length: {len(body)}\r\n\r\n{body}")
+            wire.close()
+        self.assertTrue(self.is_alive())
+
+    def test_survives_damaged_requests(self):
+        """Sound ones of every kind with bytes that are changed, left out or repeated, always the same."""
+        chance = random.Random(7)
+        here = "/printers/printer/"
+        sound = [("GET", "/openapi.json", ""), ("GET", here + "documents?kind=receipt&from=2026-01-01&limit=3", ""),
+                 ("POST", here + "assert", '{"received": [{"name": "payment", "count": 1}], "committed": [], "repeated": 0}'),
+                 ("POST", here + "wait", '{"until": {"situation": "idle"}, "limit": 50}'),
+                 ("PATCH", here + "settings", '{"vat": {"A": {"percent": 20}, "B": null}, "header": {"1": "x"}}'),
+                 ("PATCH", here + "clock", '{"forward": 5, "mode": "stands", "speed": 2}'),
+                 ("POST", here + "snapshots", '{"name": "a", "in": "memory"}'), ("POST", here + "restore", '{"name": "a"}'),
+                 ("POST", here + "faults", '{"kind": "refuse", "code": 49, "command": "payment"}'),
+                 ("DELETE", here + "faults/1", ""), ("GET", here + "trace/events?after=0", "")]
+        for _ in range(600):
+            method, path, body = chance.choice(sound)
+            text = bytearray(f"{method} {path} HTTP/1.1\r\nHost: localhost\r\nContent-Length: {len(body)}\r\n\r\n{body}",
+                             "ascii")
+            for _ in range(chance.randrange(1, 4)):
+                place = chance.randrange(len(text))
+                change = chance.randrange(3)
+                text[place:place + (change != 1)] = bytes([chance.randrange(256)]) * change
+            wire = Wire(self.printer)
+            try:
+                wire.say(bytes(text))
+                wire.socket.shutdown(socket.SHUT_WR)
+                while wire.socket.recv(65536):
+                    pass
+            except OSError:
+                pass
+            wire.close()
+        self.assertTrue(self.is_alive())
+        self.printer.reset()
+        till = self.till()
+        till.send(0x29, "0")
+        self.assertEqual(till.sell("1.00"), b"\x06")
+
+    def test_keeps_serving_tills_beside_a_follower_that_does_not_read(self):
+        follower = self.wire()
+        follower.socket.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 4096)
+        follower.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: localhost\r\n\r\n")
+        till = self.till()
+        till.send(0x29, "0")
+        for _ in range(200):
+            self.assertEqual(till.sell("1.00"), b"\x06")
+        self.assertTrue(self.is_alive())
+
+
+class Reach(unittest.TestCase):
+    def start(self, *options):
+        return subprocess.run([program, "--listen", "127.0.0.1:0", *options], capture_output=True, text=True, timeout=30,
+                              check=False)
+
+    def test_other_addresses_need_a_token(self):
+        for address in ("0.0.0.0:0", "[::]:0"):
+            ended = self.start("--control", address)
+            self.assertEqual(ended.returncode, 1, address)
+            self.assertIn("with --token", ended.stderr)
+
+    def test_a_token_is_long_and_belongs_to_the_control(self):
+        for options in (["--control", "127.0.0.1:0", "--token", "short"], ["--token", TOKEN],
+                        ["--control", "127.0.0.1:0", "--token", "0123456789abcdef;"], ["--control", "nowhere"]):
+            self.assertEqual(self.start(*options).returncode, 2, options)
+
+    def test_nothing_is_answered_without_the_token(self):
+        with FiscalPrinter(control="0.0.0.0:0", token=TOKEN, program=program) as printer:
+            printer.control = "http://127.0.0.1:" + printer.control.rsplit(":", 1)[1]
+            self.assertEqual(printer.state()["situation"], "noDay")
+            printer._token = None
+            with self.assertRaises(Refused) as refused:
+                printer.state()
+            self.assertEqual(refused.exception.status, 401)
+            wire = Wire(printer)
+            wire.say(f"GET /printers HTTP/1.1\r\nHost: till.example\r\nAuthorization: Bearer {TOKEN}\r\n\r\n")
+            self.assertEqual(wire.hear()[0], 200)
+            wire.say(f"GET /printers HTTP/1.1\r\nHost: till.example\r\nCookie: telvofm_token={TOKEN}\r\n\r\n")
+            self.assertEqual(wire.hear()[0], 200)
+            wire.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n")
+            self.assertEqual(wire.hear()[0], 401)
+            wire.close()
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])

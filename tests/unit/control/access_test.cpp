@@ -1,0 +1,120 @@
+// Who may use the control interface, and what becomes of requests that mean nothing.
+#include "tests/unit/control/controlled_till.h"
+
+namespace virtual_printer {
+namespace {
+
+using testing::HasSubstr;
+
+class AccessToControl : public ControlledTill
+{
+protected:
+    static constexpr const char* token = "0123456789abcdef";
+
+    static HttpRequest asking(const std::string& host, const std::string& origin = "")
+    {
+        HttpRequest request = requestFor("GET", "/printers", "");
+        request.host = host;
+        request.origin = origin;
+        return request;
+    }
+    static int statusOf(Control& asked, const HttpRequest& request)
+    {
+        return std::get<HttpAnswer>(asked.answer(request)).status;
+    }
+
+    Control withToken{readyToSell(), "", token};
+};
+
+TEST_F(AccessToControl, IsForNamesOfThisMachineOnly)
+{
+    for (const char* host : {"127.0.0.1:9180", "localhost:9180", "localhost", "[::1]:9180", "[::1]"}) {
+        EXPECT_EQ(statusOf(control, asking(host)), 200) << host;
+    }
+    for (const char* host : {"", "evil.example", "127.0.0.1.evil.example:9180", "192.168.1.5:9180",
+                             "localhost.:80", "evil.example:127.0.0.1", "[::2]:9180"}) {
+        EXPECT_EQ(statusOf(control, asking(host)), 403) << host;
+    }
+    EXPECT_EQ(Json::parse(std::get<HttpAnswer>(control.answer(asking("evil.example"))).body)["error"],
+              "The host \"evil.example\" is no name of this machine itself; ask for 127.0.0.1 or localhost, "
+              "or start "
+              "the program with --token.");
+}
+
+TEST_F(AccessToControl, IsForPagesOfItsOwnOnly)
+{
+    EXPECT_EQ(statusOf(control, asking("localhost:9180", "http://localhost:9180")), 200);
+    for (const char* origin :
+         {"http://evil.example", "http://localhost:3000", "https://localhost:9180", "null"}) {
+        EXPECT_EQ(statusOf(control, asking("localhost:9180", origin)), 403) << origin;
+        EXPECT_EQ(statusOf(withToken, asking("localhost:9180", origin)), 403) << origin;
+    }
+}
+
+TEST_F(AccessToControl, NeedsTheTokenFromAnywhere)
+{
+    HttpRequest request = asking("till.example:9180");
+    EXPECT_EQ(statusOf(withToken, request), 401);
+    for (const char* wrong : {"Bearer ", "Bearer 0123456789abcdeg", "Bearer 0123456789abcde",
+                              "Basic 0123456789abcdef", "Bearer 0123456789abcdef0", "0123456789abcdef"}) {
+        request.authorization = wrong;
+        EXPECT_EQ(statusOf(withToken, request), 401) << wrong;
+    }
+    request.authorization = std::string("Bearer ") + token;
+    EXPECT_EQ(statusOf(withToken, request), 200);
+    request.authorization.clear();
+    request.cookie = std::string("a=b; telvofm_token=") + token + "; c=d";
+    EXPECT_EQ(statusOf(withToken, request), 200);
+    request.cookie = std::string("xtelvofm_token=") + token;
+    EXPECT_EQ(statusOf(withToken, request), 401);
+}
+
+TEST_F(AccessToControl, GivesAPageTheTokenAsACookie)
+{
+    HttpRequest request = requestFor("POST", "/session", R"({"token": "0123456789abcdef"})");
+    const auto answer = std::get<HttpAnswer>(withToken.answer(request));
+    EXPECT_EQ(noteDown("POST", "/session", request.body, answer).status, 200);
+    EXPECT_THAT(answer.headers,
+                testing::ElementsAre(testing::Pair(
+                    "Set-Cookie", "telvofm_token=0123456789abcdef; Path=/; HttpOnly; SameSite=Strict")));
+    request.body = R"({"token": "0123456789abcdeX"})";
+    const auto refused = std::get<HttpAnswer>(withToken.answer(request));
+    EXPECT_EQ(noteDown("POST", "/session", request.body, refused).status, 401);
+    EXPECT_TRUE(refused.headers.empty());
+}
+
+TEST_F(AccessToControl, RefusesUnknownPathsAndMethodsInASentence)
+{
+    EXPECT_EQ(refusedWith(404, ask("GET", "/nothing")),
+              "There is no /nothing here; GET /openapi.json describes what there is.");
+    EXPECT_EQ(refusedWith(404, ask("GET", "/printers/printer/nothing")),
+              "There is no /printers/printer/nothing here; GET /openapi.json describes what there is.");
+    const auto answer = std::get<HttpAnswer>(control.answer(requestFor("DELETE", at("clock"), "")));
+    EXPECT_EQ(answer.status, 405);
+    EXPECT_THAT(answer.headers, testing::ElementsAre(testing::Pair("Allow", "GET, PATCH")));
+}
+
+TEST_F(AccessToControl, ServesItsDescription)
+{
+    const Json description = get("/openapi.json");
+    EXPECT_EQ(description["openapi"], "3.1.0");
+    // Every route is in it, and nothing else is.
+    std::size_t methods = 0;
+    for (const auto& [path, operations] : description["paths"].items()) {
+        for (const auto& [method, operation] : operations.items()) {
+            methods += method == "parameters" ? 0U : 1U;
+        }
+    }
+    constexpr std::size_t logIn = 1; // is answered before the routes
+    EXPECT_EQ(methods, controlRoutes().size() + logIn);
+    for (const Route& route : controlRoutes()) {
+        std::string method(route.method);
+        std::transform(method.begin(), method.end(), method.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        EXPECT_TRUE(description["paths"].value(std::string(route.path), Json::object()).contains(method))
+            << route.path;
+    }
+}
+
+} // namespace
+} // namespace virtual_printer

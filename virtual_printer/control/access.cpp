@@ -1,0 +1,102 @@
+#include "virtual_printer/control/access.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace virtual_printer {
+namespace {
+
+constexpr std::string_view nameOfCookie = "telvofm_token";
+
+// Without the port.
+std::string_view nameIn(std::string_view host)
+{
+    const std::size_t colon = host.rfind(':');
+    const bool isPort = colon != std::string_view::npos && host.find(']', colon) == std::string_view::npos;
+    return isPort ? host.substr(0, colon) : host;
+}
+
+bool isOfThisMachine(std::string_view host)
+{
+    constexpr std::array names = {"localhost", "127.0.0.1", "[::1]"};
+    return std::find(names.begin(), names.end(), nameIn(host)) != names.end();
+}
+
+std::string cookieIn(std::string_view header)
+{
+    while (!header.empty()) {
+        const std::size_t size = std::min(header.find(';'), header.size());
+        std::string_view cookie = header.substr(0, size);
+        cookie.remove_prefix(std::min(cookie.find_first_not_of(' '), cookie.size()));
+        if (cookie.starts_with(nameOfCookie) && cookie.substr(nameOfCookie.size()).starts_with('=')) {
+            return std::string(cookie.substr(nameOfCookie.size() + 1));
+        }
+        header.remove_prefix(std::min(size + 1, header.size()));
+    }
+    return {};
+}
+
+std::string bearerIn(std::string_view header)
+{
+    constexpr std::string_view scheme = "Bearer ";
+    return header.starts_with(scheme) ? std::string(header.substr(scheme.size())) : std::string();
+}
+
+} // namespace
+
+std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
+{
+    constexpr int forbidden = 403;
+    constexpr int unauthorized = 401;
+    if (!request.origin.empty() && request.origin != "http://" + request.host) {
+        return errorAnswer(forbidden, "The page " + request.origin +
+                                          " is not of this program and may not use it; open a page of " +
+                                          request.host + " itself.");
+    }
+    if (token.empty()) {
+        if (!isOfThisMachine(request.host)) {
+            return errorAnswer(forbidden,
+                               "The host \"" + request.host +
+                                   "\" is no name of this machine itself; ask for 127.0.0.1 or localhost, or "
+                                   "start the program with --token.");
+        }
+        return std::nullopt;
+    }
+    if (request.method == "POST" && request.target == "/session") {
+        return std::nullopt; // it brings the token along
+    }
+    if (isToken(bearerIn(request.authorization)) || isToken(cookieIn(request.cookie))) {
+        return std::nullopt;
+    }
+    HttpAnswer answer =
+        errorAnswer(unauthorized, "The token is missing or wrong; send the one that the program was started "
+                                  "with, as the header Authorization: Bearer TOKEN.");
+    answer.headers.emplace_back("WWW-Authenticate", "Bearer");
+    return answer;
+}
+
+HttpAnswer Access::logIn(const std::string& offered) const
+{
+    if (!token.empty() && !isToken(offered)) {
+        throw ControlRefusal(401, "The token is wrong; send the one that the program was started with.");
+    }
+    HttpAnswer answer = jsonAnswer({{"done", true}});
+    if (!token.empty()) {
+        answer.headers.emplace_back("Set-Cookie", std::string(nameOfCookie) + "=" + token +
+                                                      "; Path=/; HttpOnly; SameSite=Strict");
+    }
+    return answer;
+}
+
+// How long it takes tells nothing about where the first difference lies.
+bool Access::isToken(const std::string& offered) const
+{
+    unsigned difference = offered.size() == token.size() ? 0 : 1;
+    for (std::size_t at = 0; at < token.size() && at < offered.size(); ++at) {
+        difference |= static_cast<unsigned>(static_cast<unsigned char>(offered[at] ^ token[at]));
+    }
+    return !token.empty() && difference == 0;
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,42 @@
+// The control interface without its socket: a request in, what comes of it out. It runs on the printers'
+// thread, so that a request happens between two exchanges and the next one sees all of it.
+#pragma once
+
+#include "virtual_printer/control/access.h"
+#include "virtual_printer/control/routes.h"
+
+#include <filesystem>
+#include <functional>
+
+namespace virtual_printer {
+
+class Control
+{
+public:
+    // `whenNew` is what a printer is reset to; files lie in `dataFolder`, which may be empty for none.
+    Control(State whenNew, std::filesystem::path dataFolder, std::string token)
+        : access(std::move(token)), snapshots(std::move(dataFolder)), stateWhenNew(std::move(whenNew))
+    {
+    }
+
+    // It must live as long.
+    void add(Station& station);
+    // Called after everything that may end a wait or lengthen a stream.
+    void notify(std::function<void()> listener) { changed = std::move(listener); }
+
+    // Throws nothing of its own: what cannot be done is an answer, too.
+    Outcome answer(const HttpRequest& request);
+
+private:
+    Outcome find(const HttpRequest& request);
+    Outcome call(const Route& route, const HttpRequest& request, const Target& target);
+    [[nodiscard]] ControlledPrinter* printerCalled(const std::string& name) const;
+
+    Access access;
+    Snapshots snapshots;
+    State stateWhenNew;
+    ControlledPrinters printers;
+    std::function<void()> changed = [] {};
+};
+
+} // namespace virtual_printer

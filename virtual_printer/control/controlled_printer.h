@@ -1,0 +1,47 @@
+// A printer as the control interface knows it: with the clock that it was given, and from where on assertions
+// count.
+#pragma once
+
+#include "virtual_printer/control/message.h"
+#include "virtual_printer/printers/station.h"
+
+#include <cstdint>
+
+namespace virtual_printer {
+
+// A place in what a printer has done so far: in its trace, and in its journal.
+struct Position
+{
+    std::uint64_t exchange = 1; // the number of the next one
+    int document = 0;           // how many the journal holds
+};
+
+struct ClockSetting
+{
+    bool stands = false;
+    int speed = 1;
+};
+
+struct ControlledPrinter
+{
+    explicit ControlledPrinter(Station& at)
+        : station(at), started(at.printer.snapshot()), startedClock(at.printer.currentClock())
+    {
+        mark();
+    }
+
+    [[nodiscard]] Position present() const
+    {
+        return {station.trace.end(), station.printer.state().standing->documents};
+    }
+    // From here on assertions count that do not say otherwise.
+    void mark() { since = present(); }
+
+    Station& station;
+    Memory started; // what it kept when the program was started
+    Clock startedClock;
+    ClockSetting clock{};
+    Position since{};
+};
+
+} // namespace virtual_printer

@@ -1,0 +1,165 @@
+#include "virtual_printer/control/snapshots.h"
+
+#include <algorithm>
+
+namespace virtual_printer {
+namespace {
+
+constexpr int badRequest = 400;
+constexpr int notFound = 404;
+constexpr int conflict = 409;
+constexpr const char* ending = ".db";
+
+// A name of this kind leads nowhere but into the folder.
+void requireName(const std::string& name)
+{
+    constexpr std::size_t longest = 64;
+    const bool isName =
+        !name.empty() && name.size() <= longest && std::all_of(name.begin(), name.end(), [](char c) {
+            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+                   c == '_';
+        });
+    if (!isName) {
+        throw ControlRefusal(badRequest,
+                             "A snapshot's name has 1 to 64 letters, digits, - and _; give such a name.");
+    }
+}
+
+ControlRefusal noSuchSnapshot(const std::string& name)
+{
+    return {notFound, "There is no snapshot \"" + name + "\" there; GET /snapshots lists them."};
+}
+
+std::size_t countFiles(const std::filesystem::path& folder)
+{
+    std::error_code failure;
+    const std::filesystem::directory_iterator files(folder, failure);
+    return failure ? 0 : static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
+
+} // namespace
+
+std::filesystem::path Snapshots::folder() const
+{
+    if (data.empty()) {
+        throw ControlRefusal(conflict,
+                             "There is no data folder for files; start the program with --data FOLDER, "
+                             "or keep the snapshot in memory.");
+    }
+    const std::filesystem::path own = data / "snapshots";
+    std::error_code failure;
+    const auto kind = std::filesystem::symlink_status(own, failure).type();
+    if (kind == std::filesystem::file_type::not_found) {
+        std::filesystem::create_directory(own, failure);
+        if (failure) {
+            throw ControlRefusal(conflict, "The folder \"snapshots\" in the data folder cannot be made: " +
+                                               failure.message() + "; allow it.");
+        }
+    } else if (kind != std::filesystem::file_type::directory) {
+        throw ControlRefusal(conflict,
+                             "\"snapshots\" in the data folder is no folder of its own, and nothing "
+                             "outside the data folder is used; take it away.");
+    }
+    return own;
+}
+
+std::filesystem::path Snapshots::fileOf(const std::string& name) const
+{
+    const std::filesystem::path file = folder() / (name + ending);
+    std::error_code failure;
+    const auto kind = std::filesystem::symlink_status(file, failure).type();
+    if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {
+        throw ControlRefusal(conflict, "\"" + name +
+                                           "\" is no file of its own, and nothing outside the data "
+                                           "folder is used; take it away.");
+    }
+    return file;
+}
+
+void Snapshots::keep(const std::string& name, Place place, Memory memory)
+{
+    requireName(name);
+    if (place == Place::memory) {
+        if (!inMemory.contains(name) && inMemory.size() == mostInMemory) {
+            throw ControlRefusal(conflict, "There are " + std::to_string(mostInMemory) +
+                                               " snapshots in memory, more are not kept; delete one first.");
+        }
+        inMemory.insert_or_assign(name, std::move(memory));
+        return;
+    }
+    const std::filesystem::path file = fileOf(name);
+    if (countFiles(folder()) >= mostFiles) {
+        throw ControlRefusal(conflict, "There are " + std::to_string(mostFiles) +
+                                           " files of snapshots, more are not kept; delete one first.");
+    }
+    std::filesystem::path unfinished = file;
+    unfinished += "-unfinished";
+    // Removes a link itself, and never what it leads to.
+    std::error_code failure;
+    std::filesystem::remove(unfinished, failure);
+    try {
+        Memory(unfinished).copyFrom(memory);
+        std::filesystem::rename(unfinished, file);
+    } catch (const std::runtime_error& reason) {
+        std::filesystem::remove(unfinished, failure);
+        throw ControlRefusal(conflict, reason.what());
+    }
+}
+
+void Snapshots::read(const std::string& name, Place place, const std::function<void(const Memory&)>& reader)
+{
+    requireName(name);
+    try {
+        if (place == Place::memory) {
+            const auto found = inMemory.find(name);
+            if (found == inMemory.end()) {
+                throw noSuchSnapshot(name);
+            }
+            reader(found->second);
+            return;
+        }
+        const std::filesystem::path file = fileOf(name);
+        if (!std::filesystem::exists(file)) {
+            throw noSuchSnapshot(name);
+        }
+        reader(Memory(file));
+    } catch (const ControlRefusal&) {
+        throw;
+    } catch (const std::runtime_error& reason) {
+        throw ControlRefusal(conflict, reason.what());
+    }
+}
+
+void Snapshots::forget(const std::string& name, Place place)
+{
+    requireName(name);
+    std::error_code failure;
+    const bool wasThere =
+        place == Place::memory ? inMemory.erase(name) > 0 : std::filesystem::remove(fileOf(name), failure);
+    if (!wasThere) {
+        throw noSuchSnapshot(name);
+    }
+}
+
+Json Snapshots::list() const
+{
+    Json all = Json::array();
+    for (const auto& [name, memory] : inMemory) {
+        all.push_back({{"name", name}, {"in", "memory"}});
+    }
+    if (!data.empty()) {
+        std::vector<std::string> names;
+        for (const auto& file : std::filesystem::directory_iterator(folder())) {
+            if (file.path().extension() == ending) {
+                names.push_back(file.path().stem().string());
+            }
+        }
+        std::sort(names.begin(), names.end());
+        for (const std::string& name : names) {
+            all.push_back({{"name", name}, {"in", "file"}});
+        }
+    }
+    return all;
+}
+
+} // namespace virtual_printer

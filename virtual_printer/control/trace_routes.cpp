@@ -1,0 +1,92 @@
+// The trace of a printer: as lines of JSON, and live.
+#include "virtual_printer/control/routes.h"
+#include "virtual_printer/trace/exchanged_json.h"
+
+#include <charconv>
+#include <limits>
+
+namespace virtual_printer {
+namespace {
+
+constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+
+std::string lineOf(const Exchanged& exchanged)
+{
+    return toJson(exchanged).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// Nothing more will be known of it but by the next one.
+bool isOver(const Trace& trace, const Exchanged& exchanged)
+{
+    return exchanged.isAcknowledged || exchanged.code != 0 || exchanged.number + 1 < trace.end();
+}
+
+// What follows the exchange `last`, which then is the last one that was sent.
+std::string eventsAfter(const Trace& trace, std::uint64_t& last)
+{
+    constexpr std::size_t enough = 65'536;
+    std::string events;
+    if (trace.isGone(last + 1)) {
+        const Json lost = {{"from", last + 1}, {"to", trace.first() - 1}};
+        events = "event: lost\ndata: " + lost.dump() + "\n\n";
+        last = trace.first() - 1;
+    }
+    while (events.size() < enough && last + 1 < trace.end()) {
+        const Exchanged& exchanged = *trace.find(last + 1);
+        if (!isOver(trace, exchanged)) {
+            break;
+        }
+        ++last;
+        events += "id: " + std::to_string(last) + "\nevent: exchange\ndata: " + lineOf(exchanged) + "\n\n";
+    }
+    return events;
+}
+
+} // namespace
+
+Outcome showTrace(const Call& call)
+{
+    constexpr int gone = 410;
+    constexpr std::int64_t most = 10'000;
+    const Trace& trace = call.printer().station.trace;
+    const Json asked = queryOf(call.target);
+    const Members members(asked, "");
+    members.allow({"after", "limit"});
+    const auto after = static_cast<std::uint64_t>(
+        members.whole("after", static_cast<std::int64_t>(trace.first()) - 1, 0, largest - 1));
+    const std::int64_t limit = members.whole("limit", most, 1, most);
+    if (trace.isGone(after + 1)) {
+        throw ControlRefusal(gone, "The trace begins at exchange " + std::to_string(trace.first()) +
+                                       ", earlier ones are forgotten; ask without \"after\".");
+    }
+    HttpAnswer answer{.status = 200, .body = {}, .contentType = "application/x-ndjson"};
+    std::int64_t lines = 0;
+    for (std::uint64_t number = after + 1; number < trace.end() && lines < limit; ++number, ++lines) {
+        answer.body += lineOf(*trace.find(number)) + "\n";
+    }
+    return answer;
+}
+
+Outcome followTrace(const Call& call)
+{
+    const Trace& trace = call.printer().station.trace;
+    const Json asked = queryOf(call.target);
+    const Members members(asked, "");
+    members.allow({"after"});
+    auto last = static_cast<std::uint64_t>(
+        members.whole("after", static_cast<std::int64_t>(trace.end()) - 1, 0, largest - 1));
+    if (const std::string& id = call.request.lastEventId; !id.empty()) {
+        const auto parsed = std::from_chars(id.data(), id.data() + id.size(), last);
+        if (parsed.ec != std::errc() || parsed.ptr != id.data() + id.size() ||
+            last >= static_cast<std::uint64_t>(largest)) {
+            throw ControlRefusal(400,
+                                 "Last-Event-ID is no number of an exchange; send the id of the last event.");
+        }
+    }
+    if (last >= trace.end()) { // of an earlier start of the program
+        last = trace.first() - 1;
+    }
+    return Stream{"text/event-stream", [&trace, last]() mutable { return eventsAfter(trace, last); }};
+}
+
+} // namespace virtual_printer

@@ -1,0 +1,46 @@
+// HTTP on the printers' own thread, for a handler that knows no socket. What a client may cost is bounded:
+// the size of a request, the time that it may take, the number of connections; a client that says nothing
+// makes way for one that comes.
+#pragma once
+
+#include "virtual_printer/control/message.h"
+#include "virtual_printer/transport/address.h"
+
+#include <boost/asio/io_context.hpp>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace virtual_printer {
+
+class HttpServer
+{
+public:
+    struct Limits
+    {
+        std::size_t header = 8 * 1024;
+        std::size_t body = 1024 * 1024;
+        std::size_t connections = 64;
+        std::chrono::seconds request{10}; // from the connection or the last answer to its last byte
+        std::chrono::seconds answer{10};  // without a byte being taken
+        std::chrono::seconds heartbeat{15};
+    };
+    using Handler = std::function<Outcome(const HttpRequest&)>;
+
+    // Listens from here on. An address that others can reach needs `mayBeReached`. Throws std::runtime_error
+    // with a sentence for the user.
+    HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler);
+    ~HttpServer();
+    HttpServer(const HttpServer&) = delete;
+    HttpServer& operator=(const HttpServer&) = delete;
+
+    [[nodiscard]] std::string address() const;
+    // Something has changed: waits may be over, streams may have more.
+    void lookAgain();
+
+private:
+    class Listener;
+    std::shared_ptr<Listener> listener;
+};
+
+} // namespace virtual_printer

@@ -32,8 +32,8 @@ const Json& listIn(const Json& assertion, const std::string& name)
     const Json& list = assertion[name];
     if (!list.is_array() ||
         !std::all_of(list.begin(), list.end(), [](const Json& e) { return e.is_object(); })) {
-        throw ControlRefusal(
-            badRequest, "\"" + name + "\" is no list of objects; send one as [{\"name\": \"payment\"}].");
+        throw ControlRefusal(badRequest,
+                             "\"" + name + R"(" is no list of objects; send one as [{"name": "payment"}].)");
     }
     return list;
 }

@@ -43,7 +43,7 @@ Json parseBody(const std::string& body)
                " levels; nothing here needs that.");
     }
     if (!content.is_object()) {
-        refuse("The body is no JSON object; send one as {\"name\": \"value\"}.");
+        refuse(R"(The body is no JSON object; send one as {"name": "value"}.)");
     }
     return content;
 }
@@ -51,7 +51,7 @@ Json parseBody(const std::string& body)
 Members::Members(const Json& wholeObject, std::string itsName) : object(wholeObject), name(std::move(itsName))
 {
     if (!object.is_object()) {
-        refuse("\"" + name + "\" is no JSON object; send one as {\"name\": \"value\"}.");
+        refuse("\"" + name + R"(" is no JSON object; send one as {"name": "value"}.)");
     }
 }
 
@@ -153,7 +153,7 @@ std::optional<Moment> Members::moment(std::string_view member) const
                             ? parseMoment(value->get_ref<const std::string&>(), Edge::first)
                             : std::nullopt;
     if (!parsed) {
-        refuse("\"" + nameOf(member) + "\" is no time; write it as \"2026-01-31 12:00\".");
+        refuse("\"" + nameOf(member) + R"(" is no time; write it as "2026-01-31 12:00".)");
     }
     return parsed;
 }

@@ -11,7 +11,8 @@ void compare(const Json& expected, const Json& actual, const std::string& name,
     const std::string place = name.empty() ? "it" : name;
     if (expected.is_object() && actual.is_object()) {
         for (const auto& [member, value] : expected.items()) {
-            const std::string memberName = name.empty() ? member : name + "." + member;
+            std::string memberName = name.empty() ? "" : name + ".";
+            memberName += member;
             if (const auto there = actual.find(member); there != actual.end()) {
                 compare(value, *there, memberName, found);
             } else {

@@ -46,7 +46,7 @@ std::filesystem::path Snapshots::folder() const
                              "There is no data folder for files; start the program with --data FOLDER, "
                              "or keep the snapshot in memory.");
     }
-    const std::filesystem::path own = data / "snapshots";
+    std::filesystem::path own = data / "snapshots";
     std::error_code failure;
     const auto kind = std::filesystem::symlink_status(own, failure).type();
     if (kind == std::filesystem::file_type::not_found) {
@@ -65,7 +65,7 @@ std::filesystem::path Snapshots::folder() const
 
 std::filesystem::path Snapshots::fileOf(const std::string& name) const
 {
-    const std::filesystem::path file = folder() / (name + ending);
+    std::filesystem::path file = folder() / (name + ending);
     std::error_code failure;
     const auto kind = std::filesystem::symlink_status(file, failure).type();
     if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {

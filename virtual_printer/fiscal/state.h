@@ -77,7 +77,7 @@ struct Hardware
     bool paperIsLow = false;
     bool coverIsOpen = false;
     bool drawerIsOpen = false; // until a person closes it
-    std::string display; // of the customer
+    std::string display;       // of the customer
     std::string operatorDisplay;
 
     bool operator==(const Hardware&) const = default;

@@ -176,7 +176,7 @@ private:
         stream.async_read_some(boost::asio::buffer(rest),
                                [self = shared_from_this()](const Failure& failure, std::size_t count) {
                                    self->drained += count;
-                                   constexpr std::size_t patience = 16U * 1024 * 1024;
+                                   constexpr std::size_t patience = std::size_t{16} * 1024 * 1024;
                                    if (failure || self->drained > patience) {
                                        self->close();
                                    } else {
@@ -324,9 +324,6 @@ public:
     void accept()
     {
         acceptor.async_accept([self = shared_from_this()](const Failure& failure, tcp::socket socket) {
-            if (failure == boost::asio::error::operation_aborted) {
-                return;
-            }
             if (failure) {
                 self->acceptLater();
                 return;
@@ -349,17 +346,6 @@ public:
                 client->lookAgain();
             }
         });
-    }
-
-    // Nobody asks for anything any more.
-    void end()
-    {
-        Failure ignored;
-        acceptor.close(ignored);
-        timer.cancel();
-        for (const auto& client : std::exchange(clients, {})) {
-            client->close();
-        }
     }
 
 private:
@@ -408,11 +394,6 @@ HttpServer::HttpServer(boost::asio::io_context& context, const Address& wanted, 
     : listener(std::make_shared<Listener>(context, wanted, mayBeReached, std::move(handler)))
 {
     listener->accept();
-}
-
-HttpServer::~HttpServer()
-{
-    listener->end();
 }
 
 std::string HttpServer::address() const

@@ -18,8 +18,8 @@ class HttpServer
 public:
     struct Limits
     {
-        std::size_t header = 8 * 1024;
-        std::size_t body = 1024 * 1024;
+        std::size_t header = std::size_t{8} * 1024;
+        std::size_t body = std::size_t{1024} * 1024;
         std::size_t connections = 64;
         std::chrono::seconds request{10}; // from the connection or the last answer to its last byte
         std::chrono::seconds answer{10};  // without a byte being taken
@@ -27,12 +27,9 @@ public:
     };
     using Handler = std::function<Outcome(const HttpRequest&)>;
 
-    // Listens from here on. An address that others can reach needs `mayBeReached`. Throws std::runtime_error
-    // with a sentence for the user.
+    // Listens from here on, until the context goes. An address that others can reach needs `mayBeReached`.
+    // Throws std::runtime_error with a sentence for the user.
     HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler);
-    ~HttpServer();
-    HttpServer(const HttpServer&) = delete;
-    HttpServer& operator=(const HttpServer&) = delete;
 
     [[nodiscard]] std::string address() const;
     // Something has changed: waits may be over, streams may have more.

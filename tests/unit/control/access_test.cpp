@@ -4,8 +4,6 @@
 namespace virtual_printer {
 namespace {
 
-using testing::HasSubstr;
-
 class AccessToControl : public ControlledTill
 {
 protected:

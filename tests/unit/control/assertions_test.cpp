@@ -14,7 +14,7 @@ protected:
     std::vector<std::string> check(const std::string& assertion)
     {
         const Answered answered = post(at("assert"), assertion);
-        const auto found = answered.json.value("differences", std::vector<std::string>{"refused"});
+        auto found = answered.json.value("differences", std::vector<std::string>{"refused"});
         EXPECT_EQ(answered.status, found.empty() ? 200 : 422) << answered.json;
         EXPECT_EQ(answered.json.value("holds", false), found.empty());
         return found;

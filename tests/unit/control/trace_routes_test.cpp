@@ -5,7 +5,6 @@ namespace virtual_printer {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 class TraceUnderControl : public ControlledTill
 {
@@ -60,7 +59,7 @@ TEST_F(TraceUnderControl, IsFollowedFromNowOnOrFromANumber)
     EXPECT_EQ(live.more(), "");
     EXPECT_THAT(idsIn(follow("?after=0").more()), testing::ElementsAre("1", "2"));
     EXPECT_THAT(idsIn(follow("", "1").more()), testing::ElementsAre("2"));
-    EXPECT_EQ(std::get<HttpAnswer>(control.answer([this] {
+    EXPECT_EQ(std::get<HttpAnswer>(control.answer([] {
                   HttpRequest request = requestFor("GET", at("trace/events"), "");
                   request.lastEventId = "x";
                   return request;

@@ -61,9 +61,8 @@ void end(const Session& session)
     constexpr std::chrono::seconds step{3};
     session.driver->interrupt();
     std::unique_lock exchange(session.device->lock, std::defer_lock);
-    if (!exchange.try_lock_for(step)) {
+    while (!exchange.try_lock_for(step)) {
         session.driver->cut();
-        exchange.lock();
     }
     session.device->close();
 }

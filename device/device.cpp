@@ -3,6 +3,7 @@
 #include "device/character_map.h"
 #include "link/telvo06fm_exception.h"
 
+#include <chrono>
 #include <fstream>
 #include <mutex>
 #include <utility>
@@ -46,9 +47,11 @@ void Device::open(bool convertsText)
 void Device::close()
 {
     std::unique_lock transport(driver->transportLock, std::try_to_lock);
-    if (!transport) {
+    // A cut that comes just before a send blocks does not reach it: the next one does.
+    constexpr std::chrono::milliseconds betweenCuts{100};
+    while (!transport) {
         driver->cut();
-        transport.lock();
+        static_cast<void>(transport.try_lock_for(betweenCuts));
     }
     driver->close();
 }

@@ -3,6 +3,7 @@
 // for good.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -22,6 +23,16 @@ public:
     {
         const std::scoped_lock guard(state);
         if (users != none) {
+            return false;
+        }
+        users = alone;
+        return true;
+    }
+
+    bool try_lock_for(std::chrono::milliseconds longest)
+    {
+        std::unique_lock guard(state);
+        if (!released.wait_for(guard, longest, [this] { return users == none; })) {
             return false;
         }
         users = alone;

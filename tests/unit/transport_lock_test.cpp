@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <future>
 #include <shared_mutex>
 
@@ -21,6 +22,17 @@ TEST(TransportLock, IsHadAloneOnlyWhenNobodySharesIt)
     EXPECT_FALSE(transport.try_lock());
     transport.unlock();
     EXPECT_TRUE(transport.try_lock());
+    transport.unlock();
+}
+
+TEST(TransportLock, IsWaitedForNoLongerThanAsked)
+{
+    TransportLock transport;
+    std::shared_lock user(transport);
+    EXPECT_FALSE(transport.try_lock_for(std::chrono::milliseconds(1)));
+    user.unlock();
+    ASSERT_TRUE(transport.try_lock_for(std::chrono::milliseconds(1)));
+    EXPECT_FALSE(transport.try_lock());
     transport.unlock();
 }
 

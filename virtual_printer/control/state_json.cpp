@@ -1,23 +1,11 @@
 #include "virtual_printer/control/state_json.h"
 
+#include "virtual_printer/answers/settings_lines.h"
 #include "virtual_printer/control/document_json.h"
 #include "virtual_printer/fiscal/decide.h"
 
 namespace virtual_printer {
 namespace {
-
-std::string_view nameOf(Life life)
-{
-    switch (life) {
-    case Life::training:
-        return "training";
-    case Life::fiscal:
-        return "fiscal";
-    case Life::defiscalized:
-        break;
-    }
-    return "defiscalized";
-}
 
 Json receiptToJson(const State& state)
 {

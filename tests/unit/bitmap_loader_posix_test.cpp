@@ -6,9 +6,6 @@
 namespace telvofm::graphics {
 namespace {
 
-constexpr std::uint32_t black = BitmapFile::black;
-constexpr std::uint32_t white = BitmapFile::white;
-
 class BitmapFiles : public BitmapLoaderFixture
 {
 };
@@ -16,7 +13,8 @@ class BitmapFiles : public BitmapLoaderFixture
 TEST_F(BitmapFiles, WithWhiteFirstGiveOneForWhiteAllTheSame)
 {
     for (const std::uint32_t size : {12U, 40U, 108U, 124U}) {
-        expectPattern({.descriptionSize = size, .palette = {white, black}}, Pixels::clearBits);
+        expectPattern({.descriptionSize = size, .palette = {BitmapFile::white, BitmapFile::black}},
+                      Pixels::clearBits);
     }
 }
 
@@ -25,8 +23,9 @@ TEST_F(BitmapFiles, OfTheNewerHeadersHaveTheirPaletteBehindThem)
     for (const std::uint32_t size : {108U, 124U}) {
         expectPattern({.descriptionSize = size});
         expectPattern({.descriptionSize = size, .gap = 300});
-        EXPECT_EQ(codeOf(BitmapFile{.descriptionSize = size, .palette = {0x0000FF, white}}.bytes()),
-                  code::bitmapNotMonochrome);
+        EXPECT_EQ(
+            codeOf(BitmapFile{.descriptionSize = size, .palette = {0x0000FF, BitmapFile::white}}.bytes()),
+            code::bitmapNotMonochrome);
         EXPECT_EQ(codeOf(BitmapFile{.descriptionSize = size, .palette = {}}.bytes()),
                   code::bitmapNotMonochrome);
     }
@@ -37,7 +36,7 @@ TEST_F(BitmapFiles, WithRowsFromTheTopAreNotUpsideDown)
     for (const std::uint32_t size : {40U, 108U, 124U}) {
         expectPattern({.width = 70, .height = -33, .descriptionSize = size});
     }
-    expectPattern({.height = -10, .palette = {white, black}}, Pixels::clearBits);
+    expectPattern({.height = -10, .palette = {BitmapFile::white, BitmapFile::black}}, Pixels::clearBits);
     EXPECT_EQ(codeOf(BitmapFile{.width = 1, .height = -65536}.bytes()), code::transportFailure);
 }
 

@@ -9,8 +9,8 @@ namespace {
 
 using ::testing::ElementsAre;
 
-const std::string request = bytes({0x1C, 0x01, 0x93, 0x04});
-const std::string sentRequest = request + '\x8A';
+const std::string question = bytes({0x1C, 0x01, 0x93, 0x04});
+const std::string sentQuestion = question + '\x8A';
 
 // A query whose printer answers these bytes to the one request.
 struct Reply
@@ -19,9 +19,9 @@ struct Reply
     {
     }
 
-    std::string fetch() { return link.query(request); }
+    std::string fetch() { return link.query(question); }
     // What the library said after the request.
-    std::string answered() { return link.sent.at(0).substr(sentRequest.size()); }
+    std::string answered() { return link.sent.at(0).substr(sentQuestion.size()); }
 
     ScriptedLink link;
 };
@@ -30,7 +30,7 @@ TEST(Receiver, KnowsABlockByItsBytes)
 {
     Reply reply(bytes({0x3A, 0x00, 0x41, 0x03, 0x78}));
     EXPECT_EQ(reply.fetch(), "A");
-    EXPECT_THAT(reply.link.sent, ElementsAre(sentRequest + '\x03'));
+    EXPECT_THAT(reply.link.sent, ElementsAre(sentQuestion + '\x03'));
 }
 
 // The printer expects its own terminator back, not an acknowledge byte.
@@ -176,7 +176,7 @@ TEST(Receiver, OnlyTheSerialQueryReportsAnUnknownTerminator)
     const auto printedBy = [](const ProtocolRules& rules, bool strict) {
         ScriptedLink link(rules, {block("A", 0x05) + eot});
         ::testing::internal::CaptureStdout();
-        strict ? link.queryStrict(request) : link.query(request);
+        strict ? link.queryStrict(question) : link.query(question);
         return ::testing::internal::GetCapturedStdout();
     };
     EXPECT_THAT(printedBy(serialRules, false),

@@ -10,18 +10,18 @@ using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
 
-const std::string request = bytes({0x1C, 0x01, 0xE0, 0x04});
-const std::string sentRequest = request + '\xF9';
+const std::string command = bytes({0x1C, 0x01, 0xE0, 0x04});
+const std::string sentCommand = command + '\xF9';
 
 TEST_F(SerialDriverTest, PurgesBeforeEachTryOfACommand)
 {
     port().waiting = "stale";
     port().play({arrive({nak, 1}), arrive({nak, 2}), arrive({ack})});
-    EXPECT_EQ(driver.sendCommand(request), 0x06);
+    EXPECT_EQ(driver.sendCommand(command), 0x06);
     EXPECT_EQ(port().calls.front(), "purge");
     EXPECT_EQ(port().count("purge"), 3);
     EXPECT_EQ(port().count("pause 50"), 0);
-    EXPECT_EQ(port().written(), sentRequest + sentRequest + sentRequest);
+    EXPECT_EQ(port().written(), sentCommand + sentCommand + sentCommand);
 }
 
 TEST_F(SerialDriverTest, PausesAndThenPurgesBeforeEachTryOfAQuery)
@@ -39,7 +39,7 @@ TEST_F(SerialDriverTest, PausesAndThenPurgesBeforeEachTryOfAQuery)
 TEST_F(SerialDriverTest, DoesNeitherBeforeAStrictQuery)
 {
     port().waiting = block("stale", etx);
-    EXPECT_EQ(driver.queryStrict(request), "stale");
+    EXPECT_EQ(driver.queryStrict(command), "stale");
     EXPECT_THAT(port().calls, Not(Contains("purge")));
     EXPECT_THAT(port().calls, Not(Contains("pause 50")));
 }
@@ -57,9 +57,9 @@ TEST_F(SerialDriverTest, PurgesBeforeEachTryOfEachUploadedBlock)
 TEST_F(SerialDriverTest, APurgeThatFailsEndsTheExchange)
 {
     port().fail("purge", 5);
-    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), -10201);
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(command); }), -10201);
     port().fail("purge", 2);
-    EXPECT_EQ(codeOf([&] { driver.query(request); }), -10200);
+    EXPECT_EQ(codeOf([&] { driver.query(command); }), -10200);
     EXPECT_EQ(port().written(), "");
 }
 
@@ -67,10 +67,10 @@ TEST_F(SerialDriverTest, EveryExchangeOnAClosedPortIsRefused)
 {
     driver.close();
     port().calls.clear();
-    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), -10103);
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(command); }), -10103);
     EXPECT_EQ(codeOf([&] { driver.sendBlocks("x", true); }), -10103);
-    EXPECT_EQ(codeOf([&] { driver.query(request); }), -10103);
-    EXPECT_EQ(codeOf([&] { driver.queryStrict(request); }), -10103);
+    EXPECT_EQ(codeOf([&] { driver.query(command); }), -10103);
+    EXPECT_EQ(codeOf([&] { driver.queryStrict(command); }), -10103);
     EXPECT_THAT(port().calls, ElementsAre());
 }
 
@@ -80,56 +80,56 @@ TEST_F(SerialDriverTest, WithoutClearToSendEveryExchangeIsRefusedWithNothingWrit
         port().looks = {onlyDsr};
         return codeOf(exchange);
     };
-    EXPECT_EQ(refused([&] { driver.sendCommand(request); }), -10103);
+    EXPECT_EQ(refused([&] { driver.sendCommand(command); }), -10103);
     EXPECT_EQ(refused([&] { driver.sendBlocks("x", true); }), -10103);
-    EXPECT_EQ(refused([&] { driver.query(request); }), -10103);
-    EXPECT_EQ(refused([&] { driver.queryStrict(request); }), -10103);
+    EXPECT_EQ(refused([&] { driver.query(command); }), -10103);
+    EXPECT_EQ(refused([&] { driver.queryStrict(command); }), -10103);
     EXPECT_EQ(port().written(), "");
 }
 
 TEST_F(SerialDriverTest, TheLastOfThreeErrorCodesIsThrown)
 {
     port().play({arrive({nak, 1}), arrive({nak, 2}), arrive({nak, 3}), arrive({ack})});
-    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), 3);
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(command); }), 3);
     port().play({arrive({nak, 4}), arrive({nak, 5}), arrive({nak, 0}), arrive({eot})});
-    EXPECT_EQ(codeOf([&] { driver.query(request); }), 0);
+    EXPECT_EQ(codeOf([&] { driver.query(command); }), 0);
     port().play({arrive({nak, 4}), arrive({nak, 5}), arrive({nak, 7}), arrive({eot})});
-    EXPECT_EQ(codeOf([&] { driver.queryStrict(request); }), 7);
+    EXPECT_EQ(codeOf([&] { driver.queryStrict(command); }), 7);
 }
 
 TEST_F(SerialDriverTest, AnyByteButAcknowledgeRefusesARequestAndTheNextIsItsCode)
 {
     port().play({arrive("Z\x09"), arrive({eot, ack}), arrive("\x11\x0A")});
-    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), 10);
-    EXPECT_EQ(port().written(), sentRequest + sentRequest + sentRequest);
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(command); }), 10);
+    EXPECT_EQ(port().written(), sentCommand + sentCommand + sentCommand);
 }
 
 TEST_F(SerialDriverTest, AQuerySkipsStrayBytes)
 {
     port().play({arrive("ab\x06\x11\x13"), arrive(block("A", etx))});
-    EXPECT_EQ(driver.query(request), "A");
+    EXPECT_EQ(driver.query(command), "A");
     port().play({arrive("ab"), arrive({eot})});
-    EXPECT_EQ(driver.query(request), "");
+    EXPECT_EQ(driver.query(command), "");
 }
 
 TEST_F(SerialDriverTest, AStrictQueryRefusesAStrayByteAtOnce)
 {
     port().play({arrive("a" + block("A", etx))});
-    EXPECT_EQ(codeOf([&] { driver.queryStrict(request); }), -10002);
-    EXPECT_EQ(port().written(), sentRequest);
+    EXPECT_EQ(codeOf([&] { driver.queryStrict(command); }), -10002);
+    EXPECT_EQ(port().written(), sentCommand);
 }
 
 TEST_F(SerialDriverTest, AReplyDamagedThreeTimesIsRefusedAndTheNextCallWorks)
 {
     const std::string damaged = damagedBlock("A", etx);
     port().play({arrive(damaged), arrive(damaged), arrive(damaged), arrive(":")});
-    EXPECT_EQ(codeOf([&] { driver.query(request); }), -10002);
-    EXPECT_EQ(port().written(), sentRequest + std::string(3, nak));
+    EXPECT_EQ(codeOf([&] { driver.query(command); }), -10002);
+    EXPECT_EQ(port().written(), sentCommand + std::string(3, nak));
 
     port().calls.clear();
     port().play({arrive(damaged), arrive(block("A", etx))});
-    EXPECT_EQ(driver.query(request), "A");
-    EXPECT_EQ(port().written(), sentRequest + nak + etx);
+    EXPECT_EQ(driver.query(command), "A");
+    EXPECT_EQ(port().written(), sentCommand + nak + etx);
 }
 
 TEST_F(SerialDriverTest, ABlockThatIsRefusedThreeTimesEndsTheUpload)
@@ -160,8 +160,8 @@ TEST_F(SerialDriverTest, OnlyAQueryReportsAnUnknownTerminator)
         std::erase(printed, '\r');
         return printed;
     };
-    EXPECT_EQ(printedBy([&] { return driver.query(request); }), "Odpoved na potvrdenie prijatia bloku: \n");
-    EXPECT_EQ(printedBy([&] { return driver.queryStrict(request); }), "");
+    EXPECT_EQ(printedBy([&] { return driver.query(command); }), "Odpoved na potvrdenie prijatia bloku: \n");
+    EXPECT_EQ(printedBy([&] { return driver.queryStrict(command); }), "");
 }
 
 TEST_F(SerialDriverTest, AnExceptionOfTheStandardLibraryIsPrintedAndBecomesACode)
@@ -174,17 +174,17 @@ TEST_F(SerialDriverTest, AnExceptionOfTheStandardLibraryIsPrintedAndBecomesACode
         std::erase(printed, '\r');
         return printed;
     };
-    EXPECT_EQ(printedBy([&] { driver.sendCommand(request); }), "out of luck\n");
+    EXPECT_EQ(printedBy([&] { driver.sendCommand(command); }), "out of luck\n");
     EXPECT_EQ(printedBy([&] { driver.sendBlocks("x", true); }), "out of luck\n");
-    EXPECT_EQ(printedBy([&] { driver.query(request); }), "out of luck\n");
-    EXPECT_EQ(printedBy([&] { driver.queryStrict(request); }), "out of luck\n");
+    EXPECT_EQ(printedBy([&] { driver.query(command); }), "out of luck\n");
+    EXPECT_EQ(printedBy([&] { driver.queryStrict(command); }), "out of luck\n");
 }
 
 TEST_F(SerialDriverTest, AnExceptionOfOurOwnIsNotPrinted)
 {
     ::testing::internal::CaptureStdout();
     port().play({silence(15001ms)});
-    EXPECT_EQ(codeOf([&] { driver.sendCommand(request); }), 64);
+    EXPECT_EQ(codeOf([&] { driver.sendCommand(command); }), 64);
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
 }
 

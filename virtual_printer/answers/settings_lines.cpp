@@ -83,19 +83,6 @@ void addSums(NamedValues& values, const std::string& name, const Sums& sums)
 
 } // namespace
 
-std::string nameOf(Life life)
-{
-    switch (life) {
-    case Life::training:
-        return "training";
-    case Life::fiscal:
-        return "fiscal";
-    case Life::defiscalized:
-        break;
-    }
-    return "defiscalized";
-}
-
 std::vector<std::string> settingsLines(const Settings& settings)
 {
     NamedValues values;

@@ -11,6 +11,5 @@ namespace virtual_printer {
 // Passwords are left out, and what is not set as well.
 std::vector<std::string> settingsLines(const Settings& settings);
 std::vector<std::string> standingLines(const Standing& standing);
-std::string nameOf(Life life);
 
 } // namespace virtual_printer

@@ -47,16 +47,15 @@ std::string bearerIn(std::string_view header)
 
 std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
 {
-    constexpr int forbidden = 403;
-    constexpr int unauthorized = 401;
     if (!request.origin.empty() && request.origin != "http://" + request.host) {
-        return errorAnswer(forbidden, "The page " + request.origin +
-                                          " is not of this program and may not use it; open a page of " +
-                                          request.host + " itself.");
+        return errorAnswer(status::forbidden,
+                           "The page " + request.origin +
+                               " is not of this program and may not use it; open a page of " + request.host +
+                               " itself.");
     }
     if (token.empty()) {
         if (!isOfThisMachine(request.host)) {
-            return errorAnswer(forbidden,
+            return errorAnswer(status::forbidden,
                                "The host \"" + request.host +
                                    "\" is no name of this machine itself; ask for 127.0.0.1 or localhost, or "
                                    "start the program with --token.");
@@ -69,9 +68,9 @@ std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
     if (isToken(bearerIn(request.authorization)) || isToken(cookieIn(request.cookie))) {
         return std::nullopt;
     }
-    HttpAnswer answer =
-        errorAnswer(unauthorized, "The token is missing or wrong; send the one that the program was started "
-                                  "with, as the header Authorization: Bearer TOKEN.");
+    HttpAnswer answer = errorAnswer(
+        status::unauthorized, "The token is missing or wrong; send the one that the program was started "
+                              "with, as the header Authorization: Bearer TOKEN.");
     answer.headers.emplace_back("WWW-Authenticate", "Bearer");
     return answer;
 }
@@ -79,7 +78,8 @@ std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
 HttpAnswer Access::logIn(const std::string& offered) const
 {
     if (!token.empty() && !isToken(offered)) {
-        throw ControlRefusal(401, "The token is wrong; send the one that the program was started with.");
+        throw ControlRefusal(status::unauthorized,
+                             "The token is wrong; send the one that the program was started with.");
     }
     HttpAnswer answer = jsonAnswer({{"done", true}});
     if (!token.empty()) {

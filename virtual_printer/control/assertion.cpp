@@ -12,7 +12,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int badRequest = 400;
 constexpr int gone = 410;
 
 // As the trace shows it, with its fields by name.
@@ -32,7 +31,7 @@ const Json& listIn(const Json& assertion, const std::string& name)
     const Json& list = assertion[name];
     if (!list.is_array() ||
         !std::all_of(list.begin(), list.end(), [](const Json& e) { return e.is_object(); })) {
-        throw ControlRefusal(badRequest,
+        throw ControlRefusal(status::badRequest,
                              "\"" + name + R"(" is no list of objects; send one as [{"name": "payment"}].)");
     }
     return list;
@@ -231,9 +230,10 @@ private:
         const std::string name = Members(pattern, "committed").text("kind", "receipt", 1, 20);
         const auto kind = documentKindCalled(name);
         if (!kind) {
-            throw ControlRefusal(badRequest, "There is no document of the kind \"" + name +
-                                                 "\"; there are receipt, cancelledReceipt, drawer, closure "
-                                                 "and report.");
+            throw ControlRefusal(status::badRequest,
+                                 "There is no document of the kind \"" + name +
+                                     "\"; there are receipt, cancelledReceipt, drawer, closure "
+                                     "and report.");
         }
         return *kind;
     }

@@ -28,7 +28,8 @@ Outcome waitFor(const Call& call)
     members.allow({"until", "limit"});
     const Json* until = members.find("until");
     if (until == nullptr) {
-        throw ControlRefusal(400, "\"until\" is missing; give what to wait for as an assertion.");
+        throw ControlRefusal(status::badRequest,
+                             "\"until\" is missing; give what to wait for as an assertion.");
     }
     const std::chrono::milliseconds limit(members.whole("limit", usual, 0, longest));
     const auto look = [expected = *until,

@@ -7,11 +7,9 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int badRequest = 400;
-
 [[noreturn]] void refuse(const std::string& sentence)
 {
-    throw ControlRefusal(badRequest, sentence);
+    throw ControlRefusal(status::badRequest, sentence);
 }
 
 std::string listed(std::initializer_list<std::string_view> words)

@@ -5,10 +5,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int notFound = 404;
-constexpr int wrongMethod = 405;
-constexpr int internalError = 500;
-
 std::vector<std::string_view> partsOf(std::string_view path)
 {
     std::vector<std::string_view> parts;
@@ -49,7 +45,7 @@ Outcome Control::answer(const HttpRequest& request)
     } catch (const ControlRefusal& refusal) {
         return errorAnswer(refusal.status, refusal.what());
     } catch (const std::exception& failure) {
-        return errorAnswer(internalError, std::string(failure.what()));
+        return errorAnswer(status::internalError, std::string(failure.what()));
     }
 }
 
@@ -72,11 +68,11 @@ Outcome Control::find(const HttpRequest& request)
         allowed += (allowed.empty() ? "" : ", ") + std::string(route.method);
     }
     if (allowed.empty()) {
-        throw ControlRefusal(notFound, "There is no " + request.target.substr(0, 200) +
-                                           " here; GET /openapi.json describes what there is.");
+        throw ControlRefusal(status::notFound, "There is no " + request.target.substr(0, 200) +
+                                                   " here; GET /openapi.json describes what there is.");
     }
-    HttpAnswer answer =
-        errorAnswer(wrongMethod, request.method + " is no method of this path; it takes " + allowed + ".");
+    HttpAnswer answer = errorAnswer(status::wrongMethod,
+                                    request.method + " is no method of this path; it takes " + allowed + ".");
     answer.headers.emplace_back("Allow", allowed);
     return answer;
 }
@@ -102,7 +98,7 @@ ControlledPrinter* Control::printerCalled(const std::string& name) const
         }
         names += (names.empty() ? "" : ", ") + printer->station.name;
     }
-    throw ControlRefusal(notFound,
+    throw ControlRefusal(status::notFound,
                          "There is no printer \"" + name.substr(0, 100) + "\"; there are: " + names + ".");
 }
 

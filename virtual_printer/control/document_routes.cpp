@@ -7,8 +7,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int badRequest = 400;
-
 std::optional<Moment> momentIn(const Call& call, const std::string& name, Edge edge)
 {
     const auto given = call.target.query.find(name);
@@ -17,7 +15,7 @@ std::optional<Moment> momentIn(const Call& call, const std::string& name, Edge e
     }
     const auto moment = given->second.empty() ? std::nullopt : parseMoment(given->second, edge);
     if (!moment) {
-        throw ControlRefusal(badRequest,
+        throw ControlRefusal(status::badRequest,
                              "\"" + name + "\" is no time; write it as 2026-01-31 or 2026-01-31 12:00.");
     }
     return moment;
@@ -28,7 +26,7 @@ Document::Kind kindIn(const Call& call)
     const std::string& name = call.target.query.at("kind");
     const auto kind = documentKindCalled(name);
     if (!kind) {
-        throw ControlRefusal(badRequest,
+        throw ControlRefusal(status::badRequest,
                              "There are no documents of the kind \"" + name +
                                  "\"; there are receipt, cancelledReceipt, drawer, closure and report.");
     }

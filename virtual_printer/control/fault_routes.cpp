@@ -26,7 +26,7 @@ std::vector<Fault> faultsIn(const Json& body)
         }
         return {faultFromJson(body)};
     } catch (const std::runtime_error& wrong) {
-        throw ControlRefusal(400, wrong.what());
+        throw ControlRefusal(status::badRequest, wrong.what());
     }
 }
 
@@ -42,8 +42,9 @@ Outcome armFaults(const Call& call)
     Faults& faults = call.printer().station.faults;
     const std::vector<Fault> wanted = faultsIn(call.body);
     if (faults.list().size() + wanted.size() > mostFaults) {
-        throw ControlRefusal(409, "A printer has at most " + std::to_string(mostFaults) +
-                                      " faults, those that have ended included; disarm some first.");
+        throw ControlRefusal(status::conflict,
+                             "A printer has at most " + std::to_string(mostFaults) +
+                                 " faults, those that have ended included; disarm some first.");
     }
     for (const Fault& fault : wanted) {
         faults.arm(fault);
@@ -67,7 +68,8 @@ Outcome disarmFault(const Call& call)
     const bool isNumber = asked["number"].is_number_unsigned() || asked["number"].is_number_integer();
     Faults& faults = call.printer().station.faults;
     if (!isNumber || asked["number"] < 1 || !faults.disarm(asked["number"].get<std::uint64_t>())) {
-        throw ControlRefusal(404, "There is no fault " + name.substr(0, 20) + " here; GET lists them.");
+        throw ControlRefusal(status::notFound,
+                             "There is no fault " + name.substr(0, 20) + " here; GET lists them.");
     }
     return jsonAnswer(listOf(faults));
 }

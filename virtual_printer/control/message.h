@@ -17,6 +17,17 @@ namespace virtual_printer {
 
 using Json = nlohmann::ordered_json;
 
+// Those that answers here have besides 200.
+namespace status {
+constexpr int badRequest = 400;
+constexpr int unauthorized = 401;
+constexpr int forbidden = 403;
+constexpr int notFound = 404;
+constexpr int wrongMethod = 405;
+constexpr int conflict = 409;
+constexpr int internalError = 500;
+} // namespace status
+
 struct HttpRequest
 {
     std::string method;

@@ -7,8 +7,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int conflict = 409;
-
 // The printer's clock shows `moment`, and goes on as the setting says.
 void startClock(ControlledPrinter& printer, Moment moment, ClockSetting setting)
 {
@@ -91,8 +89,9 @@ Outcome changeClock(const Call& call)
             members.oneOf("mode", printer.clock.stands ? "stands" : "runs", {"stands", "runs"}) == "stands",
         .speed = static_cast<int>(members.whole("speed", printer.clock.speed, 1, fastest))};
     if (const Moment last = device.state().standing->lastDocument; moment < last) {
-        throw ControlRefusal(conflict, "The clock cannot go before the last document, of " + toText(last) +
-                                           "; give a later moment, or reset the printer first.");
+        throw ControlRefusal(status::conflict, "The clock cannot go before the last document, of " +
+                                                   toText(last) +
+                                                   "; give a later moment, or reset the printer first.");
     }
     startClock(printer, moment, setting);
     return jsonAnswer(clockToJson(printer));
@@ -135,7 +134,7 @@ Outcome changeSettings(const Call& call)
 {
     Printer& printer = call.printer().station.printer;
     if (printer.state().receipt) {
-        throw ControlRefusal(conflict,
+        throw ControlRefusal(status::conflict,
                              "A receipt is open, and its sums are those of the settings it began with; "
                              "end or cancel it first.");
     }
@@ -143,7 +142,7 @@ Outcome changeSettings(const Call& call)
     try {
         printer.changeSettings(next);
     } catch (const DiskFull& failure) {
-        throw ControlRefusal(conflict, failure.what());
+        throw ControlRefusal(status::conflict, failure.what());
     }
     return jsonAnswer(toJson(next));
 }

@@ -58,9 +58,10 @@ int numberOf(const std::string& member, std::string_view list, int smallest, int
     const char* end = member.data() + member.size();
     const auto parsed = std::from_chars(member.data(), end, number);
     if (parsed.ec != std::errc() || parsed.ptr != end || number < smallest || number > largest) {
-        throw ControlRefusal(400, "\"" + std::string(list) + "." + member + "\" is no number from " +
-                                      std::to_string(smallest) + " to " + std::to_string(largest) +
-                                      "; name the entry by one.");
+        throw ControlRefusal(status::badRequest, "\"" + std::string(list) + "." + member +
+                                                     "\" is no number from " + std::to_string(smallest) +
+                                                     " to " + std::to_string(largest) +
+                                                     "; name the entry by one.");
     }
     return number;
 }
@@ -71,7 +72,8 @@ void takeVat(Settings& settings, const Json& vat)
     settings.vat = {};
     for (const auto& [letter, entry] : vat.items()) {
         if (letter.size() != 1 || letter[0] < 'A' || letter[0] >= static_cast<char>('A' + vatLetters)) {
-            throw ControlRefusal(400, "\"vat." + letter + "\" is no VAT letter; there are A to H.");
+            throw ControlRefusal(status::badRequest,
+                                 "\"vat." + letter + "\" is no VAT letter; there are A to H.");
         }
         const Members rate(entry, "vat." + letter);
         rate.allow({"percent", "reverseConstant"});
@@ -79,7 +81,8 @@ void takeVat(Settings& settings, const Json& vat)
         if (const Json* constant = rate.find("reverseConstant");
             constant != nullptr && !constant->is_null()) {
             if (!constant->is_number()) {
-                throw ControlRefusal(400, "\"vat." + letter + ".reverseConstant\" is no number; give one.");
+                throw ControlRefusal(status::badRequest,
+                                     "\"vat." + letter + ".reverseConstant\" is no number; give one.");
             }
             taken.reverseConstant = constant->get<double>();
         }
@@ -100,7 +103,8 @@ void takePayments(Settings& settings, const Json& payments)
             type.flag("mayOverPay", false)};
     }
     if (!settings.payments.contains(cash)) {
-        throw ControlRefusal(400, "\"payments.1\" is cash and cannot be taken away; leave it there.");
+        throw ControlRefusal(status::badRequest,
+                             "\"payments.1\" is cash and cannot be taken away; leave it there.");
     }
 }
 
@@ -132,7 +136,8 @@ std::vector<std::string> listOfTexts(const Json& texts, const std::string& list)
 {
     constexpr std::size_t most = 100;
     if (!texts.is_array() || texts.size() > most) {
-        throw ControlRefusal(400, "\"" + list + "\" is no list of at most 100 texts; give one.");
+        throw ControlRefusal(status::badRequest,
+                             "\"" + list + "\" is no list of at most 100 texts; give one.");
     }
     std::vector<std::string> taken;
     for (const Json& text : texts) {

@@ -5,9 +5,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr int badRequest = 400;
-constexpr int notFound = 404;
-constexpr int conflict = 409;
 constexpr const char* ending = ".db";
 
 // A name of this kind leads nowhere but into the folder.
@@ -20,14 +17,14 @@ void requireName(const std::string& name)
                    c == '_';
         });
     if (!isName) {
-        throw ControlRefusal(badRequest,
+        throw ControlRefusal(status::badRequest,
                              "A snapshot's name has 1 to 64 letters, digits, - and _; give such a name.");
     }
 }
 
 ControlRefusal noSuchSnapshot(const std::string& name)
 {
-    return {notFound, "There is no snapshot \"" + name + "\" there; GET /snapshots lists them."};
+    return {status::notFound, "There is no snapshot \"" + name + "\" there; GET /snapshots lists them."};
 }
 
 std::size_t countFiles(const std::filesystem::path& folder)
@@ -42,7 +39,7 @@ std::size_t countFiles(const std::filesystem::path& folder)
 std::filesystem::path Snapshots::folder() const
 {
     if (data.empty()) {
-        throw ControlRefusal(conflict,
+        throw ControlRefusal(status::conflict,
                              "There is no data folder for files; start the program with --data FOLDER, "
                              "or keep the snapshot in memory.");
     }
@@ -52,11 +49,12 @@ std::filesystem::path Snapshots::folder() const
     if (kind == std::filesystem::file_type::not_found) {
         std::filesystem::create_directory(own, failure);
         if (failure) {
-            throw ControlRefusal(conflict, "The folder \"snapshots\" in the data folder cannot be made: " +
-                                               failure.message() + "; allow it.");
+            throw ControlRefusal(status::conflict,
+                                 "The folder \"snapshots\" in the data folder cannot be made: " +
+                                     failure.message() + "; allow it.");
         }
     } else if (kind != std::filesystem::file_type::directory) {
-        throw ControlRefusal(conflict,
+        throw ControlRefusal(status::conflict,
                              "\"snapshots\" in the data folder is no folder of its own, and nothing "
                              "outside the data folder is used; take it away.");
     }
@@ -69,9 +67,9 @@ std::filesystem::path Snapshots::fileOf(const std::string& name) const
     std::error_code failure;
     const auto kind = std::filesystem::symlink_status(file, failure).type();
     if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {
-        throw ControlRefusal(conflict, "\"" + name +
-                                           "\" is no file of its own, and nothing outside the data "
-                                           "folder is used; take it away.");
+        throw ControlRefusal(status::conflict, "\"" + name +
+                                                   "\" is no file of its own, and nothing outside the data "
+                                                   "folder is used; take it away.");
     }
     return file;
 }
@@ -81,16 +79,18 @@ void Snapshots::keep(const std::string& name, Place place, Memory memory)
     requireName(name);
     if (place == Place::memory) {
         if (!inMemory.contains(name) && inMemory.size() == mostInMemory) {
-            throw ControlRefusal(conflict, "There are " + std::to_string(mostInMemory) +
-                                               " snapshots in memory, more are not kept; delete one first.");
+            throw ControlRefusal(status::conflict,
+                                 "There are " + std::to_string(mostInMemory) +
+                                     " snapshots in memory, more are not kept; delete one first.");
         }
         inMemory.insert_or_assign(name, std::move(memory));
         return;
     }
     const std::filesystem::path file = fileOf(name);
     if (countFiles(folder()) >= mostFiles) {
-        throw ControlRefusal(conflict, "There are " + std::to_string(mostFiles) +
-                                           " files of snapshots, more are not kept; delete one first.");
+        throw ControlRefusal(status::conflict,
+                             "There are " + std::to_string(mostFiles) +
+                                 " files of snapshots, more are not kept; delete one first.");
     }
     std::filesystem::path unfinished = file;
     unfinished += "-unfinished";
@@ -102,7 +102,7 @@ void Snapshots::keep(const std::string& name, Place place, Memory memory)
         std::filesystem::rename(unfinished, file);
     } catch (const std::runtime_error& reason) {
         std::filesystem::remove(unfinished, failure);
-        throw ControlRefusal(conflict, reason.what());
+        throw ControlRefusal(status::conflict, reason.what());
     }
 }
 
@@ -126,7 +126,7 @@ void Snapshots::read(const std::string& name, Place place, const std::function<v
     } catch (const ControlRefusal&) {
         throw;
     } catch (const std::runtime_error& reason) {
-        throw ControlRefusal(conflict, reason.what());
+        throw ControlRefusal(status::conflict, reason.what());
     }
 }
 

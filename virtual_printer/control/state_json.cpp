@@ -1,6 +1,5 @@
 #include "virtual_printer/control/state_json.h"
 
-#include "virtual_printer/answers/settings_lines.h"
 #include "virtual_printer/control/document_json.h"
 #include "virtual_printer/fiscal/decide.h"
 

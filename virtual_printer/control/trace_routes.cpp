@@ -79,7 +79,7 @@ Outcome followTrace(const Call& call)
         const auto parsed = std::from_chars(id.data(), id.data() + id.size(), last);
         if (parsed.ec != std::errc() || parsed.ptr != id.data() + id.size() ||
             last >= static_cast<std::uint64_t>(largest)) {
-            throw ControlRefusal(400,
+            throw ControlRefusal(status::badRequest,
                                  "Last-Event-ID is no number of an exchange; send the id of the last event.");
         }
     }

@@ -4,6 +4,19 @@
 
 namespace virtual_printer {
 
+std::string nameOf(Life life)
+{
+    switch (life) {
+    case Life::training:
+        return "training";
+    case Life::fiscal:
+        return "fiscal";
+    case Life::defiscalized:
+        break;
+    }
+    return "defiscalized";
+}
+
 Cents Sums::turnover() const
 {
     return std::accumulate(byVat.begin(), byVat.end(), Cents{0},

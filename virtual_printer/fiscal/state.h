@@ -20,6 +20,8 @@ enum class Life
     defiscalized // can only be read
 };
 
+std::string nameOf(Life life);
+
 // The sums of a day, of a closure, or of all days.
 struct Sums
 {

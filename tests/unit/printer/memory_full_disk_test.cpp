@@ -13,7 +13,7 @@ namespace {
 using telvofm::test::OwnFolder;
 using test::History;
 using test::SimulatedDisk;
-using Kind = SimulatedDisk::Operation::Kind;
+using DiskWork = SimulatedDisk::Operation::Kind;
 
 constexpr int steps = 1 + test::receiptsOfDay * test::stepsOfSale + 1 + 1;
 
@@ -25,7 +25,7 @@ protected:
     {
         disk.failureOf = [this, first, count, code](const SimulatedDisk::Operation& operation) {
             // A full disk can still be synchronised, and files made shorter.
-            if (code == SQLITE_FULL && operation.kind != Kind::write) {
+            if (code == SQLITE_FULL && operation.kind != DiskWork::write) {
                 return SQLITE_OK;
             }
             const bool fails = asked >= first && asked - first < count;
@@ -126,7 +126,7 @@ TEST_F(MemoryFullDisk, RefusesACommitThatCannotBeSynchronizedAndDoesNotFindItLat
         bool isRefused = false;
         for (int step = 0; step < steps; ++step) {
             disk.failureOf = [&](const SimulatedDisk::Operation& operation) {
-                return operation.kind == Kind::synchronize && synchronized++ == failing ? SQLITE_IOERR_FSYNC
+                return operation.kind == DiskWork::synchronize && synchronized++ == failing ? SQLITE_IOERR_FSYNC
                                                                                         : SQLITE_OK;
             };
             const State& before = history.states[static_cast<std::size_t>(step)];

@@ -116,7 +116,7 @@ TEST(TraceAsJson, HasBytesFieldsByNameAndNoPassword)
 
 TEST(TraceAsJson, HasNothingWhereNothingIs)
 {
-    const auto json = toJson({});
+    const auto json = toJson(Exchanged{});
     EXPECT_TRUE(json.at("repeatOf").is_null());
     EXPECT_TRUE(json.at("refusal").is_null());
     EXPECT_EQ(json.at("name"), "unknown");

@@ -78,8 +78,9 @@ void requireToken(const Options& options)
         throw std::runtime_error(
             "the token is none; give one of 16 characters at least, letters, digits, -, _ and .");
     }
-    if (!token.empty() && !options.control) {
-        throw std::runtime_error("--token belongs to --control, which is not there; give both");
+    if (!token.empty() && !options.control && !options.web) {
+        throw std::runtime_error(
+            "--token belongs to --control or --web, which are not there; give one of them, too");
     }
 }
 
@@ -97,6 +98,7 @@ Options readOptions(std::vector<std::string> arguments)
     std::string scenario;
     std::string logos;
     std::string control;
+    std::string web;
     std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
@@ -123,8 +125,9 @@ Options readOptions(std::vector<std::string> arguments)
         ->check(noFolder);
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
     app.add_option("--control", control, "Let tests control the printers over HTTP on HOST:PORT");
+    app.add_option("--web", web, "Show the printers on a page at http://HOST:PORT/, for a person");
     app.add_option("--token", options.token,
-                   "What those must know who use --control, of 16 characters at least");
+                   "What those must know who use --control or --web, of 16 characters at least");
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
@@ -154,6 +157,9 @@ Options readOptions(std::vector<std::string> arguments)
     }
     if (!control.empty()) {
         options.control = parseAddress(control);
+    }
+    if (!web.empty()) {
+        options.web = parseAddress(web);
     }
     requireToken(options);
     if (!startOfClock.empty()) {

@@ -37,6 +37,7 @@ struct Options
     std::filesystem::path scenarioFile; // whose faults every printer is armed with
     std::optional<Moment> start;        // of the clock
     std::optional<Address> control;     // where tests control the printers
+    std::optional<Address> web;         // where a person watches them, on a page
     std::string token;                  // that they must know
     SecondTill secondTill = SecondTill::busy;
     bool isFactoryNew = false;

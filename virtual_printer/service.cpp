@@ -12,6 +12,7 @@
 #include "virtual_printer/transport/serial_link.h"
 #include "virtual_printer/transport/standard_output.h"
 #include "virtual_printer/transport/tcp_link.h"
+#include "virtual_printer/web/page.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>
@@ -71,11 +72,12 @@ public:
         for (const auto& station : stations) {
             station->show();
         }
-        if (options.control) {
+        if (options.control || options.web) {
             openControl();
         }
         if (!options.readyFile.empty()) {
-            writeReadyFile(options.readyFile, listening, server ? server->address() : "");
+            writeReadyFile(options.readyFile, listening, server ? server->address() : "",
+                           web ? web->address() : "");
         }
     }
 
@@ -108,10 +110,28 @@ private:
         for (const auto& station : stations) {
             control->add(*station);
         }
-        server.emplace(context, *options.control, !options.token.empty(),
-                       [this](const HttpRequest& request) { return control->answer(request); });
-        control->notify([this] { server->lookAgain(); });
-        output.say("control on http://" + server->address());
+        const bool mayBeReached = !options.token.empty();
+        if (options.control) {
+            server.emplace(context, *options.control, mayBeReached,
+                           [this](const HttpRequest& request) { return control->answer(request); });
+            output.say("control on http://" + server->address());
+        }
+        if (options.web) {
+            web.emplace(context, *options.web, mayBeReached, [this](const HttpRequest& request) -> Outcome {
+                if (auto page = pageAnswer(request)) {
+                    return std::move(*page);
+                }
+                return control->answer(request);
+            });
+            output.say("web http://" + web->address() + "/");
+        }
+        control->notify([this] {
+            for (auto* listener : {&server, &web}) {
+                if (*listener) {
+                    (*listener)->lookAgain();
+                }
+            }
+        });
     }
 
     [[nodiscard]] State whenNew() const { return options.isFactoryNew ? factoryNew() : readyToSell(); }
@@ -176,7 +196,8 @@ private:
     std::vector<ListeningPrinter> listening;
     std::map<std::string, std::shared_ptr<const Pictures>> written;
     std::optional<Control> control;
-    std::optional<HttpServer> server;
+    std::optional<HttpServer> server; // of the control interface
+    std::optional<HttpServer> web;    // the same and the page
 };
 
 } // namespace

@@ -31,8 +31,15 @@ bool matches(const Route& route, const std::vector<std::string>& path)
 void Control::add(Station& station)
 {
     printers.push_back(std::make_unique<ControlledPrinter>(station));
-    station.watch([this](const Station&, const Happened&) { changed(); });
-    station.trace.watch([this](const Exchanged&) { changed(); });
+    ControlledPrinter& printer = *printers.back();
+    station.watch([this, &printer](const Station&, const Happened& event) {
+        printer.take(event);
+        changed();
+    });
+    station.trace.watch([this, &printer](const Exchanged&) {
+        printer.hasChanged();
+        changed();
+    });
 }
 
 Outcome Control::answer(const HttpRequest& request)
@@ -82,8 +89,11 @@ Outcome Control::call(const Route& route, const HttpRequest& request, const Targ
     const bool namesPrinter = route.path.starts_with("/printers/");
     ControlledPrinter* printer = namesPrinter ? printerCalled(target.path.at(1)) : nullptr;
     const Json body = parseBody(request.body);
-    Outcome outcome = route.handle({request, target, body, printers, snapshots, stateWhenNew, printer});
+    Outcome outcome = route.handle({request, target, body, printers, snapshots, stateWhenNew, run, printer});
     if (route.method != "GET") {
+        if (printer != nullptr) {
+            printer->hasChanged();
+        }
         changed();
     }
     return outcome;

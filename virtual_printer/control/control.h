@@ -5,8 +5,10 @@
 #include "virtual_printer/control/access.h"
 #include "virtual_printer/control/routes.h"
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
+#include <string>
 
 namespace virtual_printer {
 
@@ -35,6 +37,7 @@ private:
     Access access;
     Snapshots snapshots;
     State stateWhenNew;
+    std::string run = std::to_string(std::chrono::system_clock::now().time_since_epoch().count());
     ControlledPrinters printers;
     std::function<void()> changed = [] {};
 };

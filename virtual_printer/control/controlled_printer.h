@@ -2,7 +2,9 @@
 // count.
 #pragma once
 
+#include "virtual_printer/control/day_hours.h"
 #include "virtual_printer/control/message.h"
+#include "virtual_printer/control/roll.h"
 #include "virtual_printer/printers/station.h"
 
 #include <cstdint>
@@ -28,11 +30,33 @@ struct ControlledPrinter
         : station(at), started(at.printer.snapshot()), startedClock(at.printer.currentClock())
     {
         mark();
+        roll.begin(at.printer);
     }
 
     [[nodiscard]] Position present() const
     {
         return {station.trace.end(), station.printer.state().standing->documents};
+    }
+    // For whoever watches: something is not as it was.
+    void hasChanged() { ++changes; }
+    void take(const Happened& event)
+    {
+        const int documents = station.printer.state().standing->documents;
+        if (documents < documentsKnown) {
+            roll.forgetDocuments();
+            hours = {};
+        }
+        documentsKnown = documents;
+        roll.add(event);
+        hasChanged();
+    }
+    // Another memory has taken the place of its own.
+    void beginAnew()
+    {
+        documentsKnown = present().document;
+        roll.begin(station.printer);
+        hours = {};
+        mark();
     }
     // From here on assertions count that do not say otherwise.
     void mark() { since = present(); }
@@ -42,6 +66,10 @@ struct ControlledPrinter
     Clock startedClock;
     ClockSetting clock{};
     Position since{};
+    Roll roll;
+    DayHours hours;
+    int documentsKnown = 0;
+    std::uint64_t changes = 0;
 };
 
 } // namespace virtual_printer

@@ -117,6 +117,7 @@ Json toJson(const Document& document, const Settings& settings)
         }
     }
     return {{"kind", nameOf(document.kind)},
+            {"position", document.position},
             {"number", document.number},
             {"closure", document.closure},
             {"training", document.isTraining},

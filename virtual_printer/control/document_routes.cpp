@@ -69,7 +69,8 @@ Outcome listDocuments(const Call& call)
 {
     const Json asked = queryOf(call.target);
     const Members members(asked, "");
-    members.allow({"kind", "number", "from", "to", "closure", "invoice", "transaction", "skip", "limit"});
+    members.allow({"kind", "number", "from", "to", "closure", "invoice", "transaction", "text", "order",
+                   "skip", "limit"});
     const Page page = pageIn(members);
     DocumentQuery query;
     query.skip = page.skip;
@@ -92,6 +93,8 @@ Outcome listDocuments(const Call& call)
     }
     query.invoice = textIn(call, "invoice");
     query.transaction = textIn(call, "transaction");
+    query.text = textIn(call, "text");
+    query.newestFirst = members.oneOf("order", "oldest", {"oldest", "newest"}) == "newest";
     const Printer& printer = call.printer().station.printer;
     std::vector<Json> found;
     printer.memory().read(query, [&](const Document& document) {
@@ -99,6 +102,18 @@ Outcome listDocuments(const Call& call)
         return true;
     });
     return pageAnswer("documents", std::move(found), page);
+}
+
+Outcome showHours(const Call& call)
+{
+    ControlledPrinter& printer = call.printer();
+    const bool isComplete = printer.hours.readOn(printer.station.printer);
+    Json hours = Json::array();
+    for (const auto& [hour, sums] : printer.hours.byHour()) {
+        hours.push_back(
+            {{"from", toText(hour)}, {"receipts", sums.receipts}, {"turnover", formatCents(sums.turnover)}});
+    }
+    return jsonAnswer({{"hours", hours}, {"complete", isComplete}});
 }
 
 Outcome listClosures(const Call& call)

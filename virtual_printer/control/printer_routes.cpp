@@ -65,7 +65,7 @@ Outcome resetPrinter(const Call& call)
     device.setClock(printer.startedClock);
     printer.clock = {};
     printer.station.faults.disarmAll();
-    printer.mark();
+    printer.beginAnew();
     return jsonAnswer(stateToJson(printer));
 }
 

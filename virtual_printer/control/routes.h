@@ -24,6 +24,7 @@ struct Call
     const ControlledPrinters& printers;
     Snapshots& snapshots;
     const State& whenNew;
+    const std::string& run;       // another one after each start of the program
     ControlledPrinter* addressed; // none where the path names no printer
 
     [[nodiscard]] ControlledPrinter& printer() const { return *addressed; }
@@ -51,7 +52,19 @@ Outcome changeHardware(const Call& call);
 Outcome showSettings(const Call& call);
 Outcome changeSettings(const Call& call);
 
+// event_routes.cpp
+Outcome followPrinters(const Call& call);
+
+// paper_routes.cpp
+Outcome showPaper(const Call& call);
+Outcome showDocument(const Call& call);
+Outcome showDocumentLines(const Call& call);
+Outcome drawDocument(const Call& call);
+Outcome writeDocument(const Call& call);
+Outcome showPictures(const Call& call);
+
 // document_routes.cpp
+Outcome showHours(const Call& call);
 Outcome listDocuments(const Call& call);
 Outcome listClosures(const Call& call);
 

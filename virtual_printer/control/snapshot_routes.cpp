@@ -23,7 +23,7 @@ void restore(ControlledPrinter& printer, const Memory& memory)
     if (shift != std::chrono::seconds(0)) {
         device.setClock([before = device.currentClock(), shift] { return before() + shift; });
     }
-    printer.mark();
+    printer.beginAnew();
 }
 
 } // namespace

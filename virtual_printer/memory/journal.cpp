@@ -53,7 +53,16 @@ public:
         if (query.transaction) {
             add("till_transaction = ?", {std::string_view(*query.transaction)});
         }
-        sql += query.onlyLast ? " ORDER BY id DESC LIMIT 1" : " ORDER BY id";
+        if (query.position) {
+            add("id = ?", {*query.position});
+        }
+        if (query.text) {
+            add("EXISTS (SELECT 1 FROM contents WHERE contents.id = documents.id AND instr(content, ?))",
+                {Bytes{*query.text}});
+        }
+        sql += query.onlyLast      ? " ORDER BY id DESC LIMIT 1"
+               : query.newestFirst ? " ORDER BY id DESC"
+                                   : " ORDER BY id";
         if (query.most || query.skip > 0) {
             constexpr std::int64_t all = -1;
             sql += " LIMIT ? OFFSET ?";
@@ -141,12 +150,13 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
 {
     const Conditions conditions(query);
     const Statement select = database.prepare(
-        "SELECT content, closure FROM documents JOIN contents USING (id)" + conditions.text());
+        "SELECT content, closure, id FROM documents JOIN contents USING (id)" + conditions.text());
     Rows rows = select.rows(conditions.parameters());
     bool isWanted = true;
     while (isWanted && rows.next()) {
         auto document = fromBytes<Document>(rows.bytes(0));
         document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
+        document.position = rows.whole(2);
         isWanted = reader(document);
     }
 }

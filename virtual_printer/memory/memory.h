@@ -42,7 +42,11 @@ struct DocumentQuery
     std::optional<int> closure{};
     std::optional<std::string> invoice{};
     std::optional<std::string> transaction{};
-    bool onlyLast = false; // the newest of them
+    // A place in the journal, from 1.
+    std::optional<std::int64_t> position{};
+    std::optional<std::string> text{}; // somewhere in it, letter by letter
+    bool onlyLast = false;             // the newest of them
+    bool newestFirst = false;
     // A page of them: so many at most, without the first ones.
     std::optional<std::int64_t> most{};
     std::int64_t skip = 0;

@@ -43,6 +43,17 @@ bool changesMemory(const State& before, const Draft& draft)
            draft.service != Draft::Service::none;
 }
 
+// The place in the journal of the document whose lines the draft has: the one that it keeps, or the one that
+// is open.
+int documentOf(const Draft& draft)
+{
+    const int kept = draft.state().standing->documents;
+    if (!draft.documents.empty()) {
+        return kept;
+    }
+    return draft.state().receipt ? kept + 1 : 0;
+}
+
 // The state as it is while there is no paper.
 State withoutPaper(State state)
 {
@@ -96,7 +107,7 @@ void Printer::restart()
     if (changesMemory(current, draft)) {
         kept.commit(before.value_or(State()), draft);
         current = draft.next;
-        happened.push_back({Refusal::none, "start", std::move(draft.shown)});
+        happened.push_back({Refusal::none, "start", std::move(draft.shown), documentOf(draft)});
     }
 }
 
@@ -186,8 +197,16 @@ Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
     if (hindrance.paperIsOut) {
         current.hardware = withPaperOf(*current.hardware, *hardware);
     }
-    happened.push_back({Refusal::none, name, std::move(decision.draft.shown)});
+    const int document = documentOf(decision.draft);
+    happened.push_back({Refusal::none, name, std::move(decision.draft.shown), document});
     return answer;
+}
+
+void Printer::wasExchange(std::uint64_t number)
+{
+    if (!happened.empty() && happened.back().exchange == 0) {
+        happened.back().exchange = number;
+    }
 }
 
 std::vector<Happened> Printer::takeHappened()

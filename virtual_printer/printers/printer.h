@@ -8,6 +8,7 @@
 #include "virtual_printer/printers/clock.h"
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -50,6 +51,9 @@ struct Happened
     Refusal refusal = Refusal::none;
     std::string command; // its name
     std::vector<Shown> shown;
+    // The place in the journal of the document that was printed or is being printed, from 1; 0 for none.
+    int document = 0;
+    std::uint64_t exchange = 0; // of the trace; 0 when it was none
 };
 
 class Printer
@@ -65,6 +69,8 @@ public:
     [[nodiscard]] bool expectsBlocks() const;
     // As when its power has gone and come: it goes on from what the memory holds.
     void restart();
+    // The trace has given this number to the request that was carried out or refused last.
+    void wasExchange(std::uint64_t number);
     // What is to be shown of the requests answered since the last call; the caller answers first.
     std::vector<Happened> takeHappened();
 

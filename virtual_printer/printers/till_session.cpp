@@ -175,6 +175,7 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     hitsOfReply.clear();
     if (hits.empty()) {
         const std::uint64_t number = recorder.keep(std::move(exchanged), whole, now);
+        station.printer.wasExchange(number);
         steps.push_back({std::chrono::milliseconds(0), Send{whole, number}});
     } else {
         disturb(std::move(exchanged), whole, hits, now);
@@ -195,7 +196,7 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
             said += send->bytes;
         }
     }
-    recorder.keep(std::move(exchanged), said, now);
+    station.printer.wasExchange(recorder.keep(std::move(exchanged), said, now));
     steps.insert(steps.end(), all.begin(), all.end());
     meanwhile = probesDuring(hits);
     meanwhileSince = now;

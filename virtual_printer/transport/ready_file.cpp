@@ -13,7 +13,7 @@ void forgetReadyFile(const std::filesystem::path& file)
 }
 
 void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers,
-                    const std::string& control)
+                    const std::string& control, const std::string& web)
 {
     nlohmann::json content = {{"version", TELVOFM_VERSION_TEXT}, {"printers", nlohmann::json::array()}};
     for (const ListeningPrinter& printer : printers) {
@@ -21,6 +21,9 @@ void writeReadyFile(const std::filesystem::path& file, const std::vector<Listeni
     }
     if (!control.empty()) {
         content["control"] = control;
+    }
+    if (!web.empty()) {
+        content["web"] = web;
     }
     std::filesystem::path unfinished = file;
     unfinished += ".part";

@@ -16,9 +16,9 @@ struct ListeningPrinter
 // Takes away that of an earlier start, so that nobody takes it for ours.
 void forgetReadyFile(const std::filesystem::path& file);
 
-// Whole or not at all; with the address of the control interface when there is one. Throws std::runtime_error
-// with a sentence for the user.
+// Whole or not at all; with the addresses of the control interface and of the page where they are not empty.
+// Throws std::runtime_error with a sentence for the user.
 void writeReadyFile(const std::filesystem::path& file, const std::vector<ListeningPrinter>& printers,
-                    const std::string& control);
+                    const std::string& control, const std::string& web);
 
 } // namespace virtual_printer

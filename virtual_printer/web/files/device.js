@@ -1,0 +1,129 @@
+// The printer itself, as it stands on the desk: display, lamps, switches, drawer.
+import { at, patch, post, remove } from "./api.js";
+import { button, element, setText } from "./dom.js";
+
+const situations = {
+    noDay: "No day is open",
+    idle: "Ready to sell",
+    open: "Receipt is open",
+    paying: "Receipt is being paid",
+    overdue: "Day is longer than 24 hours: close it",
+    defiscalized: "Defiscalized: only read",
+};
+const lives = { training: "In training", fiscal: "Fiscal", defiscalized: "Defiscalized" };
+const displayColumns = 20;
+
+export const situationText = (state) => situations[state?.situation] ?? "";
+export const lifeText = (state) => lives[state?.life] ?? "";
+
+export function todayText({ totals }) {
+    const receipts = totals?.day.receipts ?? 0;
+    return `${receipts} ${receipts === 1 ? "receipt" : "receipts"}, ${totals?.day.turnover ?? "0.00"} EUR`;
+}
+
+// Two lines of twenty, as the glass has them.
+function onDisplay(text) {
+    const characters = [...text];
+    const rows = [characters.slice(0, displayColumns), characters.slice(displayColumns, 2 * displayColumns)];
+    return rows.map((row) => row.join("").padEnd(displayColumns));
+}
+
+function lamp(name) {
+    const state = element("span", { class: "unseen" });
+    const made = element("li", { class: "lamp" }, element("i", { "aria-hidden": "true" }), name, state);
+    return {
+        made,
+        show(kind, text) {
+            made.dataset.kind = kind;
+            made.title = `${name}: ${text}`;
+            setText(state, `: ${text}`);
+        },
+    };
+}
+
+// A choice of a few, as radio buttons; `choose` is called with the value.
+function choice(legend, name, values, choose) {
+    const radios = values.map(([value, label]) => {
+        const input = element("input", { type: "radio", name, value, on: { change: () => choose(value) } });
+        return { value, input, made: element("label", {}, input, element("span", {}, label)) };
+    });
+    return {
+        made: element("fieldset", { class: "switch" }, element("legend", {}, legend), radios.map(({ made }) => made)),
+        show(value) {
+            radios.forEach((radio) => {
+                radio.input.checked = radio.value === value;
+            });
+        },
+    };
+}
+
+const endless = 1_000_000;
+const isBusySwitch = ({ ended, fault }) => !ended && fault.kind === "busy" && fault.requests === endless;
+
+export function makeDevice(printer, signal) {
+    const rows = [element("div"), element("div")];
+    const glass = element("div", { class: "glass", role: "img" }, rows);
+    const lamps = { ready: lamp("Ready"), paper: lamp("Paper"), cover: lamp("Cover"), busy: lamp("Busy") };
+    const failure = element("p", { class: "failure", role: "alert" });
+
+    const act = async (action) => {
+        setText(failure, "");
+        await action().catch(({ message }) => setText(failure, message));
+        await printer.look();
+        show();
+    };
+    const change = (part) => act(() => patch(at(printer.name, "hardware"), part));
+    const paper = choice("Paper", `${printer.name} paper`, [["ok", "Full"], ["low", "Low"], ["out", "Out"]], (value) => change({ paper: value }));
+    const cover = choice("Cover", `${printer.name} cover`, [["closed", "Closed"], ["open", "Open"]], (value) => change({ cover: value }));
+    const busy = choice("Busy", `${printer.name} busy`, [["off", "Off"], ["on", "On"]], (value) => act(async () => {
+        if (value === "on") {
+            await post(at(printer.name, "faults"), { kind: "busy", requests: endless });
+            return;
+        }
+        for (const { number } of printer.faults.filter(isBusySwitch)) {
+            await remove(at(printer.name, `faults/${number}`));
+        }
+    }));
+    const drawerState = element("span", {});
+    const drawerButton = button("", () => change({ drawer: printer.state.hardware.drawer === "open" ? "closed" : "open" }));
+    const drawer = element("div", { class: "drawer" },
+        element("div", { class: "money", "aria-hidden": "true" }, element("i"), element("i"), element("i"), element("i")),
+        element("div", { class: "front" }, element("i", { class: "lock", "aria-hidden": "true" }), drawerState, drawerButton));
+
+    function show() {
+        const state = printer.state;
+        if (!state) {
+            return;
+        }
+        const { hardware } = state;
+        const lines = onDisplay(hardware.display);
+        lines.forEach((line, index) => setText(rows[index], line));
+        glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
+        const isBusy = printer.faults.some(({ ended, fault }) => !ended && fault.kind === "busy");
+        const isStopped = hardware.paper === "out" || hardware.cover === "open";
+        lamps.ready.show(isStopped ? "bad" : state.situation === "overdue" ? "warn" : "good", isStopped ? "cannot print" : situationText(state));
+        lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
+        lamps.cover.show(hardware.cover === "open" ? "bad" : "off", hardware.cover);
+        lamps.busy.show(isBusy ? "warn" : "off", isBusy ? "lets tills wait" : "no");
+        paper.show(hardware.paper);
+        cover.show(hardware.cover);
+        busy.show(printer.faults.some(isBusySwitch) ? "on" : "off");
+        drawer.classList.toggle("isOpen", hardware.drawer === "open");
+        setText(drawerState, `Drawer ${hardware.drawer}`);
+        setText(drawerButton, hardware.drawer === "open" ? "Push it in" : "Open it");
+        body.dataset.cover = hardware.cover;
+    }
+
+    const body = element("section", { class: "device", "aria-label": "Printer" },
+        element("div", { class: "slot", "aria-hidden": "true" }),
+        element("div", { class: "panel" },
+            glass,
+            element("ul", { class: "lamps", "aria-label": "Lamps" }, Object.values(lamps).map(({ made }) => made))),
+        element("div", { class: "switches" }, paper.made, cover.made, busy.made),
+        failure,
+        drawer);
+    printer.on("state", show, signal);
+    printer.on("faults", show, signal);
+    show();
+    return body;
+}

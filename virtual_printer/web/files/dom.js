@@ -1,0 +1,53 @@
+// Elements are made here and nowhere else: whatever a till has sent becomes text of them, never markup.
+
+function fill(made, attributes, children) {
+    for (const [name, value] of Object.entries(attributes)) {
+        if (name === "on") {
+            for (const [event, listener] of Object.entries(value)) {
+                made.addEventListener(event, listener);
+            }
+        } else if (value === true) {
+            made.setAttribute(name, "");
+        } else if (value !== false && value !== null && value !== undefined) {
+            made.setAttribute(name, value);
+        }
+    }
+    made.append(...children.flat(Infinity).filter((child) => child !== null && child !== undefined && child !== false));
+    return made;
+}
+
+// element("p", { class: "note" }, "a text", element("b", {}, "bold"))
+export function element(name, attributes = {}, ...children) {
+    return fill(document.createElement(name), attributes, children);
+}
+
+// The same within an <svg>.
+export function shape(name, attributes = {}, ...children) {
+    return fill(document.createElementNS("http://www.w3.org/2000/svg", name), attributes, children);
+}
+
+export function button(label, onClick, attributes = {}) {
+    return element("button", { type: "button", ...attributes, on: { click: onClick } }, label);
+}
+
+// Changes a text only when it is another one: what is being read aloud or selected stays.
+export function setText(target, text) {
+    if (target.textContent !== text) {
+        target.textContent = text;
+    }
+}
+
+export function labelled(label, control) {
+    return element("label", { class: "field" }, element("span", {}, label), control);
+}
+
+// Told to those who cannot see it.
+export function tellAloud(text) {
+    setText(document.getElementById("news"), text);
+}
+
+export function download(name, type, content) {
+    const address = URL.createObjectURL(new Blob([content], { type }));
+    element("a", { href: address, download: name }).click();
+    setTimeout(() => URL.revokeObjectURL(address), 10_000);
+}

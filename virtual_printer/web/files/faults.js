@@ -1,0 +1,157 @@
+// Faults and scenarios: what the printer is armed with, what it has done so far, and what can be armed.
+import { at, get, post, remove } from "./api.js";
+import { button, element, labelled, setText } from "./dom.js";
+import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
+
+// "acknowledgeLost of payment, from call 2".
+function wordsFor({ kind, command, ...rest }) {
+    const others = Object.entries(rest).map(([name, value]) => `${name} ${value}`);
+    return [`${kind}${command ? ` of ${command}` : ""}`, ...others].join(", ");
+}
+
+function inputFor(name, form) {
+    const needed = name.endsWith("!");
+    const input = form.type === "choice"
+        ? element("select", {}, element("option", { value: "" }, "as usual"), form.choices.map((value) => element("option", { value }, value)))
+        : element("input", { type: form.type, min: form.min, max: form.max, placeholder: form.placeholder, required: needed });
+    return { name: name.replace("!", ""), input, made: labelled(form.title, input) };
+}
+
+function valueOf({ input }) {
+    return input.type === "number" ? Number(input.value) : input.value;
+}
+
+function armForm(arm) {
+    const kind = element("select", {}, Object.keys(faultKinds).map((name) => element("option", { value: name }, name)));
+    const does = element("p", { class: "quiet" });
+    const command = element("input", { list: "commands", placeholder: "every request" });
+    const selection = {
+        fromCall: element("input", { type: "number", min: 1, placeholder: "1" }),
+        calls: element("input", { type: "number", min: 1, placeholder: "" }),
+        requests: element("input", { type: "number", min: 1, placeholder: "1" }),
+    };
+    const ofKind = element("div", { class: "row" });
+    const ofSelection = element("div", { class: "row" },
+        labelled("Command", command), labelled("From call", selection.fromCall),
+        labelled("For so many calls", selection.calls), labelled("For so many requests", selection.requests));
+    let parameters = [];
+
+    function showKind() {
+        const { takes, does: sentence, selectsNothing } = faultKinds[kind.value];
+        setText(does, `${sentence}.`);
+        parameters = takes.map((name) => inputFor(name, parameterForms[name.replace("!", "")]));
+        ofKind.replaceChildren(...parameters.map(({ made }) => made));
+        ofSelection.hidden = Boolean(selectsNothing);
+    }
+    kind.addEventListener("change", showKind);
+    showKind();
+
+    return element("form", {
+        class: "card",
+        on: {
+            submit: (event) => {
+                event.preventDefault();
+                const fault = { kind: kind.value };
+                if (!ofSelection.hidden) {
+                    Object.assign(fault, command.value ? { command: command.value } : {});
+                    for (const [name, input] of Object.entries(selection)) {
+                        Object.assign(fault, input.value ? { [name]: Number(input.value) } : {});
+                    }
+                }
+                for (const parameter of parameters) {
+                    Object.assign(fault, parameter.input.value ? { [parameter.name]: valueOf(parameter) } : {});
+                }
+                arm(fault);
+            },
+        },
+    }, element("h3", {}, "Arm a fault"),
+    element("div", { class: "row" }, labelled("Kind", kind), does), ofSelection, ofKind,
+    element("datalist", { id: "commands" }, usualCommands.map((value) => element("option", { value }))),
+    element("button", { type: "submit", class: "main" }, "Arm"));
+}
+
+function scenarioList(arm, report) {
+    const found = element("ul", { class: "scenarios" });
+    const wanted = element("input", { type: "search", placeholder: "payment, cable, power ..." });
+    let all = [];
+
+    const draw = () => found.replaceChildren(...all
+        .filter(([name, { trouble }]) => `${name} ${trouble}`.toLowerCase().includes(wanted.value.toLowerCase()))
+        .map(([name, scenario]) => element("li", {},
+            element("div", {}, element("b", {}, name.replaceAll("-", " ")), element("p", {}, scenario.trouble)),
+            button("Arm", () => arm(scenario, name), { "aria-label": `Arm ${name.replaceAll("-", " ")}` }))));
+    wanted.addEventListener("input", draw);
+    get(new URL("scenarios.json", import.meta.url).pathname).then((scenarios) => {
+        all = Object.entries(scenarios);
+        draw();
+    }, report);
+    const file = element("input", {
+        type: "file",
+        accept: "application/json",
+        on: {
+            change: async ({ target }) => {
+                try {
+                    await arm(JSON.parse(await target.files[0].text()), target.files[0].name);
+                } catch {
+                    report(new Error("This file is no scenario."));
+                }
+                target.value = "";
+            },
+        },
+    });
+    return element("section", { class: "card" }, element("h3", {}, "Scenarios"),
+        element("div", { class: "row" }, labelled("Find", wanted), labelled("From a file", file)), found);
+}
+
+export function makeFaults(sheet, printer, { showExchange }, signal) {
+    const said = element("p", { role: "status" });
+    const list = element("ul", { class: "armed" });
+    const report = ({ message }) => {
+        said.className = "failure";
+        setText(said, message);
+    };
+    const act = async (done, action) => {
+        try {
+            await action();
+            said.className = "quiet";
+            setText(said, done);
+            await printer.look();
+        } catch (failure) {
+            report(failure);
+        }
+    };
+    const arm = (fault, name) => act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, () => post(at(printer.name, "faults"), fault));
+
+    function show() {
+        if (printer.faults.length === 0) {
+            list.replaceChildren(element("li", { class: "hint" }, "No fault is armed: the printer does what it should."));
+            return;
+        }
+        list.replaceChildren(...printer.faults.map(({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) => element("li", { class: ended ? "ended" : "" },
+            element("div", {},
+                element("b", {}, wordsFor(fault)),
+                element("p", {}, ended ? "Ended. " : "Armed. ",
+                    `Met ${requestsMet} requests, hit ${requestsHit} in ${callsHit} calls. `,
+                    exchanges.length > 0 && "Exchanges: ",
+                    exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}` })))),
+            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `Disarm fault ${number}` }))));
+    }
+
+    const quick = [
+        ["Lose the acknowledge of a payment", { kind: "acknowledgeLost", command: "payment" }],
+        ["Paper out in the next receipt", { kind: "paperOut", command: "paragonBegin" }],
+        ["Busy for 5 seconds", { kind: "busy", milliseconds: 5000 }],
+        ["Lose power at the end of a receipt", { kind: "powerLoss", command: "paragonEnd", milliseconds: 2000 }],
+    ];
+    sheet.append(
+        element("div", { class: "quick", role: "group", "aria-label": "Usual troubles" }, quick.map(([title, fault]) => button(title, () => arm(fault)))),
+        said,
+        element("section", { class: "card" },
+            element("div", { class: "bar" }, element("h3", {}, "Armed"),
+                button("Disarm all", () => act("All faults are disarmed.", () => remove(at(printer.name, "faults"))))),
+            list),
+        armForm(arm), scenarioList(arm, report));
+    printer.on("faults", show, signal);
+    show();
+    return {};
+}

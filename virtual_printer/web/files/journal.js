@@ -1,0 +1,122 @@
+// The journal: every document that the printer keeps, searched and in pages, and the paper of the one that is open.
+import { at, get, getText } from "./api.js";
+import { button, download, element, labelled, setText } from "./dom.js";
+import { drawDocument } from "./paper.js";
+
+const pageSize = 25;
+const kinds = { receipt: "Receipt", cancelledReceipt: "Cancelled", drawer: "Drawer", closure: "Closure", report: "Report" };
+
+// What was typed, as the query that it most likely means.
+function queryFor(text) {
+    if (/^\d{4}-\d{2}-\d{2}$/.test(text)) {
+        return { from: text, to: text };
+    }
+    if (/^\d{1,7}$/.test(text)) {
+        return { number: text };
+    }
+    return text === "" ? {} : { text };
+}
+
+const titleOf = (document) => `${kinds[document.kind]}${document.number ? ` ${document.number}` : ""}`;
+
+export function makeJournal(sheet, printer, { showDocument }, signal) {
+    const wanted = element("input", { type: "search", placeholder: "number, 2026-01-31, or a text on the paper" });
+    const kind = element("select", {}, element("option", { value: "" }, "All"), Object.entries(kinds).map(([value, title]) => element("option", { value }, title)));
+    const body = element("tbody");
+    const range = element("span", { class: "quiet", role: "status" });
+    const newer = button("Newer", () => turn(-pageSize));
+    const older = button("Older", () => turn(pageSize));
+    const empty = element("p", { class: "hint" });
+    const preview = element("section", { class: "preview", "aria-label": "Document", hidden: true });
+    let skip = 0;
+    let question = 0;
+
+    async function load() {
+        const mine = ++question;
+        const query = new URLSearchParams({ ...queryFor(wanted.value.trim()), order: "newest", skip, limit: pageSize });
+        if (kind.value) {
+            query.set("kind", kind.value);
+        }
+        try {
+            const { documents, next } = await get(at(printer.name, `documents?${query}`));
+            if (mine !== question) {
+                return;
+            }
+            body.replaceChildren(...documents.map(rowOf));
+            newer.disabled = skip === 0;
+            older.disabled = next === null;
+            setText(range, documents.length > 0 ? `${skip + 1} to ${skip + documents.length}` : "");
+            setText(empty, documents.length > 0 ? "" : "The journal has no such document.");
+        } catch ({ message }) {
+            setText(empty, message);
+        }
+    }
+
+    function turn(by) {
+        skip = Math.max(0, skip + by);
+        return load();
+    }
+
+    function rowOf(document) {
+        const payments = document.payments.map(({ name, sum }) => `${name || "?"} ${sum}`).join(", ");
+        return element("tr", { on: { click: () => open(document.position) } },
+            element("td", {}, button(titleOf(document), (event) => {
+                event.stopPropagation();
+                open(document.position);
+            }, { class: "name" })),
+            element("td", {}, document.moment),
+            element("td", { class: "sum" }, document.kind.includes("eceipt") ? document.total : ""),
+            element("td", { class: "quiet" }, payments));
+    }
+
+    async function open(position) {
+        const path = `documents/${position}`;
+        try {
+            const [document, paper] = await Promise.all([get(at(printer.name, path)), get(at(printer.name, `${path}/paper.json`))]);
+            const name = `${printer.name}-${position}`;
+            const exchange = printer.lines.findLast((line) => line.document === position && line.exchange > 0)?.exchange;
+            preview.replaceChildren(
+                element("div", { class: "bar" },
+                    element("h3", {}, titleOf(document)),
+                    button("Text", async () => download(`${name}.txt`, "text/plain", await getText(at(printer.name, `${path}/paper.txt`)))),
+                    button("SVG", async () => download(`${name}.svg`, "image/svg+xml", await getText(at(printer.name, `${path}/paper.svg`)))),
+                    button("Print or PDF", () => window.print()),
+                    exchange && button("Trace", () => showDocument(exchange)),
+                    button("×", () => {
+                        preview.hidden = true;
+                        sheet.classList.remove("isOpen");
+                    }, { "aria-label": "Close the document" })),
+                element("div", { class: "scroll", tabindex: "0", role: "region", "aria-label": "Paper of the document" }, drawDocument(paper)));
+        } catch ({ message }) {
+            preview.replaceChildren(element("p", { class: "failure", role: "alert" }, message));
+        }
+        preview.hidden = false;
+        sheet.classList.add("isOpen");
+    }
+
+    const search = (event) => {
+        event?.preventDefault();
+        skip = 0;
+        return load();
+    };
+    let timer = 0;
+    wanted.addEventListener("input", () => {
+        clearTimeout(timer);
+        timer = setTimeout(search, 150);
+    });
+    kind.addEventListener("change", search);
+    sheet.append(
+        element("div", { class: "list" },
+            element("form", { class: "bar", role: "search", on: { submit: search } }, labelled("Find", wanted), labelled("Kind", kind)),
+            element("div", { class: "scroll" },
+                element("table", { class: "documents" },
+                    element("caption", { class: "unseen" }, "Documents, the newest first"),
+                    element("thead", {}, element("tr", {}, ["Document", "Moment", "Total", "Paid"].map((title) => element("th", { scope: "col" }, title)))),
+                    body),
+                empty),
+            element("div", { class: "bar pages" }, newer, older, range)),
+        preview);
+    printer.on("totals", () => skip === 0 && load(), signal); // whoever turns pages is not disturbed
+    load();
+    return { open };
+}

@@ -1,0 +1,126 @@
+// Puts the page together: the printers that there are, the one that is shown, and what the address says.
+import { get, whenLocked } from "./api.js";
+import { makeDevice } from "./device.js";
+import { element } from "./dom.js";
+import { makeFaults } from "./faults.js";
+import { makeHeader } from "./header.js";
+import { makeJournal } from "./journal.js";
+import { askForToken } from "./login.js";
+import { makeOverview } from "./overview.js";
+import { Printer } from "./printer.js";
+import { makeRoll } from "./roll.js";
+import { makeSession } from "./session.js";
+import { makeSettings } from "./settings.js";
+import { followChanges } from "./stream.js";
+import { makeTabs } from "./tabs.js";
+import { makeTotals } from "./totals.js";
+import { makeTrace } from "./trace.js";
+
+const place = document.getElementById("main");
+const header = makeHeader(document.getElementById("header"));
+let printers = [];
+let run = null; // of the program
+let shown = null; // { name, tabs, stop }
+
+const isWatched = (printer) => shown !== null && (shown.name === null || shown.name === printer.name);
+// "#/bar/trace": the printer and the sheet.
+function placeInAddress() {
+    const [, name = "", sheet = ""] = window.location.hash.split("/").map(decodeURIComponent);
+    return { name, sheet };
+}
+
+function showPrinter(printer, sheetName, signal) {
+    let tabs = null;
+    const goTo = (sheet) => { window.location.hash = `#/${encodeURIComponent(printer.name)}/${sheet}`; };
+    // The sheet is there before what is asked of it.
+    const onSheet = (name, action) => {
+        tabs.show(name);
+        goTo(name);
+        action(tabs.sheet(name));
+    };
+    const showExchange = (number) => onSheet("trace", (trace) => trace.show(number));
+    const roll = makeRoll(printer, {
+        open: (position) => onSheet("journal", (journal) => journal.open(position)),
+        showExchange,
+    }, signal);
+    tabs = makeTabs("What the printer knows", [
+        { name: "trace", title: "Trace", make: (sheet) => makeTrace(sheet, printer, { showPaper: roll.markExchange }, signal) },
+        { name: "journal", title: "Journal", make: (sheet) => makeJournal(sheet, printer, { showDocument: showExchange }, signal) },
+        { name: "totals", title: "Totals", make: (sheet) => makeTotals(sheet, printer, signal) },
+        { name: "faults", title: "Faults", make: (sheet) => makeFaults(sheet, printer, { showExchange }, signal) },
+        { name: "settings", title: "Settings", make: (sheet) => makeSettings(sheet, printer, signal) },
+        { name: "session", title: "Session", make: (sheet) => makeSession(sheet, printer, signal) },
+    ], sheetName, goTo);
+    place.replaceChildren(element("h2", { class: "unseen" }, printer.name),
+        element("div", { class: "desk" }, element("div", { class: "stand" }, roll.element, makeDevice(printer, signal)), tabs.element));
+    return tabs;
+}
+
+const sheets = ["trace", "journal", "totals", "faults", "settings", "session"];
+
+function show() {
+    if (printers.length === 0) {
+        return;
+    }
+    const address = placeInAddress();
+    const printer = printers.find(({ name }) => name === address.name) ?? (printers.length === 1 ? printers[0] : null);
+    const sheet = sheets.includes(address.sheet) ? address.sheet : "trace";
+    if (shown && printer && shown.name === printer.name) {
+        shown.tabs.show(sheet)?.refresh?.();
+        return;
+    }
+    shown?.stop.abort();
+    const stop = new AbortController();
+    shown = { name: printer?.name ?? null, tabs: null, stop };
+    document.title = printer && printers.length > 1 ? `${printer.name}, virtual printer` : "Virtual printer";
+    if (printer) {
+        shown.tabs = showPrinter(printer, sheet, stop.signal);
+        printer.on("state", () => header.showFacts(printer), stop.signal);
+        printer.on("totals", () => header.showFacts(printer), stop.signal);
+    } else {
+        makeOverview(place, printers, stop.signal);
+    }
+    header.showPrinters(printers, shown.name);
+    header.showFacts(printer);
+    printers.filter(isWatched).forEach((each) => each.look());
+}
+
+async function load() {
+    const { printers: found } = await get("/printers");
+    const names = found.map(({ name }) => name);
+    if (names.join() !== printers.map(({ name }) => name).join()) {
+        shown?.stop.abort();
+        shown = null;
+        printers = names.map((name) => new Printer(name));
+    }
+    show();
+}
+
+const again = followChanges(({ type, data }) => {
+    header.showLink(type !== "offline");
+    if (type === "start") {
+        if (run !== null && run !== data.run) {
+            printers.forEach((printer) => printer.forget()); // the program was started again
+        }
+        run = data.run;
+        load().catch(() => {});
+    } else if (type === "changed") {
+        const printer = printers.find(({ name }) => name === data.printer);
+        if (printer && isWatched(printer)) {
+            printer.look();
+        }
+    }
+});
+whenLocked(() => askForToken(() => {
+    again();
+    load();
+}));
+window.addEventListener("hashchange", show);
+document.addEventListener("visibilitychange", () => printers.filter(isWatched).forEach((printer) => printer.look()));
+setInterval(() => {
+    const printer = printers.find(({ name }) => name === shown?.name);
+    if (printer && !document.hidden) {
+        header.showFacts(printer);
+    }
+}, 1000);
+load().catch(() => {});

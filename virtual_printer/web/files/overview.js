@@ -1,0 +1,36 @@
+// Several printers side by side: each with its display, its lamps and the end of its paper.
+import { element, setText } from "./dom.js";
+import { situationText, todayText } from "./device.js";
+import { makeRoll } from "./roll.js";
+
+export function makeOverview(place, printers, signal) {
+    place.replaceChildren(element("h2", { class: "unseen" }, "All printers"),
+        element("div", { class: "overview" }, printers.map((printer) => {
+            const state = element("span", { class: "situation" });
+            const sums = element("p", { class: "quiet" });
+            const glass = element("div", { class: "glass", role: "img" });
+            const address = `#/${encodeURIComponent(printer.name)}/trace`;
+            const show = () => {
+                if (!printer.state) {
+                    return;
+                }
+                const { hardware, situation } = printer.state;
+                const trouble = hardware.paper === "out" ? "Paper is out" : hardware.cover === "open" ? "Cover is open" : "";
+                state.dataset.kind = trouble ? "bad" : situation === "overdue" ? "warn" : "good";
+                setText(state, trouble || situationText(printer.state));
+                setText(glass, hardware.display || " ");
+                glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
+                setText(sums, todayText(printer));
+            };
+            const roll = makeRoll(printer, {
+                open: () => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal`; },
+                showExchange: () => { window.location.hash = address; },
+            }, signal);
+            printer.on("state", show, signal);
+            printer.on("totals", show, signal);
+            show();
+            return element("section", { class: "card printer", "aria-label": printer.name },
+                element("div", { class: "bar" }, element("h3", {}, element("a", { href: address }, printer.name)), state),
+                sums, glass, roll.element, element("div", { class: "slot", "aria-hidden": "true" }));
+        })));
+}

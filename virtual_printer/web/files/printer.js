@@ -1,0 +1,130 @@
+// What is known of one printer: it asks again whenever it hears of a change, one round of questions at a time, and
+// tells its views what is new.
+import { at, get, getLines, Refused } from "./api.js";
+
+const mostExchanges = 400;
+const mostLines = 2000;
+
+export class Printer extends EventTarget {
+    constructor(name) {
+        super();
+        this.name = name;
+        this.forget();
+    }
+
+    forget() {
+        this.state = null;
+        this.totals = null;
+        this.faults = [];
+        this.lines = []; // of the paper
+        this.exchanges = []; // the oldest first
+        this.documentsSeen = -1;
+        this.roundsAsked = 0;
+        this.dispatchEvent(new CustomEvent("forgotten"));
+    }
+
+    // Calls the listener whenever one of these has changed: "state", "paper", "trace", "faults", "totals".
+    on(what, listener, signal) {
+        this.addEventListener(what, ({ detail }) => listener(detail), { signal });
+        this.addEventListener("forgotten", () => listener({ isNew: true }), { signal });
+    }
+
+    tell(what, detail = {}) {
+        this.dispatchEvent(new CustomEvent(what, { detail }));
+    }
+
+    // Asks for what is new; while it asks, once more afterwards.
+    async look() {
+        this.roundsAsked += 1;
+        if (this.isLooking || document.hidden) {
+            return;
+        }
+        this.isLooking = true;
+        try {
+            for (let done = 0; done !== this.roundsAsked;) {
+                done = this.roundsAsked;
+                const state = this.lookAtState();
+                if (!this.state) {
+                    await state; // it says where the trace ends
+                }
+                await Promise.all([state, this.lookAtPaper(), this.lookAtTrace(), this.lookAtFaults()]);
+            }
+        } catch (failure) {
+            if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
+                throw failure; // otherwise the printer is not there: the stream tells when it comes back
+            }
+        } finally {
+            this.isLooking = false;
+        }
+    }
+
+    async lookAtState() {
+        const state = await get(at(this.name, "state"));
+        state.heardAt = Date.now();
+        this.state = state;
+        if (state.position.document !== this.documentsSeen) {
+            this.documentsSeen = state.position.document;
+            this.totals = await get(at(this.name, "totals"));
+            this.tell("totals");
+        }
+        this.tell("state");
+    }
+
+    async lookAtPaper() {
+        const last = this.lines.at(-1)?.number ?? 0;
+        const added = await getLines(at(this.name, `paper?after=${last}`));
+        if (added.length === 0) {
+            return;
+        }
+        // A roll that was changed begins behind what was there.
+        const isNew = added[0].number !== last + 1;
+        this.lines = isNew ? added : [...this.lines, ...added];
+        const gone = this.lines.splice(0, Math.max(0, this.lines.length - mostLines));
+        this.tell("paper", { isNew, added, gone });
+    }
+
+    // What follows the last exchange that cannot change any more.
+    async lookAtTrace() {
+        const changing = this.exchanges.find((exchange) => !exchange.isOver);
+        const last = changing ? changing.number - 1 : this.exchanges.at(-1)?.number;
+        const after = last ?? Math.max(0, this.state.position.exchange - 1 - mostExchanges);
+        let added;
+        try {
+            added = await getLines(at(this.name, `trace?after=${after}`));
+        } catch (failure) {
+            if (failure.status !== 410) {
+                throw failure;
+            }
+            added = await getLines(at(this.name, "trace")); // what was missed is forgotten by the printer, too
+        }
+        added = added.slice(-mostExchanges);
+        if (added.length === 0) {
+            return;
+        }
+        for (const exchange of added) {
+            exchange.isOver = exchange.acknowledged || exchange.refusal !== null || exchange !== added.at(-1);
+        }
+        const kept = this.exchanges.filter((exchange) => exchange.number < added[0].number);
+        this.exchanges = [...kept, ...added].slice(-mostExchanges);
+        this.tell("trace", { added });
+    }
+
+    async lookAtFaults() {
+        const { faults } = await get(at(this.name, "faults"));
+        const isSame = JSON.stringify(faults) === JSON.stringify(this.faults);
+        this.faults = faults;
+        if (!isSame) {
+            this.tell("faults");
+        }
+    }
+
+    // The printer's clock goes on while nobody asks.
+    now() {
+        if (!this.state) {
+            return null;
+        }
+        const { clock, heardAt } = this.state;
+        const shown = Date.parse(`${clock.now.replace(" ", "T")}Z`);
+        return new Date(clock.mode === "stands" ? shown : shown + (Date.now() - heardAt) * clock.speed);
+    }
+}

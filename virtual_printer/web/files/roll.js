@@ -1,0 +1,97 @@
+// The paper as it comes out of the printer, line by line; the newest line is at the slot.
+import { button, element, tellAloud } from "./dom.js";
+import { drawLine } from "./paper.js";
+
+// `open` is called with the place in the journal of a document, `showExchange` with the number of an exchange.
+export function makeRoll(printer, { open, showExchange }, signal) {
+    const hint = element("p", { class: "hint" }, "Nothing is printed yet. Begin a day and sell something.");
+    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-live": "off", tabindex: "0" }, hint);
+    const elements = new Map(); // by the number of the line
+    let slip = null;
+    let slipOf = null;
+    let isAtEnd = true;
+    let marked = [];
+
+    paper.addEventListener("scroll", () => {
+        isAtEnd = paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
+    }, { passive: true });
+    paper.addEventListener("click", ({ target }) => {
+        const line = target.closest("[data-exchange]");
+        if (line && window.getSelection()?.isCollapsed !== false) {
+            showExchange(Number(line.dataset.exchange));
+        }
+    });
+
+    function beginSlip(line) {
+        slipOf = line.document;
+        const tools = element("div", { class: "tools" });
+        if (line.document > 0) {
+            tools.append(button("Open", () => open(line.document), { "aria-label": `Open document ${line.document}` }));
+        }
+        if (line.exchange > 0) {
+            tools.append(button("Trace", () => showExchange(line.exchange), { "aria-label": `Show what printed document ${line.document}` }));
+        }
+        slip = element("article", { class: "slip", "data-document": line.document }, tools);
+        paper.append(slip);
+    }
+
+    function add(line, isFresh) {
+        if (!slip || slipOf !== line.document) {
+            beginSlip(line);
+        }
+        const drawn = drawLine(line);
+        if (line.exchange > 0) {
+            drawn.dataset.exchange = line.exchange;
+        }
+        drawn.classList.toggle("fresh", isFresh);
+        elements.set(line.number, drawn);
+        slip.append(drawn);
+        if (line.kind === "cut") {
+            slip.classList.add("isCut");
+            slip = null;
+            if (isFresh) {
+                tellAloud(line.document > 0 ? `Document ${line.document} is printed.` : "The paper is cut.");
+            }
+        }
+    }
+
+    function take({ isNew, added, gone = [] }) {
+        const wasAtEnd = isAtEnd;
+        if (isNew) {
+            elements.clear();
+            paper.replaceChildren(hint);
+            slip = null;
+            isAtEnd = true;
+        }
+        for (const { number } of gone) {
+            const old = elements.get(number);
+            const oldSlip = old?.parentElement;
+            old?.remove();
+            elements.delete(number);
+            if (oldSlip && !oldSlip.querySelector(".line")) {
+                oldSlip.remove();
+            }
+        }
+        for (const line of added ?? printer.lines) {
+            add(line, !isNew && !gone.includes(line));
+        }
+        hint.hidden = elements.size > 0;
+        if (wasAtEnd || isNew) {
+            paper.scrollTop = paper.scrollHeight;
+        }
+    }
+
+    function markExchange(number, isToBeSeen) {
+        marked.forEach((line) => line.classList.remove("marked"));
+        marked = [...paper.querySelectorAll(`[data-exchange="${number}"]`)];
+        marked.forEach((line) => line.classList.add("marked"));
+        if (isToBeSeen) {
+            marked[0]?.scrollIntoView({ block: "center" });
+        }
+        return marked.length;
+    }
+
+    printer.on("paper", take, signal);
+    take({ isNew: true, added: printer.lines });
+    return { element: paper, markExchange };
+}

@@ -1,0 +1,93 @@
+// What a tester does with a session: keep it, go back, start anew, move the clock, take everything away as a file.
+import { at, get, getText, patch, post } from "./api.js";
+import { button, download, element, labelled, setText } from "./dom.js";
+
+async function everyPage(path, list) {
+    const all = [];
+    for (let skip = 0; skip !== null;) {
+        const page = await get(`${path}?skip=${skip}&limit=500`);
+        all.push(...page[list]);
+        skip = page.next;
+    }
+    return all;
+}
+
+export function makeSession(sheet, printer, signal) {
+    const said = element("p", { role: "status" });
+    const act = async (done, action) => {
+        try {
+            await action();
+            said.className = "quiet";
+            setText(said, done);
+            await printer.look();
+        } catch ({ message }) {
+            said.className = "failure";
+            setText(said, message);
+        }
+    };
+    const path = (part) => at(printer.name, part);
+
+    const exportAll = () => act("The session is saved as a file.", async () => {
+        const [state, totals, settings, faults] = await Promise.all(["state", "totals", "settings", "faults"].map((part) => get(path(part))));
+        const documents = await everyPage(path("documents"), "documents");
+        const closures = await everyPage(path("closures"), "closures");
+        const trace = (await getText(path("trace"))).split("\n").filter(Boolean).map((line) => JSON.parse(line));
+        const session = { printer: printer.name, state, totals, settings, ...faults, documents, closures, trace };
+        download(`${printer.name}-session.json`, "application/json", JSON.stringify(session, null, 1));
+    });
+    const exportTrace = () => act("The trace is saved as a file.", async () =>
+        download(`${printer.name}-trace.jsonl`, "application/x-ndjson", await getText(path("trace"))));
+
+    const name = element("input", { value: "morning", required: true, maxlength: 40 });
+    const snapshots = element("ul", { class: "armed" });
+    async function showSnapshots() {
+        const { snapshots: kept } = await get("/snapshots");
+        snapshots.replaceChildren(...kept.map((snapshot) => element("li", {},
+            element("div", {}, element("b", {}, snapshot.name), element("p", {}, snapshot.in === "file" ? "in a file" : "in memory")),
+            button("Go back to it", () => act(`It is as it was at "${snapshot.name}".`, () => post(path("restore"), snapshot)), { "aria-label": `Go back to ${snapshot.name}` }))));
+    }
+    const keep = (event) => {
+        event.preventDefault();
+        return act(`Kept as "${name.value}".`, async () => {
+            await post(path("snapshots"), { name: name.value, in: "memory" });
+            await showSnapshots();
+        });
+    };
+
+    const moment = element("input", { type: "datetime-local", required: true });
+    const clock = element("p", { class: "clock" });
+    const showClock = () => {
+        if (printer.state) {
+            const { mode, speed } = printer.state.clock;
+            setText(clock, `${printer.now().toISOString().slice(0, 19).replace("T", " ")}, ${mode === "stands" ? "standing" : speed > 1 ? `${speed} times as fast` : "running"}`);
+        }
+    };
+    const setClock = (change) => act("The clock is set.", () => patch(path("clock"), change));
+    const ticking = setInterval(showClock, 1000);
+    signal.addEventListener("abort", () => clearInterval(ticking));
+
+    sheet.append(said,
+        element("section", { class: "card" }, element("h3", {}, "Take it away"),
+            element("p", {}, "Everything that this printer knows in one file; or its trace, which can be played again."),
+            element("div", { class: "row" }, button("Export the session", exportAll, { class: "main" }), button("Export the trace", exportTrace))),
+        element("section", { class: "card" }, element("h3", {}, "Clock"), clock,
+            element("div", { class: "row" },
+                button("Stand", () => setClock({ mode: "stands" })), button("Run", () => setClock({ mode: "runs", speed: 1 })),
+                button("60 times as fast", () => setClock({ mode: "runs", speed: 60 })),
+                button("An hour on", () => setClock({ forward: 3600 })), button("A day on", () => setClock({ forward: 86_400 }))),
+            element("form", { class: "row", on: { submit: (event) => {
+                event.preventDefault();
+                setClock({ now: moment.value.replace("T", " ") });
+            } } }, labelled("Moment", moment), element("button", { type: "submit" }, "Set"))),
+        element("form", { class: "card", on: { submit: keep } }, element("h3", {}, "Snapshots"),
+            element("div", { class: "row" }, labelled("Name", name), element("button", { type: "submit" }, "Keep")), snapshots),
+        element("section", { class: "card" }, element("h3", {}, "Begin anew"),
+            element("p", {}, "Journal, closures and settings are lost, unless a snapshot has them."),
+            element("div", { class: "row" },
+                button("As it was at the start", () => act("It is as it was when the program started.", () => post(path("reset"), { to: "started" }))),
+                button("As a new printer", () => act("It is a new printer.", () => post(path("reset"), { to: "new" })), { class: "danger" }))));
+    printer.on("state", showClock, signal);
+    showClock();
+    showSnapshots().catch(() => {});
+    return { refresh: showClock };
+}

@@ -1,0 +1,171 @@
+// The link trace: every exchange, the newest first; one that is chosen tells its bytes, its fields and what happened.
+import { at, getLines } from "./api.js";
+import { button, element, labelled, setText } from "./dom.js";
+import { durationOf, isProbe, outcomeOf, storyOf, summaryOf, timeOf } from "./exchange.js";
+
+const mostRows = 300;
+
+function bytes(title, text) {
+    return element("div", { class: "bytes" }, element("h4", {}, title),
+        text === "" ? element("p", { class: "quiet" }, "nothing") : element("code", {}, text));
+}
+
+function detailOf(exchange, showPaper) {
+    const { decide, commit, answer } = exchange.microseconds;
+    const printed = showPaper(exchange.number, false);
+    return element("div", { class: "detail" },
+        element("ul", { class: "story" }, storyOf(exchange).map((sentence) => element("li", {}, sentence))),
+        exchange.fields.length > 0 && element("table", { class: "fields" },
+            element("caption", {}, "Fields"),
+            element("tbody", {}, exchange.fields.map(({ name, value }) => element("tr", {},
+                element("th", { scope: "row" }, name || "?"), element("td", {}, String(value)))))),
+        exchange.answer !== "" && element("div", { class: "bytes" }, element("h4", {}, "Reply"), element("code", {}, exchange.answer)),
+        bytes("From the till", exchange.fromTill),
+        bytes(exchange.cut ? "To the till (cut here)" : "To the till", exchange.toTill),
+        element("p", { class: "quiet" },
+            `Connection ${exchange.till}, device ${exchange.address}, command ${exchange.command.toUpperCase()}. `,
+            `Decided in ${decide} µs, kept in ${commit} µs, answered in ${answer} µs. `,
+            printed > 0 ? `It printed ${printed === 1 ? "the line that is" : `the ${printed} lines that are`} marked on the paper.` : "It printed nothing that is still on the paper."));
+}
+
+// `showPaper` marks what an exchange has printed, scrolls there if told to, and says how many lines that are.
+export function makeTrace(sheet, printer, { showPaper }, signal) {
+    const wanted = element("input", { type: "search", placeholder: "payment, Chlieb, refused ...", on: { input: () => draw() } });
+    const withProbes = element("input", { type: "checkbox", on: { change: () => draw() } });
+    const hold = element("input", { type: "checkbox", on: { change: () => draw() } });
+    const body = element("tbody");
+    const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
+    const rows = new Map(); // by the number of the exchange
+    let chosen = 0;
+
+    const isWanted = (exchange) => {
+        const text = wanted.value.trim().toLowerCase();
+        return (withProbes.checked || !isProbe(exchange)) &&
+            (text === "" || `${exchange.number} ${exchange.name} ${summaryOf(exchange)} ${outcomeOf(exchange).text} ${exchange.refusal?.name ?? ""} ${exchange.faults.join(" ")}`.toLowerCase().includes(text));
+    };
+
+    function rowOf(exchange) {
+        const outcome = outcomeOf(exchange);
+        const isChosen = exchange.number === chosen;
+        const name = button(exchange.name, (event) => {
+            event.stopPropagation();
+            choose(isChosen ? 0 : exchange.number);
+        }, { class: "name", "aria-expanded": String(isChosen) });
+        const row = element("tr", { class: `exchange ${outcome.kind}`, "data-number": exchange.number, on: { click: () => choose(isChosen ? 0 : exchange.number) } },
+            element("td", { class: "number" }, String(exchange.number)),
+            element("td", { class: "time" }, timeOf(exchange.moment)),
+            element("td", { class: "what" }, name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
+                exchange.repeatOf && element("span", { class: "chip repeat" }, `↻ repeats ${exchange.repeatOf}`),
+                exchange.faults.map((fault) => element("span", { class: "chip fault" }, fault))),
+            element("td", {}, element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
+            element("td", { class: "took" }, durationOf(exchange)));
+        row.classList.toggle("chosen", isChosen);
+        const detail = isChosen ? element("tr", { class: "detailRow" }, element("td", { colspan: "5" }, detailOf(exchange, showPaper))) : null;
+        return { row, detail, as: JSON.stringify(exchange) };
+    }
+
+    function place(exchange, before) {
+        const made = rowOf(exchange);
+        const old = rows.get(exchange.number);
+        if (old) {
+            const hadFocus = old.row.contains(document.activeElement);
+            old.row.replaceWith(made.row);
+            old.detail?.remove();
+            if (hadFocus) {
+                made.row.querySelector("button").focus();
+            }
+        } else {
+            body.insertBefore(made.row, before);
+        }
+        if (made.detail) {
+            made.row.after(made.detail);
+        }
+        rows.set(exchange.number, made);
+    }
+
+    function forgetOld() {
+        for (const [number, { row, detail }] of rows) {
+            if (rows.size <= mostRows) {
+                break;
+            }
+            row.remove();
+            detail?.remove();
+            rows.delete(number);
+        }
+    }
+
+    function draw() {
+        rows.clear();
+        body.replaceChildren();
+        printer.exchanges.filter(isWanted).slice(-mostRows).forEach((exchange) => place(exchange, body.firstChild));
+        empty.hidden = rows.size > 0;
+        setText(empty, printer.exchanges.length > 0 ? "No exchange fits." : "Nothing has gone over the link yet.");
+    }
+
+    function take({ added }) {
+        if (!added) {
+            draw();
+            return;
+        }
+        if (hold.checked) {
+            return;
+        }
+        for (const exchange of added.filter(isWanted)) {
+            if (rows.get(exchange.number)?.as !== JSON.stringify(exchange)) {
+                place(exchange, body.firstChild);
+            }
+        }
+        forgetOld();
+        empty.hidden = rows.size > 0;
+    }
+
+    function choose(number) {
+        const before = chosen;
+        chosen = number;
+        for (const each of [before, number]) {
+            const exchange = printer.exchanges.find((one) => one.number === each);
+            if (exchange && rows.has(each)) {
+                place(exchange);
+            }
+        }
+        if (number > 0) {
+            showPaper(number, true);
+        }
+    }
+
+    // An exchange that is not in the list any more is fetched.
+    async function show(number) {
+        wanted.value = "";
+        if (!rows.has(number)) {
+            const [found] = await getLines(at(printer.name, `trace?after=${number - 1}&limit=1`)).catch(() => []);
+            if (!found) {
+                setText(empty, `The trace no longer has exchange ${number}.`);
+                empty.hidden = false;
+                return;
+            }
+            const after = printer.exchanges.findIndex((exchange) => exchange.number > number);
+            found.isOver = true;
+            if (!printer.exchanges.some((exchange) => exchange.number === number)) {
+                printer.exchanges.splice(after === -1 ? printer.exchanges.length : after, 0, found);
+            }
+            draw();
+        }
+        choose(number);
+        rows.get(number)?.row.scrollIntoView({ block: "center" });
+    }
+
+    sheet.append(
+        element("form", { class: "bar", role: "search", on: { submit: (event) => event.preventDefault() } },
+            labelled("Find", wanted),
+            element("label", { class: "check" }, withProbes, "Probes"),
+            element("label", { class: "check" }, hold, "Hold still")),
+        element("div", { class: "scroll" },
+            element("table", { class: "exchanges" },
+                element("caption", { class: "unseen" }, "Exchanges, the newest first"),
+                element("thead", {}, element("tr", {}, ["No.", "Time", "Request", "Outcome", "Took"].map((title) => element("th", { scope: "col" }, title)))),
+                body),
+            empty));
+    printer.on("trace", take, signal);
+    draw();
+    return { show };
+}

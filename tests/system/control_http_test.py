@@ -319,6 +319,13 @@ class Reach(unittest.TestCase):
                         ["--control", "127.0.0.1:0", "--token", "0123456789abcdef;"], ["--control", "nowhere"]):
             self.assertEqual(self.start(*options).returncode, 2, options)
 
+    def test_a_token_may_stand_on_the_command_line(self):
+        with FiscalPrinter("--token", TOKEN, program=program) as printer:
+            with self.assertRaises(Refused):
+                printer.state()
+            printer._token = TOKEN
+            self.assertEqual(printer.state()["situation"], "noDay")
+
     def test_nothing_is_answered_without_the_token(self):
         with FiscalPrinter(control="0.0.0.0:0", token=TOKEN, program=program) as printer:
             printer.control = "http://127.0.0.1:" + printer.control.rsplit(":", 1)[1]

@@ -75,11 +75,7 @@ protected:
         }
         writer.kill();
         const int reported = target + (writer.hasReported() ? 1 : 0);
-        int found = history.find(Memory(file), reported, target + 1);
-        if (found == -1) {
-            // Under Wine a last write may be under way when the process counts as ended; what is wrong stays so.
-            found = history.find(Memory(file), reported, target + 1);
-        }
+        const int found = history.find(Memory(file), reported, target + 1);
         EXPECT_GE(found, reported) << "killed at step " << target;
         killedBefore += found == target ? 1 : 0;
         return found;

@@ -10,6 +10,7 @@
 #include "telvofm.h"
 
 #include <stdio.h>
+#include <string.h>
 
 /* Says which call failed and why; nothing follows a failure. */
 static int failed(const char* call, int code)
@@ -22,10 +23,29 @@ static int failed(const char* call, int code)
     return 1;
 }
 
+/* The printer refuses a day that is open already: then it goes on. */
+static int beganDay(int code)
+{
+    return code > 0 ? 0 : code;
+}
+
+/* A payment that failed may count all the same, when only its answer was lost: the printer knows what is due. */
+static int failedToPay(const char* call, int code, const char* dueAfterwards)
+{
+    char due[256];
+    if (code != 0 && getVariable(1, "DUE", due, sizeof due) == 0 &&
+        strncmp(due, dueAfterwards, strlen(dueAfterwards)) == 0) {
+        printf("till: %s failed with code %d, but the printer says that %s is due: it counts\n", call, code,
+               dueAfterwards);
+        return 0;
+    }
+    return failed(call, code);
+}
+
 static int sell(void)
 {
     const int device = 1;
-    return failed("sellingDayBegin", sellingDayBegin(device, 0)) ||
+    return failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0))) ||
            failed("paragonBegin", paragonBegin(device, 0, 1, 0, 0, 1, 0)) ||
            /* chlieb, rozok and caj with their accents */
            failed("itemSale", itemSale(device, 0, "Chlieb \x9Aumavsk\xFD", 12.50, 'A', 1.5, 8.33, "kg")) ||
@@ -35,8 +55,8 @@ static int sell(void)
                                                "aj zelen\xFD",
                                                "4.99", "B", "1.000", "4.99", "ks")) ||
            failed("itemVoid_int", itemVoid_int(device, 0, "Ro\x9Eok", 320, "A", 8000, 4000, "ks", "")) ||
-           failed("payment", payment(device, 0, 1, 17.49, 10.00, 0, "Hotovos\x9D")) ||
-           failed("payment_int", payment_int(device, 0, 2, 1749, 749, 0, "Karta")) ||
+           failedToPay("payment", payment(device, 0, 1, 17.49, 10.00, 0, "Hotovos\x9D"), "7.49") ||
+           failedToPay("payment_int", payment_int(device, 0, 2, 1749, 749, 0, "Karta"), "0.00") ||
            failed("paragonEnd", paragonEnd(device, 0, 0));
 }
 

@@ -96,7 +96,7 @@ void requireToken(const Options& options)
     }
     if (!token.empty() && !options.control && !options.web) {
         throw std::runtime_error(
-            "--token belongs to --control or --web, which are not there; give one of them, too");
+            "--token belongs to --control or --web, and neither is there; give one of them, too");
     }
 }
 

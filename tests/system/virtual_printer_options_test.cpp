@@ -78,7 +78,8 @@ TEST_F(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         {{"--listen", here, "--logo-png", "no such folder"}, "--logo-png: Directory does not exist"},
         {{"--listen", here, "--control", "127.0.0.1"}, "it has no port"},
         {{"--listen", here, "--control", here, "--token", "short"}, "16 characters at least"},
-        {{"--listen", here, "--token", "0123456789abcdef"}, "belongs to --control"},
+        {{"--listen", here, "--token", "0123456789abcdef"}, "belongs to --control or --web"},
+        {{"--listen", here, "--web", "127.0.0.1"}, "it has no port"},
         {{"--listen", here, "--control", here, "--token-file", "none"}, "File does not exist: none"},
         {{"--listen", here, "--control", here, "--token-file", empty}, "there is no token in " + empty},
         {{"--listen", here, "--control", here, "--token-file", poor}, "16 characters at least"},
@@ -100,6 +101,7 @@ TEST_F(VirtualPrinterOptions, ThatTheMachineCannotMeetAreRefusedInOneSentence)
     expectRefusal({"--serial", "no port"}, cannot, "cannot use no port as a serial line: ");
     expectRefusal({"--listen", here, "--codes", codes}, cannot,
                   "the code of \"noSellingDay\" is no number from 1 to 255");
+    expectRefusal({"--listen", here, "--web", "0.0.0.0:0"}, cannot, "others can reach 0.0.0.0:0");
 }
 
 // It listens by then, and may say so before or behind it.

@@ -64,7 +64,10 @@ Outcome showPaper(const Call& call)
     const std::uint64_t begin = std::max(after + 1, roll.first());
     for (std::uint64_t number = begin; number < roll.end() && number < begin + limit; ++number) {
         const RollLine& line = roll.at(number);
-        Json json = {{"number", line.number}, {"exchange", line.exchange}, {"document", line.document}};
+        Json json = {{"number", line.number},
+                     {"exchange", line.exchange},
+                     {"document", line.document},
+                     {"columns", settingsOf(call).columns}};
         json.update(lineToJson(line.line, settingsOf(call)));
         answer.body += json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
     }

@@ -61,6 +61,7 @@ TEST_F(PaperUnderControl, HasEachLineWithItsExchangeAndDocument)
     EXPECT_EQ(item[0]["document"], 1); // which is not in the journal yet
     EXPECT_EQ(item[0]["text"], Json::parse(R"(["Chlieb", "  1 ks x 12.50                   12.50 A"])"));
     EXPECT_EQ(item[0]["dots"], nullptr);
+    EXPECT_EQ(item[0]["columns"], 40);
     payAndEnd("12.50");
     EXPECT_EQ(paper().back()["kind"], "cut");
     EXPECT_EQ(paper().back()["document"], 1);

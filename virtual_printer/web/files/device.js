@@ -66,9 +66,12 @@ export function makeDevice(printer, signal) {
     const lamps = { ready: lamp("Ready"), paper: lamp("Paper"), cover: lamp("Cover"), busy: lamp("Busy") };
     const failure = element("p", { class: "failure", role: "alert" });
 
+    let pending = 0; // switches stay as they were pressed until the printer has heard of it
     const act = async (action) => {
         setText(failure, "");
+        pending += 1;
         await action().catch(({ message }) => setText(failure, message));
+        pending -= 1;
         await printer.look();
         show();
     };
@@ -105,9 +108,11 @@ export function makeDevice(printer, signal) {
         lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
         lamps.cover.show(hardware.cover === "open" ? "bad" : "off", hardware.cover);
         lamps.busy.show(isBusy ? "warn" : "off", isBusy ? "lets tills wait" : "no");
-        paper.show(hardware.paper);
-        cover.show(hardware.cover);
-        busy.show(printer.faults.some(isBusySwitch) ? "on" : "off");
+        if (pending === 0) {
+            paper.show(hardware.paper);
+            cover.show(hardware.cover);
+            busy.show(printer.faults.some(isBusySwitch) ? "on" : "off");
+        }
         drawer.classList.toggle("isOpen", hardware.drawer === "open");
         setText(drawerState, `Drawer ${hardware.drawer}`);
         setText(drawerButton, hardware.drawer === "open" ? "Push it in" : "Open it");

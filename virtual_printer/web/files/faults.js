@@ -5,7 +5,7 @@ import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
 
 // "acknowledgeLost of payment, from call 2".
 function wordsFor({ kind, command, ...rest }) {
-    const others = Object.entries(rest).map(([name, value]) => `${name} ${value}`);
+    const others = Object.entries(rest).filter(([name, value]) => name !== "requests" || value !== 1).map(([name, value]) => `${name} ${value}`);
     return [`${kind}${command ? ` of ${command}` : ""}`, ...others].join(", ");
 }
 

@@ -64,7 +64,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                 event.stopPropagation();
                 open(document.position);
             }, { class: "name" })),
-            element("td", {}, document.moment),
+            element("td", { title: document.moment }, document.moment.slice(0, 16)),
             element("td", { class: "sum" }, document.kind.includes("eceipt") ? document.total : ""),
             element("td", { class: "quiet" }, payments));
     }

@@ -9,12 +9,8 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     const elements = new Map(); // by the number of the line
     let slip = null;
     let slipOf = null;
-    let isAtEnd = true;
     let marked = [];
 
-    paper.addEventListener("scroll", () => {
-        isAtEnd = paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
-    }, { passive: true });
     paper.addEventListener("click", ({ target }) => {
         const line = target.closest("[data-exchange]");
         if (line && window.getSelection()?.isCollapsed !== false) {
@@ -32,6 +28,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
             tools.append(button("Trace", () => showExchange(line.exchange), { "aria-label": `Show what printed document ${line.document}` }));
         }
         slip = element("article", { class: "slip", "data-document": line.document }, tools);
+        slip.style.setProperty("--columns", line.columns);
         paper.append(slip);
     }
 
@@ -39,7 +36,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         if (!slip || slipOf !== line.document) {
             beginSlip(line);
         }
-        const drawn = drawLine(line);
+        const drawn = drawLine(line, line.columns);
         if (line.exchange > 0) {
             drawn.dataset.exchange = line.exchange;
         }
@@ -56,12 +53,11 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     }
 
     function take({ isNew, added, gone = [] }) {
-        const wasAtEnd = isAtEnd;
+        const wasAtEnd = paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
         if (isNew) {
             elements.clear();
             paper.replaceChildren(hint);
             slip = null;
-            isAtEnd = true;
         }
         for (const { number } of gone) {
             const old = elements.get(number);

@@ -81,8 +81,8 @@ export function makeTotals(sheet, printer, signal) {
         }
         const { day, closedDays, drawer, lastReceipt, lastClosure, documents } = printer.totals;
         tiles.replaceChildren(
-            tile("Turnover", `${day.turnover} EUR`), tile("Receipts", String(day.receipts)), tile("Cancelled", String(day.cancelled)),
-            tile("Discounts", day.discounts), tile("Returns", day.returns), tile("Drawer movements", String(day.drawerMovements)));
+            tile("Turnover", [day.turnover, " ", element("small", {}, "EUR")]), tile("Receipts", String(day.receipts)), tile("Cancelled", String(day.cancelled)),
+            tile("Discounts", day.discounts), tile("Returns", day.returns), tile("Drawer moved", String(day.drawerMovements)));
         breakdown.replaceChildren(
             bars("By VAT letter", Object.entries(day.vat).map(([name, sum]) => ({ name, sum }))),
             bars("By payment", day.payments.map(({ name, type, sum }) => ({ name: name || `Payment ${type}`, sum }))),

@@ -6,7 +6,7 @@ import { durationOf, isProbe, outcomeOf, storyOf, summaryOf, timeOf } from "./ex
 const mostRows = 300;
 
 function bytes(title, text) {
-    return element("div", { class: "bytes" }, element("h4", {}, title),
+    return element("div", { class: "bytes" }, element("h3", {}, title),
         text === "" ? element("p", { class: "quiet" }, "nothing") : element("code", {}, text));
 }
 
@@ -19,7 +19,7 @@ function detailOf(exchange, showPaper) {
             element("caption", {}, "Fields"),
             element("tbody", {}, exchange.fields.map(({ name, value }) => element("tr", {},
                 element("th", { scope: "row" }, name || "?"), element("td", {}, String(value)))))),
-        exchange.answer !== "" && element("div", { class: "bytes" }, element("h4", {}, "Reply"), element("code", {}, exchange.answer)),
+        exchange.answer !== "" && element("div", { class: "bytes" }, element("h3", {}, "Reply"), element("code", {}, exchange.answer)),
         bytes("From the till", exchange.fromTill),
         bytes(exchange.cut ? "To the till (cut here)" : "To the till", exchange.toTill),
         element("p", { class: "quiet" },

@@ -1,0 +1,495 @@
+// The page in a browser, beside a printer and a till that uses the library.
+import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
+import fs from "node:fs";
+import { createRequire } from "node:module";
+import os from "node:os";
+import path from "node:path";
+import { after, test } from "node:test";
+import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
+
+after(endAll);
+
+const sheets = ["trace", "journal", "totals", "faults", "settings", "session"];
+
+// A test with a printer, a till and a page, which must not complain.
+function withPage(title, run, { options = [], page: pageOptions = {} } = {}) {
+    test(title, async () => {
+        const printer = await startPrinter(...options);
+        const till = options.includes("--printer") ? null : await openTill(printer.addressOf());
+        const page = await openPage(printer, pageOptions);
+        try {
+            await run({ printer, till, page });
+            assert.deepEqual(page.complaints, []);
+        } finally {
+            await page.context().close();
+            await till?.end();
+            await printer.end();
+        }
+    });
+}
+
+const soon = { timeout: 10_000 };
+const seesText = (locator, text) => locator.filter({ hasText: text }).first().waitFor(soon);
+async function becomes(expected, ask) {
+    let seen;
+    for (const end = Date.now() + soon.timeout; Date.now() < end;) {
+        seen = await ask();
+        if (seen === expected) {
+            return;
+        }
+        await new Promise((resolve) => setTimeout(resolve, 20));
+    }
+    assert.equal(seen, expected);
+}
+
+withPage("a sale appears on the paper while it happens", async ({ till, page }) => {
+    const slip = page.locator(".slip");
+    await till.begin();
+    await seesText(slip, "Receipt 1");
+    await seesText(page.locator(".facts"), "Receipt is open");
+    assert.equal(await till.item("Chlieb šumavský", "12.50"), 0);
+    await seesText(slip.locator(".item"), "Chlieb šumavský");
+    assert.equal(await slip.locator(".total").count(), 0, "nothing is paid yet");
+    assert.equal(await till.pay(1250), 0);
+    await seesText(slip.locator(".total"), "TOTAL EUR                          12.50");
+    assert.equal(await slip.locator(".cut").count(), 0, "the receipt is not ended yet");
+    assert.equal(await till.finish(), 0);
+    await seesText(slip.locator(".cut"), "VIRTUAL PRINTER, NO FISCAL DOCUMENT");
+    await seesText(page.locator(".facts"), "1 receipt, 12.50 EUR");
+    await seesText(page.locator(".drawer"), "Drawer open");
+    assert.equal(await till.call("printDisplay", 1, 0, "", "SPOLU          12.50Dakujeme"), 0);
+    await seesText(page.locator(".glass"), "SPOLU          12.50");
+});
+
+withPage("an exchange shows the paper that it printed, and paper its exchange", async ({ till, page }) => {
+    await till.sell("Rožok", "0.18");
+    await page.locator(".slip .item").click();
+    const detail = page.locator(".detail");
+    await seesText(detail, "The printer carried it out and keeps it.");
+    await seesText(detail.locator("td"), "Rožok");
+    assert.match(await detail.locator("code").first().innerText(), /^1c 01 24 /);
+    await page.locator(".exchange", { hasText: "payment" }).locator("button").click();
+    await seesText(page.locator(".line.marked"), "Hotovosť");
+    assert.deepEqual(await page.locator(".line.marked").allInnerTexts().then((all) => all.map((text) => text.trim().slice(0, 5))),
+        ["-----", "TOTAL", "Hotov"]);
+});
+
+withPage("the journal is searched, turned over and opened", async ({ till, page, printer }) => {
+    for (let receipt = 0; receipt < 27; receipt += 1) {
+        await till.sell(receipt === 3 ? "Makovník" : "Rožok", "1.00");
+    }
+    await page.getByRole("tab", { name: "Journal" }).click();
+    const rows = page.locator(".documents tbody tr");
+    await becomes(25, () => rows.count());
+    assert.match(await rows.first().innerText(), /Receipt 27/);
+    await page.getByRole("button", { name: "Older" }).click();
+    await becomes(2, () => rows.count());
+    const search = page.locator(".journal input[type=search]");
+    await search.fill("Makovn");
+    await becomes(1, () => rows.count());
+    await seesText(rows, "Receipt 4");
+    await search.fill("26");
+    await seesText(rows, "Receipt 26");
+    await search.fill("2026-02-01");
+    await seesText(page.locator(".journal .hint"), "no such document");
+    await search.fill("26");
+    await rows.getByRole("button", { name: "Receipt 26" }).click();
+    await seesText(page.locator(".preview .slip"), "TOTAL EUR                           1.00");
+    for (const [name, pattern] of [["Text", /TOTAL EUR +1\.00/], ["SVG", /^<svg .*NO FISCAL DOCUMENT/s]]) {
+        const waiting = page.waitForEvent("download");
+        await page.locator(".preview").getByRole("button", { name, exact: true }).click();
+        assert.match(fs.readFileSync(await (await waiting).path(), "utf8"), pattern);
+    }
+    await page.emulateMedia({ media: "print" }); // as it becomes a PDF
+    assert.equal(await page.locator(".preview .slip").isVisible(), true);
+    for (const hidden of ["#header", ".device", ".list", ".paper"]) {
+        assert.equal(await page.locator(hidden).isVisible(), false, hidden);
+    }
+    const pdf = await page.pdf();
+    assert.equal(pdf.subarray(0, 5).toString(), "%PDF-");
+    assert.equal((await printer.ask("GET", "state")).position.document, 27);
+});
+
+withPage("a fault that is armed on the page is met by the till", async ({ till, page }) => {
+    await page.getByRole("tab", { name: "Faults" }).click();
+    await page.getByRole("button", { name: "Lose the acknowledge of a payment" }).click();
+    const armed = page.locator(".faults .armed");
+    await seesText(armed, "acknowledgeLost of payment");
+    await till.begin();
+    await till.item("Chlieb", "12.50");
+    // The library sends what has met silence again; the printer has the payment and refuses a second one.
+    assert.equal(await till.pay(1250), 32);
+    assert.equal((await till.ask("getVariable", 1, "DUE"))[1], "0.00");
+    assert.equal(await till.finish(), 0);
+    await seesText(armed, "Ended. Met 1 requests, hit 1 in 1 calls.");
+    await armed.getByRole("button", { name: /^Exchange / }).click();
+    await seesText(page.locator(".exchange.chosen"), "done, till not told");
+    await seesText(page.locator(".story"), "The till was not told");
+    await seesText(page.locator(".exchange", { hasText: "repeats" }), "refused 32");
+});
+
+withPage("a scenario is armed, and a fault by its form", async ({ page, printer }) => {
+    await page.getByRole("tab", { name: "Faults" }).click();
+    await page.locator(".scenarios").getByRole("button", { name: "Arm power fails after the end" }).click();
+    await seesText(page.locator(".armed"), "powerLoss of paragonEnd");
+    await page.getByRole("button", { name: "Disarm all" }).click();
+    await seesText(page.locator(".armed"), "No fault is armed");
+    const form = page.locator("form.card");
+    await form.getByLabel("Kind").selectOption("refuse");
+    await form.getByLabel("Command").fill("itemSale");
+    await form.getByLabel("For so many requests").fill("2");
+    await form.getByLabel("Code").fill("49");
+    await form.getByRole("button", { name: "Arm" }).click();
+    await seesText(page.locator(".armed"), "refuse of itemSale, requests 2, code 49");
+    assert.deepEqual((await printer.ask("GET", "faults")).faults.map(({ fault }) => fault), [{ kind: "refuse", command: "itemSale", requests: 2, code: 49 }]);
+    await form.getByLabel("Command").fill("itemSail");
+    await form.getByRole("button", { name: "Arm" }).click();
+    await seesText(page.locator(".faults .failure"), "is a name or a code of the command table");
+    page.complaints.length = 0; // the browser reports a request that was refused
+});
+
+test("every kind of fault is on the page with what it takes", async () => {
+    const { faultKinds, parameterForms } = await import(path.join(process.env.TELVOFM_PAGE, "fault_kinds.js"));
+    const printer = await startPrinter();
+    const { error } = await printer.ask("POST", "faults", { kind: "none of them" });
+    assert.deepEqual(Object.keys(faultKinds).sort(), error.match(/one of (.*)\./)[1].split(", ").sort());
+    const valueFor = (name) => ({ bytes: "15 31", at: "request", probes: "busy" })[name] ?? parameterForms[name].min;
+    for (const [kind, { takes }] of Object.entries(faultKinds)) {
+        const all = Object.fromEntries(takes.map((name) => name.replace("!", "")).map((name) => [name, valueFor(name)]));
+        assert.equal((await printer.ask("POST", "faults", { kind, ...all })).error, undefined, kind);
+        for (const name of Object.keys(parameterForms)) {
+            if (!(name in all)) {
+                assert.match((await printer.ask("POST", "faults", { kind, ...all, [name]: valueFor(name) })).error ?? "", /takes no/, `${kind} ${name}`);
+            }
+        }
+        for (const needed of takes.filter((name) => name.endsWith("!")).map((name) => name.slice(0, -1))) {
+            const { [needed]: left, ...others } = all;
+            assert.match((await printer.ask("POST", "faults", { kind, ...others })).error ?? "", /wants/, `${kind} ${needed}`);
+        }
+        await printer.ask("DELETE", "faults");
+    }
+    await printer.end();
+});
+
+withPage("paper, cover, busy and drawer are switched by hand", async ({ till, page }) => {
+    const choose = (name, value) => page.locator(".switch", { hasText: name }).getByLabel(value).click({ force: true });
+    const lamp = (name) => page.locator(".lamp", { hasText: name }).getAttribute("data-kind");
+    assert.equal(await till.call("sellingDayBegin", 1, 0), 0);
+    const begin = () => till.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0);
+    await choose("Paper", "Out");
+    await becomes("bad", () => lamp("Paper"));
+    assert.equal(await begin(), 49);
+    await choose("Paper", "Full");
+    await becomes("off", () => lamp("Paper"));
+    await choose("Cover", "Open");
+    await becomes("bad", () => lamp("Cover"));
+    assert.equal(await begin(), 50);
+    await choose("Cover", "Closed");
+    await becomes("off", () => lamp("Cover"));
+    await choose("Busy", "On");
+    await becomes("warn", () => lamp("Busy"));
+    let isAnswered = false;
+    const waiting = till.call("printDisplay", 1, 0, "", "Vitajte").then((code) => { isAnswered = true; return code; });
+    await seesText(page.locator(".exchange"), "printDisplay");
+    assert.equal(isAnswered, false, "a busy printer lets the till wait");
+    await choose("Busy", "Off");
+    assert.equal(await waiting, 0);
+    await till.sell("Chlieb", "1.00");
+    await page.getByRole("button", { name: "Push it in" }).click();
+    await seesText(page.locator(".drawer"), "Drawer closed");
+});
+
+withPage("what others change is seen", async ({ page, printer }) => {
+    await printer.ask("PATCH", "hardware", { paper: "low", display: "Hello" });
+    await seesText(page.locator(".glass"), "Hello");
+    await becomes("warn", () => page.locator(".lamp", { hasText: "Paper" }).getAttribute("data-kind"));
+    await page.getByRole("tab", { name: "Settings" }).click();
+    await printer.ask("PATCH", "settings", { vat: { B: { percent: 11 } }, header: { 1: "Pekáreň" }, columns: 48 });
+    await seesText(page.locator(".settings td"), "11 %");
+    await seesText(page.locator(".settings td"), "Pekáreň");
+});
+
+withPage("the day is summed up, by hour, letter and payment", async ({ till, page, printer }) => {
+    await page.getByRole("tab", { name: "Totals" }).click();
+    await till.sell("Chlieb", "10.00", "A");
+    await printer.ask("PATCH", "clock", { now: "2026-01-31 11:30" });
+    await till.sell("Rožok", "2.50", "B");
+    await seesText(page.locator(".tile"), "12.50 EUR");
+    await seesText(page.locator(".bars", { hasText: "VAT" }), /A10\.00B2\.50/);
+    await becomes("Turnover by hour. 09h: 10.00, 11h: 2.50", () => page.locator(".hours").getAttribute("aria-label"));
+    assert.equal(await till.call("printReport", 1, { letter: "Z" }, 0), 0);
+    await seesText(page.locator(".tile"), "0.00 EUR");
+    await seesText(page.locator(".totals"), "Before today: 12.50 EUR in 2 receipts");
+});
+
+withPage("a session is kept, left and taken away", async ({ till, page, printer }) => {
+    await till.sell("Chlieb", "1.00");
+    await page.getByRole("tab", { name: "Session" }).click();
+    await page.getByRole("button", { name: "Keep" }).click();
+    await till.sell("Rožok", "2.00");
+    await becomes(2, () => page.locator(".paper .slip").count());
+    const waiting = page.waitForEvent("download");
+    await page.getByRole("button", { name: "Export the session" }).click();
+    const session = JSON.parse(fs.readFileSync(await (await waiting).path(), "utf8"));
+    assert.deepEqual(session.documents.map(({ total }) => total), ["1.00", "2.00"]);
+    assert.equal(session.trace.length, 10); // five each; the day is begun twice, once in vain
+    await page.getByRole("button", { name: "Go back to morning" }).click();
+    await becomes(1, () => page.locator(".paper .slip").count());
+    await page.getByRole("button", { name: "As a new printer" }).click();
+    await seesText(page.locator(".facts"), "No day is open");
+    await becomes(0, () => page.locator(".paper .slip").count());
+    await page.getByRole("button", { name: "An hour on" }).click();
+    await seesText(page.locator(".clock"), "2026-01-31 10:12");
+    assert.equal((await printer.ask("GET", "state")).position.document, 0);
+});
+
+test("the page comes back by itself after a restart", async () => {
+    const data = fs.mkdtempSync(path.join(os.tmpdir(), "page-test-data-"));
+    const first = await startPrinter("--data", data);
+    const page = await openPage(first);
+    const till = await openTill(first.addressOf());
+    await till.sell("Chlieb", "1.00");
+    await seesText(page.locator(".slip"), "Chlieb");
+    await till.end();
+    await first.end();
+    await seesText(page.locator(".link-state"), "Not connected");
+    const second = await startPrinter("--data", data, "--web", first.web.replace("http://", ""));
+    await seesText(page.locator(".link-state"), "Live");
+    await becomes(0, () => page.locator(".exchange").count());
+    await becomes(1, () => page.locator(".paper .slip").count()); // what the journal has
+    const another = await openTill(second.addressOf());
+    await another.sell("Rožok", "2.00");
+    await seesText(page.locator(".slip"), "Rožok");
+    await another.end();
+    await page.context().close();
+    await second.end();
+    fs.rmSync(data, { recursive: true });
+});
+
+// A browser opens six connections to one host: eight streams would leave none for anything else.
+test("eight tabs follow a sale at once", async () => {
+    const printer = await startPrinter();
+    const context = await (await openBrowser()).newContext();
+    const pages = await Promise.all(Array.from({ length: 8 }, () => openPage(printer, {}, context)));
+    const till = await openTill(printer.addressOf());
+    await till.begin();
+    await till.item("Chlieb", "1.00");
+    await Promise.all(pages.map((page) => seesText(page.locator(".slip .item"), "Chlieb")));
+    await till.pay(100);
+    await till.finish();
+    await Promise.all(pages.map((page) => seesText(page.locator(".slip"), "NO FISCAL DOCUMENT")));
+    assert.deepEqual(pages.flatMap((page) => page.complaints), []);
+    await till.end();
+    await context.close();
+    await printer.end();
+});
+
+test("a tab follows alone where there are no shared workers", async () => {
+    const printer = await startPrinter();
+    const context = await (await openBrowser()).newContext();
+    await context.addInitScript(() => { delete window.SharedWorker; });
+    const page = await openPage(printer, {}, context);
+    const till = await openTill(printer.addressOf());
+    await till.sell("Chlieb", "1.00");
+    await seesText(page.locator(".slip .item"), "Chlieb");
+    await till.end();
+    await context.close();
+    await printer.end();
+});
+
+withPage("everything is reached by the keyboard alone", async ({ page, printer }) => {
+    const press = async (key, times = 1) => {
+        for (let time = 0; time < times; time += 1) {
+            await page.keyboard.press(key);
+        }
+    };
+    const tabUntil = async (isThere) => {
+        for (let step = 0; step < 60; step += 1) {
+            await page.keyboard.press("Tab");
+            if (await page.evaluate(isThere)) {
+                return;
+            }
+        }
+        assert.fail(`never reached: ${isThere}`);
+    };
+    await tabUntil(() => document.activeElement.type === "radio" && document.activeElement.name.endsWith("paper"));
+    const outline = await page.evaluate(() => getComputedStyle(document.activeElement.nextElementSibling).outlineStyle);
+    assert.equal(outline, "solid", "it is seen where one is");
+    await press("ArrowRight", 2);
+    await becomes("out", async () => (await printer.ask("GET", "hardware")).paper);
+    await tabUntil(() => document.activeElement.role === "tab");
+    await press("ArrowRight", 3);
+    assert.equal(await page.evaluate(() => document.activeElement.textContent), "Faults");
+    await tabUntil(() => document.activeElement.textContent === "Busy for 5 seconds");
+    await press("Enter");
+    await seesText(page.locator(".armed"), "busy, milliseconds 5000");
+    await tabUntil(() => document.activeElement.textContent === "Disarm");
+    await press("Space");
+    await seesText(page.locator(".armed"), "No fault is armed");
+});
+
+withPage("it is dark in the dark, and nothing is cut off on a narrow screen", async ({ till, page, printer }) => {
+    await printer.ask("PATCH", "settings", { columns: 48 });
+    await till.sell("Chlieb so slnečnicovými semienkami a veľmi dlhým názvom", "1234.50");
+    const brightness = () => page.evaluate(() => {
+        const [red, green, blue] = getComputedStyle(document.querySelector("#header")).backgroundColor.match(/\d+/g).map(Number);
+        return (red + green + blue) / 3;
+    });
+    assert.ok(await brightness() > 200);
+    await page.emulateMedia({ colorScheme: "dark", reducedMotion: "reduce" });
+    assert.ok(await brightness() < 60);
+    await page.getByRole("button", { name: /^Colours/ }).click(); // light, whatever the system says
+    assert.ok(await brightness() > 200);
+    await till.sell("Rožok", "1.00");
+    await seesText(page.locator(".fresh"), "Rožok");
+    assert.equal(await page.locator(".fresh").first().evaluate((line) => getComputedStyle(line).animationName), "none");
+    for (const width of [360, 768, 1024]) {
+        await page.setViewportSize({ width, height: 800 });
+        for (const sheet of sheets) {
+            await page.goto(`${printer.web}/#/printer/${sheet}`);
+            await page.locator(`#sheet-${sheet}`).waitFor();
+            const [all, seen] = await page.evaluate(() => [document.documentElement.scrollWidth, window.innerWidth]);
+            assert.ok(all <= seen, `${sheet} is ${all} wide on a screen of ${seen}`);
+        }
+    }
+});
+
+withPage("axe finds nothing", async ({ till, page, printer }) => {
+    const axe = fs.readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+    await till.sell("Chlieb", "1.00");
+    await till.sell("Chlieb", "0.00"); // refused
+    await printer.ask("POST", "faults", { kind: "acknowledgeLost", command: "payment" });
+    await page.evaluate(axe);
+    for (const colorScheme of ["light", "dark"]) {
+        await page.emulateMedia({ colorScheme });
+        for (const sheet of sheets) {
+            await page.evaluate((name) => { window.location.hash = `#/printer/${name}`; }, sheet);
+            await page.locator(`#sheet-${sheet} > :not(:empty)`).first().waitFor();
+            if (sheet === "trace") {
+                await page.locator(".exchange .name").first().click();
+            } else if (sheet === "journal") {
+                await page.locator(".documents .name").first().click();
+                await page.locator(".preview .slip").waitFor();
+            }
+            // In the dark nothing but the colours is different.
+            const { violations } = await page.evaluate((isDark) => window.axe.run(document, isDark ? { runOnly: ["color-contrast"] } : {}), colorScheme === "dark");
+            assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map(({ html }) => html)]), [], `${sheet}, ${colorScheme}`);
+        }
+    }
+});
+
+const hostile = [
+    "<img src=x onerror=hacked()>", "<script>hacked()</script>", "\"><svg onload=hacked()>", "</div><b>bold</b>", "javascript:hacked()",
+    "${hacked()}", "&lt;b&gt;&amp;", "<a href=\"/printers\">x</a>", "<!--", "]]><script>hacked()//",
+];
+withPage("texts of receipts never run and are shown as they are", async ({ till, page, printer }) => {
+    await page.evaluate(() => {
+        window.hacks = 0;
+        window.hacked = () => { window.hacks += 1; };
+        window.violations = 0;
+        document.addEventListener("securitypolicyviolation", () => { window.violations += 1; });
+    });
+    await till.begin();
+    for (const name of hostile) {
+        assert.equal(await till.item(name, "1.00"), 0, name);
+    }
+    await till.call("printDisplay", 1, 0, "", hostile[0]);
+    await till.pay(100 * hostile.length, 1, hostile[1]);
+    await till.finish();
+    await seesText(page.locator(".slip"), "NO FISCAL DOCUMENT");
+    const shown = await page.locator(".slip .item > div:first-child").allInnerTexts();
+    assert.deepEqual(shown, hostile);
+    for (const sheet of sheets) {
+        await page.evaluate((name) => { window.location.hash = `#/printer/${name}`; }, sheet);
+        await page.locator(`#sheet-${sheet} > :not(:empty)`).first().waitFor();
+    }
+    await page.evaluate(() => { window.location.hash = "#/printer/journal"; });
+    await page.locator(".documents .name").first().click();
+    await seesText(page.locator(".preview .slip"), hostile[1]);
+    const found = await page.evaluate(() => ({
+        hacks: window.hacks,
+        violations: window.violations,
+        strangers: document.querySelectorAll("main img, main script, main [onload], main [onerror], main .slip b, main .slip a").length,
+    }));
+    assert.deepEqual(found, { hacks: 0, violations: 0, strangers: 0 });
+    const drawing = await page.context().newPage();
+    await drawing.goto(`${printer.web}/printers/printer/documents/1/paper.svg`);
+    assert.equal(await drawing.evaluate(() => document.querySelectorAll("script, img, [onload], [onerror]").length), 0);
+    assert.ok((await drawing.evaluate(() => document.documentElement.textContent)).includes(hostile[1]));
+    // The policy of the page refuses what would get into it all the same.
+    const isRefused = await page.evaluate(() => {
+        try {
+            document.querySelector(".slip").innerHTML = "<img src=x onerror=hacked()>";
+            return false;
+        } catch {
+            return true;
+        }
+    });
+    assert.equal(isRefused, true);
+    page.complaints.length = 0; // of that attempt
+});
+
+withPage("codes on the screen are read to what was sent", async ({ till, page }) => {
+    const texts = ["https://example.com/receipt/O-7DBCDA8A56EE426DBCDA8A56EE426D1A", "ľščťžýáíé 12.50 €"];
+    await till.begin();
+    await till.item("Chlieb", "1.00");
+    assert.equal(await till.call("printQRCode", 1, texts[0]), 0);
+    assert.equal(await till.call("printQRCode", 1, texts[1]), 0);
+    assert.equal(await till.call("printBC", 1, 0, "5901234123457"), 0);
+    await till.pay(100);
+    await till.finish();
+    await seesText(page.locator(".slip"), "NO FISCAL DOCUMENT");
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "page-test-code-"));
+    const read = async (locator) => {
+        const file = path.join(folder, "code.png");
+        await locator.scrollIntoViewIfNeeded();
+        await locator.screenshot({ path: file });
+        return execFileSync("zbarimg", ["--quiet", "--raw", file], { encoding: "utf8" }).trimEnd();
+    };
+    assert.equal(await read(page.locator(".line.qrCode").nth(0)), texts[0]);
+    assert.equal(await read(page.locator(".line.qrCode").nth(1)), texts[1]);
+    assert.equal(await read(page.locator(".line.barCode")), "5901234123457");
+    await page.getByRole("tab", { name: "Journal" }).click();
+    await page.locator(".documents .name").first().click();
+    assert.equal(await read(page.locator(".preview .line.qrCode").nth(0)), texts[0]);
+    fs.rmSync(folder, { recursive: true });
+});
+
+test("the token is asked for once", async () => {
+    const token = "0123456789abcdef";
+    const printer = await startPrinter("--token", token);
+    const page = await openPage(printer, { until: "#login" });
+    await page.getByRole("textbox").fill("0123456789abcdeX");
+    await page.getByRole("button", { name: "Open" }).click();
+    await seesText(page.locator("#login .failure"), "The token is wrong");
+    assert.equal(await page.locator(".device").count(), 0);
+    await page.getByRole("textbox").fill(token);
+    await page.getByRole("button", { name: "Open" }).click();
+    await page.locator(".device").waitFor(soon);
+    await seesText(page.locator(".link-state"), "Live");
+    await page.reload();
+    await page.locator(".device").waitFor(soon);
+    assert.equal(await page.locator("#login").count(), 0);
+    const [cookie] = await page.context().cookies();
+    assert.deepEqual([cookie.httpOnly, cookie.sameSite], [true, "Strict"]);
+    await page.context().close();
+    await printer.end();
+});
+
+const two = ["--printer", "bar=127.0.0.1:0", "--printer", "shop=127.0.0.1:0"];
+withPage("several printers are seen side by side", async ({ page, printer }) => {
+    const bar = await openTill(printer.addressOf("bar"));
+    const shop = await openTill(printer.addressOf("shop"));
+    await bar.sell("Espresso", "1.90");
+    await shop.sell("Chlieb", "2.49");
+    await seesText(page.getByRole("region", { name: "bar" }), "Espresso");
+    await seesText(page.getByRole("region", { name: "shop" }), "Chlieb");
+    await printer.ask("PATCH", "/printers/shop/hardware", { cover: "open" });
+    await seesText(page.getByRole("region", { name: "shop" }), "Cover is open");
+    await page.getByRole("navigation").getByRole("link", { name: "bar" }).click();
+    await seesText(page.locator(".exchange"), "paragonEnd");
+    assert.equal(await page.locator(".slip", { hasText: "Chlieb" }).count(), 0);
+    await bar.end();
+    await shop.end();
+}, { options: two, page: { until: ".overview" } });

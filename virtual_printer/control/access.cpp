@@ -1,7 +1,7 @@
 #include "virtual_printer/control/access.h"
 
 #include <algorithm>
-#include <array>
+#include <boost/asio/ip/address.hpp>
 #include <string_view>
 
 namespace virtual_printer {
@@ -17,10 +17,27 @@ std::string_view nameIn(std::string_view host)
     return isPort ? host.substr(0, colon) : host;
 }
 
+std::string inSmallLetters(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+// localhost, or an address that leads nowhere but here; one of IPv6 stands in brackets.
 bool isOfThisMachine(std::string_view host)
 {
-    constexpr std::array names = {"localhost", "127.0.0.1", "[::1]"};
-    return std::find(names.begin(), names.end(), nameIn(host)) != names.end();
+    std::string name = inSmallLetters(std::string(nameIn(host)));
+    if (name == "localhost") {
+        return true;
+    }
+    const bool isBracketed = name.starts_with('[') && name.ends_with(']');
+    if (isBracketed) {
+        name = name.substr(1, name.size() - 2);
+    }
+    boost::system::error_code failure;
+    const auto address = boost::asio::ip::make_address(name, failure);
+    return !failure && address.is_v6() == isBracketed && address.is_loopback();
 }
 
 std::string cookieIn(std::string_view header)
@@ -47,7 +64,9 @@ std::string bearerIn(std::string_view header)
 
 std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
 {
-    if (!request.origin.empty() && request.origin != "http://" + request.host) {
+    const bool isOfThisProgram =
+        request.origin.empty() || inSmallLetters(request.origin) == inSmallLetters("http://" + request.host);
+    if (!isOfThisProgram) {
         return errorAnswer(status::forbidden,
                            "The page " + request.origin +
                                " is not of this program and may not use it; open a page of " + request.host +

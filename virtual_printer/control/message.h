@@ -25,6 +25,7 @@ constexpr int forbidden = 403;
 constexpr int notFound = 404;
 constexpr int wrongMethod = 405;
 constexpr int conflict = 409;
+constexpr int gone = 410;
 constexpr int internalError = 500;
 } // namespace status
 

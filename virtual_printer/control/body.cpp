@@ -57,7 +57,9 @@ void Members::allow(std::initializer_list<std::string_view> names) const
 {
     for (const auto& [member, value] : object.items()) {
         if (std::find(names.begin(), names.end(), member) == names.end()) {
-            refuse("There is no \"" + nameOf(member) + "\"; there are " + listed(names) + ".");
+            constexpr std::size_t longest = 100;
+            refuse("There is no \"" + nameOf(member.substr(0, longest)) + "\"; there are " + listed(names) +
+                   ".");
         }
     }
 }

@@ -15,6 +15,7 @@ import json
 import os
 import socket
 import subprocess
+import tempfile
 import threading
 import urllib.error
 import urllib.parse
@@ -41,12 +42,18 @@ class FiscalPrinter:
         self.name = "printer"
         self._token = token
         command = [program or os.environ.get("TELVOFM_PRINTER", "telvofm-printer"), "--listen", "127.0.0.1:0",
-                   "--control", control, *(["--token", token] if token else []), "--exit-with-parent", *options]
-        self._process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                                         encoding="utf-8")
-        self.paper = []  # what it has printed so far, line by line
-        self.address = self._line_behind("listening on ")
-        self.control = self._line_behind("control on ")
+                   "--control", control, "--exit-with-parent", *options]
+        with tempfile.TemporaryDirectory() as folder:  # others can read a command line, but not this
+            if token:
+                file = os.path.join(folder, "token")
+                with open(file, "w", encoding="ascii") as secret:
+                    secret.write(token)
+                command += ["--token-file", file]
+            self._process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                                             encoding="utf-8")
+            self.paper = []  # what it has printed so far, line by line
+            self.address = self._line_behind("listening on ")
+            self.control = self._line_behind("control on ")
         self._reader = threading.Thread(target=self._read_paper, daemon=True)
         self._reader.start()
 

@@ -271,7 +271,17 @@ class Control(unittest.TestCase):
         wire = self.wire()
         wire.say("GET /printers HTTP/1.1\r\nHost: localhost\r\nX: " + "x" * 9000 + "\r\n\r\n")
         self.assertEqual(wire.hear()[0], 431)
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1;" + "x" * 20000)
+        self.assertEqual(wire.hear()[0], 431)
         self.assertTrue(self.is_alive())
+
+    def test_takes_a_body_in_chunks(self):
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n")
+        for piece in ('{"situation"', ': "noDay"}', ""):
+            wire.say(f"{len(piece):x}\r\n{piece}\r\n")
+        self.assertEqual(wire.hear(), (200, {"holds": True, "differences": []}))
 
     def test_refuses_what_is_no_request(self):
         for rubbish in ("rubbish\r\n\r\n", "GET / HTTP/9.9\r\n\r\n", b"\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03" * 9,
@@ -383,6 +393,13 @@ class Reach(unittest.TestCase):
         for options in (["--control", "127.0.0.1:0", "--token", "short"], ["--token", TOKEN],
                         ["--control", "127.0.0.1:0", "--token", "0123456789abcdef;"], ["--control", "nowhere"]):
             self.assertEqual(self.start(*options).returncode, 2, options)
+
+    def test_a_token_may_stand_on_the_command_line(self):
+        with FiscalPrinter("--token", TOKEN, program=program) as printer:
+            with self.assertRaises(Refused):
+                printer.state()
+            printer._token = TOKEN
+            self.assertEqual(printer.state()["situation"], "noDay")
 
     def test_nothing_is_answered_without_the_token(self):
         with FiscalPrinter(control="0.0.0.0:0", token=TOKEN, program=program) as printer:

@@ -3,8 +3,9 @@
 // makes way for one that comes.
 #pragma once
 
-#include "virtual_printer/control/message.h"
+#include "virtual_printer/control/http_exchange.h"
 #include "virtual_printer/transport/address.h"
+#include "virtual_printer/transport/http_limits.h"
 
 #include <boost/asio/io_context.hpp>
 #include <functional>
@@ -16,15 +17,7 @@ namespace virtual_printer {
 class HttpServer
 {
 public:
-    struct Limits
-    {
-        std::size_t header = std::size_t{8} * 1024;
-        std::size_t body = std::size_t{1024} * 1024;
-        std::size_t connections = 64;
-        std::chrono::seconds request{10}; // from the connection or the last answer to its last byte
-        std::chrono::seconds answer{10};  // without a byte being taken
-        std::chrono::seconds heartbeat{15};
-    };
+    using Limits = HttpLimits;
     using Handler = std::function<Outcome(const HttpRequest&)>;
 
     // Listens from here on, until the context goes. An address that others can reach needs `mayBeReached`.

@@ -1,7 +1,8 @@
 #include "virtual_printer/control/access.h"
 
 #include <algorithm>
-#include <boost/asio/ip/address.hpp>
+#include <charconv>
+#include <cstdint>
 #include <string_view>
 
 namespace virtual_printer {
@@ -24,20 +25,30 @@ std::string inSmallLetters(std::string text)
     return text;
 }
 
-// localhost, or an address that leads nowhere but here; one of IPv6 stands in brackets.
+// 127 and three more numbers: all of these addresses lead nowhere but here.
+bool isLoopback(std::string_view address)
+{
+    constexpr std::string_view network = "127.";
+    if (!address.starts_with(network)) {
+        return false;
+    }
+    address.remove_prefix(network.size());
+    for (const std::string_view behind : {".", ".", ""}) {
+        std::uint8_t number = 0;
+        const auto parsed = std::from_chars(address.data(), address.data() + address.size(), number);
+        address.remove_prefix(static_cast<std::size_t>(parsed.ptr - address.data()));
+        if (parsed.ec != std::errc() || address.substr(0, 1) != behind) {
+            return false;
+        }
+        address.remove_prefix(behind.size());
+    }
+    return true;
+}
+
 bool isOfThisMachine(std::string_view host)
 {
-    std::string name = inSmallLetters(std::string(nameIn(host)));
-    if (name == "localhost") {
-        return true;
-    }
-    const bool isBracketed = name.starts_with('[') && name.ends_with(']');
-    if (isBracketed) {
-        name = name.substr(1, name.size() - 2);
-    }
-    boost::system::error_code failure;
-    const auto address = boost::asio::ip::make_address(name, failure);
-    return !failure && address.is_v6() == isBracketed && address.is_loopback();
+    const std::string name = inSmallLetters(std::string(nameIn(host)));
+    return name == "localhost" || name == "[::1]" || isLoopback(name);
 }
 
 std::string cookieIn(std::string_view header)

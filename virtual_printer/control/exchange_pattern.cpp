@@ -12,7 +12,7 @@ namespace {
 
 using Kind = Exchanged::Kind;
 
-constexpr std::size_t longestShown = 100;
+constexpr std::size_t longestExchangeName = 100;
 
 // What is no request of the command table, and what comes of it.
 struct OtherExchange
@@ -141,7 +141,7 @@ void requireSense(const Json& expected, Stage stage, const std::string& place)
             withValues.erase(found); // none of it
         }
     }
-    const std::string name = Members(expected, place).text("name", "", 0, longestShown);
+    const std::string name = Members(expected, place).text("name", "", 0, longestExchangeName);
     if (const auto fields = withValues.find("fields"); fields != withValues.end()) {
         if (expected.contains("name")) {
             requireName(name, stage, place);

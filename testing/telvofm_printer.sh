@@ -2,7 +2,7 @@
 # on the path or in TELVOFM_PRINTER. docs/control.md describes what can be asked.
 #
 #     start_printer                             its address is $PRINTER_ADDRESS; it ends with the script
-#     start_printer --token "$TOKEN"            options are handed over; `ask` brings the token along
+#     start_printer --token-file FILE           options are handed over; `ask` brings the token along, also that of --token
 #     ask GET state                             prints what is answered; fails when it is an error
 #     ask POST faults '{"kind": "paperOut"}'
 #     expect '{"committed": []}'                fails with the differences on standard error
@@ -26,6 +26,7 @@ start_printer() {
     PRINTER_TOKEN=''
     for option in "$@"; do
         [[ $before_it != --token ]] || PRINTER_TOKEN=$option
+        [[ $before_it != --token-file ]] || PRINTER_TOKEN=$(head -n 1 "$option")
         [[ $option != --token=* ]] || PRINTER_TOKEN=${option#--token=}
         before_it=$option
     done

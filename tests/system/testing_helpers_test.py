@@ -108,6 +108,9 @@ class ShellHelper(unittest.TestCase):
         self.assertEqual(code, 0)
         self.assertIn('"situation": "noDay"', said)
         self.assertEqual(self.run_script("set -e\nstart_printer --token=0123456789abcdef\nask GET state")[0], 0)
+        code, said, _ = self.run_script("set -e\nfile=$(mktemp)\necho 0123456789abcdef >\"$file\"\n"
+                                        "start_printer --token-file \"$file\"\nask GET state\nrm \"$file\"")
+        self.assertEqual((code, said.count("noDay")), (0, 1))
 
     def test_leaves_the_trap_of_the_script(self):
         code, said, _ = self.run_script("trap 'echo \"ends with $?, it'\\''s over\"' EXIT\nstart_printer\nexit 3")

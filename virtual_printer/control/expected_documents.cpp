@@ -1,34 +1,33 @@
+#include "virtual_printer/control/expected_documents.h"
+
 #include "virtual_printer/control/body.h"
 #include "virtual_printer/control/difference.h"
 #include "virtual_printer/control/document_json.h"
-#include "virtual_printer/control/expectation.h"
 
-#include <set>
+#include <limits>
 
 namespace virtual_printer {
 namespace {
 
-std::string called(const Json& document)
+// Every member that a document can have, with a value of its kind.
+const Json& formOfDocument()
 {
-    return document["kind"].get<std::string>() + " " + document["number"].dump() + " of " +
-           document["moment"].get<std::string>() + ", total " + document["total"].get<std::string>();
+    static const Json form = [] {
+        Document document;
+        document.lines = {{.kind = Line::Kind::item, .right = "1", .vat = 'A', .quantity = 1}};
+        for (char letter = 'A'; letter <= 'H'; ++letter) {
+            document.byVat[letter] = 0;
+        }
+        document.byPayment[1] = 0;
+        return toJson(document, Settings());
+    }();
+    return form;
 }
 
-std::string nearestDocument(const Json& expected, const std::vector<Json>& documents)
+Document::Kind kindIn(const Json& pattern, const std::string& place)
 {
-    const int best = nearest(expected, documents);
-    if (best < 0) {
-        return "; nothing was committed";
-    }
-    const Json& document = documents[static_cast<std::size_t>(best)];
-    const std::string difference = differenceFrom(expected, document);
-    return "; the nearest is " + called(document) + ": " +
-           (difference.empty() ? "it is at another place, " + std::to_string(best) : difference);
-}
-
-Document::Kind kindIn(const Json& pattern)
-{
-    const std::string name = Members(pattern, "committed").text("kind", "receipt", 1, 20);
+    constexpr std::size_t longest = 100;
+    const std::string name = Members(pattern, place).text("kind", "receipt", 0, longest);
     const auto kind = documentKindCalled(name);
     if (!kind) {
         throw ControlRefusal(status::badRequest,
@@ -39,56 +38,110 @@ Document::Kind kindIn(const Json& pattern)
     return *kind;
 }
 
-// Those since then, of the kinds that are named.
-std::vector<Json> documentsOf(const Json& expected, const Expectation& expectation)
+std::string called(const Json& document)
 {
-    const State& state = expectation.printer.station.printer.state();
-    if (expectation.since.document > state.standing->documents) {
-        throw ControlRefusal(status::gone,
-                             "The journal has been cleared since: it holds fewer documents than the "
-                             "assertion begins at; give a later \"since\".");
+    return document["kind"].get<std::string>() + " " + document["number"].dump() + " of " +
+           document["moment"].get<std::string>() + ", total " + document["total"].get<std::string>();
+}
+
+std::string nearest(const Json& expected, const std::vector<Json>& documents)
+{
+    if (documents.empty()) {
+        return "; nothing was committed";
     }
-    std::set<Document::Kind> kinds;
-    for (const Json& pattern : expected) {
-        kinds.insert(kindIn(pattern));
-    }
-    std::vector<Json> documents;
-    DocumentQuery query;
-    query.skip = expectation.since.document;
-    expectation.printer.station.printer.memory().read(query, [&](const Document& document) {
-        if (kinds.empty() || kinds.contains(document.kind)) {
-            documents.push_back(toJson(document, *state.settings));
+    std::size_t best = 0;
+    std::size_t fewest = std::numeric_limits<std::size_t>::max();
+    for (std::size_t index = 0; index < documents.size(); ++index) {
+        if (const std::size_t places = distance(expected, documents[index]); places < fewest) {
+            fewest = places;
+            best = index;
         }
-        return true;
-    });
-    return documents;
+    }
+    return "; the nearest is " + called(documents[best]) + ": " +
+           (fewest == 0 ? "it is at another place, " + std::to_string(best)
+                        : differenceFrom(expected, documents[best]));
 }
 
 } // namespace
 
-void checkDocuments(Expectation& expectation)
+ExpectedDocuments::ExpectedDocuments(const Json& list) : expected(list)
 {
-    if (!expectation.assertion.contains("committed")) {
-        return;
+    for (std::size_t index = 0; index < expected.size(); ++index) {
+        const std::string place = "committed[" + std::to_string(index) + "]";
+        requireForm(expected[index], formOfDocument(), place);
+        kinds.insert(kindIn(expected[index], place));
     }
-    const Json& expected = listIn(expectation.assertion, "committed");
-    const std::vector<Json> documents = documentsOf(expected, expectation);
+}
+
+bool ExpectedDocuments::hold(const Printer& printer, int since)
+{
+    const State& state = printer.state();
+    if (standing != state.standing || settings != state.settings || begin != since) {
+        held = isKept(printer, since);
+        standing = state.standing;
+        settings = state.settings;
+        begin = since;
+    }
+    return held;
+}
+
+bool ExpectedDocuments::isKept(const Printer& printer, int since) const
+{
+    std::size_t index = 0;
+    bool isSo = true;
+    read(printer, since, [&](const Json& document) {
+        isSo = index < expected.size() && distance(expected[index], document) == 0;
+        ++index;
+        return isSo;
+    });
+    return isSo && index == expected.size();
+}
+
+std::vector<std::string> ExpectedDocuments::differences(const Printer& printer, int since) const
+{
+    std::vector<Json> documents;
+    read(printer, since, [&documents](const Json& document) {
+        documents.push_back(document);
+        return true;
+    });
+    std::vector<std::string> found;
     if (expected.size() != documents.size()) {
-        expectation.found.push_back("committed: there are " + std::to_string(documents.size()) +
-                                    " documents, " + std::to_string(expected.size()) + " are expected");
+        found.push_back("committed: there are " + std::to_string(documents.size()) + " documents, " +
+                        std::to_string(expected.size()) + " are expected");
     }
     for (std::size_t index = 0; index < expected.size(); ++index) {
-        const bool isRight =
-            index < documents.size() && differences(expected[index], documents[index]).empty();
-        if (!isRight) {
-            expectation.found.push_back("committed[" + std::to_string(index) + "]: no document is " +
-                                        shown(expected[index]) + " there" +
-                                        nearestDocument(expected[index], documents));
+        if (index >= documents.size() || distance(expected[index], documents[index]) != 0) {
+            found.push_back("committed[" + std::to_string(index) + "]: no document is " +
+                            shown(expected[index]) + " there" + nearest(expected[index], documents));
         }
     }
+    constexpr std::size_t mostNamed = 20;
     for (std::size_t index = expected.size(); index < documents.size(); ++index) {
-        expectation.found.push_back("committed: nobody expects " + called(documents[index]));
+        if (index - expected.size() == mostNamed) {
+            found.push_back("committed: nobody expects " + std::to_string(documents.size() - index) +
+                            " more documents");
+            break;
+        }
+        found.push_back("committed: nobody expects " + called(documents[index]));
     }
+    return found;
+}
+
+void ExpectedDocuments::read(const Printer& printer, int since,
+                             const std::function<bool(const Json&)>& reader) const
+{
+    const State& state = printer.state();
+    if (since > state.standing->documents) {
+        throw ControlRefusal(status::gone,
+                             "The journal has been cleared since: it holds fewer documents than the "
+                             "assertion begins at; give a later \"since\".");
+    }
+    DocumentQuery query;
+    query.skip = since;
+    printer.memory().read(query, [&](const Document& document) {
+        const bool isOfThem = kinds.empty() || kinds.contains(document.kind);
+        return !isOfThem || reader(toJson(document, *state.settings));
+    });
 }
 
 } // namespace virtual_printer

@@ -1,125 +1,191 @@
+#include "virtual_printer/control/expected_exchanges.h"
+
 #include "virtual_printer/control/body.h"
 #include "virtual_printer/control/difference.h"
-#include "virtual_printer/control/expectation.h"
-#include "virtual_printer/trace/exchanged_json.h"
 
-#include <algorithm>
+#include <limits>
 
 namespace virtual_printer {
 namespace {
 
-// As the trace shows it, with its fields by name.
-Json viewOf(const Exchanged& exchanged)
-{
-    Json view = toJson(exchanged);
-    Json fields = Json::object();
-    for (const Json& field : view["fields"]) {
-        fields[field["name"].get<std::string>()] = field["value"];
-    }
-    view["fields"] = std::move(fields);
-    return view;
-}
+constexpr std::int64_t largestCount = 1'000'000;
 
-// Those since the assertion begins, none of which may be forgotten.
-std::vector<const Exchanged*> exchangesOf(const Expectation& expectation)
+void requireTrace(const Trace& trace, std::uint64_t since)
 {
-    const Trace& trace = expectation.printer.station.trace;
-    const std::uint64_t since = expectation.since.exchange;
     if (trace.isGone(since)) {
         throw ControlRefusal(status::gone,
                              "The trace begins at exchange " + std::to_string(trace.first()) +
                                  " and the assertion at " + std::to_string(since) +
                                  ", which is forgotten; assert sooner, or give a later \"since\".");
     }
-    std::vector<const Exchanged*> all;
-    for (std::uint64_t number = since; number < trace.end(); ++number) {
-        all.push_back(trace.find(number));
-    }
-    return all;
-}
-
-using Counts = bool (*)(const Exchanged&);
-
-// Only what has the name that is asked for is written as JSON: a trace is long, and its printer waits
-// meanwhile.
-std::vector<Json> viewsOf(const std::vector<const Exchanged*>& exchanges, Counts counts, const Json& expected)
-{
-    const auto name = expected.find("name");
-    std::vector<Json> views;
-    for (const Exchanged* exchanged : exchanges) {
-        if (counts(*exchanged) && (name == expected.end() || *name == exchanged->name())) {
-            views.push_back(viewOf(*exchanged));
-        }
-    }
-    return views;
-}
-
-void checkCount(Expectation& expectation, const std::string& part, const Json& expected,
-                const std::vector<Json>& views, std::int64_t wanted)
-{
-    const auto count = std::count_if(views.begin(), views.end(),
-                                     [&](const Json& view) { return differences(expected, view).empty(); });
-    if (count == wanted) {
-        return;
-    }
-    std::string sentence = part + ": " + std::to_string(count) + " exchanges are " + shown(expected) + ", " +
-                           std::to_string(wanted) + " are expected";
-    if (const int best = nearest(expected, views); count == 0 && best >= 0) {
-        const Json& view = views[static_cast<std::size_t>(best)];
-        sentence +=
-            "; the nearest is exchange " + view["number"].dump() + ": " + differenceFrom(expected, view);
-    } else if (count == 0) {
-        sentence += "; no such thing was " + part;
-    }
-    expectation.found.push_back(sentence);
-}
-
-void checkPart(Expectation& expectation, const std::string& part, Counts counts)
-{
-    if (!expectation.assertion.contains(part)) {
-        return;
-    }
-    const auto exchanges = exchangesOf(expectation);
-    for (Json expected : listIn(expectation.assertion, part)) {
-        const std::int64_t wanted = Members(expected, part).whole("count", 1, 0, 1'000'000);
-        expected.erase("count");
-        checkCount(expectation, part, expected, viewsOf(exchanges, counts, expected), wanted);
-    }
-}
-
-void checkRepeats(Expectation& expectation)
-{
-    const Members members(expectation.assertion, "");
-    if (members.find("repeated") == nullptr) {
-        return;
-    }
-    const std::int64_t wanted = members.whole("repeated", 0, 0, 1'000'000);
-    std::int64_t count = 0;
-    std::string which;
-    for (const Exchanged* exchanged : exchangesOf(expectation)) {
-        if (exchanged->repeatOf != 0) {
-            ++count;
-            which += (which.empty() ? ": " : ", ") + std::to_string(exchanged->number) + " " +
-                     std::string(exchanged->name()) + " repeats " + std::to_string(exchanged->repeatOf);
-        }
-    }
-    if (count != wanted) {
-        expectation.found.push_back("repeated: " + std::to_string(count) +
-                                    " requests repeat an earlier one, " + std::to_string(wanted) +
-                                    " are expected" + which);
+    if (since > trace.end()) {
+        throw ControlRefusal(status::gone, "The assertion begins at exchange " + std::to_string(since) +
+                                               ", and the next one is " + std::to_string(trace.end()) +
+                                               "; give an earlier \"since\".");
     }
 }
 
 } // namespace
 
-void checkExchanges(Expectation& expectation)
+ExpectedExchanges::ExpectedExchanges(const Json& assertion)
 {
-    checkPart(expectation, "received", [](const Exchanged& e) {
-        return e.kind == Exchanged::Kind::request || e.kind == Exchanged::Kind::block;
-    });
-    checkPart(expectation, "executed", [](const Exchanged& e) { return e.isExecuted; });
-    checkPart(expectation, "acknowledged", [](const Exchanged& e) { return e.isAcknowledged; });
-    checkRepeats(expectation);
+    take(assertion, "received", Stage::received);
+    take(assertion, "executed", Stage::executed);
+    take(assertion, "acknowledged", Stage::acknowledged);
+    const Members members(assertion, "");
+    if (members.find("repeated") != nullptr) {
+        repeatsWanted = members.whole("repeated", 0, 0, largestCount);
+    }
+}
+
+void ExpectedExchanges::take(const Json& assertion, const std::string& list, Stage stage)
+{
+    const auto found = assertion.find(list);
+    if (found == assertion.end()) {
+        return;
+    }
+    for (std::size_t index = 0; index < found->size(); ++index) {
+        const Json& entry = (*found)[index];
+        const std::string place = list + "[" + std::to_string(index) + "]";
+        const std::int64_t wanted = Members(entry, place).whole("count", 1, 0, largestCount);
+        entries.push_back({list, ExchangePattern(entry, stage, place), wanted});
+    }
+}
+
+bool ExpectedExchanges::hold(const Trace& trace, std::uint64_t since)
+{
+    if (entries.empty() && !repeatsWanted) {
+        return true;
+    }
+    update(trace, since);
+    return repeatCount == repeatsWanted.value_or(repeatCount) &&
+           std::all_of(entries.begin(), entries.end(),
+                       [](const Entry& entry) { return entry.count == entry.wanted; });
+}
+
+std::vector<std::string> ExpectedExchanges::differences(const Trace& trace, std::uint64_t since)
+{
+    std::vector<std::string> found;
+    if (hold(trace, since)) {
+        return found;
+    }
+    findNearest(trace);
+    for (const Entry& entry : entries) {
+        if (entry.count != entry.wanted) {
+            found.push_back(entry.list + ": " + std::to_string(entry.count) + " exchanges are " +
+                            shown(entry.pattern.text()) + ", " + std::to_string(entry.wanted) +
+                            " are expected" + nearestOf(entry));
+        }
+    }
+    if (repeatCount != repeatsWanted.value_or(repeatCount)) {
+        found.push_back("repeated: " + std::to_string(repeatCount) + " requests repeat an earlier one, " +
+                        std::to_string(*repeatsWanted) + " are expected" + repeats(trace));
+    }
+    return found;
+}
+
+void ExpectedExchanges::update(const Trace& trace, std::uint64_t since)
+{
+    requireTrace(trace, since);
+    const auto changed = trace.changedAfter(changesKnown);
+    if (begin != since || !changed) {
+        forget(since);
+    } else {
+        for (const std::uint64_t number : *changed) {
+            if (number >= begin && number - begin < counted.size()) {
+                add(counted[number - begin], -1);
+                look(*trace.find(number));
+            }
+        }
+    }
+    changesKnown = trace.changes();
+    while (begin + counted.size() < trace.end()) {
+        counted.emplace_back();
+        look(*trace.find(begin + counted.size() - 1));
+    }
+}
+
+void ExpectedExchanges::forget(std::uint64_t since)
+{
+    begin = since;
+    counted.clear();
+    repeatCount = 0;
+    for (Entry& entry : entries) {
+        entry.count = 0;
+    }
+}
+
+void ExpectedExchanges::look(const Exchanged& exchanged)
+{
+    ExchangeView view(exchanged);
+    Counted these;
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        these[index] = entries[index].pattern.fits(view);
+    }
+    these[mostEntries] = exchanged.repeatOf != 0;
+    counted[exchanged.number - begin] = these;
+    add(these, 1);
+}
+
+void ExpectedExchanges::add(const Counted& these, std::int64_t sign)
+{
+    if (these.none()) {
+        return;
+    }
+    for (std::size_t index = 0; index < entries.size(); ++index) {
+        entries[index].count += these[index] ? sign : 0;
+    }
+    repeatCount += these[mostEntries] ? sign : 0;
+}
+
+// For all entries together: what one exchange is made of is made once.
+void ExpectedExchanges::findNearest(const Trace& trace)
+{
+    for (Entry& entry : entries) {
+        entry.nearest = nullptr;
+    }
+    for (std::uint64_t number = begin; number < trace.end(); ++number) {
+        ExchangeView view(*trace.find(number));
+        for (Entry& entry : entries) {
+            if (entry.count != 0 || entry.wanted == 0 || !entry.pattern.counts(view.exchanged())) {
+                continue;
+            }
+            const std::size_t distance = entry.pattern.distanceTo(view);
+            if (entry.nearest == nullptr || distance < entry.distance) {
+                entry.nearest = &view.exchanged();
+                entry.distance = distance;
+            }
+        }
+    }
+}
+
+std::string ExpectedExchanges::nearestOf(const Entry& entry)
+{
+    if (entry.count != 0) {
+        return "";
+    }
+    if (entry.nearest == nullptr) {
+        return "; nothing was " + entry.list;
+    }
+    ExchangeView view(*entry.nearest);
+    return "; the nearest is exchange " + std::to_string(entry.nearest->number) + ": " +
+           entry.pattern.differenceFrom(view);
+}
+
+std::string ExpectedExchanges::repeats(const Trace& trace) const
+{
+    constexpr std::int64_t mostNamed = 20;
+    std::string which;
+    std::int64_t named = 0;
+    for (std::uint64_t number = begin; number < trace.end() && named < mostNamed; ++number) {
+        const Exchanged& exchanged = *trace.find(number);
+        if (exchanged.repeatOf != 0) {
+            ++named;
+            which += (which.empty() ? ": " : ", ") + std::to_string(number) + " " +
+                     std::string(exchanged.name()) + " repeats " + std::to_string(exchanged.repeatOf);
+        }
+    }
+    return which + (named < repeatCount ? " ..." : "");
 }
 
 } // namespace virtual_printer

@@ -15,10 +15,10 @@ std::string lineOf(const Exchanged& exchanged)
     return toJson(exchanged).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// Nothing more will be known of it but by the next one.
+// Nothing more becomes of it: whoever asks something else has given up what was to come.
 bool isOver(const Trace& trace, const Exchanged& exchanged)
 {
-    return exchanged.isAcknowledged || exchanged.code != 0 || exchanged.number + 1 < trace.end();
+    return exchanged.isOver || exchanged.number + 1 < trace.end();
 }
 
 // What follows the exchange `last`, which then is the last one that was sent.

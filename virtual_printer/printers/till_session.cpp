@@ -103,7 +103,9 @@ void TillSession::answerProbe(Time now)
     Exchanged exchanged = recorder.begin(Kind::probe, heard, now);
     exchanged.moment = station.printer.now();
     const std::uint64_t number = recorder.keep(std::move(exchanged), bytes, now);
-    if (!bytes.empty()) {
+    if (bytes.empty()) {
+        recorder.hasEnded(number);
+    } else {
         steps.push_back({std::chrono::milliseconds(0), Send{bytes, number}});
     }
 }
@@ -112,7 +114,10 @@ void TillSession::goOn(const std::string& more)
 {
     const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfReply, blocksSent++);
     std::string bytes = hits.empty() ? more : damaged(more, hits, {.isSerial = isSerial()});
-    recorder.goOn(heard, bytes);
+    const auto reply = more.empty()           ? Recorder::Reply::taken
+                       : exchange.isBetween() ? Recorder::Reply::givenUp
+                                              : Recorder::Reply::goesOn;
+    recorder.goOn(heard, bytes, reply);
     if (!bytes.empty()) {
         steps.push_back({std::chrono::milliseconds(0), Send{std::move(bytes)}});
     }
@@ -196,8 +201,8 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
             said += send->bytes;
         }
     }
-    station.printer.wasExchange(recorder.keep(std::move(exchanged), said, now));
-    steps.insert(steps.end(), all.begin(), all.end());
+    const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
+    station.printer.wasExchange(number);
     meanwhile = probesDuring(hits);
     meanwhileSince = now;
     hitsOfReply = hits;
@@ -206,6 +211,28 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
         station.printer.restart();
         exchange = Exchange();
         deafUntil = now + loss->fault.duration.value_or(std::chrono::milliseconds(0));
+    }
+    letEnd(number, all);
+    steps.insert(steps.end(), all.begin(), all.end());
+}
+
+// What is not answered whole is over with the last thing that is done upon it, but for a reply: the till may
+// want its damaged block again.
+void TillSession::letEnd(std::uint64_t number, Steps& all)
+{
+    const auto sends = [](const Step& step) { return std::holds_alternative<Send>(step.action); };
+    const auto answers = [number](const Step& step) {
+        const auto* send = std::get_if<Send>(&step.action);
+        return send != nullptr && send->acknowledges == number;
+    };
+    const bool replyGoesOn = !exchange.isBetween() && std::any_of(all.begin(), all.end(), sends);
+    if (replyGoesOn || std::any_of(all.begin(), all.end(), answers)) {
+        return;
+    }
+    if (all.empty()) {
+        recorder.hasEnded(number);
+    } else {
+        all.back().ends = number;
     }
 }
 

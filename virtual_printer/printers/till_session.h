@@ -32,6 +32,10 @@ public:
     Steps take(std::string_view bytes, Time now);
     // The answer of this exchange has been handed over whole.
     void hasAcknowledged(std::uint64_t number, Time now) { recorder.hasAcknowledged(number, now); }
+    // The step with which this exchange ends has been taken.
+    void hasEnded(std::uint64_t number) { recorder.hasEnded(number); }
+    // The link is closed, from whichever side.
+    void hasGone() { recorder.hasGone(); }
 
 private:
     void answer(const Incoming& incoming, Time now);
@@ -42,6 +46,7 @@ private:
     Answer ask(const Request& request, const Hits& hits);
     std::string bytesOf(const Answer& answer);
     void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
+    void letEnd(std::uint64_t number, Steps& all);
     [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
     [[nodiscard]] Probes answerToProbes(Time now) const;
 

@@ -8,6 +8,8 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
+#include <vector>
 
 namespace virtual_printer {
 
@@ -37,6 +39,11 @@ public:
     // Null for one that is no longer there, or not yet.
     [[nodiscard]] const Exchanged* find(std::uint64_t number) const;
     [[nodiscard]] bool isGone(std::uint64_t number) const { return number < first(); }
+    // How often one that was there has changed.
+    [[nodiscard]] std::uint64_t changes() const { return changesForgotten + changed.size(); }
+    // The numbers of those that have changed after so many changes, one perhaps several times; nothing when
+    // there have been too many since to know.
+    [[nodiscard]] std::optional<std::vector<std::uint64_t>> changedAfter(std::uint64_t changesKnown) const;
     // Forgets all of them; the numbers go on.
     void clear();
 
@@ -52,6 +59,8 @@ private:
     std::deque<Exchanged> ring;
     std::size_t bytes = 0;
     std::uint64_t following = 1;
+    std::deque<std::uint64_t> changed;
+    std::uint64_t changesForgotten = 0;
     std::map<std::uint64_t, Observer> observers;
     std::uint64_t followingObserver = 1;
 };

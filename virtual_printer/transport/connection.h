@@ -95,7 +95,7 @@ private:
     {
         for (Step& step : steps) {
             if (step.after.count() == 0) {
-                perform(step.action);
+                perform(step);
             } else {
                 performLater(std::move(step));
             }
@@ -107,20 +107,21 @@ private:
         timers.emplace_back(stream.get_executor(), step.after);
         const auto timer = std::prev(timers.end());
         timer->async_wait([self = this->shared_from_this(), timer,
-                           action = std::move(step.action)](const boost::system::error_code& failure) {
+                           taken = std::move(step)](const boost::system::error_code& failure) {
             if (failure || self->hasFinished) {
                 return;
             }
             self->timers.erase(timer);
-            self->perform(action);
+            self->perform(taken);
             if (!self->isWriting) {
                 self->goOn();
             }
         });
     }
 
-    void perform(const Action& action)
+    void perform(const Step& step)
     {
+        const Action& action = step.action;
         if (const auto* send = std::get_if<Send>(&action)) {
             waiting += send->bytes;
             if (send->acknowledges != 0) {
@@ -134,6 +135,9 @@ private:
             end = std::holds_alternative<ResetLink>(action)     ? End::reset
                   : std::holds_alternative<AbandonLink>(action) ? End::abandon
                                                                 : End::close;
+        }
+        if (step.ends != 0) {
+            session.hasEnded(step.ends);
         }
     }
 
@@ -182,6 +186,7 @@ private:
     {
         hasFinished = true;
         timers.clear();
+        session.hasGone();
         if (end == End::reset) {
             actions.makeEndAnError(stream);
         }

@@ -27,15 +27,19 @@ struct ControlledPrinter
     explicit ControlledPrinter(Station& at)
         : station(at), started(at.printer.snapshot()), startedClock(at.printer.currentClock())
     {
-        mark();
+        since = present();
     }
 
     [[nodiscard]] Position present() const
     {
         return {station.trace.end(), station.printer.state().standing->documents};
     }
-    // From here on assertions count that do not say otherwise.
-    void mark() { since = present(); }
+    // It has become another one: from here on assertions count that do not say otherwise.
+    void mark()
+    {
+        station.trace.beginAnew();
+        since = present();
+    }
 
     Station& station;
     Memory started; // what it kept when the program was started

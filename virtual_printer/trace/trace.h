@@ -39,6 +39,10 @@ public:
     [[nodiscard]] bool isGone(std::uint64_t number) const { return number < first(); }
     // Forgets all of them; the numbers go on.
     void clear();
+    // The printer has become another one, by a reset or a snapshot: what comes from here on has nothing to do
+    // with what was before.
+    void beginAnew() { beginning = following; }
+    [[nodiscard]] std::uint64_t begin() const { return beginning; }
 
     // Returns a number for `unwatch`. An observer must not watch or unwatch while it is called.
     std::uint64_t watch(Observer observer);
@@ -52,6 +56,7 @@ private:
     std::deque<Exchanged> ring;
     std::size_t bytes = 0;
     std::uint64_t following = 1;
+    std::uint64_t beginning = 1;
     std::map<std::uint64_t, Observer> observers;
     std::uint64_t followingObserver = 1;
 };

@@ -285,7 +285,8 @@ class Control(unittest.TestCase):
 
     def test_refuses_what_is_no_request(self):
         for rubbish in ("rubbish\r\n\r\n", "GET / HTTP/9.9\r\n\r\n", b"\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03" * 9,
-                        "GET / HTTP/1.1\r\nHost: localhost\r\nContent-Length: x\r\n\r\n"):
+                        "GET / HTTP/1.1\r\nHost: localhost\r\nContent-Length: x\r\n\r\n",
+                        "GET /printers HTTP/1.1\r\nHost: localhost\r\nHost: evil.example\r\n\r\n"):
             wire = self.wire()
             wire.say(rubbish)
             self.assertEqual(wire.hear()[0], 400, rubbish)
@@ -314,6 +315,36 @@ class Control(unittest.TestCase):
         self.assertTrue(self.is_alive())
         self.assertLess(time.monotonic() - began, 5)
         self.assertTrue(silent[0].is_closed())
+
+    def test_lets_the_client_go_that_has_been_silent_for_longest(self):
+        busy, *silent = [self.wire() for _ in range(64)]
+        for wire in (busy, *silent):
+            self.assertEqual(wire.ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertEqual(busy.ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertEqual(self.wire().ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertTrue(silent[0].is_closed())
+        self.assertEqual(busy.ask("GET /printers HTTP/1.1")[0], 200)
+
+    def test_turns_clients_away_in_words_when_all_others_wait(self):
+        body = json.dumps({"until": {"situation": "idle"}, "limit": 60000})
+        waiting = [self.wire() for _ in range(64)]
+        for wire in waiting:
+            wire.say("POST /printers/printer/wait HTTP/1.1\r\nHost: localhost\r\n"
+                     f"Content-Length: {len(body)}\r\n\r\n{body}")
+        status, content = self.wire().ask("GET /printers HTTP/1.1")
+        self.assertEqual(status, 503)
+        self.assertEqual(content["error"], "All 64 connections wait for something or follow a trace; end one of them.")
+        self.till().send(0x29, "0")
+        for wire in waiting:
+            self.assertEqual(wire.hear()[0], 200)
+
+    def test_tells_a_client_to_go_on_that_asks_before_it_sends_its_body(self):
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nExpect: 100-continue\r\n"
+                 "Content-Length: 2\r\n\r\n")
+        self.assertEqual(wire.hear(), (100, None))
+        wire.say("{}")
+        self.assertEqual(wire.hear()[0], 200)
 
     def test_forgets_clients_that_go_away_while_they_wait(self):
         for _ in range(70):

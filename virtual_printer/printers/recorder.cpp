@@ -42,7 +42,8 @@ const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
 {
     bool isBefore = true;
     const std::uint64_t end = trace.end();
-    for (std::uint64_t back = 1; back <= std::min(longestLookBack, end - trace.first()); ++back) {
+    for (std::uint64_t back = 1;
+         back <= std::min(longestLookBack, end - std::max(trace.first(), trace.begin())); ++back) {
         const Exchanged& earlier = *trace.find(end - back);
         if (earlier.kind == Exchanged::Kind::probe) {
             continue;
@@ -54,6 +55,11 @@ const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
         isBefore = false;
     }
     return nullptr;
+}
+
+bool Recorder::hasBeenTaken(const Exchanged& block) const
+{
+    return block.repeatOf != 0 && block.repeatOf == last && trace.find(last)->isExecuted;
 }
 
 // A serial link sends again what got any other answer than an acceptance; TCP what got none.

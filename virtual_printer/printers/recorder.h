@@ -22,6 +22,9 @@ public:
 
     // An exchange that these bytes of the till have completed; before it is decided.
     [[nodiscard]] Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
+    // Whether it is the block just before it, which was carried out and whose acceptance has not reached the
+    // till: blocks have no numbers, and any other that is the same is the next one.
+    [[nodiscard]] bool hasBeenTaken(const Exchanged& block) const;
     // It is decided and `answer` will be sent. Says its number.
     std::uint64_t keep(Exchanged exchanged, std::string_view answer, Time now);
     // What the till's answer to a block of a reply means for the reply.

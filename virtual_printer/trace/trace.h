@@ -46,6 +46,10 @@ public:
     [[nodiscard]] std::optional<std::vector<std::uint64_t>> changedAfter(std::uint64_t changesKnown) const;
     // Forgets all of them; the numbers go on.
     void clear();
+    // The printer has become another one, by a reset or a snapshot: what comes from here on has nothing to do
+    // with what was before.
+    void beginAnew() { beginning = following; }
+    [[nodiscard]] std::uint64_t begin() const { return beginning; }
 
     // Returns a number for `unwatch`. An observer must not watch or unwatch while it is called.
     std::uint64_t watch(Observer observer);
@@ -61,6 +65,7 @@ private:
     std::uint64_t following = 1;
     std::deque<std::uint64_t> changed;
     std::uint64_t changesForgotten = 0;
+    std::uint64_t beginning = 1;
     std::map<std::uint64_t, Observer> observers;
     std::uint64_t followingObserver = 1;
 };

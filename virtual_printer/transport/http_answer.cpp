@@ -24,7 +24,8 @@ std::string_view reasonOf(int status)
                                     Reason{413, "Content Too Large"},
                                     Reason{422, "Unprocessable Content"},
                                     Reason{431, "Request Header Fields Too Large"},
-                                    Reason{500, "Internal Server Error"}};
+                                    Reason{500, "Internal Server Error"},
+                                    Reason{503, "Service Unavailable"}};
     const auto* const found = std::find_if(reasons.begin(), reasons.end(),
                                            [status](const Reason& reason) { return reason.first == status; });
     return found == reasons.end() ? "" : found->second;

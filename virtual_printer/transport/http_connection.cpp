@@ -9,6 +9,21 @@ namespace virtual_printer {
 
 void HttpConnection::start(boost::asio::ip::tcp::socket open, std::function<void()> afterwards)
 {
+    take(std::move(open), std::move(afterwards));
+    beginRequest();
+}
+
+void HttpConnection::turnAway(boost::asio::ip::tcp::socket open, std::function<void()> afterwards)
+{
+    constexpr int unavailable = 503;
+    take(std::move(open), std::move(afterwards));
+    isLast = true;
+    send(errorAnswer(unavailable, "All " + std::to_string(limits.connections) +
+                                      " connections wait for something or follow a trace; end one of them."));
+}
+
+void HttpConnection::take(boost::asio::ip::tcp::socket open, std::function<void()> afterwards)
+{
     reminder.emplace(open.get_executor());
     socket = std::make_shared<BoundedSocket>(std::move(open), [this, afterwards = std::move(afterwards)] {
         reminder->cancel();
@@ -16,7 +31,6 @@ void HttpConnection::start(boost::asio::ip::tcp::socket open, std::function<void
         stream.reset();
         afterwards();
     });
-    beginRequest();
 }
 
 void HttpConnection::close()
@@ -28,9 +42,7 @@ void HttpConnection::close()
 void HttpConnection::lookAgain()
 {
     if (later) {
-        if (const auto answer = later->look(false)) {
-            finishWait(*answer);
-        }
+        lookAtWait(false);
     } else if (stream && !socket->isWriting()) {
         sendMore();
     }
@@ -47,11 +59,15 @@ void HttpConnection::beginRequest()
 void HttpConnection::goOn()
 {
     HttpRequestReader::Next next = reader.next();
-    if (std::holds_alternative<HttpRequestReader::NothingYet>(next)) {
-        socket->read([self = shared_from_this()](std::string_view bytes) {
-            self->reader.take(bytes);
-            self->goOn();
-        });
+    if (const auto* nothing = std::get_if<HttpRequestReader::NothingYet>(&next)) {
+        if (nothing->waitsForLeave) {
+            socket->write("HTTP/1.1 100 Continue\r\n\r\n", limits.request, [self = shared_from_this()] {
+                self->socket->limit(self->limits.request);
+                self->read();
+            });
+        } else {
+            read();
+        }
         return;
     }
     isIdling = false;
@@ -64,6 +80,15 @@ void HttpConnection::goOn()
     isLast = endsConnection;
     isHead = request.method == "HEAD";
     begin(handler(request));
+}
+
+void HttpConnection::read()
+{
+    socket->read([self = shared_from_this()](std::string_view bytes) {
+        self->heard = std::chrono::steady_clock::now();
+        self->reader.take(bytes);
+        self->goOn();
+    });
 }
 
 void HttpConnection::begin(Outcome outcome)
@@ -98,6 +123,18 @@ void HttpConnection::beginWait(Later wait)
     noticeHangUp();
 }
 
+// What goes wrong with one client's wait is that client's affair.
+void HttpConnection::lookAtWait(bool isOver)
+{
+    try {
+        if (const auto answer = later->look(isOver)) {
+            finishWait(*answer);
+        }
+    } catch (const std::exception& failure) {
+        finishWait(errorAnswer(status::internalError, std::string(failure.what())));
+    }
+}
+
 void HttpConnection::finishWait(const HttpAnswer& answer)
 {
     later.reset();
@@ -114,8 +151,12 @@ void HttpConnection::beginStream(Stream begun)
 
 void HttpConnection::sendMore()
 {
-    if (std::string piece = stream->more(); !piece.empty()) {
-        sendPiece(std::move(piece));
+    try {
+        if (std::string piece = stream->more(); !piece.empty()) {
+            sendPiece(std::move(piece));
+        }
+    } catch (const std::exception&) {
+        close(); // its status has been sent
     }
 }
 
@@ -152,9 +193,8 @@ void HttpConnection::remindAfter(std::chrono::milliseconds duration)
 // gone away without a word is noticed.
 void HttpConnection::remind()
 {
-    constexpr int internalError = 500;
     if (later) {
-        finishWait(later->look(true).value_or(errorAnswer(internalError, "The wait has no end.")));
+        lookAtWait(true);
     } else if (stream && !socket->isWriting()) {
         sendPiece(":\n\n");
     }

@@ -23,18 +23,24 @@ public:
 
     // `afterwards` is called once, when the client has gone; the connection is to be kept until then.
     void start(boost::asio::ip::tcp::socket open, std::function<void()> afterwards);
+    // There is no room for it: it is told so, and that is all.
+    void turnAway(boost::asio::ip::tcp::socket open, std::function<void()> afterwards);
     // It has not sent a whole request, and nothing is being answered.
     [[nodiscard]] bool isIdle() const { return isIdling; }
+    [[nodiscard]] std::chrono::steady_clock::time_point lastHeard() const { return heard; }
     void close();
     // Something has changed: a wait may be over, a stream may have more.
     void lookAgain();
 
 private:
+    void take(boost::asio::ip::tcp::socket open, std::function<void()> afterwards);
     void beginRequest();
     void goOn();
     void begin(Outcome outcome);
     void send(const HttpAnswer& answer);
+    void read();
     void beginWait(Later wait);
+    void lookAtWait(bool isOver);
     void finishWait(const HttpAnswer& answer);
     void beginStream(Stream begun);
     void sendMore();
@@ -50,6 +56,7 @@ private:
     std::optional<boost::asio::steady_timer> reminder; // the end of a wait, or a stream's next heartbeat
     std::optional<Later> later;
     std::optional<Stream> stream;
+    std::chrono::steady_clock::time_point heard = std::chrono::steady_clock::now();
     bool isIdling = false;
     bool isHead = false; // its answer has no body
     bool isLast = false; // nothing is read behind this answer

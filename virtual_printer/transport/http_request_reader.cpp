@@ -24,6 +24,7 @@ public:
     }
 
     HttpRequest request{};
+    bool waitsForLeave = false;
 
 private:
     void on_request_impl(http::verb /*method*/, View method, View target, int /*version*/,
@@ -33,9 +34,14 @@ private:
         request.target = std::string(target);
     }
 
-    // Of a header that comes twice the first counts.
-    void on_field_impl(http::field field, View name, View value, Failure& /*failure*/) override
+    // Of a header that comes twice the first counts; with two hosts it is no request at all.
+    void on_field_impl(http::field field, View name, View value, Failure& failure) override
     {
+        if (field == http::field::host && !request.host.empty()) {
+            failure = http::error::bad_field;
+        }
+        waitsForLeave =
+            waitsForLeave || (field == http::field::expect && boost::beast::iequals(value, "100-continue"));
         const std::array<std::pair<http::field, std::string*>, 4> known = {
             {{http::field::host, &request.host},
              {http::field::origin, &request.origin},
@@ -101,7 +107,12 @@ HttpRequestReader::Next HttpRequestReader::next()
     }
     if (!parser->is_done()) {
         // What it does not take is a header, also one between the pieces of a body, which it does not bound.
-        return waiting.size() > limits.header ? Next(tooLargeHeader()) : NothingYet();
+        if (waiting.size() > limits.header) {
+            return tooLargeHeader();
+        }
+        const bool waitsForLeave =
+            parser->is_header_done() && waiting.empty() && parser->request.body.empty();
+        return NothingYet{waitsForLeave && std::exchange(parser->waitsForLeave, false)};
     }
     Whole whole{std::move(parser->request), !parser->keep_alive()};
     parser = std::make_unique<Parser>(limits);

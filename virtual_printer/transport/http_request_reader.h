@@ -17,6 +17,7 @@ class HttpRequestReader
 public:
     struct NothingYet
     {
+        bool waitsForLeave = false; // the client sends its body when it is told to go on; said once
     };
     struct Whole
     {

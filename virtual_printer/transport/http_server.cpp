@@ -3,7 +3,6 @@
 #include "virtual_printer/transport/http_connection.h"
 #include "virtual_printer/transport/socket_options.h"
 
-#include <algorithm>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -89,21 +88,38 @@ private:
 
     void serve(tcp::socket socket)
     {
-        if (clients.size() >= limits.connections) {
-            const auto idle = std::find_if(clients.begin(), clients.end(),
-                                           [](const auto& client) { return client->isIdle(); });
-            if (idle == clients.end()) {
-                return; // its socket closes here
-            }
-            (*idle)->close(); // the one that has been here longest
+        constexpr std::size_t mostTurnedAway = 16; // at once; more of them hear nothing
+        const bool isRoom = clients.size() < limits.connections || makeRoom();
+        if (clients.size() >= limits.connections + mostTurnedAway) {
+            return; // its socket closes here
         }
         clients.push_back(std::make_shared<HttpConnection>(limits, handler));
-        const std::weak_ptr<HttpConnection> client = clients.back();
-        clients.back()->start(std::move(socket), [weak = weak_from_this(), client] {
+        const auto client = clients.back();
+        auto afterwards = [weak = weak_from_this(), gone = std::weak_ptr(client)] {
             if (const auto self = weak.lock()) {
-                self->clients.remove(client.lock());
+                self->clients.remove(gone.lock());
             }
-        });
+        };
+        if (isRoom) {
+            client->start(std::move(socket), std::move(afterwards));
+        } else {
+            client->turnAway(std::move(socket), std::move(afterwards));
+        }
+    }
+
+    // The one that has been silent for longest, and is owed nothing, goes.
+    bool makeRoom()
+    {
+        std::shared_ptr<HttpConnection> silent;
+        for (const auto& client : clients) {
+            if (client->isIdle() && (!silent || client->lastHeard() < silent->lastHeard())) {
+                silent = client;
+            }
+        }
+        if (silent) {
+            silent->close();
+        }
+        return silent != nullptr;
     }
 
     boost::asio::io_context& context;

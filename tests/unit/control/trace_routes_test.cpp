@@ -15,6 +15,15 @@ protected:
         request.lastEventId = lastEventId;
         return std::get<Stream>(control.answer(request));
     }
+    // What comes now, for the description as well.
+    std::string moreOf(const Stream& stream)
+    {
+        const std::string events = stream.more();
+        noteDown("GET", at("trace/events"), "",
+                 HttpAnswer{.status = 200, .body = events, .contentType = stream.contentType});
+        return events;
+    }
+
     static constexpr unsigned char journalCommand = 0x9F;
     static constexpr std::size_t fullBlock = 260; // 256 bytes of data in their frame
     static std::vector<std::string> idsIn(const std::string& events)
@@ -57,7 +66,7 @@ TEST_F(TraceUnderControl, IsFollowedFromNowOnOrFromANumber)
     EXPECT_EQ(live.contentType, "text/event-stream");
     EXPECT_EQ(live.more(), "");
     beginReceipt();
-    EXPECT_THAT(live.more(), testing::StartsWith("id: 2\nevent: exchange\ndata: {\"number\":2,"));
+    EXPECT_THAT(moreOf(live), testing::StartsWith("id: 2\nevent: exchange\ndata: {\"number\":2,"));
     EXPECT_EQ(live.more(), "");
     EXPECT_THAT(idsIn(follow("?after=0").more()), testing::ElementsAre("1", "2"));
     EXPECT_THAT(idsIn(follow("", "1").more()), testing::ElementsAre("2"));
@@ -168,7 +177,7 @@ TEST_F(TraceUnderControl, TellsAFollowerThatWasTooSlow)
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});
     beginDay();
     sell("1.00");
-    const std::string events = follow("?after=0").more();
+    const std::string events = moreOf(follow("?after=0"));
     EXPECT_THAT(events, testing::StartsWith("event: lost\ndata: {\"from\":1,\"to\":3}\n\n"));
     EXPECT_THAT(idsIn(events), testing::ElementsAre("4", "5"));
 }

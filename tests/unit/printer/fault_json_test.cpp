@@ -85,7 +85,7 @@ TEST(FaultFromJson, SaysWhatIsWrong)
               R"(A fault of the kind connectionRefused takes no "command".)");
     for (const char* command : {R"("pay")", R"("G1")", R"("301")", "30"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","command":)" + std::string(command) + "}"),
-                  R"("command" is a name or a code of the command table, as "payment" or "30".)");
+                  R"("command" is a name or a code of the command table, as "payment" or "30", or "block".)");
     }
     for (const char* chance : {"0", "1.1", "-1", R"("1")"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","probability":)" + std::string(chance) + "}"),

@@ -47,6 +47,11 @@ public:
         if (!options.readyFile.empty()) {
             forgetReadyFile(options.readyFile);
         }
+        for (const auto& http : {options.control, options.web}) {
+            if (http && options.token.empty()) {
+                requireLoopback(context, *http);
+            }
+        }
         // Before anybody can know that the printers are there.
         ending.async_wait([this](const boost::system::error_code& failure, int /*signal*/) {
             if (!failure) {
@@ -109,14 +114,13 @@ private:
         for (const auto& station : stations) {
             control->add(*station);
         }
-        const bool mayBeReached = !options.token.empty();
         if (options.control) {
-            server.emplace(context, *options.control, mayBeReached,
+            server.emplace(context, *options.control,
                            [this](const HttpRequest& request) { return control->answer(request); });
             output.say("control on http://" + server->address());
         }
         if (options.web) {
-            web.emplace(context, *options.web, mayBeReached, [this](const HttpRequest& request) -> Outcome {
+            web.emplace(context, *options.web, [this](const HttpRequest& request) -> Outcome {
                 if (auto page = pageAnswer(request)) {
                     return std::move(*page);
                 }

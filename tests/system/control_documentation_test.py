@@ -37,8 +37,9 @@ def run(command, environment):
     return ended.stdout, ended.returncode == http_error
 
 
-def is_error(documented):
-    return "error" in documented or documented.get("holds") is False
+def is_error(documented, is_last):
+    """An error is that of all commands of its block, a difference that of the last."""
+    return "error" in documented or (is_last and documented.get("holds") is False)
 
 
 def main():
@@ -50,7 +51,7 @@ def main():
             *before, last = [(command, *run(command, environment)) for command in commands.strip().splitlines()]
             expected = json.loads(documented or "{}")
             for command, answer, failed in [*before, last]:
-                if failed != (command == last[0] and is_error(expected)):
+                if failed != is_error(expected, command == last[0]):
                     failures.append(f"{command}\nis answered with{'' if failed else ' no'} error\n{answer}")
             if documented and not is_part(expected, json.loads(last[1])):
                 failures.append(f"{commands}is answered with\n{last[1]}and not with\n{documented}")

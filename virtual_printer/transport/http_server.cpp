@@ -14,28 +14,49 @@ namespace virtual_printer {
 
 using boost::asio::ip::tcp;
 
+namespace {
+
+tcp::endpoint placeOf(boost::asio::io_context& context, const Address& wanted)
+{
+    const auto found = tcp::resolver(context).resolve(wanted.host, "", tcp::resolver::passive);
+    return {found.begin()->endpoint().address(), wanted.port};
+}
+
+std::runtime_error cannotListen(const Address& wanted, const boost::system::system_error& failure)
+{
+    return std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
+                              "; name an address of this machine with a free port, or 0 for any");
+}
+
+} // namespace
+
+void requireLoopback(boost::asio::io_context& context, const Address& wanted)
+{
+    try {
+        if (placeOf(context, wanted).address().is_loopback()) {
+            return;
+        }
+    } catch (const boost::system::system_error& failure) {
+        throw cannotListen(wanted, failure);
+    }
+    throw std::runtime_error("others can reach " + toText(wanted) +
+                             "; give a secret of their own to those who may with --token, or name 127.0.0.1");
+}
+
 class HttpServer::Listener : public std::enable_shared_from_this<Listener>
 {
 public:
-    Listener(boost::asio::io_context& shared, const Address& wanted, bool mayBeReached, Handler answering)
+    Listener(boost::asio::io_context& shared, const Address& wanted, Handler answering)
         : context(shared), acceptor(shared), timer(shared), handler(std::move(answering))
     {
         try {
-            const auto found = tcp::resolver(shared).resolve(wanted.host, "", tcp::resolver::passive);
-            const tcp::endpoint place(found.begin()->endpoint().address(), wanted.port);
-            if (!mayBeReached && !place.address().is_loopback()) {
-                throw std::runtime_error(
-                    "others can reach " + toText(wanted) +
-                    "; give a secret of their own to those who may with --token, or name "
-                    "127.0.0.1");
-            }
+            const tcp::endpoint place = placeOf(shared, wanted);
             acceptor.open(place.protocol());
             shareAddressAfterwards(acceptor);
             acceptor.bind(place);
             acceptor.listen();
         } catch (const boost::system::system_error& failure) {
-            throw std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
-                                     "; name an address of this machine with a free port, or 0 for any");
+            throw cannotListen(wanted, failure);
         }
     }
 
@@ -131,9 +152,8 @@ private:
     bool isLooking = false;
 };
 
-HttpServer::HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached,
-                       Handler handler)
-    : listener(std::make_shared<Listener>(context, wanted, mayBeReached, std::move(handler)))
+HttpServer::HttpServer(boost::asio::io_context& context, const Address& wanted, Handler handler)
+    : listener(std::make_shared<Listener>(context, wanted, std::move(handler)))
 {
     listener->accept();
 }

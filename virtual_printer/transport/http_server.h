@@ -14,15 +14,17 @@
 
 namespace virtual_printer {
 
+// Throws std::runtime_error with a sentence for the user when others than this machine can reach the address.
+void requireLoopback(boost::asio::io_context& context, const Address& wanted);
+
 class HttpServer
 {
 public:
     using Limits = HttpLimits;
     using Handler = std::function<Outcome(const HttpRequest&)>;
 
-    // Listens from here on, until the context goes. An address that others can reach needs `mayBeReached`.
-    // Throws std::runtime_error with a sentence for the user.
-    HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler);
+    // Listens from here on, until the context goes. Throws std::runtime_error with a sentence for the user.
+    HttpServer(boost::asio::io_context& context, const Address& wanted, Handler handler);
 
     [[nodiscard]] std::string address() const;
     // Something has changed: waits may be over, streams may have more.

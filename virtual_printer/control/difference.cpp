@@ -7,6 +7,12 @@
 namespace virtual_printer {
 namespace {
 
+// "items.name".
+std::string memberOf(const std::string& whole, const std::string& member)
+{
+    return whole.empty() ? member : std::string(whole).append(".").append(member);
+}
+
 // Calls `tell` with a function that makes the sentence, for each place.
 template <typename Tell>
 void compare(const Json& expected, const Json& actual, const std::string& name, const Tell& tell)
@@ -14,7 +20,7 @@ void compare(const Json& expected, const Json& actual, const std::string& name, 
     const auto place = [&name] { return name.empty() ? "it" : name; };
     if (expected.is_object() && actual.is_object()) {
         for (const auto& [member, value] : expected.items()) {
-            const std::string memberName = name.empty() ? member : name + "." + member;
+            const std::string memberName = memberOf(name, member);
             if (const auto there = actual.find(member); there != actual.end()) {
                 compare(value, *there, memberName, tell);
             } else {
@@ -103,7 +109,7 @@ void requireForm(const Json& expected, const Json& form, const std::string& name
         static_cast<void>(Members(expected, name)); // refuses what is no object
         for (const auto& [member, value] : expected.items()) {
             requireMember(form, member, name);
-            requireForm(value, form[member], name + "." + member);
+            requireForm(value, form[member], memberOf(name, member));
         }
         return;
     }

@@ -91,8 +91,9 @@ void requireFields(const Json& expected, const std::string& name, const std::str
                 return field.name == member && field.kind != FieldKind::secret;
             });
         if (!canBeSeen && value != "****") {
-            refuseEntry("\"" + place + ".fields." + member +
-                        "\" is a password, which is only ever shown as \"****\"; leave it out.");
+            std::string sentence = "\"" + place + ".fields.";
+            sentence += member;
+            refuseEntry(sentence + R"(" is a password, which is only ever shown as "****"; leave it out.)");
         }
     }
 }
@@ -184,8 +185,8 @@ const Json& ExchangeView::member(std::size_t place)
     return value;
 }
 
-ExchangePattern::ExchangePattern(const Json& entry, Stage wanted, const std::string& place)
-    : stage(wanted), expected(entry)
+ExchangePattern::ExchangePattern(Json entry, Stage wanted, const std::string& place)
+    : stage(wanted), expected(std::move(entry))
 {
     expected.erase("count");
     requireSense(expected, stage, place);

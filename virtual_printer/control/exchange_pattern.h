@@ -39,7 +39,7 @@ class ExchangePattern
 public:
     // Throws ControlRefusal when no exchange could ever fit: a member, name or field that there is not, or
     // one that never comes to this stage. `place` is that of the entry in sentences: "received[0]".
-    ExchangePattern(const Json& entry, Stage wanted, const std::string& place);
+    ExchangePattern(Json entry, Stage wanted, const std::string& place);
 
     // Whether it counts at all. Requests are received; blocks, probes and what is damaged are where the
     // pattern names them.

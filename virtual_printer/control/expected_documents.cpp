@@ -64,7 +64,7 @@ std::string nearest(const Json& expected, const std::vector<Json>& documents)
 
 } // namespace
 
-ExpectedDocuments::ExpectedDocuments(const Json& list) : expected(list)
+ExpectedDocuments::ExpectedDocuments(Json list) : expected(std::move(list))
 {
     for (std::size_t index = 0; index < expected.size(); ++index) {
         const std::string place = "committed[" + std::to_string(index) + "]";

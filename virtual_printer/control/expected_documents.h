@@ -18,7 +18,7 @@ class ExpectedDocuments
 {
 public:
     // Throws ControlRefusal: it is not understood, or no document could ever fit.
-    explicit ExpectedDocuments(const Json& list);
+    explicit ExpectedDocuments(Json list);
 
     // Behind the first `since` documents. Both throw ControlRefusal when the journal has not so many.
     bool hold(const Printer& printer, int since);

@@ -17,9 +17,7 @@ protected:
     // The answer with which it ends.
     Answered endOf(const Later& later, bool isOver = false)
     {
-        const auto answer = later.look(isOver);
-        EXPECT_TRUE(answer.has_value());
-        return answer ? noteDown("POST", at("wait"), R"({"until": {}})", *answer) : Answered();
+        return noteDown("POST", at("wait"), R"({"until": {}})", later.look(isOver).value());
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "virtual_printer/faults/fault_keys.h"
 #include "virtual_printer/faults/fault_values.h"
+#include "virtual_printer/language/commands.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -30,8 +31,28 @@ const FaultRule& kindOf(const Json& json)
     return *rule;
 }
 
+// Whether what the fault selects may be answered with data.
+bool mayMeetReply(const Fault& fault)
+{
+    if (fault.commandName.empty() && !fault.commandCode) {
+        return true;
+    }
+    const auto rules = commandRules();
+    return std::any_of(rules.begin(), rules.end(), [&](const CommandRule& rule) {
+        return rule.wants == Wants::reply && (rule.name == fault.commandName ||
+                                              fault.commandCode == static_cast<unsigned char>(rule.command));
+    });
+}
+
 void requireSense(const Fault& fault)
 {
+    const FaultRule& rule = ruleOf(fault.kind);
+    const bool isOfReply = (rule.parameters & takesBlocks) != 0 && (rule.parameters & needsByte) == 0;
+    if (isOfReply && !mayMeetReply(fault)) {
+        refuseFault(
+            "A fault of the kind " + std::string(rule.name) +
+            " is done to the blocks of a reply, and what \"command\" selects is answered without one.");
+    }
     if (fault.kind == FaultKind::powerLoss && fault.at &&
         (*fault.at == FaultMoment::connection || *fault.at == FaultMoment::afterwards)) {
         refuseFault(R"(A powerLoss is "at" request, before anything is kept, or at answer, when it is.)");

@@ -71,6 +71,7 @@ Json stateToJson(const ControlledPrinter& printer)
             {"hardware", hardwareToJson(*state.hardware)},
             {"receipt", receiptToJson(state)},
             {"position", toJson(printer.present())},
+            {"paper", {{"first", printer.roll.first()}, {"next", printer.roll.end()}}},
             {"since", toJson(printer.since)}};
 }
 

@@ -82,6 +82,9 @@ TEST_F(PaperUnderControl, HasTheDocumentsThatWereThereBefore)
     EXPECT_EQ(after.front()["exchange"], 0);
     EXPECT_EQ(after.front()["document"], 1);
     EXPECT_EQ(after.back()["document"], 2);
+    const Json there = get(at("state"))["paper"];
+    EXPECT_EQ(there["first"], after.front()["number"]);
+    EXPECT_EQ(there["next"], after.back()["number"].get<int>() + 1);
 }
 
 TEST_F(PaperUnderControl, HasCodesAsDots)
@@ -179,7 +182,7 @@ TEST_F(PaperUnderControl, TellsWhoHasChangedAndNothingOtherwise)
     const std::string first = events.more();
     EXPECT_THAT(first, testing::StartsWith("event: start\ndata: {\"run\":\""));
     EXPECT_THAT(first, HasSubstr("event: changed\ndata: {\"printer\":\"printer\",\"exchange\":1,\"paper\":1,"
-                                 "\"document\":0}\n\n"));
+                                 "\"document\":0,\"faults\":0}\n\n"));
     EXPECT_EQ(events.more(), "");
     get(at("state"));
     EXPECT_EQ(events.more(), "");

@@ -107,7 +107,7 @@ const again = followChanges(({ type, data }) => {
     } else if (type === "changed") {
         const printer = printers.find(({ name }) => name === data.printer);
         if (printer && isWatched(printer)) {
-            printer.look();
+            printer.look(data);
         }
     }
 });

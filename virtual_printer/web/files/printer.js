@@ -33,8 +33,9 @@ export class Printer extends EventTarget {
         this.dispatchEvent(new CustomEvent(what, { detail }));
     }
 
-    // Asks for what is new; while it asks, once more afterwards.
-    async look() {
+    // Asks for what is new; while it asks, once more afterwards. `notice` is what the stream has told, if it has.
+    async look(notice = null) {
+        this.notice = notice;
         this.roundsAsked += 1;
         if (this.isLooking || document.hidden) {
             return;
@@ -43,11 +44,7 @@ export class Printer extends EventTarget {
         try {
             for (let done = 0; done !== this.roundsAsked;) {
                 done = this.roundsAsked;
-                const state = this.lookAtState();
-                if (!this.state) {
-                    await state; // it says where the trace ends
-                }
-                await Promise.all([state, this.lookAtPaper(), this.lookAtTrace(), this.lookAtFaults()]);
+                await this.lookOnce(this.notice);
             }
         } catch (failure) {
             if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
@@ -58,10 +55,26 @@ export class Printer extends EventTarget {
         }
     }
 
+    // What has not moved by the notice is not asked for.
+    async lookOnce(notice) {
+        if (!this.state) {
+            await this.lookAtState(); // it says where the trace ends
+        }
+        const hasPrinted = notice?.paper !== (this.lines.at(-1)?.number ?? 0) + 1;
+        const hasExchanged = notice?.exchange !== (this.exchanges.at(-1)?.number ?? 0) + 1 || this.exchanges.at(-1)?.isOver === false;
+        await Promise.all([
+            hasPrinted && this.lookAtPaper(),
+            hasExchanged && this.lookAtTrace(),
+            this.lookAtState(),
+            (this.faults.length > 0 || notice?.faults !== 0) && this.lookAtFaults(),
+        ]);
+    }
+
     async lookAtState() {
         const state = await get(at(this.name, "state"));
         state.heardAt = Date.now();
         this.state = state;
+        this.dropBefore(state.paper.first);
         if (state.position.document !== this.documentsSeen) {
             this.documentsSeen = state.position.document;
             this.totals = await get(at(this.name, "totals"));
@@ -70,17 +83,24 @@ export class Printer extends EventTarget {
         this.tell("state");
     }
 
+    // Torn off, or the printer has new paper.
+    dropBefore(first) {
+        const gone = this.lines.filter(({ number }) => number < first);
+        if (gone.length > 0) {
+            this.lines = this.lines.slice(gone.length);
+            this.tell("paper", { added: [], gone });
+        }
+    }
+
     async lookAtPaper() {
         const last = this.lines.at(-1)?.number ?? 0;
         const added = await getLines(at(this.name, `paper?after=${last}`));
         if (added.length === 0) {
             return;
         }
-        // A roll that was changed begins behind what was there.
-        const isNew = added[0].number !== last + 1;
-        this.lines = isNew ? added : [...this.lines, ...added];
+        this.lines.push(...added);
         const gone = this.lines.splice(0, Math.max(0, this.lines.length - mostLines));
-        this.tell("paper", { isNew, added, gone });
+        this.tell("paper", { isNew: last === 0, added, gone });
     }
 
     // What follows the last exchange that cannot change any more.

@@ -66,6 +66,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
             elements.delete(number);
             if (oldSlip && !oldSlip.querySelector(".line")) {
                 oldSlip.remove();
+                slip = slip === oldSlip ? null : slip;
             }
         }
         for (const line of added ?? printer.lines) {

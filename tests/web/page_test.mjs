@@ -29,7 +29,7 @@ function withPage(title, run, { options = [], page: pageOptions = {} } = {}) {
     });
 }
 
-const soon = { timeout: 10_000 };
+const soon = { timeout: 60_000 }; // on a machine with much else to do
 const seesText = (locator, text) => locator.filter({ hasText: text }).first().waitFor(soon);
 async function becomes(expected, ask) {
     let seen;
@@ -126,6 +126,7 @@ withPage("a fault that is armed on the page is met by the till", async ({ till, 
     await armed.getByRole("button", { name: /^Exchange / }).click();
     await seesText(page.locator(".exchange.chosen"), "done, till not told");
     await seesText(page.locator(".story"), "The till was not told");
+    await seesText(page.locator(".story"), /Exchange \d+ repeats it: refused 32, alreadyPaid\./);
     await seesText(page.locator(".exchange", { hasText: "repeats" }), "refused 32");
 });
 

@@ -56,23 +56,18 @@ await page.locator(".exchange.warn .name").first().click();
 await page.waitForFunction(() => document.querySelectorAll(".line.marked").length > 0);
 await page.locator(".paper").evaluate((paper) => { paper.scrollTop = paper.scrollHeight; });
 await save(page, "page");
-for (const sheet of ["totals", "faults", "settings", "session"]) {
-    await page.goto(`${printer.web}/#/printer/${sheet}`);
-    await page.waitForTimeout(300);
-    await save(page, sheet);
-}
 await page.goto(`${printer.web}/#/printer/journal`);
 await page.locator(".documents .name").first().click();
 await page.locator(".preview .slip").waitFor();
 await save(page, "journal");
 await page.emulateMedia({ colorScheme: "dark" });
 await page.goto(`${printer.web}/#/printer/totals`);
-await page.waitForTimeout(300);
+await page.locator(".hours").waitFor();
 await save(page, "dark");
 await page.goto(`${printer.web}/#/printer/trace`);
 await page.setViewportSize({ width: 390, height: 844 });
 await page.emulateMedia({ colorScheme: "light" });
-await page.waitForTimeout(300);
+await page.waitForFunction(() => document.querySelector(".paper").scrollTop + document.querySelector(".paper").clientHeight >= document.querySelector(".paper").scrollHeight - 2);
 await save(page, "narrow", { fullPage: true });
 await till.end();
 await printer.end();
@@ -86,7 +81,8 @@ for (const [name, good, price] of [["bar", "Espresso", "1.90"], ["kitchen", "Hal
     await one.end();
 }
 await several.ask("PATCH", "/printers/shop/hardware", { paper: "out" });
-await view.waitForTimeout(300);
+await view.locator(".situation[data-kind=bad]").waitFor();
+await view.locator(".slip.isCut").nth(5).waitFor();
 await save(view, "printers");
 await several.end();
 await endAll();

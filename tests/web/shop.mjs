@@ -20,13 +20,14 @@ export async function startPrinter(...options) {
     const lines = readline.createInterface({ input: process.stdout });
     const said = [];
     lines.on("line", (line) => said.push(line));
-    while (!fs.existsSync(ready)) {
-        await new Promise((resolve, reject) => {
-            lines.once("line", resolve);
-            process.once("exit", () => reject(new Error(`the printer did not start: ${said.join("\n")}`)));
-            setTimeout(resolve, 20);
-        });
-    }
+    // The file appears whole, behind the lines.
+    await new Promise((resolve, reject) => {
+        const look = () => fs.existsSync(ready) && resolve();
+        fs.watch(folder, look).unref();
+        lines.on("line", look);
+        process.once("exit", () => reject(new Error(`the printer did not start: ${said.join("\n")}`)));
+        look();
+    });
     const told = JSON.parse(fs.readFileSync(ready, "utf8"));
     fs.rmSync(folder, { recursive: true });
     return {

@@ -31,8 +31,8 @@ export function outcomeOf(exchange) {
     return exchange.faults.length > 0 ? { kind: "bad", text: "not done" } : { kind: "bad", text: "refused" };
 }
 
-// The sentences that a person needs who asks what happened.
-export function storyOf(exchange) {
+// The sentences that a person needs who asks what happened; `later` are the exchanges behind it.
+export function storyOf(exchange, later = []) {
     const story = [];
     if (exchange.repeatOf) {
         story.push(exchange.attempt > 1
@@ -51,6 +51,10 @@ export function storyOf(exchange) {
     }
     if (exchange.executed && !exchange.acknowledged && exchange.isOver !== false) {
         story.push("The till was not told: it cannot know whether this counts. It has to ask before it does anything twice.");
+    }
+    const repeat = later.find(({ repeatOf }) => repeatOf === exchange.number);
+    if (repeat) {
+        story.push(`Exchange ${repeat.number} repeats it: ${outcomeOf(repeat).text}${repeat.refusal ? `, ${repeat.refusal.name}` : ""}.`);
     }
     return story;
 }

@@ -9,14 +9,26 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     const elements = new Map(); // by the number of the line
     let slip = null;
     let slipOf = null;
+    let isAtEnd = true;
     let marked = [];
 
+    paper.addEventListener("scroll", () => { isAtEnd = isEndSeen(); }, { passive: true });
+    // On another screen the lines have another height.
+    const turned = new ResizeObserver(() => isAtEnd && showEnd());
+    turned.observe(paper);
+    signal.addEventListener("abort", () => turned.disconnect());
     paper.addEventListener("click", ({ target }) => {
         const line = target.closest("[data-exchange]");
         if (line && window.getSelection()?.isCollapsed !== false) {
             showExchange(Number(line.dataset.exchange));
         }
     });
+
+    const isEndSeen = () => paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
+    function showEnd() {
+        paper.scrollTop = paper.scrollHeight;
+        isAtEnd = true;
+    }
 
     function beginSlip(line) {
         slipOf = line.document;
@@ -53,7 +65,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     }
 
     function take({ isNew, added, gone = [] }) {
-        const wasAtEnd = paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
+        const wasAtEnd = isEndSeen();
         if (isNew) {
             elements.clear();
             paper.replaceChildren(hint);
@@ -74,7 +86,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
         hint.hidden = elements.size > 0;
         if (wasAtEnd || isNew) {
-            paper.scrollTop = paper.scrollHeight;
+            showEnd();
         }
     }
 

@@ -10,11 +10,11 @@ function bytes(title, text) {
         text === "" ? element("p", { class: "quiet" }, "nothing") : element("code", {}, text));
 }
 
-function detailOf(exchange, showPaper) {
+function detailOf(exchange, later, showPaper) {
     const { decide, commit, answer } = exchange.microseconds;
     const printed = showPaper(exchange.number, false);
     return element("div", { class: "detail" },
-        element("ul", { class: "story" }, storyOf(exchange).map((sentence) => element("li", {}, sentence))),
+        element("ul", { class: "story" }, storyOf(exchange, later).map((sentence) => element("li", {}, sentence))),
         exchange.fields.length > 0 && element("table", { class: "fields" },
             element("caption", {}, "Fields"),
             element("tbody", {}, exchange.fields.map(({ name, value }) => element("tr", {},
@@ -60,7 +60,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             element("td", {}, element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
             element("td", { class: "took" }, durationOf(exchange)));
         row.classList.toggle("chosen", isChosen);
-        const detail = isChosen ? element("tr", { class: "detailRow" }, element("td", { colspan: "5" }, detailOf(exchange, showPaper))) : null;
+        const detail = isChosen ? element("tr", { class: "detailRow" }, element("td", { colspan: "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
         return { row, detail, as: JSON.stringify(exchange) };
     }
 

@@ -18,7 +18,7 @@ protected:
     // What comes now, for the description as well.
     std::string moreOf(const Stream& stream)
     {
-        const std::string events = stream.more();
+        std::string events = stream.more();
         noteDown("GET", at("trace/events"), "",
                  HttpAnswer{.status = 200, .body = events, .contentType = stream.contentType});
         return events;

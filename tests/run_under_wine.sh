@@ -1,6 +1,8 @@
 #!/bin/sh
-# Runs a test program for Windows. On a busy machine about one start of Wine in a thousand ends at once, before the
-# program has said a word: it is started once more. A program that has said something, or is silent again, has failed.
+# Runs a test program for Windows. On a busy machine about one start of Wine in a thousand goes wrong in the loader
+# of the system's own libraries: it ends at once, before the program has said a word, or some of Wine's libraries are
+# missing and the loader says at the end that it is inconsistent. Such a start is made once more. A program that has
+# failed without this, or fails again, has failed.
 #
 #     run_under_wine.sh WINE PROGRAM [ARGUMENT...]
 folder=$(dirname "$0")/../build/log
@@ -10,8 +12,8 @@ trap 'rm -f "$said"' EXIT
 "$@" >"$said" 2>&1
 code=$?
 cat "$said"
-if [ $code -ne 0 ] && [ ! -s "$said" ]; then
-    echo "run_under_wine: ended with $code and without a word; once more"
+if [ $code -ne 0 ] && { [ ! -s "$said" ] || grep -q '^Inconsistency detected by ld.so' "$said"; }; then
+    echo "run_under_wine: ended with $code and a start that went wrong; once more"
     "$@"
     code=$?
 fi

@@ -102,7 +102,11 @@ void Printer::restart()
 
 Moment Printer::now() const
 {
-    return std::max(ownClock(), current.standing->lastDocument);
+    Moment present = std::max(ownClock(), current.standing->lastDocument);
+    if (current.standing->dayIsOpen) {
+        present = std::max(present, current.standing->dayBegan);
+    }
+    return current.receipt ? std::max(present, current.receipt->document.moment) : present;
 }
 
 Moment Printer::ownClock() const

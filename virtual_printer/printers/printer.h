@@ -70,8 +70,8 @@ public:
 
     [[nodiscard]] const State& state() const { return current; }
     [[nodiscard]] const Memory& memory() const { return kept; }
-    // Never before the last document: a clock that would be starts there, and one that is moved back stands
-    // still until it has come there again.
+    // Never before the last document, the day and the receipt that are open: a clock that would be starts
+    // there, and one that is moved back stands still until it has come there again.
     [[nodiscard]] Moment now() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);

@@ -64,7 +64,11 @@ Refusal restore(Draft& draft, const std::optional<Backup>& backup)
     if (!backup) {
         return Refusal::nothingToRestore;
     }
-    draft.settings() = *backup->settings;
+    // Passwords are nobody's to bring back.
+    Settings settings = *backup->settings;
+    settings.password = draft.state().settings->password;
+    settings.servicePassword = draft.state().settings->servicePassword;
+    draft.settings() = std::move(settings);
     draft.pictures() = *backup->pictures;
     return Refusal::none;
 }

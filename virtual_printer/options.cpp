@@ -28,6 +28,14 @@ NetworkPrinter parsePrinter(const std::string& text)
     return {name, parseAddress(std::string_view(text).substr(equals + 1))};
 }
 
+// Each has a file of its name, and there are systems that take "a.db" and "A.db" for the same.
+bool isSameFile(const std::string& name, const std::string& other)
+{
+    const auto small = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(name.begin(), name.end(), other.begin(), other.end(),
+                      [&](char a, char b) { return small(a) == small(b); });
+}
+
 void requireDifferentNames(const Options& options)
 {
     std::vector<std::string> names;
@@ -38,9 +46,13 @@ void requireDifferentNames(const Options& options)
         names.emplace_back(nameOnSerialPort);
     }
     for (const NetworkPrinter& printer : options.network) {
-        if (std::find(names.begin(), names.end(), printer.name) != names.end()) {
-            throw std::runtime_error("two printers are called " + printer.name +
-                                     "; give each a name of its own");
+        const auto same = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+            return isSameFile(name, printer.name);
+        });
+        if (same != names.end()) {
+            const std::string both = *same == printer.name ? *same : *same + " and " + printer.name;
+            throw std::runtime_error("two printers are called " + both +
+                                     "; give each a name of its own, which differs in more than its case");
         }
         names.push_back(printer.name);
     }

@@ -70,6 +70,8 @@ TEST_F(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         {{"--printer", "a=127.0.0.1:99999"}, "its port is no number"},
         {{"--printer", "a=" + here, "--printer", "a=" + here}, "two printers are called a"},
         {{"--pty", "--printer", "pty=" + here}, "two printers are called pty"},
+        {{"--printer", "front=" + here, "--printer", "Front=" + here}, "are called front and Front"},
+        {{"--serial", "none", "--printer", "SERIAL=" + here}, "are called serial and SERIAL"},
         {{"--listen", here, "--clock", "noon"}, "noon is no time; write it as \"2026-01-31 12:00\""},
         {{"--listen", here, "--second", "perhaps"}, "{busy,wait,takeover}; --help lists the options"},
         {{"--pty", "--baud", "5"}, "{57600,115200}; --help"},
@@ -172,6 +174,17 @@ TEST_F(VirtualPrinterOptions, StartTheClock)
     }
     const PrinterProcess printer(startAt("2026-05-01 09:00"));
     EXPECT_EQ(RawTill(printer.port()).variable("CLOCK").substr(0, 16), "2026-05-01 09:00");
+}
+
+TEST_F(VirtualPrinterOptions, StartFactoryNew)
+{
+    const PrinterProcess printer({"--listen", here, "--factory-new"});
+    const RawTill till(printer.port());
+    EXPECT_EQ(till.variable("LIFE"), "training");
+    EXPECT_EQ(till.variable("VAT_A"), "");
+    EXPECT_EQ(till.variable("DRAWER_1"), "0.00");
+    till.say(request(0x92, {"DRAWER_2"}));
+    EXPECT_EQ(till.hear(2), "\x15\x14") << "cash is the only payment type";
 }
 
 TEST_F(VirtualPrinterOptions, MapRefusalsToTheNumbersOfAnotherDevice)

@@ -49,6 +49,26 @@ TEST(SecondTill, WaitsForTheFirstOnesEnd)
     EXPECT_EQ(second.hear(1), "\x06");
 }
 
+TEST(SecondTill, IsTurnedAwayWhenAHundredWait)
+{
+    const PrinterProcess printer(listening("wait"));
+    const int port = printer.port();
+    std::optional<RawTill> first;
+    first.emplace(port);
+    ASSERT_TRUE(first->isAccepted(anyCommand));
+    constexpr std::size_t most = 100;
+    std::vector<RawTill> waiting;
+    waiting.reserve(most);
+    while (waiting.size() < most) {
+        waiting.emplace_back(port);
+    }
+    EXPECT_TRUE(RawTill(port).isClosed());
+    first.reset();
+    EXPECT_TRUE(waiting.front().isAccepted(anyCommand));
+    waiting.erase(waiting.begin(), waiting.end() - 1);
+    EXPECT_TRUE(waiting.back().isAccepted(anyCommand));
+}
+
 TEST(SecondTill, TakesThePrinterOver)
 {
     const PrinterProcess printer(listening("takeover"));

@@ -27,9 +27,18 @@ std::string paperText(const Hardware& hardware)
     return hardware.paperIsLow ? "low" : "ok";
 }
 
+// Both are those of the journal: a journal that was initialized has none.
+const DocumentQuery lastReceiptQuery{.kinds = {Document::Kind::receipt}, .onlyLast = true};
+
+int numberOfLastReceipt(const Memory& memory)
+{
+    const auto last = memory.numbersOf(lastReceiptQuery);
+    return last.empty() ? 0 : last.front();
+}
+
 Cents totalOfLastReceipt(const Memory& memory)
 {
-    const auto last = memory.documents({.kinds = {Document::Kind::receipt}, .onlyLast = true});
+    const auto last = memory.documents(lastReceiptQuery);
     return last.empty() ? 0 : last.front().total;
 }
 
@@ -69,7 +78,7 @@ constexpr std::array variables = {
                  return sumOfReceipt(asked.state, [](const Receipt& open) { return open.paid; });
              }},
     Variable{"LAST_RECEIPT",
-             [](const Question& asked) { return std::to_string(asked.state.standing->receipts); }},
+             [](const Question& asked) { return std::to_string(numberOfLastReceipt(asked.memory)); }},
     Variable{"LAST_TOTAL",
              [](const Question& asked) { return formatCents(totalOfLastReceipt(asked.memory)); }},
     Variable{"DAY",

@@ -136,7 +136,10 @@ void KeptState::writeReceipt(const Receipt* before, const Receipt* next) const
 
 void KeptState::backUp() const
 {
-    copyPart.run({settingsName, savedSettingsName});
+    auto settings = *loadPart<Settings>(settingsName);
+    settings.password.clear();
+    settings.servicePassword.clear();
+    writePart.run({savedSettingsName, Bytes{toBytes(settings)}});
     copyPart.run({picturesName, savedPicturesName});
 }
 

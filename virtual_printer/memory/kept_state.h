@@ -32,7 +32,7 @@ public:
     [[nodiscard]] bool isEmpty() const;
     void write(const ChangedParts& changed, const State& before, const State& next) const;
 
-    // Keeps settings and pictures as they are now, in place of the last backup.
+    // Keeps settings and pictures as they are now, in place of the last backup; the passwords not.
     void backUp() const;
     void forgetBackup() const;
     [[nodiscard]] std::optional<Backup> backup() const;

@@ -54,7 +54,7 @@ struct DocumentQuery
 
 using DocumentReader = std::function<bool(const Document&)>;
 
-// Settings and pictures as they were when the last closure was committed.
+// Settings and pictures as they were when the last closure was committed. The passwords are not in it.
 struct Backup
 {
     std::shared_ptr<const Settings> settings;

@@ -75,7 +75,11 @@ Refusal restore(Draft& draft, const std::optional<Backup>& backup)
     if (!backup) {
         return Refusal::nothingToRestore;
     }
-    draft.settings() = *backup->settings;
+    // Passwords are nobody's to bring back.
+    Settings settings = *backup->settings;
+    settings.password = draft.state().settings->password;
+    settings.servicePassword = draft.state().settings->servicePassword;
+    draft.settings() = std::move(settings);
     draft.pictures() = *backup->pictures;
     return Refusal::none;
 }
@@ -113,7 +117,11 @@ void Printer::restart()
 
 Moment Printer::now() const
 {
-    return std::max(ownClock(), current.standing->lastDocument);
+    Moment present = std::max(ownClock(), current.standing->lastDocument);
+    if (current.standing->dayIsOpen) {
+        present = std::max(present, current.standing->dayBegan);
+    }
+    return current.receipt ? std::max(present, current.receipt->document.moment) : present;
 }
 
 Moment Printer::ownClock() const
@@ -135,8 +143,9 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
     Reply reply;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, present);
-            decision.refusal = reply.refusal;
+            reply = replyTo(*decision.rule, Fields(decision.rule->fields, converted.fields), current, kept,
+                            present);
+            decision.settle(reply.verdict);
             for (Line& line : reply.lines) {
                 decision.draft.print(std::move(line));
             }
@@ -188,8 +197,10 @@ Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
         }
     }
     if (decision.refusal != Refusal::none) {
-        happened.push_back({decision.refusal, name, {}});
+        happened.push_back(
+            {.refusal = decision.refusal, .command = name, .shown = {}, .detail = decision.detail});
         answer.refusal = decision.refusal;
+        answer.detail = std::move(decision.detail);
         return answer;
     }
     answer.isExecuted = true;

@@ -20,6 +20,7 @@ namespace virtual_printer {
 struct Answer
 {
     Refusal refusal = Refusal::none;
+    std::string detail{}; // of the refusal: what in particular was wrong
     // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
     std::optional<std::string> data{};
 
@@ -54,6 +55,7 @@ struct Happened
     // The place in the journal of the document that was printed or is being printed, from 1; 0 for none.
     int document = 0;
     std::uint64_t exchange = 0; // of the trace; 0 when it was none
+    std::string detail{};       // of the refusal
 };
 
 class Printer
@@ -76,8 +78,8 @@ public:
 
     [[nodiscard]] const State& state() const { return current; }
     [[nodiscard]] const Memory& memory() const { return kept; }
-    // Never before the last document: a clock that would be starts there, and one that is moved back stands
-    // still until it has come there again.
+    // Never before the last document, the day and the receipt that are open: a clock that would be starts
+    // there, and one that is moved back stands still until it has come there again.
     [[nodiscard]] Moment now() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);

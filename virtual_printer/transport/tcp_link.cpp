@@ -27,7 +27,7 @@ std::chrono::milliseconds refusalOf(const Faults& faults)
 
 TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
                  SecondTill second)
-    : acceptor(context), refusing(context), station(at), codes(refusals), policy(second)
+    : acceptor(context), refusing(context), retrying(context), station(at), codes(refusals), policy(second)
 {
     try {
         // The first address that the host has.
@@ -62,6 +62,7 @@ void TcpLink::bind(const tcp::endpoint& place)
 
 void TcpLink::refuseFor(std::chrono::milliseconds duration)
 {
+    retrying.cancel();
     acceptor.close();
     bind(endpoint); // nobody else's meanwhile
     isRefusing = true;
@@ -104,10 +105,24 @@ std::string TcpLink::address() const
 void TcpLink::accept()
 {
     acceptor.async_accept([this](const boost::system::error_code& failure, tcp::socket till) {
-        if (!failure) {
-            receive(std::move(till));
+        if (failure == boost::asio::error::operation_aborted) {
+            return;
         }
-        if (acceptor.is_open() && failure != boost::asio::error::operation_aborted) {
+        if (failure) { // no more files can be opened, above all
+            acceptLater();
+            return;
+        }
+        accept(); // first: a fault of this till may close the port
+        receive(std::move(till));
+    });
+}
+
+void TcpLink::acceptLater()
+{
+    constexpr std::chrono::milliseconds aMoment{100};
+    retrying.expires_after(aMoment);
+    retrying.async_wait([this](const boost::system::error_code& failure) {
+        if (!failure) {
             accept();
         }
     });

@@ -32,6 +32,8 @@ private:
     using Till = Connection<boost::asio::ip::tcp::socket>;
 
     void accept();
+    // A moment later: what has failed would fail again at once.
+    void acceptLater();
     void receive(boost::asio::ip::tcp::socket till);
     void serve(boost::asio::ip::tcp::socket till);
     void bind(const boost::asio::ip::tcp::endpoint& place);
@@ -45,6 +47,7 @@ private:
     boost::asio::ip::tcp::endpoint endpoint; // also while nobody listens
     boost::asio::steady_timer refusing;
     bool isRefusing = false;
+    boost::asio::steady_timer retrying;
     Station& station;
     const Codes& codes;
     SecondTill policy;

@@ -89,6 +89,20 @@ TEST_F(PrinterVariables, LastReceiptIsZeroBeforeTheFirstOne)
     EXPECT_EQ(variable("LAST_TOTAL"), "0.00");
 }
 
+// The numbers go on, but the two variables tell of the same receipt.
+TEST_F(PrinterVariables, LastReceiptIsZeroAgainWhenTheJournalIsInitialized)
+{
+    standing.receipts = 8;
+    keep(receiptOf(8, 1, "2026-01-01 12:00", "x", 499));
+    ASSERT_EQ(variable("LAST_RECEIPT"), "8");
+    ASSERT_EQ(refusalOf("initELJ", {"9999"}), Refusal::none);
+    EXPECT_EQ(variable("LAST_RECEIPT"), "0");
+    EXPECT_EQ(variable("LAST_TOTAL"), "0.00");
+    EXPECT_EQ(dataOf("getLastParagon"), "");
+    EXPECT_EQ(refusalOf("repeatParagon"), Refusal::nothingSold);
+    EXPECT_EQ(asked().state().standing->receipts, 8);
+}
+
 TEST_F(PrinterVariables, DayIsOpenOrClosed)
 {
     EXPECT_EQ(variable("DAY"), "closed");

@@ -1,5 +1,5 @@
-// The printer's clock: it is never before the last document, whatever the clock that it was started with
-// says.
+// The printer's clock: it is never before the last document, the day and the receipt that are open, whatever
+// the clock that it was started with says.
 #include "tests/unit/own_folder.h"
 #include "virtual_printer/printers/new_printer.h"
 #include "virtual_printer/printers/printer.h"
@@ -54,6 +54,48 @@ TEST_F(PrinterClock, GoesOnFromTheLastDocumentWhenItIsStartedBeforeIt)
     send(printer, 0x50, {"Z", "0"});
     send(printer, 0xBF, {"2026-01-31 13:00"});
     EXPECT_EQ(printer.now(), at("2026-01-31 13:00"));
+}
+
+TEST_F(PrinterClock, GoesOnFromTheOpenReceiptWhenItIsStartedBeforeIt)
+{
+    {
+        Printer printer = startAt("2026-01-31 22:00");
+        send(printer, 0x29, {"0"});
+        clock = at("2026-01-31 23:59");
+        send(printer, 0x20, {"0", "1", "0", "0", "1", "0"});
+        send(printer, 0x24, {"0", "Chlieb", "0", "A", "1", "0", "ks"});
+    }
+    Printer printer = startAt("2025-12-31 23:00");
+    EXPECT_EQ(printer.now(), at("2026-01-31 23:59"));
+    send(printer, 0x22, {"0", "0"});
+    EXPECT_EQ(printer.state().standing->lastDocument, at("2026-01-31 23:59"));
+    clock += minutes(2);
+    EXPECT_EQ(printer.now(), at("2026-02-01 00:01"));
+}
+
+// Otherwise the day would be longer than its 24 hours, and nobody would be told.
+TEST_F(PrinterClock, GoesOnFromTheOpenDayWhenItIsStartedBeforeIt)
+{
+    {
+        Printer printer = startAt("2026-01-31 12:00");
+        send(printer, 0x29, {"0"});
+    }
+    Printer printer = startAt("2026-01-30 09:00");
+    EXPECT_EQ(printer.now(), at("2026-01-31 12:00"));
+    clock += minutes(24 * 60 + 1);
+    EXPECT_EQ(printer.execute({1, 0x50, {"X", "0"}}, CodePage::windows1250).refusal, Refusal::dayTooLong);
+}
+
+TEST_F(PrinterClock, StandsStillBehindTheOpenReceiptWhenItIsMovedBack)
+{
+    Printer printer = startAt("2026-01-31 12:00");
+    send(printer, 0x29, {"0"});
+    clock = at("2026-01-31 12:30");
+    send(printer, 0x20, {"0", "1", "0", "0", "1", "0"});
+    clock = at("2026-01-31 11:00");
+    EXPECT_EQ(printer.now(), at("2026-01-31 12:30"));
+    send(printer, 0x2B, {"0", ""});
+    EXPECT_EQ(printer.state().standing->lastDocument, at("2026-01-31 12:30"));
 }
 
 // As clocks of the place do at the end of summer.

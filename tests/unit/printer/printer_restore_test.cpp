@@ -25,6 +25,21 @@ TEST_F(PrinterRestore, BringsSettingsAndPicturesBackAndLeavesTheRest)
     EXPECT_EQ(*asked().memory().load()->settings, settings) << "also after a restart";
 }
 
+// A password that was changed because somebody knew it stays changed.
+TEST_F(PrinterRestore, LeavesThePasswordsAsTheyAre)
+{
+    standing.closures = 1;
+    keepDay(1, "2026-01-01", 1250);
+    ASSERT_EQ(refusalOf("setPassword", {"0000", "1234"}), Refusal::none);
+    ASSERT_EQ(refusalOf("setPassword", {"9999", "56789"}), Refusal::none);
+    EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::wrongPassword);
+    ASSERT_EQ(refusalOf("restoreBCKP", {"1234"}), Refusal::none);
+    EXPECT_EQ(asked().state().settings->password, "1234");
+    EXPECT_EQ(asked().state().settings->servicePassword, "56789");
+    EXPECT_EQ(asked().memory().backup()->settings->password, "") << "it is not in the backup at all";
+    EXPECT_EQ(asked().memory().backup()->settings->servicePassword, "");
+}
+
 TEST_F(PrinterRestore, IsRefusedBeforeTheFirstClosure)
 {
     EXPECT_EQ(refusalOf("restoreBCKP", {"0000"}), Refusal::nothingToRestore);

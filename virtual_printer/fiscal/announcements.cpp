@@ -30,13 +30,13 @@ void put(Draft& draft, int display, const std::string& text)
 // A text in an open receipt belongs to it. Of the row only the range is looked at: texts follow each other.
 Verdict announce(Draft& draft, const Fields& fields)
 {
-    const Verdict verdict = checkRow(fields);
+    Verdict verdict = checkRow(fields);
     return verdict == Refusal::none ? printHere(draft, Line{.text = fields.text(1)}) : verdict;
 }
 
 Verdict announceNotFiscal(Draft& draft, const Fields& fields)
 {
-    const Verdict verdict = checkRow(fields);
+    Verdict verdict = checkRow(fields);
     if (verdict == Refusal::none) {
         draft.print({.kind = Line::Kind::notFiscal});
         draft.print({.text = fields.text(1)});
@@ -48,7 +48,7 @@ Verdict showOnDisplay(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t displaySize = 40; // two lines of twenty
     const std::string text = fields.text(2);
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkRange(fields, 0, customer, mostDisplays), checkLength(fields, 2, 0, displaySize)});
     if (verdict == Refusal::none) {
         put(draft, fields.whole(0), text);
@@ -58,7 +58,7 @@ Verdict showOnDisplay(Draft& draft, const Fields& fields)
 
 Verdict clearDisplay(Draft& draft, const Fields& fields)
 {
-    const Verdict verdict = checkRange(fields, 0, customer, mostDisplays);
+    Verdict verdict = checkRange(fields, 0, customer, mostDisplays);
     if (verdict == Refusal::none) {
         put(draft, fields.whole(0), {});
     }

@@ -115,7 +115,7 @@ Verdict printDay(Draft& draft, const Fields& fields)
     if (situationOf(draft.state(), draft.now) == Situation::overdue) {
         return Refusal::dayTooLong;
     }
-    if (const Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
+    if (Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
         return verdict;
     }
     Document document = newDocument(draft, Document::Kind::report);
@@ -129,8 +129,7 @@ Verdict printDay(Draft& draft, const Fields& fields)
 Verdict beginDay(Draft& draft, const Fields& fields)
 {
     const bool isFull = draft.state().standing->closures >= mostClosures;
-    const Verdict verdict =
-        firstOf({checkRange(fields, 0, 0, 0), isFull ? Refusal::memoryFull : Refusal::none});
+    Verdict verdict = firstOf({checkRange(fields, 0, 0, 0), isFull ? Refusal::memoryFull : Refusal::none});
     if (verdict == Refusal::none) {
         Standing& standing = draft.standing();
         standing.dayIsOpen = true;
@@ -143,7 +142,7 @@ Verdict beginDay(Draft& draft, const Fields& fields)
 Verdict report(Draft& draft, const Fields& fields)
 {
     constexpr int largestNumber = 9999;
-    const Verdict verdict = checkRange(fields, 1, 0, largestNumber);
+    Verdict verdict = checkRange(fields, 1, 0, largestNumber);
     if (verdict != Refusal::none) {
         return verdict;
     }

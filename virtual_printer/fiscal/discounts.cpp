@@ -123,7 +123,7 @@ Verdict discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidRe
 {
     const Document& before = draft.state().receipt->document;
     if (vat != 0) {
-        if (const Verdict verdict = checkVat(*draft.state().settings, vat); verdict != Refusal::none) {
+        if (Verdict verdict = checkVat(*draft.state().settings, vat); verdict != Refusal::none) {
             return verdict;
         }
     }

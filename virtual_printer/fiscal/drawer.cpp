@@ -47,10 +47,10 @@ Verdict readMovement(const Fields& fields, const State& state, Cents& movement)
 Verdict moveDrawer(Draft& draft, const Fields& fields)
 {
     Cents movement = 0;
-    if (const Verdict verdict = readMovement(fields, draft.state(), movement); verdict != Refusal::none) {
+    if (Verdict verdict = readMovement(fields, draft.state(), movement); verdict != Refusal::none) {
         return verdict;
     }
-    if (const Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
+    if (Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
         return verdict;
     }
     const int type = fields.whole(movedPayment);

@@ -114,7 +114,7 @@ Verdict voidItem(Draft& draft, const Fields& fields)
     taken.front().right = fields.text(receiptNumber);
     found->isVoided = true;
     for (Line& line : taken) {
-        if (const Verdict verdict = addToReceipt(draft, std::move(line)); verdict != Refusal::none) {
+        if (Verdict verdict = addToReceipt(draft, std::move(line)); verdict != Refusal::none) {
             return verdict;
         }
     }

@@ -30,7 +30,7 @@ Verdict setPaymentType(Draft& draft, const Fields& fields)
     const Cents minimum = fields.money(1);
     const int overPay = fields.whole(2);
     const bool isKnown = draft.state().settings->payments.contains(number);
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkPaymentType(fields, 0), isKnown ? Refusal::none : Refusal::unknownPayment});
     if (verdict == Refusal::none) {
         PaymentType& type = draft.settings().payments[number];
@@ -47,7 +47,7 @@ Verdict setNamedPaymentType(Draft& draft, const Fields& fields)
     const int number = fields.whole(1);
     const Cents minimum = fields.money(2);
     const int overPay = fields.whole(3);
-    const Verdict verdict = firstOf({checkLength(fields, 0, 1, longestName), checkPaymentType(fields, 1)});
+    Verdict verdict = firstOf({checkLength(fields, 0, 1, longestName), checkPaymentType(fields, 1)});
     if (verdict == Refusal::none) {
         draft.settings().payments[number] = {name, minimum, overPay == mayOverPay};
     }

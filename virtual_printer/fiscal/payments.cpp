@@ -159,7 +159,7 @@ Verdict checkDue(const Receipt& receipt, const Fields& fields)
 Verdict pay(Draft& draft, const Fields& fields)
 {
     const State& state = draft.state();
-    if (const Verdict verdict = checkDue(*state.receipt, fields); verdict != Refusal::none) {
+    if (Verdict verdict = checkDue(*state.receipt, fields); verdict != Refusal::none) {
         return verdict;
     }
     const auto type = state.settings->payments.find(fields.whole(paymentNumber));
@@ -167,7 +167,7 @@ Verdict pay(Draft& draft, const Fields& fields)
         return Refusal::unknownPayment;
     }
     Payment payment = readPayment(fields, *state.settings, state.receipt->due());
-    if (const Verdict verdict = settle(payment, type->second, state); verdict != Refusal::none) {
+    if (Verdict verdict = settle(payment, type->second, state); verdict != Refusal::none) {
         return verdict;
     }
     std::string title = fields.text(paymentDescription);
@@ -182,7 +182,7 @@ Verdict pay(Draft& draft, const Fields& fields)
 Verdict payWithTotal(Draft& draft, const Fields& fields)
 {
     const Cents before = draft.state().receipt->paid;
-    if (const Verdict verdict = pay(draft, fields); verdict != Refusal::none) {
+    if (Verdict verdict = pay(draft, fields); verdict != Refusal::none) {
         return verdict;
     }
     const std::vector<Line>& lines = draft.state().receipt->document.lines;

@@ -84,7 +84,7 @@ Verdict setMailServer(Draft& draft, const Fields& fields)
     const int port = fields.whole(2) < 0 ? fields.whole(2) + largestPort + 1 : fields.whole(2);
     const std::string host = fields.text(1);
     const std::string folder = fields.text(3);
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkLetter(fields, 0), checkLength(fields, 1, 1, longestSettingText),
                  port >= 1 && port <= largestPort
                      ? Verdict()
@@ -130,7 +130,7 @@ Verdict printLastTransactions(Draft& draft, const Fields& fields)
 {
     constexpr int mostTransactions = 100;
     const int count = fields.whole(0);
-    const Verdict verdict = checkRange(fields, 0, 1, mostTransactions);
+    Verdict verdict = checkRange(fields, 0, 1, mostTransactions);
     if (verdict != Refusal::none) {
         return verdict;
     }

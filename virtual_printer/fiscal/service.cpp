@@ -80,7 +80,7 @@ Verdict fiscalize(Draft& draft, const Fields& fields)
 {
     const std::string dkp = fields.text(1);
     const bool isTraining = draft.state().standing->life == Life::training;
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({isTraining ? Refusal::none : Refusal::alreadyFiscalized,
                  isRegistrationCode(dkp) ? Verdict() : fields.refused(Refusal::badText, 1, "17 digits")});
     if (verdict != Refusal::none) {

@@ -12,8 +12,8 @@ constexpr int largestValue = 9999;
 
 Verdict setNumbered(Draft& draft, std::map<int, int> Settings::*numbered, const Fields& fields)
 {
-    const Verdict verdict = firstOf({checkRange(fields, 1, 0, largestParameter, Refusal::unknownSetting),
-                                     checkRange(fields, 2, 0, largestValue)});
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestParameter, Refusal::unknownSetting),
+                               checkRange(fields, 2, 0, largestValue)});
     if (verdict == Refusal::none) {
         (draft.settings().*numbered)[fields.whole(1)] = fields.whole(2);
     }
@@ -45,8 +45,7 @@ Verdict setPassword(Draft& draft, const Fields& fields)
 Verdict setPrinterType(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    const Verdict verdict =
-        firstOf({checkRange(fields, 1, 0, largestType), checkRange(fields, 2, 0, largestType)});
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestType), checkRange(fields, 2, 0, largestType)});
     if (verdict == Refusal::none) {
         draft.settings().others["Printer type"] = fields.raw(1);
         draft.settings().others["Print format"] = fields.raw(2);
@@ -76,9 +75,8 @@ Verdict setEscapeSequence(Draft& draft, const Fields& fields)
 Verdict setDisplayForm(Draft& draft, const Fields& fields)
 {
     constexpr int largestForm = 9;
-    const Verdict verdict =
-        firstOf({checkRange(fields, 1, 0, largestForm), checkRange(fields, 2, 0, largestForm),
-                 checkLength(fields, 3, 0, longestSettingText)});
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestForm), checkRange(fields, 2, 0, largestForm),
+                               checkLength(fields, 3, 0, longestSettingText)});
     if (verdict == Refusal::none) {
         draft.settings().others["Display format"] =
             fields.raw(1) + " " + fields.raw(2) + " " + fields.text(3);
@@ -93,7 +91,7 @@ Verdict setBarCodeForm(Draft& draft, const Fields& fields)
     constexpr int largestHeight = 255;
     constexpr int largestWidth = 6;
     const CodeForm form = {fields.whole(0), fields.whole(1), fields.whole(2), fields.whole(3)};
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkRange(fields, 0, 0, largestPosition), checkRange(fields, 1, 0, largestFont),
                  checkRange(fields, 2, 1, largestHeight), checkRange(fields, 3, 1, largestWidth)});
     if (verdict == Refusal::none) {
@@ -110,7 +108,7 @@ Verdict setQrForm(Draft& draft, const Fields& fields)
     constexpr int largestMargin = 255;
     constexpr int largestViewMode = 1;
     const QrForm form = {fields.whole(0), fields.whole(1), fields.whole(2), fields.whole(3), fields.whole(4)};
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkRange(fields, 0, 1, largestModel), checkRange(fields, 1, 1, largestModuleWidth),
                  checkRange(fields, 2, 0, largestLevel), checkRange(fields, 3, 0, largestMargin),
                  checkRange(fields, 4, 0, largestViewMode)});
@@ -124,7 +122,7 @@ Verdict setColumns(Draft& draft, const Fields& fields)
 {
     constexpr int fewest = 32;
     constexpr int most = 48;
-    const Verdict verdict = checkRange(fields, 0, fewest, most);
+    Verdict verdict = checkRange(fields, 0, fewest, most);
     if (verdict == Refusal::none) {
         draft.settings().columns = fields.whole(0);
     }
@@ -143,7 +141,7 @@ Verdict setSpeed(Draft& draft, const Fields& fields)
 
 Verdict setDeltaSi(Draft& draft, const Fields& fields)
 {
-    const Verdict verdict = checkRange(fields, 1, -largestValue, largestValue);
+    Verdict verdict = checkRange(fields, 1, -largestValue, largestValue);
     if (verdict == Refusal::none) {
         draft.settings().others["Delta"] = fields.raw(1);
     }

@@ -23,7 +23,7 @@ void expect(Draft& draft, Command command, std::vector<std::int64_t> numbers)
 Verdict announceOne(Draft& draft, const Fields& fields, Command command)
 {
     const int number = fields.whole(0);
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkRange(fields, 0, 1, mostPictures), checkRange(fields, 1, 0, widestPicture)});
     if (verdict == Refusal::none) {
         expect(draft, command, {number, 1, 1});
@@ -58,7 +58,7 @@ Verdict announceBands(Draft& draft, const Fields& fields)
 Verdict announceColumns(Draft& draft, const Fields& fields)
 {
     constexpr int mostAtOnce = 6;
-    const Verdict verdict = firstOf(
+    Verdict verdict = firstOf(
         {checkRange(fields, 0, 1, mostAtOnce), checkSpacings(fields, 1), checkRange(fields, 2, 0, 1)});
     if (verdict == Refusal::none) {
         draft.settings().printsLogo = fields.whole(2) == 1;
@@ -69,7 +69,7 @@ Verdict announceColumns(Draft& draft, const Fields& fields)
 
 Verdict announceRamPicture(Draft& draft, const Fields& fields)
 {
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({fields.raw(0).empty() ? Verdict() : Verdict(Refusal::badText, "The first field is empty."),
                  checkRange(fields, 1, ramPicture, ramPicture), checkRange(fields, 2, 0, widestPicture),
                  checkRange(fields, 3, 0, 1)});
@@ -82,7 +82,7 @@ Verdict announceRamPicture(Draft& draft, const Fields& fields)
 Verdict announceGraphic(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    const Verdict verdict =
+    Verdict verdict =
         firstOf({checkRange(fields, 0, 0, largestType), checkRange(fields, 1, 0, mostPictures)});
     if (verdict == Refusal::none) {
         expect(draft, Command::printGraphic, {fields.whole(1)});

@@ -59,7 +59,7 @@ Verdict setVat(Draft& draft, const Fields& fields)
     const char letter = fields.letter(1);
     const int percent = fields.whole(2);
     VatRate rate{percent, std::nullopt};
-    const Verdict verdict = firstOf(
+    Verdict verdict = firstOf(
         {letter < 'A' || letter >= 'A' + static_cast<int>(vatLetters) ? Refusal::unknownVat : Refusal::none,
          checkRange(fields, 2, 0, highestPercent), readReverseConstant(fields, 3, rate.reverseConstant)});
     if (verdict == Refusal::none) {
@@ -76,7 +76,7 @@ Verdict setAllVats(Draft& draft, const Fields& fields)
     const std::size_t rates = (fields.count() - (hasDate ? 2 : 1)) / 2;
     std::array<std::optional<VatRate>, vatLetters> table;
     for (std::size_t letter = 0; letter < rates; ++letter) {
-        const Verdict verdict = readRate(fields, 1 + 2 * letter, table.at(letter));
+        Verdict verdict = readRate(fields, 1 + 2 * letter, table.at(letter));
         if (verdict != Refusal::none) {
             return verdict;
         }

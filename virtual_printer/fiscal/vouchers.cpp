@@ -40,7 +40,7 @@ Verdict takeOff(Draft& draft, const Fields& fields, Line line)
     }
     line.sum = -size;
     const char letter = line.vat;
-    const Verdict verdict = addToReceipt(draft, std::move(line));
+    Verdict verdict = addToReceipt(draft, std::move(line));
     return verdict == Refusal::none ? checkTakenAway(draft.state().receipt->document, letter) : verdict;
 }
 

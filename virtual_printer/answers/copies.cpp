@@ -17,7 +17,7 @@ std::vector<Document> newestReceipt(const Question& question, DocumentQuery quer
 Reply copyOf(std::vector<Document> found, Refusal otherwise)
 {
     if (found.empty()) {
-        return {.refusal = otherwise};
+        return {.verdict = otherwise};
     }
     Reply reply;
     reply.lines = {{.kind = Line::Kind::heading, .text = "COPY"}};

@@ -96,7 +96,7 @@ Reply inArchive(const Question& question,
 {
     const std::string name = question.fields.text(question.fields.count() - 1);
     const auto archive = findArchive(name, question.memory, question.now);
-    return archive ? extract(*archive, name) : Reply{.refusal = Refusal::noSuchArchive};
+    return archive ? extract(*archive, name) : Reply{.verdict = Refusal::noSuchArchive};
 }
 
 } // namespace

@@ -34,11 +34,11 @@ Reply backupImage(const Question& question)
 {
     const int page = question.fields.whole(1);
     if (page < 0) {
-        return {.refusal = Refusal::valueOutOfRange};
+        return {.verdict = question.fields.refused(Refusal::valueOutOfRange, 1, "0 or more")};
     }
     const auto backup = question.memory.backup();
     if (!backup) {
-        return {.refusal = Refusal::nothingToRestore};
+        return {.verdict = Refusal::nothingToRestore};
     }
     const std::vector<std::string> lines = linesOf(*backup->settings, *backup->pictures);
     const std::span<const std::string> all = lines;

@@ -6,6 +6,12 @@
 namespace virtual_printer {
 namespace {
 
+enum LookUpField : std::size_t
+{
+    inputType,
+    input
+};
+
 // What receipts are identified by.
 enum class Identifier : char
 {
@@ -27,11 +33,11 @@ std::optional<int> wholeNumber(std::string_view text)
     return static_cast<int>(std::clamp<std::int64_t>(number->units, Limits::min(), Limits::max()));
 }
 
-Refusal restrictToNumber(DocumentQuery& query, Identifier identifier, std::string_view input)
+Verdict restrictToNumber(DocumentQuery& query, Identifier identifier, const Fields& fields)
 {
-    const auto number = wholeNumber(input);
+    const auto number = wholeNumber(fields.text(input));
     if (!number) {
-        return Refusal::badNumber;
+        return fields.refused(Refusal::badNumber, input, "a whole number");
     }
     if (identifier == Identifier::number) {
         query.numbers = {*number, *number};
@@ -41,31 +47,34 @@ Refusal restrictToNumber(DocumentQuery& query, Identifier identifier, std::strin
     return Refusal::none;
 }
 
-Refusal restrictToDate(DocumentQuery& query, std::string_view input)
+Verdict restrictToDate(DocumentQuery& query, const Fields& fields)
 {
-    const auto from = parseMoment(input, Edge::first);
-    const auto to = parseMoment(input, Edge::last);
+    const auto from = parseMoment(fields.text(input), Edge::first);
+    const auto to = parseMoment(fields.text(input), Edge::last);
     if (!from || !to) {
-        return Refusal::badDate;
+        return fields.refused(Refusal::badDate, input,
+                              "a date as 2026-01-31 or 31.01.2026, with or without 12:00");
     }
     query.moments = {*from, *to};
     return Refusal::none;
 }
 
 // Restricts the query to what the input identifies; an empty input selects all.
-Refusal restrict(DocumentQuery& query, Identifier identifier, const std::string& input)
+Verdict restrict(DocumentQuery& query, const Fields& fields)
 {
+    const auto identifier = static_cast<Identifier>(fields.letter(inputType));
+    const std::string text = fields.text(input);
     switch (identifier) {
     case Identifier::number:
     case Identifier::closure:
-        return input.empty() ? Refusal::none : restrictToNumber(query, identifier, input);
+        return text.empty() ? Verdict() : restrictToNumber(query, identifier, fields);
     case Identifier::date:
-        return input.empty() ? Refusal::none : restrictToDate(query, input);
+        return text.empty() ? Verdict() : restrictToDate(query, fields);
     case Identifier::invoice:
-        query.invoice = input.empty() ? std::nullopt : std::optional(input);
+        query.invoice = text.empty() ? std::nullopt : std::optional(text);
         return Refusal::none;
     case Identifier::transaction:
-        query.transaction = input.empty() ? std::nullopt : std::optional(input);
+        query.transaction = text.empty() ? std::nullopt : std::optional(text);
         return Refusal::none;
     }
     return Refusal::unknownIdentifier;
@@ -78,9 +87,8 @@ Reply lookUpReceipts(const Question& question)
     DocumentQuery query;
     query.kinds = {Document::Kind::receipt};
     Reply reply;
-    reply.refusal =
-        restrict(query, static_cast<Identifier>(question.fields.letter(0)), question.fields.text(1));
-    if (reply.refusal != Refusal::none) {
+    reply.verdict = restrict(query, question.fields);
+    if (reply.verdict != Refusal::none) {
         return reply;
     }
     for (const int number : question.memory.numbersOf(query)) {

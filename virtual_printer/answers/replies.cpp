@@ -19,18 +19,18 @@ namespace {
 Reply variable(const Question& question)
 {
     auto text = variableText(question.fields.text(0), question);
-    return text ? Reply{.data = *text + "\r\n"} : Reply{.refusal = Refusal::unknownVariable};
+    return text ? Reply{.data = *text + "\r\n"} : Reply{.verdict = Refusal::unknownVariable};
 }
 
 Reply verdictOnArchive(const Question& question)
 {
-    return {.refusal = validateArchive(question.fields.text(0), question.memory, question.now)};
+    return {.verdict = validateArchive(question.fields.text(0), question.memory, question.now)};
 }
 
 Reply verdictOnJournal(const Question& question)
 {
     const bool isWhole = question.memory.isJournalWhole(question.fields.whole(0));
-    return {.refusal = isWhole ? Refusal::none : Refusal::journalDamaged};
+    return {.verdict = isWhole ? Refusal::none : Refusal::journalDamaged};
 }
 
 // Who answers which command, by its name.

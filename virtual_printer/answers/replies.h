@@ -2,8 +2,8 @@
 // command that prints an extract and the one that reads it select alike.
 #pragma once
 
-#include "virtual_printer/fiscal/refusal.h"
 #include "virtual_printer/fiscal/state.h"
+#include "virtual_printer/fiscal/verdict.h"
 #include "virtual_printer/language/commands.h"
 #include "virtual_printer/language/fields.h"
 #include "virtual_printer/memory/memory.h"
@@ -15,7 +15,7 @@ namespace virtual_printer {
 
 struct Reply
 {
-    Refusal refusal = Refusal::none;
+    Verdict verdict{};
     std::string data{};        // UTF-8; of a rule that wants a reply
     std::vector<Line> lines{}; // of a rule that wants printing
 };

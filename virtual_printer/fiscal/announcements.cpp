@@ -9,10 +9,10 @@ namespace {
 constexpr int customer = 0; // and 1 is the operator's
 constexpr int mostDisplays = 1;
 
-Refusal checkRow(const Fields& fields)
+Verdict checkRow(const Fields& fields)
 {
     constexpr int largestRow = 999;
-    return checkRange(fields.whole(0), 0, largestRow);
+    return checkRange(fields, 0, 0, largestRow);
 }
 
 void put(Draft& draft, int display, const std::string& text)
@@ -28,41 +28,41 @@ void put(Draft& draft, int display, const std::string& text)
 } // namespace
 
 // A text in an open receipt belongs to it. Of the row only the range is looked at: texts follow each other.
-Refusal announce(Draft& draft, const Fields& fields)
+Verdict announce(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = checkRow(fields);
-    return refusal == Refusal::none ? printHere(draft, Line{.text = fields.text(1)}) : refusal;
+    Verdict verdict = checkRow(fields);
+    return verdict == Refusal::none ? printHere(draft, Line{.text = fields.text(1)}) : verdict;
 }
 
-Refusal announceNotFiscal(Draft& draft, const Fields& fields)
+Verdict announceNotFiscal(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = checkRow(fields);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkRow(fields);
+    if (verdict == Refusal::none) {
         draft.print({.kind = Line::Kind::notFiscal});
         draft.print({.text = fields.text(1)});
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal showOnDisplay(Draft& draft, const Fields& fields)
+Verdict showOnDisplay(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t displaySize = 40; // two lines of twenty
     const std::string text = fields.text(2);
-    const Refusal refusal =
-        firstOf({checkRange(fields.whole(0), customer, mostDisplays), checkLength(text, 0, displaySize)});
-    if (refusal == Refusal::none) {
+    Verdict verdict =
+        firstOf({checkRange(fields, 0, customer, mostDisplays), checkLength(fields, 2, 0, displaySize)});
+    if (verdict == Refusal::none) {
         put(draft, fields.whole(0), text);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal clearDisplay(Draft& draft, const Fields& fields)
+Verdict clearDisplay(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = checkRange(fields.whole(0), customer, mostDisplays);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkRange(fields, 0, customer, mostDisplays);
+    if (verdict == Refusal::none) {
         put(draft, fields.whole(0), {});
     }
-    return refusal;
+    return verdict;
 }
 
 } // namespace virtual_printer

@@ -1,7 +1,8 @@
 // The drawer: what lies in it, by payment type. Change comes out of its cash.
 #pragma once
 
-#include "virtual_printer/fiscal/document.h"
+#include "virtual_printer/fiscal/state.h"
+#include "virtual_printer/fiscal/verdict.h"
 
 namespace virtual_printer {
 
@@ -14,6 +15,14 @@ inline Cents contentOf(const ByPayment& sums, int type)
 {
     const auto found = sums.find(type);
     return found == sums.end() ? 0 : found->second;
+}
+
+// Why no more goes out of it than is in it.
+inline Verdict missingInDrawer(const State& state, int type, Cents wanted, Cents content)
+{
+    return {Refusal::drawerTooEmpty, "Of " + state.settings->payments.at(type).name + " " +
+                                         formatCents(wanted) + " is to go out, and " + formatCents(content) +
+                                         " is there."};
 }
 
 } // namespace virtual_printer

@@ -86,7 +86,7 @@ void enterIntoFiscalMemory(Draft& draft, Document& document)
     }
 }
 
-Refusal closeDay(Draft& draft)
+Verdict closeDay(Draft& draft)
 {
     const Standing& before = *draft.state().standing;
     // A day that has become too long is closed even when it is empty: nothing else would end it.
@@ -106,16 +106,17 @@ Refusal closeDay(Draft& draft)
     return Refusal::none;
 }
 
-Refusal printDay(Draft& draft, char letter)
+Verdict printDay(Draft& draft, const Fields& fields)
 {
+    const char letter = fields.letter(0);
     if (letter < 'A' || letter > 'Z') {
-        return Refusal::unknownOperation;
+        return fields.refused(Refusal::unknownOperation, 0, "A to Z");
     }
     if (situationOf(draft.state(), draft.now) == Situation::overdue) {
         return Refusal::dayTooLong;
     }
-    if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
+        return verdict;
     }
     Document document = newDocument(draft, Document::Kind::report);
     document.lines = linesOfDay(draft, std::string("DAILY REPORT ") + letter);
@@ -125,29 +126,27 @@ Refusal printDay(Draft& draft, char letter)
 
 } // namespace
 
-Refusal beginDay(Draft& draft, const Fields& fields)
+Verdict beginDay(Draft& draft, const Fields& fields)
 {
     const bool isFull = draft.state().standing->closures >= mostClosures;
-    const Refusal refusal =
-        firstOf({checkRange(fields.whole(0), 0, 0), isFull ? Refusal::memoryFull : Refusal::none});
-    if (refusal == Refusal::none) {
+    Verdict verdict = firstOf({checkRange(fields, 0, 0, 0), isFull ? Refusal::memoryFull : Refusal::none});
+    if (verdict == Refusal::none) {
         Standing& standing = draft.standing();
         standing.dayIsOpen = true;
         standing.dayBegan = draft.now;
         standing.saleMode = fields.whole(0);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal report(Draft& draft, const Fields& fields)
+Verdict report(Draft& draft, const Fields& fields)
 {
     constexpr int largestNumber = 9999;
-    const Refusal refusal = checkRange(fields.whole(1), 0, largestNumber);
-    if (refusal != Refusal::none) {
-        return refusal;
+    Verdict verdict = checkRange(fields, 1, 0, largestNumber);
+    if (verdict != Refusal::none) {
+        return verdict;
     }
-    const char letter = fields.letter(0);
-    return letter == dailyClosure ? closeDay(draft) : printDay(draft, letter);
+    return fields.letter(0) == dailyClosure ? closeDay(draft) : printDay(draft, fields);
 }
 
 } // namespace virtual_printer

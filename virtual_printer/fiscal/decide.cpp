@@ -6,9 +6,16 @@
 #include "virtual_printer/language/fields.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace virtual_printer {
 namespace {
+
+bool isTooLong(const State& state, Moment now)
+{
+    constexpr std::chrono::hours longestDay{24};
+    return state.standing->dayIsOpen && now - state.standing->dayBegan > longestDay;
+}
 
 // Why a command is not legal in a situation that is not among its own.
 Refusal reasonOf(const CommandRule& rule, Situation situation)
@@ -35,6 +42,17 @@ Refusal reasonOf(const CommandRule& rule, Situation situation)
     return wantsReceipt ? Refusal::noReceipt : Refusal::noSellingDay;
 }
 
+Refusal checkSituation(const CommandRule& rule, const State& state, Moment now)
+{
+    const Situation situation = situationOf(state, now);
+    if (!rule.legal.contain(situation)) {
+        return reasonOf(rule, situation);
+    }
+    // When the day has become too long, a receipt that is open takes no more than one that is being paid.
+    const bool addsToReceipt = situation == Situation::open && !rule.legal.contain(Situation::paying);
+    return addsToReceipt && isTooLong(state, now) ? Refusal::dayTooLong : Refusal::none;
+}
+
 // Whatever would put something on the paper needs paper. A receipt that is open goes on: the printer waits
 // for the new roll.
 Refusal checkHardware(const State& before, const Decision& decision)
@@ -51,7 +69,6 @@ Refusal checkHardware(const State& before, const Decision& decision)
 
 Situation situationOf(const State& state, Moment now)
 {
-    constexpr std::chrono::hours longestDay{24};
     if (state.standing->life == Life::defiscalized) {
         return Situation::defiscalized;
     }
@@ -61,7 +78,7 @@ Situation situationOf(const State& state, Moment now)
     if (!state.standing->dayIsOpen) {
         return Situation::noDay;
     }
-    return now - state.standing->dayBegan > longestDay ? Situation::overdue : Situation::idle;
+    return isTooLong(state, now) ? Situation::overdue : Situation::idle;
 }
 
 Decision decide(const State& state, const Request& request, Moment now)
@@ -73,36 +90,27 @@ Decision decide(const State& state, const Request& request, Moment now)
         return decision;
     }
     const CommandRule& rule = *decision.rule;
-    decision.refusal = Fields::check(rule.fields, request.fields);
-    if (decision.refusal != Refusal::none) {
-        return decision;
+    const Fields fields(rule.fields, request.fields);
+    Verdict verdict = Fields::check(rule.fields, request.fields);
+    if (verdict == Refusal::none) {
+        verdict = checkSituation(rule, state, now);
     }
-    const Situation situation = situationOf(state, now);
-    if (!rule.legal.contain(situation)) {
-        decision.refusal = reasonOf(rule, situation);
-        return decision;
+    if (verdict == Refusal::none) {
+        verdict = checkPasswords(rule.fields, request.fields, *state.settings);
     }
-    decision.refusal = checkPasswords(rule.fields, request.fields, *state.settings);
-    if (decision.refusal != Refusal::none) {
-        return decision;
+    if (verdict == Refusal::none) {
+        decision.draft.upload() = Upload(); // a request ends the upload before it
+        verdict = rule.decide == nullptr ? Verdict() : rule.decide(decision.draft, fields);
     }
-    decision.draft.upload() = Upload(); // a request ends the upload before it
-    if (rule.decide != nullptr) {
-        decision.refusal = rule.decide(decision.draft, Fields(request.fields));
-    }
-    if (decision.refusal == Refusal::none) {
-        decision.refusal = checkHardware(state, decision);
-    }
+    decision.settle(verdict == Refusal::none ? checkHardware(state, decision) : std::move(verdict));
     return decision;
 }
 
 Decision decideBlock(const State& state, std::string_view data, bool isLast, CodePage codePage, Moment now)
 {
     Decision decision(state, now);
-    decision.refusal = takeBlock(decision.draft, data, isLast, codePage);
-    if (decision.refusal == Refusal::none) {
-        decision.refusal = checkHardware(state, decision);
-    }
+    Verdict verdict = takeBlock(decision.draft, data, isLast, codePage);
+    decision.settle(verdict == Refusal::none ? checkHardware(state, decision) : std::move(verdict));
     return decision;
 }
 

@@ -9,6 +9,7 @@
 #include "virtual_printer/language/request.h"
 
 #include <string>
+#include <utility>
 
 namespace virtual_printer {
 
@@ -16,7 +17,14 @@ struct Decision
 {
     explicit Decision(const State& state, Moment now) : draft(state, now) {}
 
+    void settle(Verdict verdict)
+    {
+        refusal = verdict.refusal;
+        detail = std::move(verdict.detail);
+    }
+
     Refusal refusal = Refusal::none;
+    std::string detail{};              // of the refusal, as its verdict has it
     const CommandRule* rule = nullptr; // null for an unknown command
     Draft draft;                       // means nothing after a refusal
 };

@@ -1,5 +1,6 @@
 // Discounts and surcharges on an item or the subtotal.
 #include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/fiscal/subtotal_shares.h"
 #include "virtual_printer/fiscal/vat_table.h"
@@ -45,33 +46,37 @@ std::string titleOf(const Fields& fields)
 }
 
 // What the discount brings when it is on `base`: negative, or positive for a surcharge.
-Refusal readDiscount(const Fields& fields, Cents base, Cents& brings)
+Verdict readDiscount(const Fields& fields, Cents base, Cents& brings)
 {
     constexpr Cents wholePercent = 10'000; // in hundredths of a percent
-    if (fields.whole(operation) < 0 ||
-        fields.whole(operation) > static_cast<int>(Operation::percentSurcharge)) {
-        return Refusal::unknownOperation;
+    if (Verdict verdict = checkRange(fields, operation, 0, static_cast<int>(Operation::percentSurcharge),
+                                     Refusal::unknownOperation);
+        verdict != Refusal::none) {
+        return verdict;
     }
     const Operation kind{fields.whole(operation)};
     const Cents given = fields.money(value);
     if (given < 0) {
-        return Refusal::wrongSign;
+        return fields.refused(Refusal::wrongSign, value, "no amount below zero");
     }
     if (given == 0 || (isPercent(kind) && given > wholePercent)) {
-        return Refusal::valueOutOfRange;
+        return fields.refused(Refusal::valueOutOfRange, value,
+                              isPercent(kind) ? "0.01 to 100.00 percent" : "at least 0.01");
     }
     const Cents size = isPercent(kind) ? scaled(base, given, wholePercent) : given;
     if (!isSurcharge(kind) && size > base) {
-        return Refusal::discountTooLarge;
+        return {Refusal::discountTooLarge, "It is on " + formatCents(base) + "."};
     }
     brings = isSurcharge(kind) ? size : -size;
     return Refusal::none;
 }
 
 // Whether a till that says what is left agrees; 0 says nothing.
-Refusal checkResult(Cents said, Cents result)
+Verdict checkResult(Cents said, Cents result)
 {
-    return said == 0 || std::abs(said - result) <= 1 ? Refusal::none : Refusal::wrongTotal;
+    return said == 0 || std::abs(said - result) <= 1
+               ? Verdict()
+               : Verdict(Refusal::wrongTotal, "Behind it " + formatCents(result) + " is left.");
 }
 
 // What the item brings with the discounts that are on it; nothing stands behind them.
@@ -85,7 +90,7 @@ Cents sumOfLast(const Receipt& receipt)
     return sum;
 }
 
-Refusal discountLastItem(Draft& draft, const Fields& fields, char vat, Cents saidResult)
+Verdict discountLastItem(Draft& draft, const Fields& fields, char vat, Cents saidResult)
 {
     const Receipt& receipt = *draft.state().receipt;
     const int item = receipt.lastItem;
@@ -98,28 +103,28 @@ Refusal discountLastItem(Draft& draft, const Fields& fields, char vat, Cents sai
     }
     const Cents base = sumOfLast(receipt);
     Cents brings = 0;
-    Refusal refusal = readDiscount(fields, base, brings);
-    if (refusal == Refusal::none) {
-        refusal = checkResult(saidResult, base + brings);
+    Verdict verdict = readDiscount(fields, base, brings);
+    if (verdict == Refusal::none) {
+        verdict = checkResult(saidResult, base + brings);
     }
-    if (refusal != Refusal::none) {
-        return refusal;
+    if (verdict != Refusal::none) {
+        return verdict;
     }
-    refusal = addToReceipt(draft, {.kind = Line::Kind::discount,
+    verdict = addToReceipt(draft, {.kind = Line::Kind::discount,
                                    .text = titleOf(fields),
                                    .vat = ofItem,
                                    .number = 1, // on the item in front of it
                                    .sum = brings});
     draft.receipt().lastItem = item; // another one may follow
-    return refusal;
+    return verdict;
 }
 
-Refusal discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidResult)
+Verdict discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidResult)
 {
     const Document& before = draft.state().receipt->document;
     if (vat != 0) {
-        if (const Refusal refusal = checkVat(*draft.state().settings, vat); refusal != Refusal::none) {
-            return refusal;
+        if (Verdict verdict = checkVat(*draft.state().settings, vat); verdict != Refusal::none) {
+            return verdict;
         }
     }
     const Cents base = vat == 0 ? before.total : sumUnder(before, vat);
@@ -127,19 +132,19 @@ Refusal discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidRe
         return Refusal::nothingToDiscount;
     }
     Cents brings = 0;
-    Refusal refusal = readDiscount(fields, base, brings);
-    if (refusal == Refusal::none) {
-        refusal = checkResult(saidResult, base + brings);
+    Verdict verdict = readDiscount(fields, base, brings);
+    if (verdict == Refusal::none) {
+        verdict = checkResult(saidResult, base + brings);
     }
-    if (refusal != Refusal::none) {
-        return refusal;
+    if (verdict != Refusal::none) {
+        return verdict;
     }
     const ByVat shares = vat == 0 ? shareOut(brings, before.byVat) : ByVat{{vat, brings}};
     for (const auto& [letter, share] : shares) {
-        refusal = addToReceipt(
+        verdict = addToReceipt(
             draft, {.kind = Line::Kind::discount, .text = titleOf(fields), .vat = letter, .sum = share});
-        if (refusal != Refusal::none) {
-            return refusal;
+        if (verdict != Refusal::none) {
+            return verdict;
         }
     }
     return brings < 0 && draft.state().receipt->document.total < 0 ? Refusal::totalWouldBeNegative
@@ -148,20 +153,21 @@ Refusal discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidRe
 
 } // namespace
 
-Refusal discountItem(Draft& draft, const Fields& fields)
+Verdict discountItem(Draft& draft, const Fields& fields)
 {
     return discountLastItem(draft, fields, fields.letter(value + 1), 0);
 }
 
-Refusal discountItemWithTotal(Draft& draft, const Fields& fields)
+Verdict discountItemWithTotal(Draft& draft, const Fields& fields)
 {
     return discountLastItem(draft, fields, fields.letter(value + 1), fields.money(value + 2));
 }
 
-Refusal printSubtotal(Draft& draft, const Fields& fields)
+Verdict printSubtotal(Draft& draft, const Fields& fields)
 {
-    if (fields.whole(operation) != 0) {
-        return Refusal::unknownOperation;
+    if (Verdict verdict = checkRange(fields, operation, 0, 0, Refusal::unknownOperation);
+        verdict != Refusal::none) {
+        return verdict;
     }
     std::string title = fields.text(description);
     if (title.empty()) {
@@ -172,14 +178,14 @@ Refusal printSubtotal(Draft& draft, const Fields& fields)
                                 .sum = draft.state().receipt->document.total});
 }
 
-Refusal discountSubtotal(Draft& draft, const Fields& fields)
+Verdict discountSubtotal(Draft& draft, const Fields& fields)
 {
     return discountWhole(draft, fields, fields.letter(value + 1), 0);
 }
 
 // Here the letter stands behind the total; in the discount of an item it stands in front of it. This is
 // meant.
-Refusal discountSubtotalWithTotal(Draft& draft, const Fields& fields)
+Verdict discountSubtotalWithTotal(Draft& draft, const Fields& fields)
 {
     return discountWhole(draft, fields, fields.letter(value + 2), fields.money(value + 1));
 }

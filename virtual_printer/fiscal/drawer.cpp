@@ -2,6 +2,7 @@
 #include "virtual_printer/fiscal/cash.h"
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/documents.h"
+#include "virtual_printer/fiscal/ranges.h"
 
 #include <utility>
 
@@ -17,38 +18,40 @@ enum DrawerField : std::size_t
 };
 
 // What the drawer gets: negative for what is taken out.
-Refusal readMovement(const Fields& fields, const State& state, Cents& movement)
+Verdict readMovement(const Fields& fields, const State& state, Cents& movement)
 {
     constexpr int in = 0;
     constexpr int out = 1;
     const int operation = fields.whole(operationType);
     const int type = fields.whole(movedPayment);
-    if (operation != in && operation != out) {
-        return Refusal::unknownOperation;
+    if (Verdict verdict = checkRange(fields, operationType, in, out, Refusal::unknownOperation);
+        verdict != Refusal::none) {
+        return verdict;
     }
     if (!state.settings->payments.contains(type)) {
         return Refusal::unknownPayment;
     }
     if (fields.money(amount) < 0) {
-        return Refusal::wrongSign;
+        return fields.refused(Refusal::wrongSign, amount, "no amount below zero");
     }
     if (fields.money(amount) == 0) {
-        return Refusal::valueOutOfRange;
+        return fields.refused(Refusal::valueOutOfRange, amount, "at least 0.01");
     }
     movement = operation == in ? fields.money(amount) : -fields.money(amount);
-    return contentOf(state.standing->drawer, type) + movement < 0 ? Refusal::drawerTooEmpty : Refusal::none;
+    const Cents content = contentOf(state.standing->drawer, type);
+    return content + movement < 0 ? missingInDrawer(state, type, -movement, content) : Verdict();
 }
 
 } // namespace
 
-Refusal moveDrawer(Draft& draft, const Fields& fields)
+Verdict moveDrawer(Draft& draft, const Fields& fields)
 {
     Cents movement = 0;
-    if (const Refusal refusal = readMovement(fields, draft.state(), movement); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = readMovement(fields, draft.state(), movement); verdict != Refusal::none) {
+        return verdict;
     }
-    if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = mayBeginDocument(draft.state()); verdict != Refusal::none) {
+        return verdict;
     }
     const int type = fields.whole(movedPayment);
     Document document = newDocument(draft, Document::Kind::drawer);

@@ -1,5 +1,6 @@
 // Items: sold, taken back from the receipt, returned from an earlier one, and negative.
 #include "virtual_printer/fiscal/deciders.h"
+#include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/fiscal/vat_table.h"
 
@@ -40,21 +41,22 @@ Line readItem(const Fields& fields, Line::Kind kind)
     return line;
 }
 
-Refusal checkItem(const Line& item, const Settings& settings)
+Verdict checkItem(const Fields& fields, const Line& item, const Settings& settings)
 {
-    if (item.text.empty()) {
-        return Refusal::badText;
-    }
-    if (const Refusal refusal = checkVat(settings, item.vat); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = firstOf({checkNotEmpty(fields, name), checkVat(settings, item.vat)});
+        verdict != Refusal::none) {
+        return verdict;
     }
     if (item.quantity <= 0) {
-        return Refusal::valueOutOfRange;
+        return fields.refused(Refusal::valueOutOfRange, quantity, "at least 0.001");
     }
     if (item.sum < 0 || item.unitPrice < 0) {
-        return Refusal::wrongSign;
+        return fields.refused(Refusal::wrongSign, item.sum < 0 ? total : unitPrice, "no amount below zero");
     }
-    return fitsTogether(item.sum, item.quantity, item.unitPrice) ? Refusal::none : Refusal::wrongTotal;
+    return fitsTogether(item.sum, item.quantity, item.unitPrice)
+               ? Verdict()
+               : fields.refused(Refusal::wrongTotal, total,
+                                formatThousandths(item.quantity) + " x " + formatCents(item.unitPrice));
 }
 
 bool isSoldAs(const Line& line, const Line& wanted)
@@ -85,20 +87,20 @@ std::vector<Line> takenBack(const std::vector<Line>& lines, std::size_t item)
 
 } // namespace
 
-Refusal sellItem(Draft& draft, const Fields& fields)
+Verdict sellItem(Draft& draft, const Fields& fields)
 {
     Line item = readItem(fields, Line::Kind::item);
-    Refusal refusal = checkItem(item, *draft.state().settings);
-    if (refusal == Refusal::none) {
-        refusal = addToReceipt(draft, std::move(item));
+    Verdict verdict = checkItem(fields, item, *draft.state().settings);
+    if (verdict == Refusal::none) {
+        verdict = addToReceipt(draft, std::move(item));
     }
-    if (refusal == Refusal::none) {
+    if (verdict == Refusal::none) {
         draft.receipt().lastItem = static_cast<int>(draft.receipt().document.lines.size()) - 1;
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal voidItem(Draft& draft, const Fields& fields)
+Verdict voidItem(Draft& draft, const Fields& fields)
 {
     const Line wanted = readItem(fields, Line::Kind::item);
     std::vector<Line>& lines = draft.receipt().document.lines;
@@ -112,8 +114,8 @@ Refusal voidItem(Draft& draft, const Fields& fields)
     taken.front().right = fields.text(receiptNumber);
     found->isVoided = true;
     for (Line& line : taken) {
-        if (const Refusal refusal = addToReceipt(draft, std::move(line)); refusal != Refusal::none) {
-            return refusal;
+        if (Verdict verdict = addToReceipt(draft, std::move(line)); verdict != Refusal::none) {
+            return verdict;
         }
     }
     // What was returned does not count against it: without the item the receipt would have been legal as
@@ -123,29 +125,28 @@ Refusal voidItem(Draft& draft, const Fields& fields)
                                                                                   : Refusal::none;
 }
 
-Refusal returnItem(Draft& draft, const Fields& fields)
+Verdict returnItem(Draft& draft, const Fields& fields)
 {
     Line item = readItem(fields, Line::Kind::itemReturn);
     item.right = fields.text(receiptNumber);
-    if (const Refusal refusal = checkItem(item, *draft.state().settings); refusal != Refusal::none) {
-        return refusal;
-    }
-    if (item.right.empty()) {
-        return Refusal::badText;
+    if (Verdict verdict =
+            firstOf({checkItem(fields, item, *draft.state().settings), checkNotEmpty(fields, receiptNumber)});
+        verdict != Refusal::none) {
+        return verdict;
     }
     item.sum = -item.sum;
     return addToReceipt(draft, std::move(item));
 }
 
-Refusal sellNegativeItem(Draft& draft, const Fields& fields)
+Verdict sellNegativeItem(Draft& draft, const Fields& fields)
 {
     Line item = readItem(fields, Line::Kind::itemNegative);
-    Refusal refusal = checkItem(item, *draft.state().settings);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkItem(fields, item, *draft.state().settings);
+    if (verdict == Refusal::none) {
         item.sum = -item.sum;
-        refusal = addToReceipt(draft, item);
+        verdict = addToReceipt(draft, item);
     }
-    return refusal == Refusal::none ? checkTakenAway(draft.state().receipt->document, item.vat) : refusal;
+    return verdict == Refusal::none ? checkTakenAway(draft.state().receipt->document, item.vat) : verdict;
 }
 
 } // namespace virtual_printer

@@ -1,6 +1,7 @@
 // What a receipt carries beside its lines: who buys and sells, numbers to find it by, codes.
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/printing.h"
+#include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/paper/codes.h"
 
@@ -9,94 +10,88 @@
 namespace virtual_printer {
 namespace {
 
-Refusal note(Draft& draft, std::string title, std::string value)
+Verdict note(Draft& draft, std::string title, std::string value)
 {
-    if (value.empty()) {
-        return Refusal::badText;
-    }
     return addToReceipt(draft,
                         {.kind = Line::Kind::note, .text = std::move(title), .right = std::move(value)});
 }
 
-bool isLetterOrDigit(char letter)
+// The text of a field, which must not be empty.
+Verdict noteText(Draft& draft, std::string title, const Fields& fields, std::size_t index)
 {
-    return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
+    Verdict verdict = checkNotEmpty(fields, index);
+    return verdict == Refusal::none ? note(draft, std::move(title), fields.text(index)) : verdict;
+}
+
+Verdict checkLetterOrDigit(const Fields& fields, std::size_t index)
+{
+    const char letter = fields.letter(index);
+    return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9')
+               ? Verdict()
+               : fields.refused(Refusal::valueOutOfRange, index, "A to Z or 0 to 9");
 }
 
 } // namespace
 
-Refusal setClient(Draft& draft, const Fields& fields)
+Verdict setClient(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    if (fields.whole(1) < 0 || fields.whole(1) > largestType) {
-        return Refusal::valueOutOfRange;
-    }
-    return note(draft, "Client", fields.text(0));
+    Verdict verdict = checkRange(fields, 1, 0, largestType);
+    return verdict == Refusal::none ? noteText(draft, "Client", fields, 0) : verdict;
 }
 
-Refusal setInvoiceNumber(Draft& draft, const Fields& fields)
+Verdict setInvoiceNumber(Draft& draft, const Fields& fields)
 {
     draft.receipt().document.invoice = fields.text(0);
-    return note(draft, "Invoice", fields.text(0));
+    return noteText(draft, "Invoice", fields, 0);
 }
 
-Refusal setTransaction(Draft& draft, const Fields& fields)
+Verdict setTransaction(Draft& draft, const Fields& fields)
 {
     draft.receipt().document.transaction = fields.text(0);
-    return note(draft, "Transaction", fields.text(0));
+    return noteText(draft, "Transaction", fields, 0);
 }
 
-Refusal setSeller(Draft& draft, const Fields& fields)
+Verdict setSeller(Draft& draft, const Fields& fields)
 {
-    if (!isLetterOrDigit(fields.letter(1))) {
-        return Refusal::valueOutOfRange;
+    Verdict verdict = checkLetterOrDigit(fields, 1);
+    return verdict == Refusal::none ? noteText(draft, "Seller", fields, 0) : verdict;
+}
+
+Verdict setVatExemption(Draft& draft, const Fields& fields)
+{
+    Verdict verdict = checkLetterOrDigit(fields, 0);
+    return verdict == Refusal::none ? note(draft, "Without VAT, reason", {fields.letter(0)}) : verdict;
+}
+
+Verdict correctDocument(Draft& draft, const Fields& fields)
+{
+    return noteText(draft, "Correction of error", fields, 0);
+}
+
+Verdict setV48(Draft& draft, const Fields& fields)
+{
+    Verdict verdict = checkLetterOrDigit(fields, 1);
+    if (verdict == Refusal::none) {
+        draft.settings().others["V48"] = fields.letter(1);
     }
-    return note(draft, "Seller", fields.text(0));
+    return verdict;
 }
 
-Refusal setVatExemption(Draft& draft, const Fields& fields)
-{
-    if (!isLetterOrDigit(fields.letter(0))) {
-        return Refusal::valueOutOfRange;
-    }
-    return note(draft, "Without VAT, reason", {fields.letter(0)});
-}
-
-Refusal correctDocument(Draft& draft, const Fields& fields)
-{
-    return note(draft, "Correction of error", fields.text(0));
-}
-
-Refusal setV48(Draft& draft, const Fields& fields)
-{
-    if (!isLetterOrDigit(fields.letter(1))) {
-        return Refusal::valueOutOfRange;
-    }
-    draft.settings().others["V48"] = fields.letter(1);
-    return Refusal::none;
-}
-
-Refusal setFreeIdentifier(Draft& draft, const Fields& fields)
+Verdict setFreeIdentifier(Draft& draft, const Fields& fields)
 {
     const std::string text = fields.text(1);
-    if (fields.whole(0) != 0 && fields.whole(0) != 1) {
-        return Refusal::valueOutOfRange;
+    const bool isPrinted = fields.whole(0) != 0;
+    Verdict verdict =
+        firstOf({checkRange(fields, 0, 0, 1), isPrinted ? checkNotEmpty(fields, 1) : Verdict()});
+    if (verdict != Refusal::none) {
+        return verdict;
     }
     draft.settings().others["Free ID"] = text;
-    if (fields.whole(0) == 0) {
-        return Refusal::none;
-    }
-    if (draft.state().receipt) {
-        return note(draft, "ID", text);
-    }
-    if (text.empty()) {
-        return Refusal::badText;
-    }
-    draft.print({.kind = Line::Kind::note, .text = "ID", .right = text});
-    return Refusal::none;
+    return isPrinted ? printHere(draft, {.kind = Line::Kind::note, .text = "ID", .right = text}) : verdict;
 }
 
-Refusal printBarCode(Draft& draft, const Fields& fields)
+Verdict printBarCode(Draft& draft, const Fields& fields)
 {
     const int kind = fields.whole(0);
     const std::string& text = fields.raw(1);

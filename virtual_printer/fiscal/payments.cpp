@@ -3,6 +3,7 @@
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -73,15 +74,17 @@ Payment readPayment(const Fields& fields, const Settings& settings, Cents due)
 }
 
 // Whether the type takes as much as is given, and gives change where it is more than is due.
-Refusal settle(Payment& payment, const PaymentType& type, const State& state)
+Verdict settle(Payment& payment, const PaymentType& type, const State& state)
 {
     const Receipt& receipt = *state.receipt;
     const Cents due = receipt.due();
     if (std::abs(payment.value) > largestReceiptSum) {
-        return Refusal::valueOutOfRange;
+        return {Refusal::valueOutOfRange,
+                "A payment counts at most " + formatCents(largestReceiptSum) + " in the receipt's currency."};
     }
     if (payment.value == 0 || std::abs(payment.value) < type.minimum) {
-        return Refusal::paymentTooSmall;
+        return {Refusal::paymentTooSmall,
+                "It is at least " + formatCents(std::max<Cents>(type.minimum, 1)) + "."};
     }
     const auto inDrawer = [&](int ofType) {
         return contentOf(state.standing->drawer, ofType) + contentOf(receipt.document.byPayment, ofType) +
@@ -89,12 +92,19 @@ Refusal settle(Payment& payment, const PaymentType& type, const State& state)
     };
     if (std::abs(payment.value) > std::abs(due)) {
         if (due < 0 || !type.mayOverPay) {
-            return Refusal::overPayment;
+            return {Refusal::overPayment, formatCents(due) + " is due."};
         }
         payment.change = payment.value - due;
     }
-    return inDrawer(payment.type) < 0 || inDrawer(cash) < payment.change ? Refusal::drawerTooEmpty
-                                                                         : Refusal::none;
+    if (const Cents left = inDrawer(payment.type); left < 0) {
+        return missingInDrawer(state, payment.type, -payment.value, left - payment.value);
+    }
+    if (inDrawer(cash) < payment.change) {
+        return {Refusal::drawerTooEmpty, "The change of " + formatCents(payment.change) +
+                                             " is given in cash, of which " + formatCents(inDrawer(cash)) +
+                                             " is there."};
+    }
+    return {};
 }
 
 void takeIn(Draft& draft, const Payment& payment, std::string title)
@@ -122,7 +132,7 @@ void takeIn(Draft& draft, const Payment& payment, std::string title)
 }
 
 // Whether a payment is wanted at all, and whether till and printer agree on what is due.
-Refusal checkDue(const Receipt& receipt, const Fields& fields)
+Verdict checkDue(const Receipt& receipt, const Fields& fields)
 {
     if (!hasSales(receipt.document)) {
         return Refusal::nothingSold;
@@ -135,27 +145,30 @@ Refusal checkDue(const Receipt& receipt, const Fields& fields)
         return Refusal::receiptTooLong;
     }
     if (fields.money(receiptTotal) != receipt.document.total && fields.money(receiptTotal) != due) {
-        return Refusal::paymentWrongTotal;
+        return {Refusal::paymentWrongTotal, "The receipt's total is " + formatCents(receipt.document.total) +
+                                                ", and " + formatCents(due) + " is due."};
     }
     const Cents paid = fields.money(payedAmount);
-    return (due > 0 && paid < 0) || (due < 0 && paid > 0) ? Refusal::wrongSign : Refusal::none;
+    return (due > 0 && paid < 0) || (due < 0 && paid > 0)
+               ? fields.refused(Refusal::wrongSign, payedAmount, "the sign of what is due")
+               : Verdict();
 }
 
 } // namespace
 
-Refusal pay(Draft& draft, const Fields& fields)
+Verdict pay(Draft& draft, const Fields& fields)
 {
     const State& state = draft.state();
-    if (const Refusal refusal = checkDue(*state.receipt, fields); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = checkDue(*state.receipt, fields); verdict != Refusal::none) {
+        return verdict;
     }
     const auto type = state.settings->payments.find(fields.whole(paymentNumber));
     if (type == state.settings->payments.end()) {
         return Refusal::unknownPayment;
     }
     Payment payment = readPayment(fields, *state.settings, state.receipt->due());
-    if (const Refusal refusal = settle(payment, type->second, state); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = settle(payment, type->second, state); verdict != Refusal::none) {
+        return verdict;
     }
     std::string title = fields.text(paymentDescription);
     if (title.empty()) {
@@ -166,16 +179,19 @@ Refusal pay(Draft& draft, const Fields& fields)
 }
 
 // The sum that the till says is what was given so far, the change not taken off.
-Refusal payWithTotal(Draft& draft, const Fields& fields)
+Verdict payWithTotal(Draft& draft, const Fields& fields)
 {
     const Cents before = draft.state().receipt->paid;
-    if (const Refusal refusal = pay(draft, fields); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = pay(draft, fields); verdict != Refusal::none) {
+        return verdict;
     }
     const std::vector<Line>& lines = draft.state().receipt->document.lines;
     const Line& payment = lines.back().kind == Line::Kind::change ? lines[lines.size() - 2] : lines.back();
     const Cents said = fields.money(totalPayedAmount);
-    return said == 0 || said == before + payment.sum ? Refusal::none : Refusal::paymentWrongTotal;
+    const Cents given = before + payment.sum;
+    return said == 0 || said == given ? Verdict()
+                                      : Verdict(Refusal::paymentWrongTotal,
+                                                "With this payment " + formatCents(given) + " is given.");
 }
 
 } // namespace virtual_printer

@@ -4,7 +4,7 @@
 
 namespace virtual_printer {
 
-Refusal printHere(Draft& draft, Line line)
+Verdict printHere(Draft& draft, Line line)
 {
     if (draft.state().receipt) {
         return addToReceipt(draft, std::move(line));

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "virtual_printer/fiscal/draft.h"
-#include "virtual_printer/fiscal/refusal.h"
+#include "virtual_printer/fiscal/verdict.h"
 
 namespace virtual_printer {
 
 // Refused when the open receipt has no room for the line.
-Refusal printHere(Draft& draft, Line line);
+Verdict printHere(Draft& draft, Line line);
 
 } // namespace virtual_printer

@@ -1,20 +1,18 @@
-// What fields may hold beyond their kind: ranges of numbers, and lengths of texts in characters.
+// What fields may hold beyond their kind: ranges of numbers, and lengths of texts in characters. What is
+// refused names the field and what it takes.
 #pragma once
 
-#include "virtual_printer/fiscal/refusal.h"
+#include "virtual_printer/fiscal/verdict.h"
+#include "virtual_printer/language/fields.h"
 
 #include <algorithm>
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
 namespace virtual_printer {
 
 inline constexpr std::size_t longestSettingText = 80;
-
-constexpr Refusal checkRange(int value, int smallest, int largest)
-{
-    return value < smallest || value > largest ? Refusal::valueOutOfRange : Refusal::none;
-}
 
 inline Refusal checkLength(std::string_view utf8, std::size_t shortest, std::size_t longest)
 {
@@ -25,15 +23,45 @@ inline Refusal checkLength(std::string_view utf8, std::size_t shortest, std::siz
     return characters < shortest || characters > longest ? Refusal::badText : Refusal::none;
 }
 
-// The first reason to refuse, if there is one.
-constexpr Refusal firstOf(std::initializer_list<Refusal> refusals)
+// A whole number. A range of its own number means another refusal.
+inline Verdict checkRange(const Fields& fields, std::size_t index, int smallest, int largest,
+                          Refusal otherwise = Refusal::valueOutOfRange)
 {
-    for (const Refusal refusal : refusals) {
-        if (refusal != Refusal::none) {
-            return refusal;
-        }
+    const int value = fields.whole(index);
+    if (value >= smallest && value <= largest) {
+        return {};
     }
-    return Refusal::none;
+    const std::string last = std::to_string(largest);
+    const std::string all = largest == smallest       ? last
+                            : largest == smallest + 1 ? std::to_string(smallest) + " or " + last
+                                                      : std::to_string(smallest) + " to " + last;
+    return fields.refused(otherwise, index, all);
+}
+
+// A text without the blanks at its end.
+inline Verdict checkLength(const Fields& fields, std::size_t index, std::size_t shortest, std::size_t longest)
+{
+    if (checkLength(fields.text(index), shortest, longest) == Refusal::none) {
+        return {};
+    }
+    const std::string all =
+        (shortest == 0 ? "at most " : std::to_string(shortest) + " to ") + std::to_string(longest);
+    return fields.refused(Refusal::badText, index, all + " characters");
+}
+
+// One that is not empty; how long it may be, its kind says.
+inline Verdict checkNotEmpty(const Fields& fields, std::size_t index)
+{
+    return fields.text(index).empty() ? fields.refused(Refusal::badText, index, "at least one character")
+                                      : Verdict();
+}
+
+// The first reason to refuse, if there is one.
+inline Verdict firstOf(std::initializer_list<Verdict> verdicts)
+{
+    const auto* const found = std::find_if(verdicts.begin(), verdicts.end(),
+                                           [](const Verdict& verdict) { return verdict != Refusal::none; });
+    return found == verdicts.end() ? Verdict() : *found;
 }
 
 } // namespace virtual_printer

@@ -3,6 +3,7 @@
 #include "virtual_printer/fiscal/deciders.h"
 #include "virtual_printer/fiscal/documents.h"
 #include "virtual_printer/fiscal/picture_line.h"
+#include "virtual_printer/fiscal/ranges.h"
 #include "virtual_printer/fiscal/receipt_lines.h"
 #include "virtual_printer/fiscal/vat_table.h"
 
@@ -14,17 +15,13 @@ namespace {
 
 constexpr int largestKind = 9; // of the sale, the receipt ...; also the number of the last picture
 
-bool isKind(int number)
+// The number of a picture that is kept, or 0.
+Verdict checkPicture(const State& state, const Fields& fields, std::size_t index)
 {
-    return number >= 0 && number <= largestKind;
-}
-
-Refusal checkPicture(const State& state, int number)
-{
-    if (!isKind(number)) {
-        return Refusal::valueOutOfRange;
-    }
-    return number == 0 || state.pictures->contains(number) ? Refusal::none : Refusal::noSuchPicture;
+    const int number = fields.whole(index);
+    const bool isThere = number == 0 || state.pictures->contains(number);
+    return firstOf(
+        {checkRange(fields, index, 0, largestKind), isThere ? Refusal::none : Refusal::noSuchPicture});
 }
 
 // Nothing for the number 0, and where no picture is kept.
@@ -105,7 +102,7 @@ Sums sumsOf(const Document& receipt)
 
 } // namespace
 
-Refusal beginReceipt(Draft& draft, const Fields& fields)
+Verdict beginReceipt(Draft& draft, const Fields& fields)
 {
     enum BeginField : std::size_t
     {
@@ -115,17 +112,13 @@ Refusal beginReceipt(Draft& draft, const Fields& fields)
         recapitulation,
         graphicsHeader
     };
-    for (const auto field : {saleType, commType, paragonType, recapitulation}) {
-        if (!isKind(fields.whole(field))) {
-            return Refusal::valueOutOfRange;
-        }
-    }
-    if (const Refusal refusal = checkPicture(draft.state(), fields.whole(graphicsHeader));
-        refusal != Refusal::none) {
-        return refusal;
-    }
-    if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = firstOf(
+            {checkRange(fields, saleType, 0, largestKind), checkRange(fields, commType, 0, largestKind),
+             checkRange(fields, paragonType, 0, largestKind),
+             checkRange(fields, recapitulation, 0, largestKind),
+             checkPicture(draft.state(), fields, graphicsHeader), mayBeginDocument(draft.state())});
+        verdict != Refusal::none) {
+        return verdict;
     }
     Receipt receipt;
     receipt.document = newDocument(draft, Document::Kind::receipt);
@@ -136,18 +129,18 @@ Refusal beginReceipt(Draft& draft, const Fields& fields)
     return Refusal::none;
 }
 
-Refusal endReceipt(Draft& draft, const Fields& fields)
+Verdict endReceipt(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t graphicsHeader = 1;
     const int picture = fields.whole(graphicsHeader);
-    if (const Refusal refusal = checkPicture(draft.state(), picture); refusal != Refusal::none) {
-        return refusal;
+    if (Verdict verdict = checkPicture(draft.state(), fields, graphicsHeader); verdict != Refusal::none) {
+        return verdict;
     }
     if (!hasSales(draft.state().receipt->document)) {
         return Refusal::nothingSold;
     }
-    if (draft.state().receipt->due() != 0) {
-        return Refusal::paidTooLittle;
+    if (const Cents due = draft.state().receipt->due(); due != 0) {
+        return {Refusal::paidTooLittle, formatCents(due) + " is due."};
     }
     if (!draft.state().receipt->isBeingPaid) {
         printTotal(draft); // of a receipt that comes to nothing
@@ -168,7 +161,7 @@ Refusal endReceipt(Draft& draft, const Fields& fields)
     return Refusal::none;
 }
 
-Refusal cancelReceipt(Draft& draft, const Fields& fields)
+Verdict cancelReceipt(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t description = 1;
     draft.printInReceipt({.kind = Line::Kind::heading, .text = "RECEIPT CANCELLED"});

@@ -44,7 +44,7 @@ Cents sumUnder(const Document& receipt, char vat)
     return found == receipt.byVat.end() ? 0 : found->second;
 }
 
-Refusal addToReceipt(Draft& draft, Line line)
+Verdict addToReceipt(Draft& draft, Line line)
 {
     Document& document = draft.receipt().document;
     if (document.lines.size() >= mostReceiptLines) {
@@ -55,7 +55,8 @@ Refusal addToReceipt(Draft& draft, Line line)
         ofLetter += line.sum;
         document.total += line.sum;
         if (std::abs(ofLetter) > largestReceiptSum || std::abs(document.total) > largestReceiptSum) {
-            return Refusal::valueOutOfRange;
+            return {Refusal::valueOutOfRange, "Total and VAT sums of a receipt are at most " +
+                                                  formatCents(largestReceiptSum) + " to either side."};
         }
     }
     draft.printInReceipt(std::move(line));
@@ -69,7 +70,7 @@ void printTotal(Draft& draft)
         {.kind = Line::Kind::total, .text = "TOTAL EUR", .sum = draft.state().receipt->document.total});
 }
 
-Refusal checkTakenAway(const Document& receipt, char vat)
+Verdict checkTakenAway(const Document& receipt, char vat)
 {
     if (sumUnder(receipt, vat) < 0) {
         return Refusal::vatBelowZero;

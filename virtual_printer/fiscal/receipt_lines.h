@@ -2,7 +2,7 @@
 #pragma once
 
 #include "virtual_printer/fiscal/draft.h"
-#include "virtual_printer/fiscal/refusal.h"
+#include "virtual_printer/fiscal/verdict.h"
 
 namespace virtual_printer {
 
@@ -21,12 +21,12 @@ Cents sumUnder(const Document& receipt, char vat);
 
 // A line of any kind on the open receipt, which counts in the total when its kind does. Refused when the
 // receipt is full, or the sum too large.
-Refusal addToReceipt(Draft& draft, Line line);
+Verdict addToReceipt(Draft& draft, Line line);
 
 // The total, with which payment begins.
 void printTotal(Draft& draft);
 
 // Whether the line that was added last has taken away more than there was; only a return may do that.
-Refusal checkTakenAway(const Document& receipt, char vat);
+Verdict checkTakenAway(const Document& receipt, char vat);
 
 } // namespace virtual_printer

@@ -5,17 +5,17 @@
 namespace virtual_printer {
 namespace {
 
-Refusal setText(Draft& draft, std::string Settings::*text, const Fields& fields)
+Verdict setText(Draft& draft, std::string Settings::*text, const Fields& fields)
 {
-    const Refusal refusal = checkLength(fields.text(0), 0, longestSettingText);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkLength(fields, 0, 0, longestSettingText);
+    if (verdict == Refusal::none) {
         draft.settings().*text = fields.text(0);
     }
-    return refusal;
+    return verdict;
 }
 
 // Each call adds one; an empty text takes all away.
-Refusal addLine(Draft& draft, std::vector<std::string> Settings::*lines, const Fields& fields)
+Verdict addLine(Draft& draft, std::vector<std::string> Settings::*lines, const Fields& fields)
 {
     constexpr std::size_t mostLines = 10;
     std::string text = fields.text(0);
@@ -24,24 +24,28 @@ Refusal addLine(Draft& draft, std::vector<std::string> Settings::*lines, const F
         return Refusal::none;
     }
     const bool isFull = (draft.state().settings.get()->*lines).size() >= mostLines;
-    const Refusal refusal = firstOf(
-        {checkLength(text, 1, longestSettingText), isFull ? Refusal::valueOutOfRange : Refusal::none});
-    if (refusal == Refusal::none) {
+    Verdict verdict =
+        firstOf({checkLength(fields, 0, 1, longestSettingText),
+                 isFull ? Verdict(Refusal::valueOutOfRange,
+                                  "There are ten lines, the most; an empty text takes them away.")
+                        : Verdict()});
+    if (verdict == Refusal::none) {
         (draft.settings().*lines).push_back(std::move(text));
     }
-    return refusal;
+    return verdict;
 }
 
 } // namespace
 
-Refusal setHeader(Draft& draft, const Fields& fields)
+Verdict setHeader(Draft& draft, const Fields& fields)
 {
     constexpr int mostRows = 10;
     const int row = fields.whole(1);
     const std::string text = fields.text(2);
-    const Refusal refusal = firstOf({checkRange(row, 1, mostRows), checkLength(text, 0, longestSettingText)});
-    if (refusal != Refusal::none) {
-        return refusal;
+    Verdict verdict =
+        firstOf({checkRange(fields, 1, 1, mostRows), checkLength(fields, 2, 0, longestSettingText)});
+    if (verdict != Refusal::none) {
+        return verdict;
     }
     if (text.empty()) {
         draft.settings().header.erase(row);
@@ -51,27 +55,27 @@ Refusal setHeader(Draft& draft, const Fields& fields)
     return Refusal::none;
 }
 
-Refusal setAdditionalHeader(Draft& draft, const Fields& fields)
+Verdict setAdditionalHeader(Draft& draft, const Fields& fields)
 {
     return setText(draft, &Settings::additionalHeader, fields);
 }
 
-Refusal setAdditionalFooter(Draft& draft, const Fields& fields)
+Verdict setAdditionalFooter(Draft& draft, const Fields& fields)
 {
     return setText(draft, &Settings::additionalFooter, fields);
 }
 
-Refusal setSuperFooter(Draft& draft, const Fields& fields)
+Verdict setSuperFooter(Draft& draft, const Fields& fields)
 {
     return setText(draft, &Settings::superFooter, fields);
 }
 
-Refusal setPreline(Draft& draft, const Fields& fields)
+Verdict setPreline(Draft& draft, const Fields& fields)
 {
     return addLine(draft, &Settings::prelines, fields);
 }
 
-Refusal setPostline(Draft& draft, const Fields& fields)
+Verdict setPostline(Draft& draft, const Fields& fields)
 {
     return addLine(draft, &Settings::postlines, fields);
 }

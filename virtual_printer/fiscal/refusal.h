@@ -1,5 +1,6 @@
 // Why the printer refuses: the error codes of its negative replies with their names and sentences, in one
-// table. Each sentence says what was not legal and what would be. The documentation is checked against it.
+// table. Each sentence says what was not legal and what would be; a verdict (verdict.h) adds which field. The
+// documentation is checked against it.
 #pragma once
 
 #include <array>
@@ -91,12 +92,13 @@ inline constexpr std::array refusalTexts = {
         "A field that has to be a date is none; write 2026-01-31 or 31.01.2026, with or without 12:00."},
     RefusalText{Refusal::dayIsOpen, "dayIsOpen",
                 "The selling day is open already; sell, or close it with the daily closure (printReport Z)."},
-    RefusalText{Refusal::badText, "badText",
-                "A text is empty, too long or not of the form that its field wants; see the command table."},
+    RefusalText{
+        Refusal::badText, "badText",
+        "A text is empty, too long or not of the form that its field wants; send one that the field takes."},
     RefusalText{Refusal::wrongPassword, "wrongPassword",
                 "The password is wrong; the first ones are in the documentation, setPassword changes them."},
     RefusalText{Refusal::valueOutOfRange, "valueOutOfRange",
-                "A number is outside the range of its field; see the command table."},
+                "A number is outside its range; send one that is within it."},
     RefusalText{Refusal::noSellingDay, "noSellingDay",
                 "No selling day is open; begin one with sellingDayBegin first."},
     RefusalText{Refusal::receiptIsOpen, "receiptIsOpen",
@@ -121,12 +123,12 @@ inline constexpr std::array refusalTexts = {
     RefusalText{Refusal::unknownIdentifier, "unknownIdentifier",
                 "Receipts are not looked up by this type; it is N, D, Z, I or T."},
     RefusalText{Refusal::wrongTotal, "wrongTotal",
-                "The total is not quantity times unit price within one cent; send the total that they give."},
+                "A total is not, within one cent, what the printer works out; send the one that it gives."},
     RefusalText{Refusal::tooManyDecimals, "tooManyDecimals",
                 "A number has more decimals than its field has room for; round it before it is sent."},
     RefusalText{
         Refusal::wrongSign, "wrongSign",
-        "An amount has a sign that this command does not take; negative lines have commands of their own."},
+        "A number has a sign that its field does not take; negative lines have commands of their own."},
     RefusalText{Refusal::unknownVat, "unknownVat", "There is no such VAT letter; it is A to H."},
     RefusalText{Refusal::vatNotSet, "vatNotSet",
                 "The VAT letter has no rate; set it with setVAT between closure and selling day."},
@@ -146,12 +148,13 @@ inline constexpr std::array refusalTexts = {
         "The total of the payment is neither that of the receipt nor what is still due; till and printer "
         "disagree, compare them."},
     RefusalText{Refusal::drawerTooEmpty, "drawerTooEmpty",
-                "There is not so much of this payment type in the drawer; take out or give back less."},
+                "There is not so much in the drawer; take out, pay out or give back less."},
     RefusalText{Refusal::nothingToClose, "nothingToClose",
                 "The day has neither a document nor a drawer movement; there is nothing to close yet."},
     RefusalText{
         Refusal::dayTooLong, "dayTooLong",
-        "The selling day is longer than 24 hours; only the daily closure (printReport Z) is accepted."},
+        "The selling day is longer than 24 hours; pay and end the open receipt or cancel it, and close the "
+        "day (printReport Z)."},
     RefusalText{Refusal::clockWouldGoBack, "clockWouldGoBack",
                 "The clock would go back before the last document; set a later time."},
     RefusalText{Refusal::onlyBetweenDays, "onlyBetweenDays",
@@ -174,7 +177,7 @@ inline constexpr std::array refusalTexts = {
         Refusal::badCode, "badCode",
         "The text cannot be printed as this kind of code; check its length, characters and check digit."},
     RefusalText{Refusal::noSuchReceipt, "noSuchReceipt",
-                "The journal has no such document; check its number."},
+                "There is no receipt or closure of this number; check it."},
     RefusalText{Refusal::nothingToRestore, "nothingToRestore",
                 "There is no backup to restore from; a daily closure makes one."},
     RefusalText{Refusal::outOfPaper, "outOfPaper",
@@ -184,9 +187,9 @@ inline constexpr std::array refusalTexts = {
         Refusal::diskFull, "diskFull",
         "The printer's memory could not be written and nothing was carried out; make room on its disk."},
     RefusalText{Refusal::unknownOperation, "unknownOperation",
-                "There is no such type of operation; see the command table."},
+                "There is no such type of operation; send one that the field takes."},
     RefusalText{Refusal::unknownSetting, "unknownSetting",
-                "There is no setting of this number; see the command table."},
+                "There is no setting of this number; send one that the field takes."},
     RefusalText{Refusal::noSuchArchive, "noSuchArchive",
                 "There is no archive of this name; see the variables."},
     RefusalText{Refusal::noSuchPicture, "noSuchPicture",

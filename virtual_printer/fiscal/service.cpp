@@ -8,9 +8,13 @@
 namespace virtual_printer {
 namespace {
 
-// A document about the printer itself; it is no fiscal one.
-void printProtocol(Draft& draft, std::string title)
+// A document about the printer itself; it is no fiscal one, and wants paper and room in the journal as all
+// do.
+Verdict printProtocol(Draft& draft, std::string title)
 {
+    if (const Refusal refusal = mayBeginDocument(draft.state()); refusal != Refusal::none) {
+        return refusal;
+    }
     const Standing& standing = *draft.state().standing;
     Document document = newDocument(draft, Document::Kind::report);
     document.lines = {Line{.kind = Line::Kind::heading, .text = std::move(title)},
@@ -25,6 +29,7 @@ void printProtocol(Draft& draft, std::string title)
         draft.print(line);
     }
     keepDocument(draft, std::move(document));
+    return {};
 }
 
 bool isRegistrationCode(std::string_view text)
@@ -36,7 +41,7 @@ bool isRegistrationCode(std::string_view text)
 } // namespace
 
 // All settings and pictures are those of the factory again; the memories stay.
-Refusal initFiscalPrinter(Draft& draft, const Fields& /*fields*/)
+Verdict initFiscalPrinter(Draft& draft, const Fields& /*fields*/)
 {
     draft.settings() = factorySettings();
     draft.pictures().clear();
@@ -45,7 +50,7 @@ Refusal initFiscalPrinter(Draft& draft, const Fields& /*fields*/)
 
 // The printer is factory new again. Receipts go on with their numbers, so that none of the journal comes
 // twice, until it is fiscalized.
-Refusal initFiscalMemory(Draft& draft, const Fields& /*fields*/)
+Verdict initFiscalMemory(Draft& draft, const Fields& /*fields*/)
 {
     if (draft.state().standing->life == Life::fiscal) {
         return Refusal::alreadyFiscalized;
@@ -63,7 +68,7 @@ Refusal initFiscalMemory(Draft& draft, const Fields& /*fields*/)
     return Refusal::none;
 }
 
-Refusal initJournal(Draft& draft, const Fields& /*fields*/)
+Verdict initJournal(Draft& draft, const Fields& /*fields*/)
 {
     draft.standing().documents = 0;
     draft.service = Draft::Service::clearJournal;
@@ -71,14 +76,15 @@ Refusal initJournal(Draft& draft, const Fields& /*fields*/)
 }
 
 // What was tried in training is forgotten.
-Refusal fiscalize(Draft& draft, const Fields& fields)
+Verdict fiscalize(Draft& draft, const Fields& fields)
 {
     const std::string dkp = fields.text(1);
     const bool isTraining = draft.state().standing->life == Life::training;
-    const Refusal refusal = firstOf({isTraining ? Refusal::none : Refusal::alreadyFiscalized,
-                                     isRegistrationCode(dkp) ? Refusal::none : Refusal::badText});
-    if (refusal != Refusal::none) {
-        return refusal;
+    Verdict verdict =
+        firstOf({isTraining ? Refusal::none : Refusal::alreadyFiscalized,
+                 isRegistrationCode(dkp) ? Verdict() : fields.refused(Refusal::badText, 1, "17 digits")});
+    if (verdict != Refusal::none) {
+        return verdict;
     }
     Standing& standing = draft.standing();
     standing.life = Life::fiscal;
@@ -88,53 +94,49 @@ Refusal fiscalize(Draft& draft, const Fields& fields)
     standing.ever = Sums();
     standing.drawer.clear();
     draft.service = Draft::Service::clearJournal;
-    printProtocol(draft, "FISCALIZATION");
-    return Refusal::none;
+    return printProtocol(draft, "FISCALIZATION");
 }
 
-Refusal defiscalize(Draft& draft, const Fields& /*fields*/)
+Verdict defiscalize(Draft& draft, const Fields& /*fields*/)
 {
     if (draft.state().standing->life != Life::fiscal) {
         return Refusal::notFiscalized;
     }
     draft.standing().life = Life::defiscalized;
-    printProtocol(draft, "DEFISCALIZATION");
-    return Refusal::none;
+    return printProtocol(draft, "DEFISCALIZATION");
 }
 
-Refusal enableInspection(Draft& draft, const Fields& /*fields*/)
+Verdict enableInspection(Draft& draft, const Fields& /*fields*/)
 {
     draft.settings().others["Inspection"] = "enabled " + toText(draft.now);
     return Refusal::none;
 }
 
-Refusal inspect(Draft& draft, const Fields& fields)
+Verdict inspect(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = setDeltaSi(draft, fields);
-    if (refusal == Refusal::none) {
-        printProtocol(draft, "INSPECTION");
-    }
-    return refusal;
+    Verdict verdict = setDeltaSi(draft, fields);
+    return verdict == Refusal::none ? printProtocol(draft, "INSPECTION") : verdict;
 }
 
 // Whether the closure's documents are whole, the journal itself says.
-Refusal verifyJournal(Draft& draft, const Fields& fields)
+Verdict verifyJournal(Draft& draft, const Fields& fields)
 {
     const int closure = fields.whole(0);
     const bool exists = closure >= 1 && closure <= draft.state().standing->closures;
     return exists ? Refusal::none : Refusal::noSuchReceipt;
 }
 
-Refusal closeJournalCard(Draft& draft, const Fields& /*fields*/)
+Verdict closeJournalCard(Draft& draft, const Fields& /*fields*/)
 {
     draft.settings().others["Journal card"] = "closed " + toText(draft.now);
     return Refusal::none;
 }
 
-Refusal setDateTime(Draft& draft, const Fields& fields)
+Verdict setDateTime(Draft& draft, const Fields& fields)
 {
     if (fields.text(0).empty()) {
-        return Refusal::badDate;
+        return fields.refused(Refusal::badDate, 0,
+                              "a date as 2026-01-31 or 31.01.2026, with or without 12:00");
     }
     const Moment wanted = fields.moment(0, Edge::first);
     if (wanted < draft.state().standing->lastDocument) {
@@ -145,7 +147,7 @@ Refusal setDateTime(Draft& draft, const Fields& fields)
 }
 
 // The receipt that is open goes on; displays are dark again.
-Refusal resetSoftware(Draft& draft, const Fields& /*fields*/)
+Verdict resetSoftware(Draft& draft, const Fields& /*fields*/)
 {
     draft.hardware().operatorDisplay.clear();
     draft.hardware().display.clear();
@@ -153,7 +155,7 @@ Refusal resetSoftware(Draft& draft, const Fields& /*fields*/)
     return Refusal::none;
 }
 
-Refusal testPrinter(Draft& draft, const Fields& fields)
+Verdict testPrinter(Draft& draft, const Fields& fields)
 {
     constexpr std::string_view pattern = "0123456789 ABCDEFGHIJKLMNOPQRSTUVWXYZ";
     switch (fields.whole(1)) {
@@ -168,18 +170,18 @@ Refusal testPrinter(Draft& draft, const Fields& fields)
         draft.show(DrawerOpens{});
         return Refusal::none;
     default:
-        return Refusal::valueOutOfRange;
+        return fields.refused(Refusal::valueOutOfRange, 1, "0 to 2");
     }
 }
 
 // Paper and cover are no errors that a command could take away: a person does.
-Refusal clearErrorStates(Draft& /*draft*/, const Fields& /*fields*/)
+Verdict clearErrorStates(Draft& /*draft*/, const Fields& /*fields*/)
 {
     return Refusal::none;
 }
 
 // The memory brings the backup.
-Refusal restoreBackup(Draft& draft, const Fields& /*fields*/)
+Verdict restoreBackup(Draft& draft, const Fields& /*fields*/)
 {
     if (draft.state().standing->closures == 0) {
         return Refusal::nothingToRestore;

@@ -10,99 +10,97 @@ namespace {
 constexpr int largestParameter = 99;
 constexpr int largestValue = 9999;
 
-Refusal setNumbered(Draft& draft, std::map<int, int> Settings::*numbered, const Fields& fields)
+Verdict setNumbered(Draft& draft, std::map<int, int> Settings::*numbered, const Fields& fields)
 {
-    const int number = fields.whole(1);
-    const int value = fields.whole(2);
-    const Refusal refusal =
-        firstOf({number < 0 || number > largestParameter ? Refusal::unknownSetting : Refusal::none,
-                 checkRange(value, 0, largestValue)});
-    if (refusal == Refusal::none) {
-        (draft.settings().*numbered)[number] = value;
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestParameter, Refusal::unknownSetting),
+                               checkRange(fields, 2, 0, largestValue)});
+    if (verdict == Refusal::none) {
+        (draft.settings().*numbered)[fields.whole(1)] = fields.whole(2);
     }
-    return refusal;
+    return verdict;
 }
 
 } // namespace
 
 // Which of the two passwords it sets is told by the old one.
-Refusal setPassword(Draft& draft, const Fields& fields)
+Verdict setPassword(Draft& draft, const Fields& fields)
 {
     constexpr std::size_t shortest = 4;
     constexpr std::size_t longest = 16;
     const Settings& settings = *draft.state().settings;
     const bool isUsers = fields.raw(0) == settings.password;
     const bool isService = fields.raw(0) == settings.servicePassword;
-    const Refusal refusal = firstOf({isUsers || isService ? Refusal::none : Refusal::wrongPassword,
-                                     checkLength(fields.raw(1), shortest, longest)});
-    if (refusal == Refusal::none) {
+    // Blanks at its end are a part of it.
+    const bool isLongEnough = checkLength(fields.raw(1), shortest, longest) == Refusal::none;
+    Verdict verdict =
+        firstOf({isUsers || isService ? Refusal::none : Refusal::wrongPassword,
+                 isLongEnough ? Verdict() : fields.refused(Refusal::badText, 1, "4 to 16 characters")});
+    if (verdict == Refusal::none) {
         Settings& changed = draft.settings();
         (isUsers ? changed.password : changed.servicePassword) = fields.raw(1);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setPrinterType(Draft& draft, const Fields& fields)
+Verdict setPrinterType(Draft& draft, const Fields& fields)
 {
     constexpr int largestType = 9;
-    const Refusal refusal =
-        firstOf({checkRange(fields.whole(1), 0, largestType), checkRange(fields.whole(2), 0, largestType)});
-    if (refusal == Refusal::none) {
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestType), checkRange(fields, 2, 0, largestType)});
+    if (verdict == Refusal::none) {
         draft.settings().others["Printer type"] = fields.raw(1);
         draft.settings().others["Print format"] = fields.raw(2);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setParameter(Draft& draft, const Fields& fields)
+Verdict setParameter(Draft& draft, const Fields& fields)
 {
     return setNumbered(draft, &Settings::parameters, fields);
 }
 
-Refusal setPrinterParameter(Draft& draft, const Fields& fields)
+Verdict setPrinterParameter(Draft& draft, const Fields& fields)
 {
     return setNumbered(draft, &Settings::printerParameters, fields);
 }
 
-Refusal setEscapeSequence(Draft& draft, const Fields& fields)
+Verdict setEscapeSequence(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = checkLength(fields.raw(0), 0, longestSettingText);
-    if (refusal == Refusal::none) {
-        draft.settings().others["Escape sequence"] = fields.raw(0);
+    if (checkLength(fields.raw(0), 0, longestSettingText) != Refusal::none) {
+        return fields.refused(Refusal::badText, 0, "at most 80 bytes");
     }
-    return refusal;
+    draft.settings().others["Escape sequence"] = fields.raw(0);
+    return {};
 }
 
-Refusal setDisplayForm(Draft& draft, const Fields& fields)
+Verdict setDisplayForm(Draft& draft, const Fields& fields)
 {
     constexpr int largestForm = 9;
-    const Refusal refusal =
-        firstOf({checkRange(fields.whole(1), 0, largestForm), checkRange(fields.whole(2), 0, largestForm),
-                 checkLength(fields.text(3), 0, longestSettingText)});
-    if (refusal == Refusal::none) {
+    Verdict verdict = firstOf({checkRange(fields, 1, 0, largestForm), checkRange(fields, 2, 0, largestForm),
+                               checkLength(fields, 3, 0, longestSettingText)});
+    if (verdict == Refusal::none) {
         draft.settings().others["Display format"] =
             fields.raw(1) + " " + fields.raw(2) + " " + fields.text(3);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setBarCodeForm(Draft& draft, const Fields& fields)
+Verdict setBarCodeForm(Draft& draft, const Fields& fields)
 {
     constexpr int largestPosition = 3; // none, above, below, both
     constexpr int largestFont = 1;
     constexpr int largestHeight = 255;
     constexpr int largestWidth = 6;
     const CodeForm form = {fields.whole(0), fields.whole(1), fields.whole(2), fields.whole(3)};
-    const Refusal refusal =
-        firstOf({checkRange(form.textPosition, 0, largestPosition), checkRange(form.textFont, 0, largestFont),
-                 checkRange(form.height, 1, largestHeight), checkRange(form.width, 1, largestWidth)});
-    if (refusal == Refusal::none) {
+    Verdict verdict =
+        firstOf({checkRange(fields, 0, 0, largestPosition), checkRange(fields, 1, 0, largestFont),
+                 checkRange(fields, 2, 1, largestHeight), checkRange(fields, 3, 1, largestWidth)});
+    if (verdict == Refusal::none) {
         draft.settings().barCode = form;
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setQrForm(Draft& draft, const Fields& fields)
+Verdict setQrForm(Draft& draft, const Fields& fields)
 {
     constexpr int largestModel = 2;
     constexpr int largestModuleWidth = 16;
@@ -110,44 +108,44 @@ Refusal setQrForm(Draft& draft, const Fields& fields)
     constexpr int largestMargin = 255;
     constexpr int largestViewMode = 1;
     const QrForm form = {fields.whole(0), fields.whole(1), fields.whole(2), fields.whole(3), fields.whole(4)};
-    const Refusal refusal = firstOf(
-        {checkRange(form.model, 1, largestModel), checkRange(form.moduleWidth, 1, largestModuleWidth),
-         checkRange(form.errorCorrectionLevel, 0, largestLevel),
-         checkRange(form.leftMargin, 0, largestMargin), checkRange(form.viewMode, 0, largestViewMode)});
-    if (refusal == Refusal::none) {
+    Verdict verdict =
+        firstOf({checkRange(fields, 0, 1, largestModel), checkRange(fields, 1, 1, largestModuleWidth),
+                 checkRange(fields, 2, 0, largestLevel), checkRange(fields, 3, 0, largestMargin),
+                 checkRange(fields, 4, 0, largestViewMode)});
+    if (verdict == Refusal::none) {
         draft.settings().qrCode = form;
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setColumns(Draft& draft, const Fields& fields)
+Verdict setColumns(Draft& draft, const Fields& fields)
 {
     constexpr int fewest = 32;
     constexpr int most = 48;
-    const Refusal refusal = checkRange(fields.whole(0), fewest, most);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkRange(fields, 0, fewest, most);
+    if (verdict == Refusal::none) {
         draft.settings().columns = fields.whole(0);
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setSpeed(Draft& draft, const Fields& fields)
+Verdict setSpeed(Draft& draft, const Fields& fields)
 {
     constexpr std::array speeds = {9600, 19200, 38400, 57600, 115200};
     if (std::find(speeds.begin(), speeds.end(), fields.whole(0)) == speeds.end()) {
-        return Refusal::valueOutOfRange;
+        return fields.refused(Refusal::valueOutOfRange, 0, "9600, 19200, 38400, 57600 or 115200");
     }
     draft.settings().others["Printer's speed"] = fields.raw(0);
     return Refusal::none;
 }
 
-Refusal setDeltaSi(Draft& draft, const Fields& fields)
+Verdict setDeltaSi(Draft& draft, const Fields& fields)
 {
-    const Refusal refusal = checkRange(fields.whole(1), -largestValue, largestValue);
-    if (refusal == Refusal::none) {
+    Verdict verdict = checkRange(fields, 1, -largestValue, largestValue);
+    if (verdict == Refusal::none) {
         draft.settings().others["Delta"] = fields.raw(1);
     }
-    return refusal;
+    return verdict;
 }
 
 } // namespace virtual_printer

@@ -88,10 +88,11 @@ struct Hardware
 // A request that was accepted and whose data comes in blocks behind it. Not kept.
 struct Upload
 {
-    unsigned char command = 0;         // 0: none is expected
-    std::vector<std::int64_t> numbers; // what the request said
-    std::string received;
-    int pictures = 0; // that have come whole
+    unsigned char command = 0;           // 0: none is expected
+    std::vector<std::int64_t> numbers{}; // what the request said
+    std::string received{};              // of the picture or text that comes
+    std::size_t bytes = 0;               // that have come in all
+    int pictures = 0;                    // that have come whole
 
     bool operator==(const Upload&) const = default;
 };

@@ -11,8 +11,9 @@ constexpr int highestPercent = 99;
 constexpr int highestReverseConstant = 9999;
 
 // A decimal number, as the kind of the field makes sure. Empty: there is none.
-Refusal readReverseConstant(const std::string& text, std::optional<double>& constant)
+Verdict readReverseConstant(const Fields& fields, std::size_t index, std::optional<double>& constant)
 {
+    const std::string& text = fields.raw(index);
     constant.reset();
     if (text.empty()) {
         return Refusal::none;
@@ -21,22 +22,27 @@ Refusal readReverseConstant(const std::string& text, std::optional<double>& cons
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);
     if (error != std::errc() || stop != end) {
-        return Refusal::badNumber;
+        return fields.refused(Refusal::badNumber, index, "a number or nothing");
     }
     constant = value;
-    return value < 0 || value > highestReverseConstant ? Refusal::valueOutOfRange : Refusal::none;
+    return value < 0 || value > highestReverseConstant
+               ? fields.refused(Refusal::valueOutOfRange, index, "0 to 9999, or nothing")
+               : Verdict();
 }
 
 // A rate of a whole table: below zero means that the letter has none.
-Refusal readRate(const Fields& fields, std::size_t first, std::optional<VatRate>& rate)
+Verdict readRate(const Fields& fields, std::size_t first, std::optional<VatRate>& rate)
 {
     const int percent = fields.whole(first);
     const int constant = fields.whole(first + 1);
-    const Refusal refusal =
-        firstOf({checkRange(percent, percent < 0 ? percent : 0, highestPercent),
-                 checkRange(constant, constant < 0 ? constant : 0, highestReverseConstant)});
-    if (refusal != Refusal::none || percent < 0) {
-        return refusal;
+    Verdict verdict = firstOf({percent <= highestPercent
+                                   ? Verdict()
+                                   : fields.refused(Refusal::valueOutOfRange, first, "at most 99 percent"),
+                               constant <= highestReverseConstant
+                                   ? Verdict()
+                                   : fields.refused(Refusal::valueOutOfRange, first + 1, "at most 9999")});
+    if (verdict != Refusal::none || percent < 0) {
+        return verdict;
     }
     rate.emplace();
     rate->percent = percent;
@@ -48,21 +54,21 @@ Refusal readRate(const Fields& fields, std::size_t first, std::optional<VatRate>
 
 } // namespace
 
-Refusal setVat(Draft& draft, const Fields& fields)
+Verdict setVat(Draft& draft, const Fields& fields)
 {
     const char letter = fields.letter(1);
     const int percent = fields.whole(2);
     VatRate rate{percent, std::nullopt};
-    const Refusal refusal = firstOf(
+    Verdict verdict = firstOf(
         {letter < 'A' || letter >= 'A' + static_cast<int>(vatLetters) ? Refusal::unknownVat : Refusal::none,
-         checkRange(percent, 0, highestPercent), readReverseConstant(fields.raw(3), rate.reverseConstant)});
-    if (refusal == Refusal::none) {
+         checkRange(fields, 2, 0, highestPercent), readReverseConstant(fields, 3, rate.reverseConstant)});
+    if (verdict == Refusal::none) {
         draft.settings().vat.at(static_cast<std::size_t>(letter - 'A')) = rate;
     }
-    return refusal;
+    return verdict;
 }
 
-Refusal setAllVats(Draft& draft, const Fields& fields)
+Verdict setAllVats(Draft& draft, const Fields& fields)
 {
     // The table of five rates has nothing behind them, the one of eight a date.
     constexpr std::size_t fieldsOfFive = 11;
@@ -70,9 +76,9 @@ Refusal setAllVats(Draft& draft, const Fields& fields)
     const std::size_t rates = (fields.count() - (hasDate ? 2 : 1)) / 2;
     std::array<std::optional<VatRate>, vatLetters> table;
     for (std::size_t letter = 0; letter < rates; ++letter) {
-        const Refusal refusal = readRate(fields, 1 + 2 * letter, table.at(letter));
-        if (refusal != Refusal::none) {
-            return refusal;
+        Verdict verdict = readRate(fields, 1 + 2 * letter, table.at(letter));
+        if (verdict != Refusal::none) {
+            return verdict;
         }
     }
     draft.settings().vat = table;

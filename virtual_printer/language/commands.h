@@ -3,7 +3,7 @@
 #pragma once
 
 #include "device/command.h"
-#include "virtual_printer/fiscal/refusal.h"
+#include "virtual_printer/fiscal/verdict.h"
 
 #include <cstdint>
 #include <initializer_list>
@@ -69,7 +69,7 @@ private:
 
 // Decides a request whose fields are well formed and that is legal in the situation: changes the draft, or
 // says why not; what a refused draft holds is thrown away.
-using Decider = Refusal (*)(Draft&, const Fields&);
+using Decider = Verdict (*)(Draft&, const Fields&);
 
 // What answers a request beyond acceptance.
 enum class Wants

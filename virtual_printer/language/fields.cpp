@@ -124,6 +124,36 @@ Refusal checkField(FieldKind kind, std::string_view text)
     return Refusal::none;
 }
 
+std::string_view takenBy(FieldKind kind)
+{
+    switch (kind) {
+    case FieldKind::whole:
+        return "a whole number, at most 2147483647 to either side";
+    case FieldKind::money:
+        return "a number with at most two decimals, at most 9999999.99 to either side";
+    case FieldKind::quantity:
+        return "a number with at most three decimals, at most 999999.999 to either side";
+    case FieldKind::rate:
+        return "a number with at most four decimals from 0 to 99999.9999, behind a + if it divides";
+    case FieldKind::degrees:
+        return "a number with at most ten decimals, at most 180 to either side";
+    case FieldKind::numberOrEmpty:
+        return "a number or nothing";
+    case FieldKind::letter:
+        return "one letter, digit or other printable ASCII character";
+    case FieldKind::letterOrEmpty:
+        return "one printable ASCII character or nothing";
+    case FieldKind::text:
+        return "at most 255 characters";
+    case FieldKind::date:
+        return "a date as 2026-01-31 or 31.01.2026, with or without 12:00, or nothing";
+    case FieldKind::secret:
+    case FieldKind::any:
+        break;
+    }
+    return "anything";
+}
+
 std::int64_t unitsOf(std::string_view text, int decimals)
 {
     return parseDecimal(text, decimals).value_or(Decimal()).units;
@@ -131,14 +161,19 @@ std::int64_t unitsOf(std::string_view text, int decimals)
 
 } // namespace
 
-Refusal Fields::check(std::span<const Field> kinds, std::span<const std::string> fields)
+Verdict Fields::check(std::span<const Field> kinds, std::span<const std::string> fields)
 {
     for (std::size_t index = 0; index < kinds.size(); ++index) {
         if (const Refusal refusal = checkField(kinds[index].kind, fields[index]); refusal != Refusal::none) {
-            return refusal;
+            return Fields(kinds, fields).refused(refusal, index, takenBy(kinds[index].kind));
         }
     }
-    return Refusal::none;
+    return {};
+}
+
+Verdict Fields::refused(Refusal refusal, std::size_t index, std::string_view takes) const
+{
+    return {refusal, std::string(kinds[index].name).append(" takes ").append(takes) + "."};
 }
 
 int Fields::whole(std::size_t index) const

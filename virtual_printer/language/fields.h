@@ -4,10 +4,12 @@
 
 #include "virtual_printer/fiscal/moment.h"
 #include "virtual_printer/fiscal/money.h"
+#include "virtual_printer/fiscal/verdict.h"
 #include "virtual_printer/language/commands.h"
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace virtual_printer {
@@ -21,10 +23,13 @@ struct Rate
 class Fields
 {
 public:
-    explicit Fields(std::span<const std::string> all) : fields(all) {}
+    Fields(std::span<const Field> kindsOfAll, std::span<const std::string> all)
+        : kinds(kindsOfAll), fields(all)
+    {
+    }
 
     // What is wrong with the first field that is not of its kind.
-    static Refusal check(std::span<const Field> kinds, std::span<const std::string> fields);
+    static Verdict check(std::span<const Field> kinds, std::span<const std::string> fields);
 
     [[nodiscard]] std::size_t count() const { return fields.size(); }
     [[nodiscard]] int whole(std::size_t index) const;
@@ -39,7 +44,11 @@ public:
     [[nodiscard]] const std::string& raw(std::size_t index) const { return fields[index]; }
     [[nodiscard]] Moment moment(std::size_t index, Edge edge) const;
 
+    // A refusal that names the field and says what it takes: "1 to 9".
+    [[nodiscard]] Verdict refused(Refusal refusal, std::size_t index, std::string_view takes) const;
+
 private:
+    std::span<const Field> kinds;
     std::span<const std::string> fields;
 };
 

@@ -10,7 +10,7 @@ std::string refusalLine(const Happened& event, const Codes& codes)
     const RefusalText& text = textOf(event.refusal);
     return "! " + (event.command.empty() ? "request" : event.command) + " refused with " +
            std::to_string(codes.of(event.refusal)) + " " + std::string(text.name) + ": " +
-           std::string(text.sentence);
+           sentenceOf(event.refusal, event.detail);
 }
 
 std::vector<std::string> linesOf(const Shown& shown, std::size_t columns)

@@ -132,8 +132,9 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
     Reply reply;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-            reply = replyTo(*decision.rule, Fields(converted.fields), current, kept, present);
-            decision.refusal = reply.refusal;
+            reply = replyTo(*decision.rule, Fields(decision.rule->fields, converted.fields), current, kept,
+                            present);
+            decision.settle(reply.verdict);
             for (Line& line : reply.lines) {
                 decision.draft.print(std::move(line));
             }
@@ -184,8 +185,9 @@ Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
         }
     }
     if (decision.refusal != Refusal::none) {
-        happened.push_back({decision.refusal, name, {}});
+        happened.push_back({decision.refusal, name, {}, decision.detail});
         answer.refusal = decision.refusal;
+        answer.detail = std::move(decision.detail);
         return answer;
     }
     answer.isExecuted = true;

@@ -19,6 +19,7 @@ namespace virtual_printer {
 struct Answer
 {
     Refusal refusal = Refusal::none;
+    std::string detail{}; // of the refusal: what in particular was wrong
     // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
     std::optional<std::string> data{};
 
@@ -50,6 +51,7 @@ struct Happened
     Refusal refusal = Refusal::none;
     std::string command; // its name
     std::vector<Shown> shown;
+    std::string detail{}; // of the refusal
 };
 
 class Printer

@@ -163,6 +163,7 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     exchanged.rule = answer.rule == nullptr ? exchanged.rule : answer.rule;
     exchanged.fields = std::move(answer.fields);
     exchanged.refusal = answer.refusal;
+    exchanged.detail = std::move(answer.detail);
     exchanged.code = whole.starts_with('\x15') ? static_cast<unsigned char>(whole.back()) : 0;
     exchanged.isExecuted = answer.isExecuted;
     exchanged.isCommitted = answer.isCommitted;

@@ -47,6 +47,7 @@ struct Exchanged
     int attempt = 1;
 
     Refusal refusal = Refusal::none; // what the printer decided
+    std::string detail;              // and what in particular was wrong
     unsigned char code = 0;          // its number on the wire; 0 for none
     bool isExecuted = false;
     bool isCommitted = false; // something was written into the memory

@@ -49,7 +49,9 @@ Json refusalOf(const Exchanged& exchanged)
         return nullptr;
     }
     const RefusalText& text = textOf(exchanged.refusal);
-    return {{"code", exchanged.code}, {"name", text.name}, {"sentence", text.sentence}};
+    return {{"code", exchanged.code},
+            {"name", text.name},
+            {"sentence", sentenceOf(exchanged.refusal, exchanged.detail)}};
 }
 
 Json numberOrNull(std::uint64_t number)

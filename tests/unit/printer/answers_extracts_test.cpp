@@ -220,7 +220,7 @@ TEST_F(PrinterExtracts, AreThereForEveryCommandThatAsks)
             continue;
         }
         const std::vector<std::string> fields(each.fields.size(), "1");
-        EXPECT_NO_THROW(replyTo(each, Fields(fields), state, empty, at(now))) << each.name;
+        EXPECT_NO_THROW(replyTo(each, Fields(each.fields, fields), state, empty, at(now))) << each.name;
     }
 }
 

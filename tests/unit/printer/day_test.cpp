@@ -166,11 +166,30 @@ TEST_F(PrinterDay, IsClosedEmptyWhenItHasBecomeTooLong)
 TEST_F(PrinterDay, LetsAnOpenReceiptEndWhenItHasBecomeTooLong)
 {
     ASSERT_EQ(begin(), Refusal::none);
-    now += std::chrono::hours(25);
-    EXPECT_EQ(sell("Chlieb", "1.00"), Refusal::none);
-    EXPECT_EQ(pay("1", "1.00", "1.00"), Refusal::none);
+    ASSERT_EQ(sell("Chlieb", "1.00"), Refusal::none);
+    now += std::chrono::hours(24);
+    EXPECT_EQ(sell("Maslo", "2.00"), Refusal::none);
+    now += std::chrono::seconds(1);
+    EXPECT_EQ(sell("Mlieko", "4.00"), Refusal::dayTooLong);
+    EXPECT_EQ(send(Command::itemDiscount, {"0", "", "0", "0.50", ""}), Refusal::dayTooLong);
+    EXPECT_EQ(send(Command::subTotal, {"0", "", "0"}), Refusal::dayTooLong);
+    EXPECT_EQ(send(Command::setInvoiceNumber, {"F-1"}), Refusal::dayTooLong);
+    EXPECT_EQ(send(Command::getVariable, {"TOTAL"}), Refusal::none);
+    EXPECT_EQ(send(Command::printAnnouncement, {"0", "Vitajte"}), Refusal::none);
+    EXPECT_EQ(pay("1", "3.00", "1.00"), Refusal::none);
+    EXPECT_EQ(sell("Mlieko", "4.00"), Refusal::receiptIsBeingPaid);
+    EXPECT_EQ(pay("1", "2.00", "2.00"), Refusal::none);
     EXPECT_EQ(end(), Refusal::none);
     EXPECT_EQ(begin(), Refusal::dayTooLong);
+    EXPECT_EQ(report("Z"), Refusal::none);
+}
+
+TEST_F(PrinterDay, LetsAnOpenReceiptBeCancelledWhenItHasBecomeTooLong)
+{
+    ASSERT_EQ(begin(), Refusal::none);
+    now += std::chrono::hours(25);
+    EXPECT_EQ(send(Command::destroyParagon, {"0", ""}), Refusal::none);
+    EXPECT_EQ(report("Z"), Refusal::none);
 }
 
 TEST_F(PrinterDay, WarnsWhenThirtyClosuresAreLeftAndBeginsNoMoreWhenNoneIs)

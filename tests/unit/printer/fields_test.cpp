@@ -10,7 +10,7 @@ Refusal check(FieldKind kind, const std::string& text)
 {
     const std::vector<Field> kinds = {{kind, "field"}};
     const std::vector<std::string> fields = {text};
-    return Fields::check(kinds, fields);
+    return Fields::check(kinds, fields).refusal;
 }
 
 TEST(PrinterFields, WholeNumbersHaveNoDecimals)
@@ -111,15 +111,17 @@ TEST(PrinterFields, TheFirstWrongOneIsTold)
 {
     const std::vector<Field> kinds = {
         {FieldKind::text, "a"}, {FieldKind::money, "b"}, {FieldKind::date, "c"}};
-    EXPECT_EQ(Fields::check(kinds, std::vector<std::string>{"ok", "1.001", "never"}),
-              Refusal::tooManyDecimals);
+    const Verdict verdict = Fields::check(kinds, std::vector<std::string>{"ok", "1.001", "never"});
+    EXPECT_EQ(verdict.refusal, Refusal::tooManyDecimals);
+    EXPECT_EQ(verdict.detail,
+              "b takes a number with at most two decimals, at most 9999999.99 to either side.");
 }
 
 TEST(PrinterFields, AreGivenAsValues)
 {
     const std::vector<std::string> all = {"-7", "12.5", "1.5", "+26.0950", "0",
                                           "A",  " ",    "",    " a b  ",   "31.01.2026"};
-    const Fields fields(all);
+    const Fields fields({}, all);
     EXPECT_EQ(fields.count(), 10U);
     EXPECT_EQ(fields.whole(0), -7);
     EXPECT_EQ(fields.money(1), 1250);

@@ -37,6 +37,19 @@ TEST_F(PrinterNotes, AreLinesOfTheReceipt)
     EXPECT_EQ(total(), 0);
 }
 
+TEST_F(PrinterNotes, ThatAreSetTwiceArePrintedTwiceAndTheLastOneIsLookedUp)
+{
+    ASSERT_EQ(begin(), Refusal::none);
+    const std::size_t lines = receipt().lines.size();
+    for (const std::string number : {"1", "2"}) {
+        ASSERT_EQ(send(Command::setInvoiceNumber, {"F-" + number}), Refusal::none);
+        ASSERT_EQ(send(Command::setTransactionID, {"T-" + number}), Refusal::none);
+    }
+    EXPECT_EQ(receipt().lines.size(), lines + 4);
+    EXPECT_EQ(receipt().invoice, "F-2");
+    EXPECT_EQ(receipt().transaction, "T-2");
+}
+
 TEST_F(PrinterNotes, AreNotEmptyAndOfAKnownType)
 {
     ASSERT_EQ(begin(), Refusal::none);

@@ -195,6 +195,17 @@ TEST_F(PrinterReceipt, ThatComesToNothingEndsWithoutPayment)
                              [](const Shown& event) { return std::holds_alternative<DrawerOpens>(event); }));
 }
 
+TEST_F(PrinterReceipt, ThatIsPaidByCardAloneOpensNoDrawer)
+{
+    ASSERT_EQ(begin(), Refusal::none);
+    ASSERT_EQ(sell("Chlieb", "2.00"), Refusal::none);
+    ASSERT_EQ(pay("2", "2.00", "2.00"), Refusal::none);
+    ASSERT_EQ(end(), Refusal::none);
+    EXPECT_FALSE(std::any_of(shown.begin(), shown.end(),
+                             [](const Shown& event) { return std::holds_alternative<DrawerOpens>(event); }));
+    EXPECT_FALSE(state.hardware->drawerIsOpen);
+}
+
 TEST_F(PrinterReceipt, TakesNoMoreLinesOnceItIsBeingPaid)
 {
     ASSERT_EQ(begin(), Refusal::none);
@@ -278,8 +289,8 @@ TEST_F(PrinterReceipt, ChangesOnlyItselfUntilItEnds)
 TEST_F(PrinterReceipt, ThatWasBegunInTheDayIsEndedWhenTheDayIsTooLong)
 {
     ASSERT_EQ(begin(), Refusal::none);
-    now += std::chrono::hours(25);
     ASSERT_EQ(sell("Chlieb", "2.00"), Refusal::none);
+    now += std::chrono::hours(25);
     ASSERT_EQ(pay("1", "2.00", "0"), Refusal::none);
     ASSERT_EQ(end(), Refusal::none);
     EXPECT_EQ(standing().lastDocument, now);

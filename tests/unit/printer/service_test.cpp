@@ -124,6 +124,8 @@ TEST_F(PrinterService, InspectsAndPrintsWhatItFinds)
     EXPECT_EQ(documents.back().lines.front().text, "INSPECTION");
     EXPECT_EQ(state.settings->others.at("Delta"), "-5");
     EXPECT_EQ(send(Command::inspectionE1, {"9999", "10000"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(send(Command::inspectionE1, {"9999", "-10000"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(send(Command::inspectionE1, {"9999", "-9999"}), Refusal::none);
 }
 
 TEST_F(PrinterService, VerifiesTheJournalOfClosuresThatThereAre)
@@ -196,10 +198,41 @@ TEST_F(PrinterService, RefusesDocumentsThatTheJournalHasNoRoomFor)
     EXPECT_EQ(begin(), Refusal::journalFull);
     EXPECT_EQ(drawer("0", "1.00"), Refusal::journalFull);
     EXPECT_EQ(send(Command::printReport, {"X", "0"}), Refusal::journalFull);
+    EXPECT_EQ(send(Command::inspectionE1, {"9999", "0"}), Refusal::journalFull);
+    EXPECT_FALSE(state.settings->others.contains("Delta"));
     EXPECT_EQ(send(Command::printReport, {"Z", "0"}), Refusal::none);
+    EXPECT_EQ(standing().documents, 1'000'001);
+    EXPECT_EQ(send(Command::inspectionE1, {"9999", "0"}), Refusal::journalFull);
+    EXPECT_EQ(send(Command::defiscalizationFM, {"9999"}), Refusal::journalFull);
+    EXPECT_EQ(standing().life, Life::fiscal);
     EXPECT_EQ(send(Command::initELJ, {"9999"}), Refusal::none);
     EXPECT_EQ(send(Command::sellingDayBegin, {"0"}), Refusal::none);
     EXPECT_EQ(begin(), Refusal::none);
+}
+
+// The journal of the training is cleared before the document of the fiscalization is kept in it.
+TEST_F(PrinterService, IsFiscalizedWithAFullJournal)
+{
+    changeLife(Life::training);
+    Standing full = standing();
+    full.documents = 1'000'000;
+    state.standing = std::make_shared<const Standing>(std::move(full));
+    EXPECT_EQ(fiscalizeAs("12345678901234567"), Refusal::none);
+    EXPECT_EQ(standing().documents, 1);
+}
+
+TEST_F(PrinterService, LosesItsPicturesWhenItIsInitialized)
+{
+    const Pictures picture = {{1, {.width = 1, .height = 1, .dots = {true}}}};
+    state.pictures = std::make_shared<const Pictures>(picture);
+    ASSERT_EQ(send(Command::initELJ, {"9999"}), Refusal::none);
+    EXPECT_EQ(*state.pictures, picture);
+    ASSERT_EQ(send(Command::initFP, {"9999"}), Refusal::none);
+    EXPECT_TRUE(state.pictures->empty());
+    state.pictures = std::make_shared<const Pictures>(picture);
+    changeLife(Life::training);
+    ASSERT_EQ(send(Command::initFM, {"9999"}), Refusal::none);
+    EXPECT_TRUE(state.pictures->empty());
 }
 
 } // namespace

@@ -155,6 +155,8 @@ TEST_F(PrinterSetup, HasFormsForCodes)
     EXPECT_EQ(qrCode({"0", "4", "1", "0", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(qrCode({"3", "4", "1", "0", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(qrCode({"2", "17", "1", "0", "0"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(qrCode({"2", "0", "1", "0", "0"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(qrCode({"2", "4", "1", "-1", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(qrCode({"2", "4", "4", "0", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(qrCode({"2", "4", "1", "256", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(qrCode({"2", "4", "1", "0", "2"}), Refusal::valueOutOfRange);
@@ -188,6 +190,7 @@ TEST_F(PrinterSetup, KeepsWhatItOnlyKeeps)
     EXPECT_EQ(send(Command::setDeltaSI, {"9999", "-9999"}), Refusal::none);
     EXPECT_EQ(other("Delta"), "-9999");
     EXPECT_EQ(send(Command::setDeltaSI, {"9999", "10000"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(send(Command::setDeltaSI, {"9999", "-10000"}), Refusal::valueOutOfRange);
     EXPECT_EQ(send(Command::setEscapeSequence, {"\x1B@"}), Refusal::none);
     EXPECT_EQ(other("Escape sequence"), "\x1B@");
     EXPECT_EQ(send(Command::setEscapeSequence, {std::string(81, 'x')}), Refusal::badText);

@@ -116,6 +116,8 @@ TEST_F(PrinterUploads, KeepTheRamPictureUnderNineAndPrintItWhenTold)
     EXPECT_EQ(announce({"x", "9", "0", "0"}), Refusal::badText);
     EXPECT_EQ(announce({"", "8", "0", "0"}), Refusal::valueOutOfRange);
     EXPECT_EQ(announce({"", "9", "-4", "0"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(announce({"", "9", "577", "0"}), Refusal::valueOutOfRange);
+    EXPECT_EQ(announce({"", "9", "576", "0"}), Refusal::none);
     EXPECT_EQ(announce({"", "9", "0", "2"}), Refusal::valueOutOfRange);
     ASSERT_EQ(begin(), Refusal::none);
     const std::size_t lines = receipt().lines.size();
@@ -139,6 +141,27 @@ TEST_F(PrinterUploads, AreRefusedWhenTheyAreNoPictureOfTheirLayout)
               Refusal::badPicture);
     EXPECT_EQ(loadOne(Command::loadGHMMC, "1", "\x48\0\x0F\0"s + std::string(std::size_t{72} * 8, '\0')),
               Refusal::none);
+}
+
+// The header says the number of rows and seven, of which it has the lowest eight bits.
+TEST_F(PrinterUploads, HaveNoMoreThan2040Rows)
+{
+    const auto ofRows = [](std::size_t rows) {
+        return std::string("\x01\0", 2) + static_cast<char>(rows + 7) + '\0' + std::string(rows, '\xFF');
+    };
+    EXPECT_EQ(loadOne(Command::loadGHMMC, "1", ofRows(2040)), Refusal::none);
+    EXPECT_EQ(state.pictures->at(1).height, 2040);
+    EXPECT_EQ(loadOne(Command::loadGHMMC, "2", ofRows(2048)), Refusal::badPicture);
+}
+
+// All pictures of an upload count together.
+TEST_F(PrinterUploads, AreNotLargerThanAMegabyteInAll)
+{
+    ASSERT_EQ(send(Command::printGraphic, {"0", "1"}), Refusal::none);
+    ASSERT_EQ(block(upperHalf), Refusal::none);
+    const std::size_t rest = 1'048'576 - upperHalf.size();
+    EXPECT_EQ(block(std::string(rest + 1, 'x'), false), Refusal::uploadTooLarge);
+    EXPECT_EQ(block(std::string(rest, 'x'), false), Refusal::none);
 }
 
 TEST_F(PrinterUploads, AreNotLargerThanAMegabyte)

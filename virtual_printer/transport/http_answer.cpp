@@ -44,7 +44,7 @@ std::string headOf(const HttpAnswer& answer, BehindAnswer behind)
 {
     std::string head = startOf(answer.status, answer.contentType);
     for (const auto& [name, value] : answer.headers) {
-        head += name + ": " + value + "\r\n";
+        head.append(name).append(": ").append(value).append("\r\n");
     }
     head += behind == BehindAnswer::connectionEnds ? "Connection: close\r\n" : "Connection: keep-alive\r\n";
     return head + "Content-Length: " + std::to_string(answer.body.size()) + "\r\n\r\n";

@@ -3,11 +3,13 @@
 //
 //     printer_load PRINTER-PROGRAM FOLDER      once a receipt a second, once as fast as it goes
 //
-// It prints the share of a core that the process takes, commands and synchronised receipts a second, and the
-// exchanges that were not accepted.
+// It prints the share of a core that the process takes, commands and synchronised receipts a second, the
+// exchanges that were not accepted, and how long calls of the control interface take meanwhile.
 #include "bench/sale_requests.h"
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <boost/asio.hpp>
 #include <chrono>
 #include <csignal>
@@ -41,7 +43,8 @@ public:
     {
         const std::filesystem::path ready = folder / "ready.json";
         std::filesystem::remove(ready);
-        std::vector<std::string> arguments = {program, "--data", folder, "--ready", ready};
+        std::vector<std::string> arguments = {program, "--data",    folder,       "--ready",
+                                              ready,   "--control", "127.0.0.1:0"};
         for (int number = 0; number < printers; ++number) {
             arguments.emplace_back("--printer");
             arguments.push_back("p" + std::to_string(number) + "=127.0.0.1:0");
@@ -64,9 +67,11 @@ public:
             }
             std::this_thread::yield();
         }
-        for (const auto& printer : nlohmann::json::parse(std::ifstream(ready))["printers"]) {
+        const auto content = nlohmann::json::parse(std::ifstream(ready));
+        for (const auto& printer : content["printers"]) {
             addresses.push_back(printer["address"]);
         }
+        control = content["control"];
     }
     PrinterProcess(const PrinterProcess&) = delete;
     PrinterProcess& operator=(const PrinterProcess&) = delete;
@@ -104,6 +109,7 @@ public:
     }
 
     std::vector<std::string> addresses;
+    std::string control;
 
 private:
     pid_t process = 0;
@@ -116,6 +122,13 @@ struct Totals
     long refused = 0;
 };
 
+tcp::endpoint endpointOf(const std::string& address)
+{
+    const std::size_t colon = address.rfind(':');
+    return {boost::asio::ip::make_address(address.substr(0, colon)),
+            static_cast<std::uint16_t>(std::stoi(address.substr(colon + 1)))};
+}
+
 // A till that sends one request after the other and counts the answers.
 class Till
 {
@@ -124,9 +137,7 @@ public:
          std::chrono::milliseconds betweenReceipts)
         : socket(context), pause(context), totals(sums), interval(betweenReceipts)
     {
-        const std::size_t colon = address.rfind(':');
-        socket.connect({boost::asio::ip::make_address(address.substr(0, colon)),
-                        static_cast<std::uint16_t>(std::stoi(address.substr(colon + 1)))});
+        socket.connect(endpointOf(address));
         socket.set_option(tcp::no_delay(true));
         const std::string day = bench::dayRequest();
         boost::asio::write(socket, boost::asio::buffer(day));
@@ -191,6 +202,89 @@ private:
     std::array<unsigned char, 16> answer{};
 };
 
+// A test that asks one thing after the other, a call each few milliseconds, until it is told to end.
+class ControlCalls
+{
+public:
+    explicit ControlCalls(const std::string& address) : asker([this, address] { askAll(address); }) {}
+    ControlCalls(const ControlCalls&) = delete;
+    ControlCalls& operator=(const ControlCalls&) = delete;
+    ~ControlCalls() { end(); }
+
+    void end()
+    {
+        isEnding = true;
+        if (asker.joinable()) {
+            asker.join();
+        }
+    }
+
+    void print()
+    {
+        end();
+        std::sort(milliseconds.begin(), milliseconds.end());
+        const auto at = [this](double share) {
+            return milliseconds.at(
+                static_cast<std::size_t>(share * static_cast<double>(milliseconds.size() - 1)));
+        };
+        std::printf("    %zu control calls: median %.2f ms, 95th percentile %.2f ms, longest %.2f ms\n",
+                    milliseconds.size(), at(0.5), at(0.95), at(1));
+    }
+
+private:
+    void askAll(const std::string& address)
+    {
+        boost::asio::io_context context;
+        tcp::socket socket(context);
+        socket.connect(endpointOf(address));
+        socket.set_option(tcp::no_delay(true));
+        const std::string here = "/printers/p7/";
+        const std::vector<std::string> calls = {
+            call("GET", here + "state", ""),
+            call("GET", here + "totals", ""),
+            call("GET", here + "documents?kind=receipt&limit=10", ""),
+            call(
+                "POST", here + "assert",
+                R"({"received": [{"name": "payment", "fields": {"total": "99.00"}, "count": 0}], "situation": "open"})"),
+            call("POST", here + "faults", R"({"kind": "refuse", "code": 49, "command": "fiscalization"})"),
+            call("DELETE", here + "faults", ""),
+            call("PATCH", here + "hardware", R"({"drawer": "closed"})"),
+            call("GET", here + "trace?limit=100", "")};
+        while (!isEnding) {
+            for (const std::string& bytes : calls) {
+                const auto start = Clock::now();
+                boost::asio::write(socket, boost::asio::buffer(bytes));
+                readAnswer(socket);
+                milliseconds.push_back(
+                    std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+                std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            }
+        }
+    }
+
+    static std::string call(const std::string& method, const std::string& path, const std::string& body)
+    {
+        return method + " " + path +
+               " HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
+               body;
+    }
+
+    static void readAnswer(tcp::socket& socket)
+    {
+        const std::string name = "Content-Length: ";
+        std::string text;
+        const std::size_t head =
+            boost::asio::read_until(socket, boost::asio::dynamic_buffer(text), "\r\n\r\n");
+        const std::size_t size = std::stoul(text.substr(text.find(name) + name.size()));
+        boost::asio::read(socket, boost::asio::dynamic_buffer(text),
+                          boost::asio::transfer_exactly(head + size - text.size()));
+    }
+
+    std::atomic<bool> isEnding = false;
+    std::vector<double> milliseconds;
+    std::thread asker;
+};
+
 void run(const char* title, const PrinterProcess& process, std::chrono::milliseconds betweenReceipts)
 {
     constexpr std::chrono::seconds measured{10};
@@ -204,13 +298,16 @@ void run(const char* title, const PrinterProcess& process, std::chrono::millisec
     }
     const double processorBefore = process.processorTime();
     const auto began = Clock::now();
+    ControlCalls control(process.control);
     context.run_for(measured);
+    control.end();
     const std::chrono::duration<double> lasted = Clock::now() - began;
     const double processor = process.processorTime() - processorBefore;
     std::printf("%-22s %9.0f commands/s %7.0f receipts/s %6.1f %% of a core %6.1f MB, %ld not accepted\n",
                 title, static_cast<double>(totals.commands) / lasted.count(),
                 static_cast<double>(totals.receipts) / lasted.count(), 100 * processor / lasted.count(),
                 process.residentMegabytes(), totals.refused);
+    control.print();
 }
 
 } // namespace

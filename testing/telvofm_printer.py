@@ -13,11 +13,17 @@ telvofm-printer on the path. docs/control.md describes what can be asked.
 """
 import json
 import os
+import socket
 import subprocess
+import tempfile
 import threading
 import urllib.error
 import urllib.parse
 import urllib.request
+
+
+# Whatever proxy the environment names, the printer is on this machine.
+_directly = urllib.request.build_opener(urllib.request.ProxyHandler({}))
 
 
 class Refused(Exception):
@@ -36,12 +42,18 @@ class FiscalPrinter:
         self.name = "printer"
         self._token = token
         command = [program or os.environ.get("TELVOFM_PRINTER", "telvofm-printer"), "--listen", "127.0.0.1:0",
-                   "--control", control, *(["--token", token] if token else []), "--exit-with-parent", *options]
-        self._process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-                                         encoding="utf-8")
-        self.paper = []  # what it has printed so far, line by line
-        self.address = self._line_behind("listening on ")
-        self.control = self._line_behind("control on ")
+                   "--control", control, "--exit-with-parent", *options]
+        with tempfile.TemporaryDirectory() as folder:  # others can read a command line, but not this
+            if token:
+                file = os.path.join(folder, "token")
+                with open(file, "w", encoding="ascii") as secret:
+                    secret.write(token)
+                command += ["--token-file", file]
+            self._process = subprocess.Popen(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                                             encoding="utf-8")
+            self.paper = []  # what it has printed so far, line by line
+            self.address = self._line_behind("listening on ")
+            self.control = self._line_behind("control on ")
         self._reader = threading.Thread(target=self._read_paper, daemon=True)
         self._reader.start()
 
@@ -80,7 +92,7 @@ class FiscalPrinter:
             headers["Authorization"] = "Bearer " + self._token
         request = urllib.request.Request(url, data, headers, method=method)
         try:
-            with urllib.request.urlopen(request, timeout=90) as answer:
+            with _directly.open(request, timeout=90) as answer:
                 return _parsed(answer)
         except urllib.error.HTTPError as failure:
             content = _parsed(failure)
@@ -93,12 +105,40 @@ class FiscalPrinter:
         return self.ask("GET", "state")
 
     def documents(self, **search):
-        """Documents as data: documents(kind="receipt", number=1)."""
-        return self.ask("GET", "documents?" + urllib.parse.urlencode(search))["documents"]
+        """All documents as data, or those that are searched for: documents(kind="receipt", number=1)."""
+        documents, page = [], {"next": search.pop("skip", 0)}
+        most = search.pop("limit", None)
+        while page["next"] is not None and (most is None or len(documents) < most):
+            there = {**search, "skip": page["next"], "limit": 1000 if most is None else min(1000, most - len(documents))}
+            page = self.ask("GET", "documents?" + urllib.parse.urlencode(there))
+            documents += page["documents"]
+        return documents
 
     def trace(self):
         """All exchanges that the printer still knows."""
         return self.ask("GET", "trace")
+
+    def replay(self, trace, seconds=5):
+        """Sends the bytes of a trace again, over TCP, and returns those of its exchanges that are answered otherwise now.
+
+        The printer must stand where the other one stood when the trace began: at what it kept, and at its time."""
+        different = []
+        host, port = self.address.rsplit(":", 1)
+        with socket.create_connection((host.strip("[]"), int(port)), timeout=seconds) as till:
+            for exchange in trace:
+                answer, expected = b"", bytes.fromhex(exchange["toTill"])
+                till.sendall(bytes.fromhex(exchange["fromTill"]))
+                try:
+                    while len(answer) < len(expected):
+                        piece = till.recv(65536)
+                        if not piece:
+                            break
+                        answer += piece
+                except socket.timeout:
+                    pass
+                if answer != expected:
+                    different.append({**exchange, "toTill": answer.hex(" ")})
+        return different
 
     def arm(self, kind, **parameters):
         """A fault from the next request on: arm("acknowledgeLost", command="payment")."""

@@ -29,7 +29,8 @@ static int beganDay(int code)
     return code > 0 ? 0 : code;
 }
 
-/* A payment that failed may count all the same, when only its answer was lost: the printer knows what is due. */
+/* A payment that failed may count all the same, when only its answer was lost: the printer knows what is due.
+ */
 static int failedToPay(const char* call, int code, const char* dueAfterwards)
 {
     char due[256];

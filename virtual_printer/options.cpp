@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <fstream>
 #include <map>
 #include <stdexcept>
 #include <system_error>
@@ -65,6 +66,21 @@ std::string noFile(const std::string& name)
     return isFile ? "" : "File does not exist: " + name;
 }
 
+// The first line of the file, which nobody has to see but its owner.
+std::string tokenIn(const std::string& file)
+{
+    std::string token;
+    std::ifstream stream(toPath(file));
+    std::getline(stream, token);
+    if (token.ends_with('\r')) {
+        token.pop_back();
+    }
+    if (token.empty()) {
+        throw std::runtime_error("there is no token in " + file + "; write one into its first line");
+    }
+    return token;
+}
+
 // A cookie takes it, too.
 void requireToken(const Options& options)
 {
@@ -99,6 +115,7 @@ Options readOptions(std::vector<std::string> arguments)
     std::string logos;
     std::string control;
     std::string web;
+    std::string tokenFile;
     std::string second = "busy";
     const std::map<std::string, SecondTill> policies = {
         {"busy", SecondTill::busy}, {"wait", SecondTill::wait}, {"takeover", SecondTill::takeover}};
@@ -126,8 +143,12 @@ Options readOptions(std::vector<std::string> arguments)
     app.add_option("--clock", startOfClock, "Start the clock at this moment, as \"2026-01-31 12:00\"");
     app.add_option("--control", control, "Let tests control the printers over HTTP on HOST:PORT");
     app.add_option("--web", web, "Show the printers on a page at http://HOST:PORT/, for a person");
-    app.add_option("--token", options.token,
-                   "What those must know who use --control or --web, of 16 characters at least");
+    auto* const token =
+        app.add_option("--token", options.token,
+                       "What those must know who use --control or --web, of 16 characters at least");
+    app.add_option("--token-file", tokenFile, "The same as the first line of a file")
+        ->check(noFile)
+        ->excludes(token);
     app.add_flag("--factory-new", options.isFactoryNew, "Start in training, without VAT rates");
     try {
         std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
@@ -160,6 +181,9 @@ Options readOptions(std::vector<std::string> arguments)
     }
     if (!web.empty()) {
         options.web = parseAddress(web);
+    }
+    if (!tokenFile.empty()) {
+        options.token = tokenIn(tokenFile);
     }
     requireToken(options);
     if (!startOfClock.empty()) {

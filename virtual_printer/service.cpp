@@ -47,6 +47,11 @@ public:
         if (!options.readyFile.empty()) {
             forgetReadyFile(options.readyFile);
         }
+        for (const auto& http : {options.control, options.web}) {
+            if (http && options.token.empty()) {
+                requireLoopback(context, *http);
+            }
+        }
         // Before anybody can know that the printers are there.
         ending.async_wait([this](const boost::system::error_code& failure, int /*signal*/) {
             if (!failure) {
@@ -61,12 +66,13 @@ public:
         }
         if (options.hasPseudoTerminal) {
             Station& station = newStation(nameOnPseudoTerminal);
-            announce(station, "serial line ",
-                     servePseudoTerminal(context, station, codes, [this] { context.stop(); }));
+            servePseudoTerminal(context, station, codes, [this, &station](const std::string& path) {
+                announce(station, "serial line ", path);
+            });
         }
         if (!options.serialPort.empty()) {
             Station& station = newStation(nameOnSerialPort);
-            servePort(context, options.serialPort, options.baud, station, codes, [this] { context.stop(); });
+            servePort(context, options.serialPort, options.baud, station, codes);
             announce(station, "serial line ", options.serialPort);
         }
         for (const auto& station : stations) {
@@ -75,10 +81,8 @@ public:
         if (options.control || options.web) {
             openControl();
         }
-        if (!options.readyFile.empty()) {
-            writeReadyFile(options.readyFile, listening, server ? server->address() : "",
-                           web ? web->address() : "");
-        }
+        isReady = true;
+        writeAddresses();
     }
 
     void run()
@@ -110,14 +114,13 @@ private:
         for (const auto& station : stations) {
             control->add(*station);
         }
-        const bool mayBeReached = !options.token.empty();
         if (options.control) {
-            server.emplace(context, *options.control, mayBeReached,
+            server.emplace(context, *options.control,
                            [this](const HttpRequest& request) { return control->answer(request); });
             output.say("control on http://" + server->address());
         }
         if (options.web) {
-            web.emplace(context, *options.web, mayBeReached, [this](const HttpRequest& request) -> Outcome {
+            web.emplace(context, *options.web, [this](const HttpRequest& request) -> Outcome {
                 if (auto page = pageAnswer(request)) {
                     return std::move(*page);
                 }
@@ -146,10 +149,23 @@ private:
         return clockFrom(*options.start - (kept ? kept->standing->clockOffset : std::chrono::seconds(0)));
     }
 
-    void announce(const Station& station, const std::string& what, std::string address)
+    // A line that has hung up comes again at another address.
+    void announce(const Station& station, const std::string& what, const std::string& address)
     {
+        std::erase_if(listening, [&](const ListeningPrinter& one) { return one.name == station.name; });
+        listening.push_back({station.name, address});
+        if (isReady) {
+            writeAddresses();
+        }
         output.say(prefixOf(station) + what + address);
-        listening.push_back({station.name, std::move(address)});
+    }
+
+    void writeAddresses() const
+    {
+        if (!options.readyFile.empty()) {
+            writeReadyFile(options.readyFile, listening, server ? server->address() : "",
+                           web ? web->address() : "");
+        }
     }
 
     void print(const Station& station, const Happened& event)
@@ -194,6 +210,7 @@ private:
     std::vector<std::unique_ptr<Station>> stations;
     std::vector<std::unique_ptr<TcpLink>> network;
     std::vector<ListeningPrinter> listening;
+    bool isReady = false;
     std::map<std::string, std::shared_ptr<const Pictures>> written;
     std::optional<Control> control;
     std::optional<HttpServer> server; // of the control interface
@@ -207,9 +224,14 @@ int serve(const Options& options)
     ignoreBrokenPipes();
     StandardOutput& output = *new StandardOutput; // never destroyed: its thread goes with the process
     Service service(options, output);
-    service.open();
-    service.run();
     constexpr std::chrono::milliseconds lastWords{500};
+    service.open();
+    try {
+        service.run();
+    } catch (const std::exception&) {
+        output.flush(lastWords);
+        throw;
+    }
     if (!output.flush(lastWords)) {
         endAtOnce(); // a reader that does not read must not hold up the end
     }

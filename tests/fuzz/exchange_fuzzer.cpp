@@ -56,7 +56,15 @@ public:
             begin(*request);
         } else if (const auto* block = std::get_if<Block>(&incoming)) {
             require(expectsBlocks);
-            require(sofar.ends_with(blockOf(block->data, block->isLast ? '\x03' : '\x17')));
+            const std::string bytes = blockOf(block->data, block->isLast ? '\x03' : '\x17');
+            require(sofar.ends_with(bytes));
+            if (block->isLast) {
+                expectsBlocks = false;
+                exchange.expectBlocks(false);
+                lastBlock = bytes;
+            }
+        } else if (std::holds_alternative<RepeatedBlock>(incoming)) {
+            require(!lastBlock.empty() && sofar.ends_with(lastBlock));
         } else if (std::holds_alternative<DamagedBlock>(incoming)) {
             require(expectsBlocks);
         } else if (std::holds_alternative<Probe>(incoming)) {
@@ -70,6 +78,7 @@ private:
     void begin(const Request& request)
     {
         expectsBlocks = (request.command & 1U) != 0;
+        lastBlock.clear();
         exchange.expectBlocks(expectsBlocks);
         reply.clear();
         if (expectsBlocks) {
@@ -104,6 +113,7 @@ private:
 
     Exchange exchange;
     bool expectsBlocks = false;
+    std::string lastBlock; // of an upload that has ended
     std::string reply;
     std::size_t sent = 0;
     std::string last;

@@ -27,6 +27,7 @@ seeds = {
     "damaged_request": item[:-1] + b"\x00" + item,
     "half_request": item[:9] + item + item,
     "upload": upload + block(b"x" * 256, MORE) + block(b"y", LAST),
+    "repeated_block": upload + block(b"xy", LAST) * 2 + block(b"xz", LAST) + item + block(b"xy", LAST),
     "damaged_block": upload + block(b"xy", LAST)[:-1] + b"\x00" + block(b"xy", LAST),
     "unknown_terminator": upload + block(b"xy", b"\x05"),
     "unannounced_block": request(0xE0) + block(b"xy", LAST) + item,

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Runs every command of docs/control.md in its order against one printer, compares what is answered with what stands
-below it, and looks that every path of the description is there.
+"""Runs every command of docs/control.md in its order against one printer, looks that each succeeds where no error is
+documented, compares the answer of each block with what stands below it, and looks that every path of the description is
+there.
 
     control_documentation_test.py SOURCE_FOLDER PRINTER_PROGRAM
 """
@@ -26,16 +27,34 @@ def is_part(documented, answered):
     return documented == answered
 
 
+def run(command, environment):
+    """What is answered, and whether it is an error."""
+    ended = subprocess.run(["bash", "-c", command.replace("curl -s", "curl -s --fail-with-body", 1)], env=environment,
+                           capture_output=True, text=True, check=False, timeout=30)
+    http_error = 22  # as curl says it
+    if ended.returncode not in (0, http_error):
+        sys.exit(f"{command} ended with {ended.returncode}: {ended.stderr}")
+    return ended.stdout, ended.returncode == http_error
+
+
+def is_error(documented, is_last):
+    """An error is that of all commands of its block, a difference that of the last."""
+    return "error" in documented or (is_last and documented.get("holds") is False)
+
+
 def main():
     text = (source / "docs/control.md").read_text(encoding="utf-8")
     failures = []
     with FiscalPrinter(program=sys.argv[2]) as printer:
         environment = dict(os.environ, CONTROL=printer.control)
         for commands, documented in re.findall(r"```sh\n(.*?)```\n(?:```json\n(.*?)```)?", text, re.DOTALL):
-            answers = [subprocess.run(["bash", "-c", command], env=environment, capture_output=True, text=True, check=True,
-                                      timeout=30).stdout for command in commands.strip().splitlines()]
-            if documented and not is_part(json.loads(documented), json.loads(answers[-1])):
-                failures.append(f"{commands}is answered with\n{answers[-1]}and not with\n{documented}")
+            *before, last = [(command, *run(command, environment)) for command in commands.strip().splitlines()]
+            expected = json.loads(documented or "{}")
+            for command, answer, failed in [*before, last]:
+                if failed != is_error(expected, command == last[0]):
+                    failures.append(f"{command}\nis answered with{'' if failed else ' no'} error\n{answer}")
+            if documented and not is_part(expected, json.loads(last[1])):
+                failures.append(f"{commands}is answered with\n{last[1]}and not with\n{documented}")
     description = json.loads((source / "virtual_printer/control/openapi.json").read_text(encoding="utf-8"))
     for path in description["paths"]:
         form = re.sub(r"\\{\w+\\}", r"[^/\\s\"?]+", re.escape(path)) + r"(?![/\w])"

@@ -17,7 +17,9 @@ import unittest
 source = pathlib.Path(sys.argv[1])
 program = sys.argv[2]
 sys.path.insert(0, str(source / "testing"))
+sys.path.insert(0, str(source / "tests/system"))
 from telvofm_printer import FiscalPrinter, Refused  # noqa: E402
+from till import Till, framed  # noqa: E402
 
 TOKEN = "0123456789abcdef"
 
@@ -61,6 +63,11 @@ class Wire:
             text += byte
         return text.decode().strip()
 
+    def post(self, path, body):
+        """Without waiting for the answer."""
+        content = json.dumps(body)
+        self.say(f"POST /printers/printer/{path} HTTP/1.1\r\nHost: 127.0.0.1\r\nContent-Length: {len(content)}\r\n\r\n{content}")
+
     def is_closed(self):
         """Waits for it."""
         try:
@@ -68,34 +75,14 @@ class Wire:
         except ConnectionResetError:
             return True
 
+    def event(self):
+        """The exchange of the next event of a stream."""
+        while not (line := self.line()).startswith("data: "):
+            pass
+        return json.loads(line.removeprefix("data: "))
+
     def close(self):
         self.socket.close()
-
-
-def framed(*fields, command):
-    unit = bytes([0x1C, 1, command]) + b"".join(field.encode() + b"\0" for field in fields) + b"\x04"
-    checksum = 0
-    for byte in unit:
-        checksum ^= byte
-    return unit + bytes([checksum])
-
-
-class Till:
-    """The fewest bytes that sell."""
-
-    def __init__(self, printer):
-        host, port = printer.address.rsplit(":", 1)
-        self.socket = socket.create_connection((host, int(port)), timeout=30)
-
-    def send(self, command, *fields):
-        self.socket.sendall(framed(*fields, command=command))
-        return self.socket.recv(2)
-
-    def sell(self, total):
-        self.send(0x20, "0", "1", "0", "0", "1", "0")
-        self.send(0x24, "0", "Chlieb", total, "A", "1.000", total, "ks ")
-        self.send(0x30, "0", "2", total, total, "0", "x")
-        return self.send(0x22, "0", "0")
 
 
 class Control(unittest.TestCase):
@@ -112,6 +99,19 @@ class Control(unittest.TestCase):
         till = Till(self.printer)
         self.addCleanup(till.socket.close)
         return till
+
+    def probe(self, count):
+        """So many exchanges, of a till that goes away then."""
+        with Till(self.printer).socket as till:
+            for _ in range(count // 100):
+                till.sendall(b"\x11" * 100)
+                received = 0
+                while received < 100:
+                    received += len(till.recv(100))
+
+    def is_waiting(self):
+        """Requests are taken in the order in which they come: whoever asked before is waiting now."""
+        self.assertTrue(self.printer.state())
 
     def is_alive(self):
         return self.printer.state()["situation"] in ("noDay", "idle")
@@ -154,6 +154,73 @@ class Control(unittest.TestCase):
         with self.assertRaisesRegex(AssertionError, 'situation: it is "noDay", "idle" is expected'):
             self.printer.wait(seconds=0.2, situation="idle")
         self.assertGreaterEqual(time.monotonic() - began, 0.2)
+
+    def test_answers_a_wait_while_an_answer_to_the_till_is_held_back(self):
+        self.printer.arm("acknowledgeLate", milliseconds=3000)
+        till = self.till()
+        began = time.monotonic()
+        till.socket.sendall(framed("0", command=0x29))
+        self.printer.wait(seconds=30, executed=[{"name": "sellingDayBegin"}],
+                          acknowledged=[{"name": "sellingDayBegin", "count": 0}], situation="idle")
+        self.assertLess(time.monotonic() - began, 2.9)
+        self.assertEqual(till.socket.recv(1), b"\x06")
+        self.assertGreaterEqual(time.monotonic() - began, 3)
+        self.printer.wait(seconds=30, acknowledged=[{"name": "sellingDayBegin"}])
+
+    def test_ends_a_wait_whose_documents_a_reset_takes_away(self):
+        till = self.till()
+        till.send(0x29, "0")
+        till.sell("1.00")
+        waiting = self.wire()
+        waiting.post("wait", {"until": {"since": {"document": 1}, "committed": [{"total": "9.99"}]}, "limit": 60000})
+        self.is_waiting()
+        self.printer.reset()
+        self.assertEqual(waiting.hear()[0], 410)
+        self.assertTrue(self.is_alive())
+
+    def test_ends_a_wait_that_the_trace_leaves_behind(self):
+        self.probe(10_000)
+        waiting = self.wire()
+        waiting.post("wait", {"until": {"since": {"exchange": 9000}, "received": [{"name": "payment"}]}, "limit": 60000})
+        self.is_waiting()
+        self.probe(10_000)
+        status, content = waiting.hear()
+        self.assertEqual(status, 410)
+        self.assertIn("which is forgotten", content["error"])
+        self.assertTrue(self.is_alive())
+
+    def test_waits_hardly_slow_a_till(self):
+        """Ten of them over thousands of exchanges: looking through all of these again would take a second for each."""
+        self.probe(5000)
+        waiting = [self.wire() for _ in range(10)]
+        for wire in waiting:
+            wire.post("wait", {"until": {"received": [{"name": "payment", "fields": {"total": "1.00"}}]}, "limit": 60000})
+        self.is_waiting()
+        till = self.till()
+        began = time.monotonic()
+        for _ in range(200):
+            self.assertEqual(till.send(0xE0), b"\x06")
+        self.assertLess(time.monotonic() - began, 5)
+
+    def test_follows_an_exchange_when_it_is_over(self):
+        till = self.till()
+        till.send(0x29, "0")
+        till.sell("1.00")
+        begin = self.printer.state()["position"]["exchange"]
+        follower = self.wire()
+        follower.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: localhost\r\n\r\n")
+        while follower.line():
+            pass
+        reply = till.fetch(0x9F)  # of several blocks
+        event = follower.event()
+        self.assertEqual((event["name"], event["taken"], event["number"]), ("getJournal", True, begin))
+        self.assertGreater(len(bytes.fromhex(event["toTill"])), len(reply))
+        self.assertEqual(event["toTill"], self.printer.trace()[-1]["toTill"])
+        # Nothing follows what is lost, and it comes all the same.
+        self.printer.arm("acknowledgeLost")
+        till.socket.sendall(framed(command=0xE0))
+        event = follower.event()
+        self.assertEqual((event["executed"], event["acknowledged"], event["number"]), (True, False, begin + 1))
 
     def test_streams_the_trace_and_resumes_by_number(self):
         follower = self.wire()
@@ -204,11 +271,22 @@ class Control(unittest.TestCase):
         wire = self.wire()
         wire.say("GET /printers HTTP/1.1\r\nHost: localhost\r\nX: " + "x" * 9000 + "\r\n\r\n")
         self.assertEqual(wire.hear()[0], 431)
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1;" + "x" * 20000)
+        self.assertEqual(wire.hear()[0], 431)
         self.assertTrue(self.is_alive())
+
+    def test_takes_a_body_in_chunks(self):
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n")
+        for piece in ('{"situation"', ': "noDay"}', ""):
+            wire.say(f"{len(piece):x}\r\n{piece}\r\n")
+        self.assertEqual(wire.hear(), (200, {"holds": True, "differences": []}))
 
     def test_refuses_what_is_no_request(self):
         for rubbish in ("rubbish\r\n\r\n", "GET / HTTP/9.9\r\n\r\n", b"\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03" * 9,
-                        "GET / HTTP/1.1\r\nHost: localhost\r\nContent-Length: x\r\n\r\n"):
+                        "GET / HTTP/1.1\r\nHost: localhost\r\nContent-Length: x\r\n\r\n",
+                        "GET /printers HTTP/1.1\r\nHost: localhost\r\nHost: evil.example\r\n\r\n"):
             wire = self.wire()
             wire.say(rubbish)
             self.assertEqual(wire.hear()[0], 400, rubbish)
@@ -237,6 +315,36 @@ class Control(unittest.TestCase):
         self.assertTrue(self.is_alive())
         self.assertLess(time.monotonic() - began, 5)
         self.assertTrue(silent[0].is_closed())
+
+    def test_lets_the_client_go_that_has_been_silent_for_longest(self):
+        busy, *silent = [self.wire() for _ in range(64)]
+        for wire in (busy, *silent):
+            self.assertEqual(wire.ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertEqual(busy.ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertEqual(self.wire().ask("GET /printers HTTP/1.1")[0], 200)
+        self.assertTrue(silent[0].is_closed())
+        self.assertEqual(busy.ask("GET /printers HTTP/1.1")[0], 200)
+
+    def test_turns_clients_away_in_words_when_all_others_wait(self):
+        body = json.dumps({"until": {"situation": "idle"}, "limit": 60000})
+        waiting = [self.wire() for _ in range(64)]
+        for wire in waiting:
+            wire.say("POST /printers/printer/wait HTTP/1.1\r\nHost: localhost\r\n"
+                     f"Content-Length: {len(body)}\r\n\r\n{body}")
+        status, content = self.wire().ask("GET /printers HTTP/1.1")
+        self.assertEqual(status, 503)
+        self.assertEqual(content["error"], "All 64 connections wait for something or follow a trace; end one of them.")
+        self.till().send(0x29, "0")
+        for wire in waiting:
+            self.assertEqual(wire.hear()[0], 200)
+
+    def test_tells_a_client_to_go_on_that_asks_before_it_sends_its_body(self):
+        wire = self.wire()
+        wire.say("POST /printers/printer/assert HTTP/1.1\r\nHost: localhost\r\nExpect: 100-continue\r\n"
+                 "Content-Length: 2\r\n\r\n")
+        self.assertEqual(wire.hear(), (100, None))
+        wire.say("{}")
+        self.assertEqual(wire.hear()[0], 200)
 
     def test_forgets_clients_that_go_away_while_they_wait(self):
         for _ in range(70):
@@ -304,10 +412,25 @@ class Reach(unittest.TestCase):
             self.assertEqual(ended.returncode, 1, address)
             self.assertIn("with --token", ended.stderr)
 
+    def test_any_loopback_address_and_any_spelling_will_do(self):
+        with FiscalPrinter(control="127.0.0.2:0", program=program) as printer:
+            self.assertEqual(printer.state()["situation"], "noDay")
+            wire = Wire(printer)
+            wire.say("GET /printers HTTP/1.1\r\nHost: LOCALHOST\r\n\r\n")
+            self.assertEqual(wire.hear()[0], 200)
+            wire.close()
+
     def test_a_token_is_long_and_belongs_to_the_control(self):
         for options in (["--control", "127.0.0.1:0", "--token", "short"], ["--token", TOKEN],
                         ["--control", "127.0.0.1:0", "--token", "0123456789abcdef;"], ["--control", "nowhere"]):
             self.assertEqual(self.start(*options).returncode, 2, options)
+
+    def test_a_token_may_stand_on_the_command_line(self):
+        with FiscalPrinter("--token", TOKEN, program=program) as printer:
+            with self.assertRaises(Refused):
+                printer.state()
+            printer._token = TOKEN
+            self.assertEqual(printer.state()["situation"], "noDay")
 
     def test_nothing_is_answered_without_the_token(self):
         with FiscalPrinter(control="0.0.0.0:0", token=TOKEN, program=program) as printer:

@@ -102,11 +102,17 @@ protected:
     {
         std::filesystem::remove(log);
         setLogginOn(log.c_str());
+        Transcript transcript;
         for (const Values& values : tried) {
             make(called, values);
+            const auto received = printer.takeReceived();
+            EXPECT_FALSE(received.empty());
+            // The last one: on a busy machine the printer may answer so late that the library asks again.
+            transcript.requests.push_back(received.empty() ? std::string() : received.back());
         }
         setLogginOff();
-        return {printer.takeReceived(), contentOf(log)};
+        transcript.log = contentOf(log);
+        return transcript;
     }
 
     OwnFolder folder;
@@ -137,7 +143,6 @@ TEST_P(FloatingPointOfTheHost, ChangesNothingAndStaysAsItIs)
         EXPECT_EQ(hostile.requests, usual.requests);
         EXPECT_EQ(hostile.log, usual.log);
         EXPECT_EQ(touched, 0);
-        EXPECT_EQ(usual.requests.size(), std::size(tried));
     }
     EXPECT_EQ(withAmounts, 38);
 }

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -43,12 +44,15 @@ class Durations
 {
 public:
     void note(bool isSynchronized, Clock::duration duration) { last.at(isSynchronized ? 1 : 0) = duration; }
-    // Any moment of a step, and a little behind it.
+    // Any moment of a step, and a little behind it. One that took long because the machine was busy with
+    // something else says nothing of the next.
     [[nodiscard]] Clock::duration anyMoment(bool isSynchronized, std::mt19937& random) const
     {
         constexpr double aLittleBehind = 1.3;
+        constexpr Clock::duration longest = std::chrono::milliseconds(50);
         std::uniform_real_distribution<double> part(0, aLittleBehind);
-        return std::chrono::duration_cast<Clock::duration>(last.at(isSynchronized ? 1 : 0) * part(random));
+        return std::chrono::duration_cast<Clock::duration>(
+            std::min(last.at(isSynchronized ? 1 : 0), longest) * part(random));
     }
 
 private:

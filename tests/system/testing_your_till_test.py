@@ -1,12 +1,12 @@
 #!/usr/bin/env python3
-"""Takes the till and its tests from docs/testing-your-till.md and runs them as the page says.
+"""Does what docs/testing-your-till.md says, from beginning to end: saves what it lets save, and runs its commands as they
+stand there, in a folder that looks like the one of the sources with its build.
 
     testing_your_till_test.py SOURCE_FOLDER BUILD_FOLDER
 """
 import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
@@ -19,29 +19,35 @@ def python_with_pytest():
     sys.exit("pytest is missing; scripts/prepare installs it")
 
 
+def script_of(page):
+    """The whole page as one shell script, and the names of what it saves."""
+    script, names = ["set -e"], []
+    for text, language, block in re.findall(r"(.*?)```(\w+)\n(.*?)```", page, re.DOTALL):
+        saved = re.search(r"Save it as `([\w.]+)`", text)
+        if saved:
+            names.append(saved[1])
+            script.append(f"cat >{saved[1]} <<'END OF FILE'\n{block}END OF FILE")
+        elif language == "sh":
+            script.append(block)
+    return "\n".join(script), names
+
+
 def main():
     source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
-    page = (source / "docs/testing-your-till.md").read_text(encoding="utf-8")
-    blocks = re.findall(r"Save it as `([\w.]+)`.*?```\w+\n(.*?)```", page, re.DOTALL)
-    if [name for name, _ in blocks] != ["till.py", "test_till.py", "test_till.sh"]:
-        sys.exit(f"the page has {[name for name, _ in blocks]}")
-    environment = dict(os.environ, TELVOFM_PRINTER=str(build / "telvofm-printer"),
-                       TELVOFM_LIBRARY=str(build / "libtelvofm.so"), PYTHONDONTWRITEBYTECODE="1")
+    script, names = script_of((source / "docs/testing-your-till.md").read_text(encoding="utf-8"))
+    if names != ["till.py", "test_till.py", "test_till.sh"]:
+        sys.exit(f"the page saves {names}")
+    environment = {name: value for name, value in os.environ.items() if not name.startswith("TELVOFM_")}
+    environment["PATH"] = os.path.dirname(python_with_pytest()) + os.pathsep + environment["PATH"]
     with tempfile.TemporaryDirectory(dir=build) as folder:
-        place = pathlib.Path(folder)
-        for name, content in blocks:
-            (place / name).write_text(content, encoding="utf-8")
-        for helper in ("telvofm_printer.py", "telvofm_printer.sh"):
-            shutil.copy(source / "testing" / helper, place)
-        shell = subprocess.Popen(["bash", "test_till.sh"], cwd=place, env=environment, stdout=subprocess.PIPE,
-                                 stderr=subprocess.STDOUT, text=True)
-        tests = subprocess.run([python_with_pytest(), "-m", "pytest", "-q", "-p", "no:cacheprovider", "test_till.py"],
-                               cwd=place, env=environment, capture_output=True, text=True, check=False)
-        said = shell.communicate(timeout=100)[0]
-    if tests.returncode != 0 or "3 passed" not in tests.stdout:
-        sys.exit(tests.stdout + tests.stderr)
-    if shell.returncode != 0 or "the till has sold once" not in said:
-        sys.exit(f"test_till.sh ended with {shell.returncode} and said\n{said}")
+        sources = pathlib.Path(folder) / "telvofm"
+        (sources / "build").mkdir(parents=True)
+        (sources / "build/release").symlink_to(build)
+        (sources / "testing").symlink_to(source / "testing")
+        ended = subprocess.run(["bash", "-c", script], cwd=sources, env=environment, capture_output=True, text=True,
+                               check=False, timeout=100)
+    if ended.returncode != 0 or "3 passed" not in ended.stdout or "the till has sold once" not in ended.stdout:
+        sys.exit(f"the page's commands ended with {ended.returncode} and said\n{ended.stdout}{ended.stderr}")
 
 
 main()

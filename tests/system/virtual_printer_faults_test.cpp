@@ -29,6 +29,17 @@ TEST_F(ScenarioOfPrinter, ThatIsWrongIsOneSentence)
     EXPECT_EQ(printer.exitCode(), 1);
 }
 
+TEST_F(ScenarioOfPrinter, HasAtMostAHundredFaults)
+{
+    std::string many = R"({"kind": "paperOut"})";
+    for (int count = 0; count < 100; ++count) {
+        many += R"(, {"kind": "paperOut"})";
+    }
+    PrinterProcess printer(with(many));
+    EXPECT_NE(printer.rest().find("json: A scenario has at most 100 faults."), std::string::npos);
+    EXPECT_EQ(printer.exitCode(), 1);
+}
+
 TEST_F(ScenarioOfPrinter, RefusesConnectionsForItsTimeAndThenServes)
 {
     const PrinterProcess printer(with(R"({"kind": "connectionRefused", "milliseconds": 700})"));

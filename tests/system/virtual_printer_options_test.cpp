@@ -54,6 +54,10 @@ TEST_F(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         std::vector<std::string> options;
         std::string why;
     };
+    const std::string empty = folder.file("empty");
+    std::ofstream(empty) << "\n";
+    const std::string poor = folder.file("poor");
+    std::ofstream(poor) << "short\n0123456789abcdef";
     const std::vector<Wrong> all = {
         {{}, "no link is named"},
         {{"--listen", "127.0.0.1:99999"}, "its port is no number from 0 to 65535"},
@@ -76,6 +80,11 @@ TEST_F(VirtualPrinterOptions, ThatAreWrongAreRefusedInOneSentence)
         {{"--listen", here, "--control", here, "--token", "short"}, "16 characters at least"},
         {{"--listen", here, "--token", "0123456789abcdef"}, "belongs to --control or --web"},
         {{"--listen", here, "--web", "127.0.0.1"}, "it has no port"},
+        {{"--listen", here, "--control", here, "--token-file", "none"}, "File does not exist: none"},
+        {{"--listen", here, "--control", here, "--token-file", empty}, "there is no token in " + empty},
+        {{"--listen", here, "--control", here, "--token-file", poor}, "16 characters at least"},
+        {{"--listen", here, "--token-file", empty, "--token", "0123456789abcdef"},
+         "--token excludes --token-file"},
         {{"--listen", here, "--loud"}, "--loud; --help lists the options"},
     };
     for (const Wrong& wrong : all) {

@@ -1,8 +1,10 @@
 // The virtual printer as users run it: a process that is reached over a real socket.
 #include "tests/system/printer_process.h"
 #include "tests/system/raw_till.h"
+#include "tests/unit/own_folder.h"
 
 #include <csignal>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace telvofm::test {
@@ -82,6 +84,34 @@ TEST_F(VirtualPrinterProcess, PrintsTheTimeThatItWasTold)
     EXPECT_EQ(till.hear(2), "\x06\x06");
     EXPECT_EQ(printer.line(), "                TELVOFM");
     EXPECT_EQ(printer.line(), "Receipt 1               2026-01-31 12:00");
+}
+
+// On every platform: what tests arm reaches the till, and what a scenario arms does before anybody asks.
+TEST(ControlledPrinterProcess, RefusesWhatItIsArmedFor)
+{
+    const PrinterProcess printer({"--listen", "127.0.0.1:0", "--control", "127.0.0.1:0"});
+    const RawTill till(printer.port());
+    const RawTill control(std::stoi(printer.address("control on http://127.0.0.1:")));
+    const std::string fault = R"({"kind": "refuse", "code": 49, "command": "printJobCancel"})";
+    control.say("POST /printers/printer/faults HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+                std::to_string(fault.size()) + "\r\n\r\n" + fault);
+    EXPECT_EQ(control.hear(21), "HTTP/1.1 201 Created\r");
+    till.say(cancelPrinting);
+    EXPECT_EQ(till.hear(2), "\x15\x31");
+    till.say(cancelPrinting);
+    EXPECT_EQ(till.hear(1), "\x06");
+}
+
+TEST(ControlledPrinterProcess, LosesTheAcknowledgeThatItsScenarioNames)
+{
+    const OwnFolder folder;
+    const std::string file = folder.file("scenario.json");
+    std::ofstream(file)
+        << R"({"trouble": "The acknowledge is lost", "faults": [{"kind": "acknowledgeLost"}]})";
+    const PrinterProcess printer({"--listen", "127.0.0.1:0", "--scenario", file});
+    const RawTill till(printer.port());
+    till.say(beginDay + "\x11" + cancelPrinting);
+    EXPECT_EQ(till.hear(2), "\x11\x06");
 }
 
 TEST_F(VirtualPrinterProcess, EndsWellOnSIGTERM)

@@ -1,7 +1,8 @@
 #include "virtual_printer/control/access.h"
 
 #include <algorithm>
-#include <array>
+#include <charconv>
+#include <cstdint>
 #include <string_view>
 
 namespace virtual_printer {
@@ -17,10 +18,37 @@ std::string_view nameIn(std::string_view host)
     return isPort ? host.substr(0, colon) : host;
 }
 
+std::string inSmallLetters(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+// 127 and three more numbers: all of these addresses lead nowhere but here.
+bool isLoopback(std::string_view address)
+{
+    constexpr std::string_view network = "127.";
+    if (!address.starts_with(network)) {
+        return false;
+    }
+    address.remove_prefix(network.size());
+    for (const std::string_view behind : {".", ".", ""}) {
+        std::uint8_t number = 0;
+        const auto parsed = std::from_chars(address.data(), address.data() + address.size(), number);
+        address.remove_prefix(static_cast<std::size_t>(parsed.ptr - address.data()));
+        if (parsed.ec != std::errc() || address.substr(0, 1) != behind) {
+            return false;
+        }
+        address.remove_prefix(behind.size());
+    }
+    return true;
+}
+
 bool isOfThisMachine(std::string_view host)
 {
-    constexpr std::array names = {"localhost", "127.0.0.1", "[::1]"};
-    return std::find(names.begin(), names.end(), nameIn(host)) != names.end();
+    const std::string name = inSmallLetters(std::string(nameIn(host)));
+    return name == "localhost" || name == "[::1]" || isLoopback(name);
 }
 
 std::string cookieIn(std::string_view header)
@@ -47,7 +75,9 @@ std::string bearerIn(std::string_view header)
 
 std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
 {
-    if (!request.origin.empty() && request.origin != "http://" + request.host) {
+    const bool isOfThisProgram =
+        request.origin.empty() || inSmallLetters(request.origin) == inSmallLetters("http://" + request.host);
+    if (!isOfThisProgram) {
         return errorAnswer(status::forbidden,
                            "The page " + request.origin +
                                " is not of this program and may not use it; open a page of " + request.host +

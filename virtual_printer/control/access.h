@@ -15,8 +15,8 @@ class Access
 public:
     static constexpr std::size_t shortestToken = 16;
 
-    // Without a token only requests to a name of this machine itself are answered: localhost, 127.0.0.1,
-    // [::1].
+    // Without a token only requests to a name of this machine itself are answered: localhost or a loopback
+    // address.
     explicit Access(std::string wanted) : token(std::move(wanted)) {}
 
     // The answer to a request that may not pass.

@@ -13,11 +13,19 @@ HttpAnswer verdict(const std::vector<std::string>& differences)
                       differences.empty() ? 200 : unmet);
 }
 
+std::optional<HttpAnswer> look(Assertion& assertion, const ControlledPrinter& printer, bool isOver)
+{
+    if (assertion.holds(printer)) {
+        return verdict({});
+    }
+    return isOver ? std::optional(verdict(assertion.differences(printer))) : std::nullopt;
+}
+
 } // namespace
 
 Outcome assertNow(const Call& call)
 {
-    return verdict(check(call.body, call.printer()));
+    return verdict(Assertion(call.body).differences(call.printer()));
 }
 
 Outcome waitFor(const Call& call)
@@ -32,15 +40,23 @@ Outcome waitFor(const Call& call)
                              "\"until\" is missing; give what to wait for as an assertion.");
     }
     const std::chrono::milliseconds limit(members.whole("limit", usual, 0, longest));
-    const auto look = [expected = *until,
-                       printer = call.addressed](bool isOver) -> std::optional<HttpAnswer> {
-        const auto differences = check(expected, *printer);
-        return differences.empty() || isOver ? std::optional(verdict(differences)) : std::nullopt;
-    };
-    if (auto answer = look(limit.count() == 0)) {
+    Assertion assertion(*until);
+    if (auto answer = look(assertion, call.printer(), limit.count() == 0)) {
         return *answer;
     }
-    return Later{limit, look};
+    // Whoever holds it expects nothing to be thrown: what the trace or the journal no longer has is an
+    // answer.
+    return Later{limit,
+                 [assertion = std::move(assertion),
+                  printer = call.addressed](bool isOver) mutable -> std::optional<HttpAnswer> {
+                     try {
+                         return look(assertion, *printer, isOver);
+                     } catch (const ControlRefusal& refusal) {
+                         return errorAnswer(refusal.status, refusal.what());
+                     } catch (const std::exception& failure) {
+                         return errorAnswer(status::internalError, failure.what());
+                     }
+                 }};
 }
 
 } // namespace virtual_printer

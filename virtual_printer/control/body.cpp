@@ -3,9 +3,14 @@
 #include "virtual_printer/fiscal/ranges.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
+#include <vector>
 
 namespace virtual_printer {
 namespace {
+
+constexpr std::size_t longestShown = 100;
 
 [[noreturn]] void refuse(const std::string& sentence)
 {
@@ -30,15 +35,28 @@ Json parseBody(const std::string& body)
     }
     constexpr int deepest = 16;
     bool isTooDeep = false;
+    std::string twice;
+    std::vector<std::set<std::string>> names; // of the objects that are open
     // Nothing deeper is kept: whoever walks through it needs the stack for it.
-    const Json::parser_callback_t keep = [&](int depth, Json::parse_event_t /*event*/, Json& /*parsed*/) {
+    const Json::parser_callback_t keep = [&](int depth, Json::parse_event_t event, Json& parsed) {
         isTooDeep = isTooDeep || depth > deepest;
+        if (event == Json::parse_event_t::object_start) {
+            names.emplace_back();
+        } else if (event == Json::parse_event_t::object_end) {
+            names.pop_back();
+        } else if (event == Json::parse_event_t::key &&
+                   !names.back().insert(parsed.get<std::string>()).second) {
+            twice = parsed.get<std::string>();
+        }
         return !isTooDeep;
     };
     Json content = Json::parse(body, keep, false);
     if (isTooDeep) {
         refuse("The body is nested deeper than " + std::to_string(deepest) +
                " levels; nothing here needs that.");
+    }
+    if (!twice.empty()) { // one of them would be forgotten silently
+        refuse("\"" + twice.substr(0, longestShown) + "\" is there twice; give it once.");
     }
     if (!content.is_object()) {
         refuse(R"(The body is no JSON object; send one as {"name": "value"}.)");
@@ -57,7 +75,8 @@ void Members::allow(std::initializer_list<std::string_view> names) const
 {
     for (const auto& [member, value] : object.items()) {
         if (std::find(names.begin(), names.end(), member) == names.end()) {
-            refuse("There is no \"" + nameOf(member) + "\"; there are " + listed(names) + ".");
+            refuse("There is no \"" + nameOf(member.substr(0, longestShown)) + "\"; there are " +
+                   listed(names) + ".");
         }
     }
 }

@@ -12,7 +12,8 @@
 
 namespace virtual_printer {
 
-// An empty body is an empty object. Refuses what is no JSON object, or nested deeper than anything here is.
+// An empty body is an empty object. Refuses what is no JSON object, nested deeper than anything here is, or
+// has a member twice.
 Json parseBody(const std::string& body);
 
 class Members

@@ -29,7 +29,7 @@ struct ControlledPrinter
     explicit ControlledPrinter(Station& at)
         : station(at), started(at.printer.snapshot()), startedClock(at.printer.currentClock())
     {
-        mark();
+        since = present();
         roll.begin(at.printer);
     }
 
@@ -58,8 +58,12 @@ struct ControlledPrinter
         hours = {};
         mark();
     }
-    // From here on assertions count that do not say otherwise.
-    void mark() { since = present(); }
+    // It has become another one: from here on assertions count that do not say otherwise.
+    void mark()
+    {
+        station.trace.beginAnew();
+        since = present();
+    }
 
     Station& station;
     Memory started; // what it kept when the program was started

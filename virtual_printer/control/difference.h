@@ -9,14 +9,19 @@
 
 namespace virtual_printer {
 
-// One sentence for each place in which `actual` is not as expected; none when it is. Objects may have more
-// members than expected, lists have as many entries, in the same order.
-std::vector<std::string> differences(const Json& expected, const Json& actual);
+// In how many places `actual` is not as expected. Objects may have more members than expected, lists have as
+// many entries, in the same order.
+std::size_t distance(const Json& expected, const Json& actual);
 
-// Which of these differs least; -1 when there is none.
-int nearest(const Json& expected, const std::vector<Json>& actual);
+// The same in words, one sentence for each place: `total is "12.50", "13.00" is expected; ...`.
+std::string differenceFrom(const Json& expected, const Json& actual);
 
-// "payment {"name": "Karta"}", short enough for a sentence.
+// As JSON, short enough for a sentence.
 std::string shown(const Json& value);
+
+// Refuses what nothing could ever fit: a member that `form` has not, or one of another kind than it has
+// there. An entry of a list is held against the form's first one. `name` is that of the whole in sentences.
+// Throws ControlRefusal.
+void requireForm(const Json& expected, const Json& form, const std::string& name);
 
 } // namespace virtual_printer

@@ -6,8 +6,6 @@
 namespace virtual_printer {
 namespace {
 
-constexpr std::size_t mostFaults = 100;
-
 Json listOf(const Faults& faults)
 {
     Json list = Json::array();
@@ -41,9 +39,9 @@ Outcome armFaults(const Call& call)
 {
     Faults& faults = call.printer().station.faults;
     const std::vector<Fault> wanted = faultsIn(call.body);
-    if (faults.list().size() + wanted.size() > mostFaults) {
+    if (faults.list().size() + wanted.size() > Faults::mostArmed) {
         throw ControlRefusal(status::conflict,
-                             "A printer has at most " + std::to_string(mostFaults) +
+                             "A printer has at most " + std::to_string(Faults::mostArmed) +
                                  " faults, those that have ended included; disarm some first.");
     }
     for (const Fault& fault : wanted) {

@@ -84,6 +84,10 @@ Outcome changeClock(const Call& call)
     const Printer& device = printer.station.printer;
     const Moment moment = members.moment("now").value_or(device.now()) +
                           std::chrono::seconds(members.whole("forward", 0, 0, farthest));
+    if (moment > parseMoment("9999-12-31", Edge::last)) { // no date is written with more digits
+        throw ControlRefusal(status::badRequest, "The clock ends with the year 9999; give an earlier \"now\" "
+                                                 "or a smaller \"forward\".");
+    }
     const ClockSetting setting = {
         .stands =
             members.oneOf("mode", printer.clock.stands ? "stands" : "runs", {"stands", "runs"}) == "stands",

@@ -70,6 +70,7 @@ void takeVat(Settings& settings, const Json& vat)
 {
     constexpr int largestPercent = 99;
     settings.vat = {};
+    static_cast<void>(Members(vat, "vat")); // refuses what is no object
     for (const auto& [letter, entry] : vat.items()) {
         if (letter.size() != 1 || letter[0] < 'A' || letter[0] >= static_cast<char>('A' + vatLetters)) {
             throw ControlRefusal(status::badRequest,
@@ -95,6 +96,7 @@ void takePayments(Settings& settings, const Json& payments)
     constexpr int mostTypes = 20;
     constexpr std::size_t longestName = 20;
     settings.payments.clear();
+    static_cast<void>(Members(payments, "payments")); // refuses what is no object
     for (const auto& [number, entry] : payments.items()) {
         const Members type(entry, "payments." + number);
         type.allow({"name", "minimum", "mayOverPay"});

@@ -1,11 +1,26 @@
 #include "virtual_printer/control/snapshots.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 namespace virtual_printer {
 namespace {
 
 constexpr const char* ending = ".db";
+
+// Windows opens a device by such a name in any folder and with any ending. Refused everywhere: what was kept
+// on one system is restored on another.
+bool isDevice(std::string name)
+{
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    constexpr std::array<std::string_view, 4> devices = {"con", "prn", "aux", "nul"};
+    constexpr std::size_t numbered = 4; // com1, lpt1
+    return std::find(devices.begin(), devices.end(), name) != devices.end() ||
+           (name.size() == numbered && (name.starts_with("com") || name.starts_with("lpt")) &&
+            name.back() >= '0' && name.back() <= '9');
+}
 
 // A name of this kind leads nowhere but into the folder.
 void requireName(const std::string& name)
@@ -19,6 +34,11 @@ void requireName(const std::string& name)
     if (!isName) {
         throw ControlRefusal(status::badRequest,
                              "A snapshot's name has 1 to 64 letters, digits, - and _; give such a name.");
+    }
+    if (isDevice(name)) {
+        throw ControlRefusal(status::badRequest, "\"" + name +
+                                                     "\" is the name of a device on Windows and of no file; "
+                                                     "give another name.");
     }
 }
 

@@ -15,10 +15,10 @@ std::string lineOf(const Exchanged& exchanged)
     return toJson(exchanged).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// Nothing more will be known of it but by the next one.
+// Nothing more becomes of it: whoever asks something else has given up what was to come.
 bool isOver(const Trace& trace, const Exchanged& exchanged)
 {
-    return exchanged.isAcknowledged || exchanged.code != 0 || exchanged.number + 1 < trace.end();
+    return exchanged.isOver || exchanged.number + 1 < trace.end();
 }
 
 // What follows the exchange `last`, which then is the last one that was sent.
@@ -46,7 +46,6 @@ std::string eventsAfter(const Trace& trace, std::uint64_t& last)
 
 Outcome showTrace(const Call& call)
 {
-    constexpr int gone = 410;
     constexpr std::int64_t most = 10'000;
     const Trace& trace = call.printer().station.trace;
     const Json asked = queryOf(call.target);
@@ -56,8 +55,8 @@ Outcome showTrace(const Call& call)
         members.whole("after", static_cast<std::int64_t>(trace.first()) - 1, 0, largest - 1));
     const std::int64_t limit = members.whole("limit", most, 1, most);
     if (trace.isGone(after + 1)) {
-        throw ControlRefusal(gone, "The trace begins at exchange " + std::to_string(trace.first()) +
-                                       ", earlier ones are forgotten; ask without \"after\".");
+        throw ControlRefusal(status::gone, "The trace begins at exchange " + std::to_string(trace.first()) +
+                                               ", earlier ones are forgotten; ask without \"after\".");
     }
     HttpAnswer answer{.status = 200, .body = {}, .contentType = "application/x-ndjson"};
     std::int64_t lines = 0;

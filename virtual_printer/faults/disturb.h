@@ -9,13 +9,13 @@
 
 namespace virtual_printer {
 
-using Hits = std::vector<Faults::Hit>;
-
 bool has(const Hits& hits, FaultKind kind);
 // Null when there is none.
 const Faults::Hit* find(const Hits& hits, FaultKind kind);
-// At the answer when it does not say.
-FaultMoment momentOf(const Fault& fault);
+// The request never reaches the printer's mind.
+bool losesRequest(const Hits& hits);
+// Of the faults that damage blocks of a reply, those that are not done with so many of them.
+Hits withMoreBlocks(const Hits& hits, int blocks);
 
 struct Circumstances
 {
@@ -26,15 +26,11 @@ struct Circumstances
 // `answer` is what the till would get, the first bytes of the answer of `exchange`.
 Steps disturbed(std::string answer, std::uint64_t exchange, const Hits& hits, const Circumstances& around);
 
-// Only its bytes: what is done to the blocks that follow.
-std::string damaged(std::string answer, const Hits& hits, const Circumstances& around);
-
 // How probes are answered after it, and for how long from then on.
 struct ProbesMeanwhile
 {
     Probes answer = Probes::ready;
     std::chrono::milliseconds duration{0};
-    std::uint64_t whileArmed = 0; // as long as this fault is armed, without a limit
 };
 ProbesMeanwhile probesDuring(const Hits& hits);
 

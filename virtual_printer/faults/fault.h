@@ -61,11 +61,14 @@ enum class Probes
     ignored
 };
 
+// Selects the blocks of uploads, whatever command they belong to.
+inline constexpr std::string_view nameOfBlocks = "block";
+
 struct Fault
 {
     FaultKind kind = FaultKind::refuse;
 
-    // Which requests: all, or those of a command, by its name or its code.
+    // Which requests: all, or those of a command, by its name or its code, the blocks of its upload included.
     std::string commandName{};
     std::optional<unsigned char> commandCode{};
     // From the so-manieth request and the so-manieth whole call on; what a link sends again by itself is a

@@ -3,7 +3,6 @@
 
 #include "virtual_printer/faults/faults.h"
 
-#include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 
 namespace virtual_printer {
@@ -13,7 +12,5 @@ Fault faultFromJson(const nlohmann::ordered_json& json);
 nlohmann::ordered_json toJson(const Fault& fault);
 // With what it has done so far.
 nlohmann::ordered_json toJson(const Armed& armed);
-// A whole number of 32 bits. Throws as faultFromJson does.
-std::uint32_t seedOf(const nlohmann::ordered_json& value);
 
 } // namespace virtual_printer

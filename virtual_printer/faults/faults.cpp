@@ -13,7 +13,15 @@ bool isSelected(const Fault& fault, const Occasion& occasion)
         return isOfConnection && occasion.kind == Occasion::Kind::connection;
     }
     return (!fault.commandCode || *fault.commandCode == occasion.command) &&
-           (fault.commandName.empty() || fault.commandName == occasion.commandName);
+           (fault.commandName.empty() || fault.commandName == occasion.commandName ||
+            (occasion.isBlock && fault.commandName == nameOfBlocks));
+}
+
+// The blocks of an upload belong to the call that announces it; where only blocks are selected each is a
+// call.
+bool beginsCall(const Fault& fault, const Occasion& occasion)
+{
+    return occasion.beginsCall && (!occasion.isBlock || fault.commandName == nameOfBlocks);
 }
 
 } // namespace
@@ -54,12 +62,6 @@ void Faults::disarmAll()
     }
 }
 
-bool Faults::isArmed(std::uint64_t number) const
-{
-    return std::any_of(armed.begin(), armed.end(),
-                       [number](const Armed& one) { return one.number == number; });
-}
-
 std::vector<Faults::Hit> Faults::hitsOf(const Occasion& occasion)
 {
     constexpr std::size_t mostExchanges = 100;
@@ -83,12 +85,13 @@ bool Faults::hits(Armed& one, const Occasion& occasion)
     if (one.hasEnded || !isSelected(fault, occasion)) {
         return false;
     }
+    const bool isNewCall = beginsCall(fault, occasion);
     ++one.requestsMet;
-    one.callsMet += occasion.beginsCall ? 1 : 0;
+    one.callsMet += isNewCall || one.requestsMet == 1 ? 1 : 0; // it may be armed in the middle of a call
     if (one.requestsMet < fault.fromRequest || one.callsMet < fault.fromCall) {
         return false;
     }
-    const bool isOfNewCall = occasion.beginsCall || one.callsHit == 0;
+    const bool isOfNewCall = isNewCall || one.callsHit == 0;
     if (isOfNewCall && fault.calls && one.callsHit == *fault.calls) {
         one.hasEnded = true;
         return false;

@@ -23,6 +23,7 @@ struct Occasion
     Kind kind = Kind::request;
     unsigned char command = 0;
     std::string_view commandName{}; // by which faults select it
+    bool isBlock = false;           // of the upload that this command has announced
     bool beginsCall = true;         // a link that sends it again by itself begins none
     std::uint64_t exchange = 0;     // its number in the trace
 };
@@ -49,6 +50,9 @@ public:
     };
     using Observer = std::function<void(const Armed&, Event)>;
 
+    // At most so many at once, those that have ended included: each request meets all of them.
+    static constexpr std::size_t mostArmed = 100;
+
     // Its number. It acts from the next request on.
     std::uint64_t arm(Fault fault);
     // Whether there was such a fault. What has no end of its own ends now.
@@ -56,7 +60,6 @@ public:
     void disarmAll();
     // Also those that have ended, until they are disarmed.
     [[nodiscard]] const std::vector<Armed>& list() const { return armed; }
-    [[nodiscard]] bool isArmed(std::uint64_t number) const;
 
     // Those that hit; nothing when nothing is armed, which costs nothing.
     struct Hit
@@ -88,5 +91,7 @@ private:
     std::vector<Observer> observers;
     std::uint64_t following = 1;
 };
+
+using Hits = std::vector<Faults::Hit>;
 
 } // namespace virtual_printer

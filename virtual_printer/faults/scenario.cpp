@@ -1,6 +1,8 @@
 #include "virtual_printer/faults/scenario.h"
 
 #include "virtual_printer/faults/fault_json.h"
+#include "virtual_printer/faults/fault_values.h"
+#include "virtual_printer/faults/faults.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -18,6 +20,9 @@ Scenario scenarioFromJson(const Json& json)
     if (!json.is_object() || !json.contains("faults") || !json["faults"].is_array() ||
         !json.contains("trouble") || !json["trouble"].is_string()) {
         throw std::runtime_error(std::string(form));
+    }
+    if (json["faults"].size() > Faults::mostArmed) {
+        throw std::runtime_error("A scenario has at most " + std::to_string(Faults::mostArmed) + " faults.");
     }
     Scenario scenario{json["trouble"].get<std::string>(), {}};
     const std::uint32_t seed = json.contains("seed") ? seedOf(json["seed"]) : 1;

@@ -42,6 +42,8 @@ struct Step
 {
     std::chrono::milliseconds after{0}; // the bytes that the steps follow
     Action action;
+    // The exchange that ends with it, whether or not its answer is whole; 0 for none.
+    std::uint64_t ends = 0;
 };
 using Steps = std::vector<Step>;
 

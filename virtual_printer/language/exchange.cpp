@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace virtual_printer {
 namespace {
@@ -41,6 +42,11 @@ Incoming Exchange::take(unsigned char byte)
         return takeOfRequest(byte);
     case Expecting::block:
         return takeOfBlock(byte);
+    case Expecting::repeatedBlock:
+        if (static_cast<unsigned char>(lastBlockTaken[repeated]) == byte) {
+            return takeOfRepeatedBlock();
+        }
+        break; // it was noise
     case Expecting::answerToReply:
         if (byte != requestStart) {
             return takeAnswerToReply(byte);
@@ -56,6 +62,9 @@ Incoming Exchange::take(unsigned char byte)
     } else if (byte == blockStart && blocksAreExpected) {
         incomingBlock = single(byte);
         expecting = Expecting::block;
+    } else if (byte == blockStart && !lastBlockTaken.empty()) {
+        repeated = 0;
+        return takeOfRepeatedBlock();
     } else if (byte == ready) {
         return Probe{};
     }
@@ -76,6 +85,8 @@ Incoming Exchange::takeOfRequest(unsigned char byte)
     if (byte != reader.checksum()) {
         return DamagedRequest{};
     }
+    incomingBlock.clear();
+    lastBlockTaken.clear();
     return reader.request();
 }
 
@@ -94,6 +105,22 @@ Incoming Exchange::takeOfBlock(unsigned char byte)
         return DamagedBlock{};
     }
     return Block{std::string(checked.substr(2, dataSize)), terminator == lastBlock};
+}
+
+// Only these very bytes: anything else that begins as a block is noise here.
+Incoming Exchange::takeOfRepeatedBlock()
+{
+    ++repeated;
+    expecting = repeated < lastBlockTaken.size() ? Expecting::repeatedBlock : Expecting::start;
+    return expecting == Expecting::start ? Incoming(RepeatedBlock{}) : Incoming(Nothing{});
+}
+
+void Exchange::expectBlocks(bool areExpected)
+{
+    if (blocksAreExpected && !areExpected) {
+        lastBlockTaken = std::exchange(incomingBlock, {}); // empty when a request has ended the upload
+    }
+    blocksAreExpected = areExpected;
 }
 
 Incoming Exchange::takeAnswerToReply(unsigned char byte)

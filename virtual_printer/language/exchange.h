@@ -26,6 +26,9 @@ struct Block // of an upload that was announced
 struct DamagedBlock
 {
 };
+struct RepeatedBlock // the one that has ended an upload comes again: the till has not heard of its acceptance
+{
+};
 struct Probe // the till asks whether somebody is there
 {
 };
@@ -33,7 +36,8 @@ struct MoreOfReply // the till wants the next block, or the last one again
 {
     std::string bytes; // to send; empty when the reply is complete
 };
-using Incoming = std::variant<Nothing, Request, DamagedRequest, Block, DamagedBlock, Probe, MoreOfReply>;
+using Incoming =
+    std::variant<Nothing, Request, DamagedRequest, Block, DamagedBlock, RepeatedBlock, Probe, MoreOfReply>;
 
 class Exchange
 {
@@ -46,8 +50,9 @@ public:
     // A request or block that has begun and is not whole; a reply that is not acknowledged stays.
     void forgetUnfinished();
 
-    // Blocks of an upload are taken only while they are expected; otherwise they are noise.
-    void expectBlocks(bool areExpected) { blocksAreExpected = areExpected; }
+    // Blocks of an upload are taken only while they are expected; otherwise they are noise, but for the last
+    // one until the next request comes.
+    void expectBlocks(bool areExpected);
     // The first bytes of a reply with this data. A till that does not acknowledge it and asks something else
     // has given it up.
     std::string beginReply(std::string data);
@@ -61,6 +66,7 @@ public:
 private:
     Incoming takeOfRequest(unsigned char byte);
     Incoming takeOfBlock(unsigned char byte);
+    Incoming takeOfRepeatedBlock();
     Incoming takeAnswerToReply(unsigned char byte);
     std::string nextBlock();
 
@@ -70,12 +76,15 @@ private:
         request,
         requestChecksum,
         block,
+        repeatedBlock,
         answerToReply
     };
 
     Expecting expecting = Expecting::start;
     RequestReader reader;
     std::string incomingBlock;
+    std::string lastBlockTaken; // that has ended an upload
+    std::size_t repeated = 0;   // bytes of it that have come again
     bool blocksAreExpected = false;
     std::string reply;
     std::size_t replySent = 0;

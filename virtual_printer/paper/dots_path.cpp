@@ -21,8 +21,9 @@ void addRow(std::string& path, const Picture& picture, int y, int height)
             ++x;
         }
         if (const std::string width = std::to_string(x - start); x > start) {
-            path += "M" + std::to_string(start) + " " + std::to_string(y) + "h" + width + "v" +
-                    std::to_string(height) + "h-" + width + "z";
+            path.append("M").append(std::to_string(start)).append(" ").append(std::to_string(y));
+            path.append("h").append(width).append("v").append(std::to_string(height));
+            path.append("h-").append(width).append("z");
         }
     }
 }

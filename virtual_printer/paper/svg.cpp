@@ -100,7 +100,7 @@ private:
         constexpr auto across = static_cast<std::size_t>(dotsAcross);
         content += "<text x=\"" + std::to_string(edge + column * across) + "\" y=\"" +
                    std::to_string(y + baseline) + "\" textLength=\"" + std::to_string(widthOf(run) * across) +
-                   "\" lengthAdjust=\"spacingAndGlyphs\"" + std::string(style) + ">" + escaped(run) +
+                   R"(" lengthAdjust="spacingAndGlyphs")" + std::string(style) + ">" + escaped(run) +
                    "</text>\n";
     }
 
@@ -116,7 +116,7 @@ private:
         content += "<svg x=\"" + std::to_string(edge + (width - shownWidth) / 2) + "\" y=\"" +
                    std::to_string(y) + "\" width=\"" + std::to_string(shownWidth) + "\" height=\"" +
                    std::to_string(shownHeight) + "\" viewBox=\"0 0 " + std::to_string(dots.width) + " " +
-                   std::to_string(dots.height) + "\" shape-rendering=\"crispEdges\"><path d=\"" +
+                   std::to_string(dots.height) + R"(" shape-rendering="crispEdges"><path d=")" +
                    dotsPath(dots) + "\"/></svg>\n";
         y += shownHeight + gap;
     }

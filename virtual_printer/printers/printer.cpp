@@ -162,9 +162,10 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
 }
 
 // A refused block leaves the upload as it was: the till sends it again, and is to be told why again.
-Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage)
+Answer Printer::takeBlock(std::string_view data, bool isLast, CodePage codePage, const Hindrance& hindrance)
 {
-    return carryOut(decideBlock(current, data, isLast, codePage, now()));
+    const State state = hindrance.paperIsOut ? withoutPaper(current) : current;
+    return carryOut(decideBlock(state, data, isLast, codePage, now()), hindrance);
 }
 
 // Commits what was decided: from here on it has happened.

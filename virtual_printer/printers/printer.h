@@ -65,7 +65,7 @@ public:
 
     // `request` as it came, with texts in `codePage`.
     Answer execute(const Request& request, CodePage codePage, const Hindrance& hindrance = {});
-    Answer takeBlock(std::string_view data, bool isLast, CodePage codePage);
+    Answer takeBlock(std::string_view data, bool isLast, CodePage codePage, const Hindrance& hindrance = {});
     [[nodiscard]] bool expectsBlocks() const;
     // As when its power has gone and come: it goes on from what the memory holds.
     void restart();

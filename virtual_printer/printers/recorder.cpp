@@ -42,7 +42,8 @@ const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
 {
     bool isBefore = true;
     const std::uint64_t end = trace.end();
-    for (std::uint64_t back = 1; back <= std::min(longestLookBack, end - trace.first()); ++back) {
+    for (std::uint64_t back = 1;
+         back <= std::min(longestLookBack, end - std::max(trace.first(), trace.begin())); ++back) {
         const Exchanged& earlier = *trace.find(end - back);
         if (earlier.kind == Exchanged::Kind::probe) {
             continue;
@@ -54,6 +55,11 @@ const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
         isBefore = false;
     }
     return nullptr;
+}
+
+bool Recorder::hasBeenTaken(const Exchanged& block) const
+{
+    return block.repeatOf != 0 && block.repeatOf == last && trace.find(last)->isExecuted;
 }
 
 // A serial link sends again what got any other answer than an acceptance; TCP what got none.
@@ -84,12 +90,13 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
     return number;
 }
 
-void Recorder::goOn(std::string_view bytes, std::string_view answer)
+void Recorder::goOn(std::string_view bytes, std::string_view answer, Reply reply)
 {
     trace.change(present, [&](Exchanged& exchanged) {
         exchanged.heard(bytes);
         exchanged.said(answer);
-        exchanged.isTaken = answer.empty();
+        exchanged.isTaken = reply == Reply::taken;
+        exchanged.isOver = exchanged.isOver || reply != Reply::goesOn;
     });
 }
 
@@ -105,7 +112,25 @@ void Recorder::hasAcknowledged(std::uint64_t number, Time now)
     trace.change(number, [taken](Exchanged& exchanged) {
         exchanged.answered = taken;
         exchanged.isAcknowledged = exchanged.refusal == Refusal::none && exchanged.code == 0;
+        const bool goesOn = exchanged.isAcknowledged && !exchanged.answer.empty(); // block by block
+        exchanged.isOver = exchanged.isOver || !goesOn;
     });
+}
+
+void Recorder::hasEnded(std::uint64_t number)
+{
+    const Exchanged* exchanged = trace.find(number);
+    if (exchanged != nullptr && !exchanged->isOver) {
+        trace.change(number, [](Exchanged& ended) { ended.isOver = true; });
+    }
+}
+
+void Recorder::hasGone()
+{
+    for (const Unsent& answer : unsent) {
+        hasEnded(answer.number);
+    }
+    hasEnded(present);
 }
 
 } // namespace virtual_printer

@@ -22,13 +22,26 @@ public:
 
     // An exchange that these bytes of the till have completed; before it is decided.
     [[nodiscard]] Exchanged begin(Exchanged::Kind kind, std::string_view bytes, Time now) const;
+    // Whether it is the block just before it, which was carried out and whose acceptance has not reached the
+    // till: blocks have no numbers, and any other that is the same is the next one.
+    [[nodiscard]] bool hasBeenTaken(const Exchanged& block) const;
     // It is decided and `answer` will be sent. Says its number.
     std::uint64_t keep(Exchanged exchanged, std::string_view answer, Time now);
-    // A block of its reply was answered by the till, and that is what comes upon it: nothing when the reply
-    // is complete.
-    void goOn(std::string_view bytes, std::string_view answer);
+    // What the till's answer to a block of a reply means for the reply.
+    enum class Reply
+    {
+        goesOn,
+        taken,
+        givenUp
+    };
+    // A block of its reply was answered by the till, and that is what comes upon it.
+    void goOn(std::string_view bytes, std::string_view answer, Reply reply);
     // Its answer, or the first block of it, has been handed over whole to the link.
     void hasAcknowledged(std::uint64_t number, Time now);
+    // All has been done that is done upon it, though its answer is not whole.
+    void hasEnded(std::uint64_t number);
+    // The till has gone: nothing more becomes of what it was not told.
+    void hasGone();
 
 private:
     struct Unsent

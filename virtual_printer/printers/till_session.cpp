@@ -16,22 +16,20 @@ struct Overloaded : Cases...
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-// The request never reaches the printer's mind.
-bool losesRequest(const Hits& hits)
+Hindrance hindranceOf(const Hits& hits)
 {
-    return has(hits, FaultKind::requestLost) || has(hits, FaultKind::silence) ||
-           std::any_of(hits.begin(), hits.end(),
-                       [](const Faults::Hit& hit) { return hit.fault.at == FaultMoment::request; });
+    return {.diskIsFull = has(hits, FaultKind::diskFull),
+            .paperIsOut = has(hits, FaultKind::paperOut),
+            .doesNothing = has(hits, FaultKind::acknowledgedNotExecuted)};
 }
 
-// Of the faults that damage blocks, those that are not done with so many of them.
-Hits withMoreBlocks(const Hits& hits, int blocks)
+std::string_view nameOf(unsigned char command)
 {
-    Hits rest;
-    std::copy_if(hits.begin(), hits.end(), std::back_inserter(rest), [blocks](const Faults::Hit& hit) {
-        return (ruleOf(hit.fault.kind).parameters & takesBlocks) != 0 && hit.fault.blocks > blocks;
+    const auto rules = commandRules();
+    const auto found = std::find_if(rules.begin(), rules.end(), [command](const CommandRule& rule) {
+        return static_cast<unsigned char>(rule.command) == command;
     });
-    return rest;
+    return found == rules.end() ? "" : found->name;
 }
 
 } // namespace
@@ -39,12 +37,51 @@ Hits withMoreBlocks(const Hits& hits, int blocks)
 Steps TillSession::greet()
 {
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
+    noteHits(hits);
     return hits.empty() ? Steps() : disturbed("", 0, hits, {.isSerial = isSerial()});
+}
+
+bool TillSession::endFault(std::uint64_t number)
+{
+    if (std::erase(hitBy, number) == 0) {
+        return false;
+    }
+    forgetFaults();
+    return true;
+}
+
+void TillSession::forgetFaults()
+{
+    meanwhile = {};
+    deafUntil = {};
+    hitsOfReply.clear();
+}
+
+void TillSession::noteHits(const Hits& hits)
+{
+    for (const Faults::Hit& hit : hits) {
+        std::erase(hitBy, hit.number);
+        hitBy.push_back(hit.number);
+    }
+}
+
+// After a reset there is another one, which knows nothing of what this till and the one before have begun.
+void TillSession::followThePrinter()
+{
+    if (begun == station.trace.begin()) {
+        return;
+    }
+    begun = station.trace.begin();
+    exchange = Exchange();
+    heard.clear();
+    answerBefore.clear();
+    forgetFaults();
 }
 
 Steps TillSession::take(std::string_view bytes, Time now)
 {
     constexpr std::chrono::seconds longestPause{5};
+    followThePrinter();
     if (now < deafUntil) {
         return {};
     }
@@ -80,18 +117,14 @@ void TillSession::answer(const Incoming& incoming, Time now)
                                      {.refusal = Refusal::wrongChecksum}, {}, now);
                           },
                           [&](const Request& request) { execute(request, now); },
-                          [&](const Block& block) {
-                              settle(recorder.begin(Kind::block, heard, now),
-                                     station.printer.takeBlock(block.data, block.isLast, codePage), {}, now);
-                          }},
+                          [&](const Block& block) { takeBlock(&block, now); },
+                          [&](const RepeatedBlock&) { takeBlock(nullptr, now); }},
                incoming);
 }
 
 Probes TillSession::answerToProbes(Time now) const
 {
-    const bool isOver = now - meanwhileSince >= meanwhile.duration ||
-                        (meanwhile.whileArmed != 0 && !station.faults.isArmed(meanwhile.whileArmed));
-    return isOver ? Probes::ready : meanwhile.answer;
+    return now - meanwhileSince < meanwhile.duration ? meanwhile.answer : Probes::ready;
 }
 
 void TillSession::answerProbe(Time now)
@@ -103,7 +136,9 @@ void TillSession::answerProbe(Time now)
     Exchanged exchanged = recorder.begin(Kind::probe, heard, now);
     exchanged.moment = station.printer.now();
     const std::uint64_t number = recorder.keep(std::move(exchanged), bytes, now);
-    if (!bytes.empty()) {
+    if (bytes.empty()) {
+        recorder.hasEnded(number);
+    } else {
         steps.push_back({std::chrono::milliseconds(0), Send{bytes, number}});
     }
 }
@@ -111,8 +146,11 @@ void TillSession::answerProbe(Time now)
 void TillSession::goOn(const std::string& more)
 {
     const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfReply, blocksSent++);
-    std::string bytes = hits.empty() ? more : damaged(more, hits, {.isSerial = isSerial()});
-    recorder.goOn(heard, bytes);
+    std::string bytes = hits.empty() ? more : damaged(more, hits);
+    const auto reply = more.empty()           ? Recorder::Reply::taken
+                       : exchange.isBetween() ? Recorder::Reply::givenUp
+                                              : Recorder::Reply::goesOn;
+    recorder.goOn(heard, bytes, reply);
     if (!bytes.empty()) {
         steps.push_back({std::chrono::milliseconds(0), Send{std::move(bytes)}});
     }
@@ -135,6 +173,34 @@ void TillSession::execute(const Request& request, Time now)
            hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits), hits, now);
 }
 
+// One of an upload; none for the last one of an upload that comes again when it has been taken.
+void TillSession::takeBlock(const Block* block, Time now)
+{
+    Exchanged exchanged = recorder.begin(Kind::block, heard, now);
+    if (block != nullptr) {
+        uploading = station.printer.state().upload->command;
+    } else {
+        exchanged.repeatOf = lastBlock;
+    }
+    exchanged.command = uploading;
+    const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
+                                           .command = uploading,
+                                           .commandName = nameOf(uploading),
+                                           .isBlock = true,
+                                           .beginsCall = exchanged.attempt == 1,
+                                           .exchange = station.trace.end()});
+    Answer answer; // to one that is accepted again
+    if (losesRequest(hits)) {
+        answer.isLost = true;
+    } else if (const auto* hit = find(hits, FaultKind::refuse)) {
+        answer.refusesWith = hit->fault.code;
+    } else if (block != nullptr && !recorder.hasBeenTaken(exchanged)) {
+        answer = station.printer.takeBlock(block->data, block->isLast, codePage, hindranceOf(hits));
+        lastBlock = station.trace.end();
+    }
+    settle(std::move(exchanged), std::move(answer), hits, now);
+}
+
 // What the printer decides and keeps where faults hit the request.
 Answer TillSession::ask(const Request& request, const Hits& hits)
 {
@@ -148,11 +214,7 @@ Answer TillSession::ask(const Request& request, const Hits& hits)
     if (const auto* hit = find(hits, FaultKind::refuse)) {
         return {.refusesWith = hit->fault.code};
     }
-    Hindrance hindrance;
-    hindrance.diskIsFull = has(hits, FaultKind::diskFull);
-    hindrance.paperIsOut = has(hits, FaultKind::paperOut);
-    hindrance.doesNothing = has(hits, FaultKind::acknowledgedNotExecuted);
-    return station.printer.execute(request, codePage, hindrance);
+    return station.printer.execute(request, codePage, hindranceOf(hits));
 }
 
 // Into the trace, and onto the wire.
@@ -185,6 +247,7 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
 
 void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now)
 {
+    noteHits(hits);
     for (const Faults::Hit& hit : hits) {
         exchanged.faults.emplace_back(ruleOf(hit.fault.kind).deed);
     }
@@ -196,8 +259,8 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
             said += send->bytes;
         }
     }
-    station.printer.wasExchange(recorder.keep(std::move(exchanged), said, now));
-    steps.insert(steps.end(), all.begin(), all.end());
+    const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
+    station.printer.wasExchange(number);
     meanwhile = probesDuring(hits);
     meanwhileSince = now;
     hitsOfReply = hits;
@@ -206,6 +269,28 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
         station.printer.restart();
         exchange = Exchange();
         deafUntil = now + loss->fault.duration.value_or(std::chrono::milliseconds(0));
+    }
+    letEnd(number, all);
+    steps.insert(steps.end(), all.begin(), all.end());
+}
+
+// What is not answered whole is over with the last thing that is done upon it, but for a reply: the till may
+// want its damaged block again.
+void TillSession::letEnd(std::uint64_t number, Steps& all)
+{
+    const auto sends = [](const Step& step) { return std::holds_alternative<Send>(step.action); };
+    const auto answers = [number](const Step& step) {
+        const auto* send = std::get_if<Send>(&step.action);
+        return send != nullptr && send->acknowledges == number;
+    };
+    const bool replyGoesOn = !exchange.isBetween() && std::any_of(all.begin(), all.end(), sends);
+    if (replyGoesOn || std::any_of(all.begin(), all.end(), answers)) {
+        return;
+    }
+    if (all.empty()) {
+        recorder.hasEnded(number);
+    } else {
+        all.back().ends = number;
     }
 }
 

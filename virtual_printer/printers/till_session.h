@@ -2,6 +2,7 @@
 // upon them. Here faults come in between: between exchange, decision, commit and answer.
 #pragma once
 
+#include "virtual_printer/faults/damage.h"
 #include "virtual_printer/faults/disturb.h"
 #include "virtual_printer/language/exchange.h"
 #include "virtual_printer/printers/codes.h"
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace virtual_printer {
 
@@ -18,7 +20,8 @@ class TillSession
 {
 public:
     TillSession(Station& at, CodePage textsOfLink, const Codes& refusalCodes)
-        : station(at), codePage(textsOfLink), codes(refusalCodes), recorder(at, textsOfLink)
+        : station(at), codePage(textsOfLink), codes(refusalCodes), recorder(at, textsOfLink),
+          begun(at.trace.begin())
     {
     }
 
@@ -30,19 +33,30 @@ public:
     // five seconds is none: on a serial line the till that began it may have ended, and the next one's
     // requests would be taken for the rest of it.
     Steps take(std::string_view bytes, Time now);
+    // What this fault still does here ends, if it has done anything; whether it has.
+    bool endFault(std::uint64_t number);
     // The answer of this exchange has been handed over whole.
     void hasAcknowledged(std::uint64_t number, Time now) { recorder.hasAcknowledged(number, now); }
+    // The step with which this exchange ends has been taken.
+    void hasEnded(std::uint64_t number) { recorder.hasEnded(number); }
+    // The link is closed, from whichever side.
+    void hasGone() { recorder.hasGone(); }
 
 private:
     void answer(const Incoming& incoming, Time now);
     void answerProbe(Time now);
     void goOn(const std::string& more);
     void execute(const Request& request, Time now);
+    void takeBlock(const Block* block, Time now);
     void settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now);
     Answer ask(const Request& request, const Hits& hits);
     std::string bytesOf(const Answer& answer);
     void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
+    void letEnd(std::uint64_t number, Steps& all);
     [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
+    void noteHits(const Hits& hits);
+    void followThePrinter();
+    void forgetFaults();
     [[nodiscard]] Probes answerToProbes(Time now) const;
 
     Station& station;
@@ -50,9 +64,13 @@ private:
     const Codes& codes;
     Exchange exchange;
     Recorder recorder;
-    std::string heard; // since the last exchange was complete
+    std::string heard;           // since the last exchange was complete
+    unsigned char uploading = 0; // the command whose blocks come, or came last
     Time lastByte{};
     Steps steps; // that `take` gives
+
+    std::uint64_t lastBlock = 0; // the exchange of the one that was taken last
+    std::uint64_t begun = 0;     // the beginning of the printer that it talks to
 
     // What faults still do after the exchange that they hit.
     ProbesMeanwhile meanwhile;
@@ -60,6 +78,7 @@ private:
     Hits hitsOfReply; // its further blocks are hit, too
     int blocksSent = 0;
     Time deafUntil{}; // without power
+    std::vector<std::uint64_t> hitBy;
     std::string answerBefore;
 };
 

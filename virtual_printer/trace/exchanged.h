@@ -54,6 +54,9 @@ struct Exchanged
     // What the till has been told, and what it has confirmed.
     bool isAcknowledged = false; // an acceptance or a reply has left the printer whole
     bool isTaken = false;        // the till has confirmed the last block of a reply
+    // Nothing more becomes of it: its acceptance or refusal has left the printer, its reply was taken or
+    // given up, or all has been done that is done instead of answering it.
+    bool isOver = false;
 
     std::vector<std::string> faults; // what they did, a sentence each
 

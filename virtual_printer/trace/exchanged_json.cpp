@@ -1,5 +1,6 @@
 #include "virtual_printer/trace/exchanged_json.h"
 
+#include <array>
 #include <nlohmann/json.hpp>
 
 namespace virtual_printer {
@@ -57,33 +58,55 @@ Json numberOrNull(std::uint64_t number)
     return number == 0 ? Json() : Json(number);
 }
 
+Json commandOf(const Exchanged& exchanged)
+{
+    return hexadecimal({reinterpret_cast<const char*>(&exchanged.command), 1});
+}
+
+Json durationsOf(const Exchanged& exchanged)
+{
+    return {{"decide", exchanged.decided.count()},
+            {"commit", exchanged.committed.count()},
+            {"answer", exchanged.answered.count()}};
+}
+
+constexpr std::array members = {
+    ExchangedMember{"number", [](const Exchanged& e) { return Json(e.number); }},
+    ExchangedMember{"till", [](const Exchanged& e) { return Json(e.till); }},
+    ExchangedMember{"moment", [](const Exchanged& e) { return Json(toText(e.moment)); }},
+    ExchangedMember{"name", [](const Exchanged& e) { return Json(e.name()); }},
+    ExchangedMember{"command", commandOf},
+    ExchangedMember{"address", [](const Exchanged& e) { return Json(e.address); }},
+    ExchangedMember{"fields", fieldsOf, true},
+    ExchangedMember{"fromTill", [](const Exchanged& e) { return Json(hexadecimal(e.fromTill)); }, true},
+    ExchangedMember{"toTill", [](const Exchanged& e) { return Json(hexadecimal(e.toTill)); }, true},
+    ExchangedMember{"cut", [](const Exchanged& e) { return Json(e.isCut); }},
+    ExchangedMember{"repeatOf", [](const Exchanged& e) { return numberOrNull(e.repeatOf); }},
+    ExchangedMember{"attempt", [](const Exchanged& e) { return Json(e.attempt); }},
+    ExchangedMember{"refusal", refusalOf},
+    ExchangedMember{"executed", [](const Exchanged& e) { return Json(e.isExecuted); }},
+    ExchangedMember{"committed", [](const Exchanged& e) { return Json(e.isCommitted); }},
+    ExchangedMember{"acknowledged", [](const Exchanged& e) { return Json(e.isAcknowledged); }},
+    ExchangedMember{"taken", [](const Exchanged& e) { return Json(e.isTaken); }},
+    ExchangedMember{"answer", [](const Exchanged& e) { return readable(e.answer); }, true},
+    ExchangedMember{"faults", [](const Exchanged& e) { return Json(e.faults); }},
+    ExchangedMember{"microseconds", durationsOf},
+};
+
 } // namespace
+
+std::span<const ExchangedMember> exchangedMembers()
+{
+    return members;
+}
 
 Json toJson(const Exchanged& exchanged)
 {
-    return {{"number", exchanged.number},
-            {"till", exchanged.till},
-            {"moment", toText(exchanged.moment)},
-            {"name", exchanged.name()},
-            {"command", hexadecimal({reinterpret_cast<const char*>(&exchanged.command), 1})},
-            {"address", exchanged.address},
-            {"fields", fieldsOf(exchanged)},
-            {"fromTill", hexadecimal(exchanged.fromTill)},
-            {"toTill", hexadecimal(exchanged.toTill)},
-            {"cut", exchanged.isCut},
-            {"repeatOf", numberOrNull(exchanged.repeatOf)},
-            {"attempt", exchanged.attempt},
-            {"refusal", refusalOf(exchanged)},
-            {"executed", exchanged.isExecuted},
-            {"committed", exchanged.isCommitted},
-            {"acknowledged", exchanged.isAcknowledged},
-            {"taken", exchanged.isTaken},
-            {"answer", readable(exchanged.answer)},
-            {"faults", exchanged.faults},
-            {"microseconds",
-             {{"decide", exchanged.decided.count()},
-              {"commit", exchanged.committed.count()},
-              {"answer", exchanged.answered.count()}}}};
+    Json all = Json::object();
+    for (const ExchangedMember& member : members) {
+        all[std::string(member.name)] = member.of(exchanged);
+    }
+    return all;
 }
 
 } // namespace virtual_printer

@@ -23,8 +23,23 @@ void Trace::change(std::uint64_t number, const Change& change)
     bytes -= exchanged.size();
     change(exchanged);
     bytes += exchanged.size();
+    constexpr std::size_t mostChangesKnown = 1000;
+    changed.push_back(number);
+    if (changed.size() > mostChangesKnown) {
+        changed.pop_front();
+        ++changesForgotten;
+    }
     tell(exchanged);
     forgetTheOldest();
+}
+
+std::optional<std::vector<std::uint64_t>> Trace::changedAfter(std::uint64_t changesKnown) const
+{
+    if (changesKnown < changesForgotten || changesKnown > changes()) {
+        return std::nullopt;
+    }
+    const auto known = static_cast<std::ptrdiff_t>(changesKnown - changesForgotten);
+    return std::vector<std::uint64_t>(changed.begin() + known, changed.end());
 }
 
 const Exchanged* Trace::find(std::uint64_t number) const

@@ -8,6 +8,8 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
+#include <vector>
 
 namespace virtual_printer {
 
@@ -37,8 +39,17 @@ public:
     // Null for one that is no longer there, or not yet.
     [[nodiscard]] const Exchanged* find(std::uint64_t number) const;
     [[nodiscard]] bool isGone(std::uint64_t number) const { return number < first(); }
+    // How often one that was there has changed.
+    [[nodiscard]] std::uint64_t changes() const { return changesForgotten + changed.size(); }
+    // The numbers of those that have changed after so many changes, one perhaps several times; nothing when
+    // there have been too many since to know.
+    [[nodiscard]] std::optional<std::vector<std::uint64_t>> changedAfter(std::uint64_t changesKnown) const;
     // Forgets all of them; the numbers go on.
     void clear();
+    // The printer has become another one, by a reset or a snapshot: what comes from here on has nothing to do
+    // with what was before.
+    void beginAnew() { beginning = following; }
+    [[nodiscard]] std::uint64_t begin() const { return beginning; }
 
     // Returns a number for `unwatch`. An observer must not watch or unwatch while it is called.
     std::uint64_t watch(Observer observer);
@@ -52,6 +63,9 @@ private:
     std::deque<Exchanged> ring;
     std::size_t bytes = 0;
     std::uint64_t following = 1;
+    std::deque<std::uint64_t> changed;
+    std::uint64_t changesForgotten = 0;
+    std::uint64_t beginning = 1;
     std::map<std::uint64_t, Observer> observers;
     std::uint64_t followingObserver = 1;
 };

@@ -12,7 +12,7 @@
 #include <boost/asio/write.hpp>
 #include <chrono>
 #include <functional>
-#include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -52,8 +52,24 @@ public:
     // The till believes that it is connected, and nobody listens.
     [[nodiscard]] bool isAbandoned() const { return end == End::abandon; }
 
-    // Of a serial line, whose fault is taken away.
-    void restoreLines() { actions.setLines(stream, {}); }
+    // It has ended without being told to.
+    [[nodiscard]] bool hasFailed() const { return hasFinished && end == End::none; }
+
+    // A fault is taken away: what it has not done yet does not come any more, and who was left alone is heard
+    // again.
+    void endFault(std::uint64_t number)
+    {
+        if (!session.endFault(number)) {
+            return;
+        }
+        timers.clear();
+        actions.setLines(stream, {});
+        if (end == End::abandon) {
+            end = End::none;
+            hasFinished = false;
+            goOn();
+        }
+    }
 
     // Ends it from this side.
     void close()
@@ -95,7 +111,7 @@ private:
     {
         for (Step& step : steps) {
             if (step.after.count() == 0) {
-                perform(step.action);
+                perform(step);
             } else {
                 performLater(std::move(step));
             }
@@ -104,23 +120,25 @@ private:
 
     void performLater(Step step)
     {
-        timers.emplace_back(stream.get_executor(), step.after);
-        const auto timer = std::prev(timers.end());
-        timer->async_wait([self = this->shared_from_this(), timer,
-                           action = std::move(step.action)](const boost::system::error_code& failure) {
-            if (failure || self->hasFinished) {
+        const std::uint64_t number = followingTimer++;
+        const auto timer =
+            timers.emplace(number, boost::asio::steady_timer(stream.get_executor(), step.after)).first;
+        timer->second.async_wait([self = this->shared_from_this(), number, printer = station.trace.begin(),
+                                  taken = std::move(step)](const boost::system::error_code&) {
+            const bool isStillDue = self->timers.erase(number) != 0;
+            if (!isStillDue || self->hasFinished || self->station.trace.begin() != printer) {
                 return;
             }
-            self->timers.erase(timer);
-            self->perform(action);
+            self->perform(taken);
             if (!self->isWriting) {
                 self->goOn();
             }
         });
     }
 
-    void perform(const Action& action)
+    void perform(const Step& step)
     {
+        const Action& action = step.action;
         if (const auto* send = std::get_if<Send>(&action)) {
             waiting += send->bytes;
             if (send->acknowledges != 0) {
@@ -134,6 +152,9 @@ private:
             end = std::holds_alternative<ResetLink>(action)     ? End::reset
                   : std::holds_alternative<AbandonLink>(action) ? End::abandon
                                                                 : End::close;
+        }
+        if (step.ends != 0) {
+            session.hasEnded(step.ends);
         }
     }
 
@@ -182,13 +203,16 @@ private:
     {
         hasFinished = true;
         timers.clear();
+        session.hasGone();
         if (end == End::reset) {
             actions.makeEndAnError(stream);
         }
         if (end != End::abandon) {
             close();
         }
-        std::exchange(ended, [] {})();
+        // Who is left alone may be heard again, and then go.
+        const auto afterwards = end == End::abandon ? ended : std::exchange(ended, [] {});
+        afterwards();
     }
 
     Stream stream;
@@ -203,7 +227,8 @@ private:
     std::string waiting;
     std::string sending;
     std::vector<std::uint64_t> acknowledged; // when all that waits has been sent
-    std::list<boost::asio::steady_timer> timers;
+    std::map<std::uint64_t, boost::asio::steady_timer> timers;
+    std::uint64_t followingTimer = 1;
     std::function<void()> ended = [] {};
 };
 

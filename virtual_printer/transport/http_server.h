@@ -3,8 +3,9 @@
 // makes way for one that comes.
 #pragma once
 
-#include "virtual_printer/control/message.h"
+#include "virtual_printer/control/http_exchange.h"
 #include "virtual_printer/transport/address.h"
+#include "virtual_printer/transport/http_limits.h"
 
 #include <boost/asio/io_context.hpp>
 #include <functional>
@@ -13,23 +14,17 @@
 
 namespace virtual_printer {
 
+// Throws std::runtime_error with a sentence for the user when others than this machine can reach the address.
+void requireLoopback(boost::asio::io_context& context, const Address& wanted);
+
 class HttpServer
 {
 public:
-    struct Limits
-    {
-        std::size_t header = std::size_t{8} * 1024;
-        std::size_t body = std::size_t{1024} * 1024;
-        std::size_t connections = 64;
-        std::chrono::seconds request{10}; // from the connection or the last answer to its last byte
-        std::chrono::seconds answer{10};  // without a byte being taken
-        std::chrono::seconds heartbeat{15};
-    };
+    using Limits = HttpLimits;
     using Handler = std::function<Outcome(const HttpRequest&)>;
 
-    // Listens from here on, until the context goes. An address that others can reach needs `mayBeReached`.
-    // Throws std::runtime_error with a sentence for the user.
-    HttpServer(boost::asio::io_context& context, const Address& wanted, bool mayBeReached, Handler handler);
+    // Listens from here on, until the context goes. Throws std::runtime_error with a sentence for the user.
+    HttpServer(boost::asio::io_context& context, const Address& wanted, Handler handler);
 
     [[nodiscard]] std::string address() const;
     // Something has changed: waits may be over, streams may have more.

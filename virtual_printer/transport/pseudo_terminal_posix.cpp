@@ -2,10 +2,12 @@
 #include "virtual_printer/transport/serial_link.h"
 
 #include <boost/asio/posix/stream_descriptor.hpp>
+#include <boost/asio/post.hpp>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <stdexcept>
 #include <termios.h>
 
@@ -34,39 +36,87 @@ void tellLines(stream_descriptor& /*line*/, const SetLines& wanted)
     ::close(file);
 }
 
+// A pair of ends: the printer's, and the till's with its path.
+class PseudoTerminal
+{
+public:
+    PseudoTerminal() : controller(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        if (controller == -1 || ::grantpt(controller) != 0 || ::unlockpt(controller) != 0) {
+            throw std::runtime_error(std::string("cannot make a pseudo-terminal: ") + std::strerror(errno) +
+                                     "; check /dev/pts");
+        }
+        path = ::ptsname(controller);
+        tillsEnd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios settings{};
+        ::tcgetattr(tillsEnd, &settings);
+        ::cfmakeraw(&settings);
+        ::tcsetattr(tillsEnd, TCSANOW, &settings);
+    }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+    ~PseudoTerminal() { ::close(tillsEnd); }
+
+    int controller; // whoever takes it closes it
+    std::string path;
+
+private:
+    // Held open: without an open end a reading printer would fail whenever no till is there.
+    int tillsEnd = -1;
+};
+
+// One pseudo-terminal after the other: with a hang-up one goes, because a till that still holds its end would
+// keep it from being the same again.
+class TerminalLine : public std::enable_shared_from_this<TerminalLine>
+{
+public:
+    TerminalLine(boost::asio::io_context& shared, Station& at, const Codes& refusals,
+                 std::function<void(const std::string&)> announce)
+        : context(shared), station(at), codes(refusals), tellPath(std::move(announce))
+    {
+    }
+
+    void serve()
+    {
+        terminal.emplace();
+        LinkActions<stream_descriptor> actions;
+        actions.setLines = tellLines;
+        till = std::make_shared<Connection<stream_descriptor>>(
+            stream_descriptor(context, terminal->controller), station, CodePage::cp852, codes,
+            std::move(actions));
+        tellPath(terminal->path);
+        till->start([self = shared_from_this()] { self->goOn(); });
+    }
+    void endFault(std::uint64_t number) { till->endFault(number); }
+
+private:
+    void goOn()
+    {
+        if (!till->isAbandoned()) { // otherwise the line stays, and nobody listens
+            boost::asio::post(context, [self = shared_from_this()] { self->serve(); });
+        }
+    }
+
+    boost::asio::io_context& context;
+    Station& station;
+    const Codes& codes;
+    std::function<void(const std::string&)> tellPath;
+    std::optional<PseudoTerminal> terminal;
+    std::shared_ptr<Connection<stream_descriptor>> till;
+};
+
 } // namespace
 
-std::string servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
-                                std::function<void()> afterwards)
+void servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
+                         std::function<void(const std::string&)> tellPath)
 {
-    const int controller = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (controller == -1 || ::grantpt(controller) != 0 || ::unlockpt(controller) != 0) {
-        throw std::runtime_error(std::string("cannot make a pseudo-terminal: ") + std::strerror(errno) +
-                                 "; check /dev/pts");
-    }
-    stream_descriptor line(context, controller);
-    std::string path = ::ptsname(controller);
-    // Held open for good: without an open end a reading printer would fail whenever no till is there.
-    const int tillsEnd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    termios settings{};
-    ::tcgetattr(tillsEnd, &settings);
-    ::cfmakeraw(&settings);
-    ::tcsetattr(tillsEnd, TCSANOW, &settings);
-    LinkActions<stream_descriptor> actions;
-    actions.setLines = tellLines;
-    const auto till = std::make_shared<Connection<stream_descriptor>>(
-        std::move(line), station, CodePage::cp852, codes, std::move(actions));
-    station.faults.watch([till](const Armed& /*one*/, Faults::Event event) {
+    const auto line = std::make_shared<TerminalLine>(context, station, codes, std::move(tellPath));
+    line->serve();
+    station.faults.watch([line](const Armed& one, Faults::Event event) {
         if (event == Faults::Event::disarmed) {
-            till->restoreLines();
+            line->endFault(one.number);
         }
     });
-    till->start([&till = *till, afterwards = std::move(afterwards)] {
-        if (!till.isAbandoned()) { // otherwise the line stays, and nobody listens
-            afterwards();
-        }
-    });
-    return path;
 }
 
 } // namespace virtual_printer

@@ -4,8 +4,8 @@
 
 namespace virtual_printer {
 
-std::string servePseudoTerminal(boost::asio::io_context& /*context*/, Station& /*station*/,
-                                const Codes& /*codes*/, std::function<void()> /*afterwards*/)
+void servePseudoTerminal(boost::asio::io_context& /*context*/, Station& /*station*/, const Codes& /*codes*/,
+                         std::function<void(const std::string&)> /*tellPath*/)
 {
     throw std::runtime_error("there are no pseudo-terminals on Windows; name a COM port with --serial");
 }

@@ -7,17 +7,19 @@
 
 #include <boost/asio/io_context.hpp>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace virtual_printer {
 
-// Each serves until the line has gone, and then calls `afterwards`. Throws std::runtime_error with a
-// sentence for the user.
+// Both throw std::runtime_error with a sentence for the user, also out of the context's run when the line
+// goes away later. After a hang-up, which a fault makes, they begin again.
 void servePort(boost::asio::io_context& context, const std::string& name, std::uint32_t baud,
-               Station& station, const Codes& codes, std::function<void()> afterwards);
+               Station& station, const Codes& codes);
 
-// Returns the path of the till's end. There are none on Windows.
-std::string servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
-                                std::function<void()> afterwards);
+// Tells the path of the till's end, and the one of the next pseudo-terminal after a hang-up. There are none
+// on Windows.
+void servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
+                         std::function<void(const std::string&)> tellPath);
 
 } // namespace virtual_printer

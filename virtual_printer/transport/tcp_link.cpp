@@ -37,18 +37,18 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
         if (duration.count() > 0) {
             refuseFor(duration);
         } else {
-            acceptor.listen();
-            accept();
+            listen();
         }
     } catch (const boost::system::system_error& failure) {
         throw std::runtime_error("cannot listen on " + toText(wanted) + ": " + failure.code().message() +
                                  "; name an address of this machine with a free port, or 0 for any");
     }
     station.faults.watch([this](const Armed& armed, Faults::Event event) {
-        if (armed.fault.kind != FaultKind::connectionRefused) {
-            return;
+        if (event == Faults::Event::disarmed) {
+            endFault(armed);
+        } else if (armed.fault.kind == FaultKind::connectionRefused) {
+            refuseFor(*armed.fault.duration);
         }
-        refuseFor(event == Faults::Event::armed ? *armed.fault.duration : std::chrono::milliseconds(0));
     });
 }
 
@@ -64,13 +64,36 @@ void TcpLink::refuseFor(std::chrono::milliseconds duration)
 {
     acceptor.close();
     bind(endpoint); // nobody else's meanwhile
+    isRefusing = true;
     refusing.expires_after(duration);
     refusing.async_wait([this](const boost::system::error_code& failure) {
-        if (!failure) {
-            acceptor.listen();
-            accept();
+        if (!failure && isRefusing && refusing.expiry() <= std::chrono::steady_clock::now()) {
+            listen();
         }
     });
+}
+
+void TcpLink::listen()
+{
+    isRefusing = false;
+    acceptor.listen();
+    accept();
+}
+
+// What it still does ends.
+void TcpLink::endFault(const Armed& armed)
+{
+    const FaultKind kind = armed.fault.kind;
+    if (isRefusing && (kind == FaultKind::connectionRefused || kind == FaultKind::powerLoss)) {
+        refusing.cancel();
+        listen();
+    }
+    if (kind == FaultKind::halfOpen) {
+        abandoned.clear();
+    }
+    if (present) {
+        present->endFault(armed.number);
+    }
 }
 
 std::string TcpLink::address() const

@@ -37,11 +37,14 @@ private:
     void bind(const boost::asio::ip::tcp::endpoint& place);
     // As a printer that is switched off: its port is closed meanwhile.
     void refuseFor(std::chrono::milliseconds duration);
+    void listen();
+    void endFault(const Armed& armed);
     void goWithPresent();
 
     boost::asio::ip::tcp::acceptor acceptor;
     boost::asio::ip::tcp::endpoint endpoint; // also while nobody listens
     boost::asio::steady_timer refusing;
+    bool isRefusing = false;
     Station& station;
     const Codes& codes;
     SecondTill policy;

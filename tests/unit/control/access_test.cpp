@@ -26,11 +26,13 @@ protected:
 
 TEST_F(AccessToControl, IsForNamesOfThisMachineOnly)
 {
-    for (const char* host : {"127.0.0.1:9180", "localhost:9180", "localhost", "[::1]:9180", "[::1]"}) {
+    for (const char* host : {"127.0.0.1:9180", "localhost:9180", "localhost", "[::1]:9180", "[::1]",
+                             "127.0.0.2:9180", "LOCALHOST:9180", "LocalHost", "127.255.255.254"}) {
         EXPECT_EQ(statusOf(control, asking(host)), 200) << host;
     }
     for (const char* host : {"", "evil.example", "127.0.0.1.evil.example:9180", "192.168.1.5:9180",
-                             "localhost.:80", "evil.example:127.0.0.1", "[::2]:9180"}) {
+                             "localhost.:80", "evil.example:127.0.0.1", "[::2]:9180", "128.0.0.1", "127.0.0",
+                             "127.0.0.1.", "127.0.0.256", "::1", "[127.0.0.1]", "[::1", "[localhost]"}) {
         EXPECT_EQ(statusOf(control, asking(host)), 403) << host;
     }
     EXPECT_EQ(Json::parse(std::get<HttpAnswer>(control.answer(asking("evil.example"))).body)["error"],
@@ -42,6 +44,7 @@ TEST_F(AccessToControl, IsForNamesOfThisMachineOnly)
 TEST_F(AccessToControl, IsForPagesOfItsOwnOnly)
 {
     EXPECT_EQ(statusOf(control, asking("localhost:9180", "http://localhost:9180")), 200);
+    EXPECT_EQ(statusOf(control, asking("LOCALHOST:9180", "http://localhost:9180")), 200);
     for (const char* origin :
          {"http://evil.example", "http://localhost:3000", "https://localhost:9180", "null"}) {
         EXPECT_EQ(statusOf(control, asking("localhost:9180", origin)), 403) << origin;
@@ -67,6 +70,28 @@ TEST_F(AccessToControl, NeedsTheTokenFromAnywhere)
     EXPECT_EQ(statusOf(withToken, request), 401);
 }
 
+TEST_F(AccessToControl, NeedsTheTokenForEveryRoute)
+{
+    withToken.add(station);
+    for (const Route& route : controlRoutes()) {
+        std::string path(route.path);
+        for (const auto& [part, name] :
+             {std::pair{"{printer}", "printer"}, {"{fault}", "1"}, {"{snapshot}", "a"}}) {
+            if (const auto place = path.find(part); place != std::string::npos) {
+                path.replace(place, std::string(part).size(), name);
+            }
+        }
+        HttpRequest request = requestFor(std::string(route.method), path, "");
+        const Outcome outcome = withToken.answer(request);
+        ASSERT_TRUE(std::holds_alternative<HttpAnswer>(outcome)) << path;
+        EXPECT_EQ(std::get<HttpAnswer>(outcome).status, 401) << route.method << ' ' << path;
+        request.authorization = std::string("Bearer ") + token;
+        const Outcome permitted = withToken.answer(request);
+        const auto* answer = std::get_if<HttpAnswer>(&permitted);
+        EXPECT_TRUE(answer == nullptr || answer->status != 401) << route.method << ' ' << path;
+    }
+}
+
 TEST_F(AccessToControl, GivesAPageTheTokenAsACookie)
 {
     HttpRequest request = requestFor("POST", "/session", R"({"token": "0123456789abcdef"})");
@@ -90,6 +115,16 @@ TEST_F(AccessToControl, RefusesUnknownPathsAndMethodsInASentence)
     const auto answer = std::get<HttpAnswer>(control.answer(requestFor("DELETE", at("clock"), "")));
     EXPECT_EQ(answer.status, 405);
     EXPECT_THAT(answer.headers, testing::ElementsAre(testing::Pair("Allow", "GET, PATCH")));
+}
+
+TEST_F(AccessToControl, TakesNoMemberTwice)
+{
+    EXPECT_EQ(refusedWith(400, post(at("faults"), R"({"kind": "silence", "kind": "paperOut"})")),
+              "\"kind\" is there twice; give it once.");
+    EXPECT_EQ(
+        refusedWith(400, patch(at("settings"), R"({"vat": {"A": {"percent": 1}, "A": {"percent": 2}}})")),
+        "\"A\" is there twice; give it once.");
+    EXPECT_EQ(patch(at("settings"), R"({"vat": {"A": {"percent": 1}, "B": {"percent": 2}}})").status, 200);
 }
 
 TEST_F(AccessToControl, ServesItsDescription)

@@ -19,10 +19,6 @@ protected:
         EXPECT_EQ(answered.json.value("holds", false), found.empty());
         return found;
     }
-    Later wait(const std::string& body)
-    {
-        return std::get<Later>(control.answer(requestFor("POST", at("wait"), body)));
-    }
 };
 
 TEST_F(Assertions, HoldForExactlyOneReceiptPaidByCardAndNoRequestRepeated)
@@ -132,46 +128,34 @@ TEST_F(Assertions, ThatAreNotUnderstoodAreRefused)
     EXPECT_THAT(refusedWith(400, post(at("assert"), R"({"committed": )" + std::string(100, '[') +
                                                         std::string(100, ']') + "}")),
                 HasSubstr("nested deeper than 16 levels"));
-    EXPECT_THAT(refusedWith(400, post(at("wait"), "{}")), HasSubstr("\"until\" is missing"));
 }
 
-TEST_F(Assertions, AreWaitedForUntilTheyHold)
+TEST_F(Assertions, ShowLongTextsInPart)
 {
     beginDay();
-    int changes = 0;
-    control.notify([&changes] { ++changes; });
-    const Later later = wait(R"({"until": {"committed": [{"total": "12.50"}]}, "limit": 1000})");
-    EXPECT_EQ(later.limit, std::chrono::milliseconds(1000));
-    EXPECT_FALSE(later.look(false));
     sell("12.50");
-    EXPECT_GT(changes, 0);
-    const auto answer = later.look(false);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(noteDown("POST", at("wait"), R"({"until": {}})", *answer).json["holds"], true);
+    const std::string name(5000, 'x');
+    EXPECT_THAT(check(R"({"committed": [{"items": [{"name": ")" + name + R"("}]}]})"),
+                ElementsAre(testing::AllOf(testing::SizeIs(testing::Lt(700U)), HasSubstr("xxx ..."))));
+    // Not in the middle of a character of two bytes.
+    std::string hooks = "x";
+    for (int count = 0; count < 200; ++count) {
+        hooks += "\u010d";
+    }
+    const auto found = check(R"({"received": [{"answer": ")" + hooks + R"("}]})");
+    EXPECT_THAT(found,
+                ElementsAre(testing::AllOf(HasSubstr("\u010d ..."), testing::Not(HasSubstr("\ufffd")))));
 }
 
-TEST_F(Assertions, AreWaitedForWhileAnAnswerIsNotYetSent)
+TEST_F(Assertions, NameTwentyDocumentsThatNobodyExpects)
 {
     beginDay();
-    const Later later = wait(R"({"until": {"executed": [{"name": "paragonBegin"}],
-                                           "acknowledged": [{"name": "paragonBegin", "count": 0}]}})");
-    int changes = 0;
-    control.notify([&changes] { ++changes; });
-    session.take(telvofm::test::request(0x20, {"0", "1", "0", "0", "1", "0"}), now);
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(later.look(false));
-}
-
-TEST_F(Assertions, TellWhatIsMissingWhenTheLimitIsOver)
-{
-    const Later later = wait(R"({"until": {"situation": "idle"}, "limit": 1})");
-    const auto answer = later.look(true);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(
-        noteDown("POST", at("wait"), R"({"until": {"situation": "idle"}, "limit": 1})", *answer).json,
-        Json::parse(
-            R"({"holds": false, "differences": ["situation: it is \"noDay\", \"idle\" is expected"]})"));
-    EXPECT_EQ(post(at("wait"), R"({"until": {"situation": "idle"}, "limit": 0})").status, 422);
+    for (int count = 0; count < 25; ++count) {
+        sell("1.00");
+    }
+    const auto found = check(R"({"committed": []})");
+    EXPECT_EQ(found.size(), 1U + 20U + 1U);
+    EXPECT_EQ(found.back(), "committed: nobody expects 5 more documents");
 }
 
 } // namespace

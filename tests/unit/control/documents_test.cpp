@@ -137,6 +137,23 @@ TEST_F(SnapshotFiles, LieNowhereElse)
     EXPECT_FALSE(std::filesystem::exists(folder.path / "day.db"));
 }
 
+// By such a name Windows opens a device, in any folder.
+TEST_F(SnapshotFiles, AreNotCalledAsDevices)
+{
+    for (const char* name : {"con", "NUL", "aux", "Prn", "com1", "COM9", "lpt0"}) {
+        for (const char* place : {"file", "memory"}) {
+            const std::string body = std::string(R"({"name": ")") + name + R"(", "in": ")" + place + "\"}";
+            EXPECT_EQ(refusedWith(400, send("POST", at("snapshots"), body)),
+                      "\"" + std::string(name) +
+                          "\" is the name of a device on Windows and of no file; give another name.");
+        }
+    }
+    for (const char* name : {"con1", "com", "com10", "conto", "lpt"}) {
+        EXPECT_EQ(send("POST", at("snapshots"), std::string(R"({"name": ")") + name + "\"}").status, 201)
+            << name;
+    }
+}
+
 TEST_F(SnapshotFiles, FollowNoSymbolicLinks)
 {
     std::ofstream(folder.file("mine")) << "untouched";

@@ -40,6 +40,25 @@ TEST_F(FaultsUnderControl, AreArmedAsScenariosAndDisarmed)
     EXPECT_EQ(get(at("faults")), Json::parse(R"({"faults": []})"));
 }
 
+TEST_F(FaultsUnderControl, AreNotMoreThanAHundred)
+{
+    std::string many = R"({"kind": "paperOut"})";
+    for (int count = 1; count < 100; ++count) {
+        many += R"(, {"kind": "paperOut"})";
+    }
+    const auto scenarioOf = [](const std::string& faults) {
+        return R"({"trouble": "Everything", "faults": [)" + faults + "]}";
+    };
+    EXPECT_EQ(refusedWith(400, post(at("faults"), scenarioOf(many + R"(, {"kind": "paperOut"})"))),
+              "A scenario has at most 100 faults.");
+    EXPECT_EQ(post(at("faults"), scenarioOf(many)).json["faults"].size(), 100U);
+    EXPECT_EQ(refusedWith(409, post(at("faults"), R"({"kind": "paperOut"})")),
+              "A printer has at most 100 faults, those that have ended included; disarm some first.");
+    EXPECT_EQ(get(at("faults"))["faults"].size(), 100U);
+    ask("DELETE", at("faults/1"));
+    EXPECT_EQ(post(at("faults"), R"({"kind": "paperOut"})").status, 201);
+}
+
 TEST_F(FaultsUnderControl, ThatAreNoneAreRefused)
 {
     EXPECT_THAT(refusedWith(400, post(at("faults"), R"({"kind": "rain"})")),

@@ -84,6 +84,11 @@ TEST_F(PrintersUnderControl, HaveAClockThatStandsJumpsAndRuns)
     EXPECT_THAT(refusedWith(400, patch(at("clock"), R"({"speed": 0})")),
                 "\"speed\" is no whole number from 1 to 86400; give one.");
     EXPECT_THAT(refusedWith(400, patch(at("clock"), R"({"now": "noon"})")), HasSubstr("\"now\" is no time"));
+    EXPECT_EQ(refusedWith(400, patch(at("clock"), R"({"now": "9999-12-31 23:59:59", "forward": 1})")),
+              "The clock ends with the year 9999; give an earlier \"now\" or a smaller \"forward\".");
+    EXPECT_EQ(
+        patch(at("clock"), R"({"now": "9999-12-31 23:59:58", "forward": 1, "mode": "stands"})").json["now"],
+        "9999-12-31 23:59:59");
 }
 
 TEST_F(PrintersUnderControl, HavePaperCoverDrawerAndDisplays)
@@ -133,6 +138,8 @@ TEST_F(PrintersUnderControl, KeepTheirSettingsWhenOneOfThemIsWrong)
     const Json before = get(at("settings"));
     const std::vector<std::pair<const char*, const char*>> wrong = {
         {R"({"columns": 48, "vat": {"Z": {"percent": 1}}})", "\"vat.Z\" is no VAT letter; there are A to H."},
+        {R"({"vat": 5})", R"("vat" is no JSON object; send one as {"name": "value"}.)"},
+        {R"({"payments": "x"})", R"("payments" is no JSON object; send one as {"name": "value"}.)"},
         {R"({"vat": {"A": {"percent": 100}}})",
          "\"vat.A.percent\" is no whole number from 0 to 99; give one."},
         {R"({"payments": {"1": null}})", "\"payments.1\" is cash and cannot be taken away; leave it there."},

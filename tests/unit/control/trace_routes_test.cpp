@@ -15,6 +15,17 @@ protected:
         request.lastEventId = lastEventId;
         return std::get<Stream>(control.answer(request));
     }
+    // What comes now, for the description as well.
+    std::string moreOf(const Stream& stream)
+    {
+        std::string events = stream.more();
+        noteDown("GET", at("trace/events"), "",
+                 HttpAnswer{.status = 200, .body = events, .contentType = stream.contentType});
+        return events;
+    }
+
+    static constexpr unsigned char journalCommand = 0x9F;
+    static constexpr std::size_t fullBlock = 260; // 256 bytes of data in their frame
     static std::vector<std::string> idsIn(const std::string& events)
     {
         std::vector<std::string> ids;
@@ -55,7 +66,7 @@ TEST_F(TraceUnderControl, IsFollowedFromNowOnOrFromANumber)
     EXPECT_EQ(live.contentType, "text/event-stream");
     EXPECT_EQ(live.more(), "");
     beginReceipt();
-    EXPECT_THAT(live.more(), testing::StartsWith("id: 2\nevent: exchange\ndata: {\"number\":2,"));
+    EXPECT_THAT(moreOf(live), testing::StartsWith("id: 2\nevent: exchange\ndata: {\"number\":2,"));
     EXPECT_EQ(live.more(), "");
     EXPECT_THAT(idsIn(follow("?after=0").more()), testing::ElementsAre("1", "2"));
     EXPECT_THAT(idsIn(follow("", "1").more()), testing::ElementsAre("2"));
@@ -78,12 +89,95 @@ TEST_F(TraceUnderControl, IsFollowedByExchangesThatAreOver)
     EXPECT_THAT(live.more(), HasSubstr(R"("acknowledged":true)"));
 }
 
+TEST_F(TraceUnderControl, IsFollowedByARefusalWhenItHasLeft)
+{
+    const Stream live = follow();
+    session.take(telvofm::test::request(0x22, {"0", "0"}), now);
+    EXPECT_EQ(live.more(), "");
+    session.hasAcknowledged(1, now);
+    EXPECT_THAT(live.more(), HasSubstr(R"("refusal":{"code":)"));
+}
+
+TEST_F(TraceUnderControl, IsFollowedByAReplyWhenItsLastBlockIsTaken)
+{
+    beginDay();
+    sell("1.00");
+    const Stream live = follow();
+    const std::string first = tillSays(telvofm::test::request(journalCommand));
+    EXPECT_EQ(first.size(), fullBlock);
+    EXPECT_EQ(live.more(), "");
+    std::string reply = first;
+    std::string next;
+    while (!(next = tillSays("\x06")).empty()) {
+        EXPECT_EQ(live.more(), "");
+        reply += next;
+    }
+    EXPECT_GT(reply.size(), fullBlock);
+    const std::string events = live.more();
+    EXPECT_THAT(events, HasSubstr(R"("taken":true)"));
+    const Json line = Json::parse(events.substr(events.find('{')));
+    EXPECT_EQ(line["toTill"].get<std::string>().size(), reply.size() * 3 - 1); // pairs with blanks between
+}
+
+// The till says three times that the block is damaged, and the printer gives the reply up.
+TEST_F(TraceUnderControl, IsFollowedByAReplyThatIsGivenUp)
+{
+    beginDay();
+    sell("1.00");
+    const Stream live = follow();
+    tillSays(telvofm::test::request(journalCommand));
+    tillSays("\x15");
+    tillSays("\x15");
+    EXPECT_EQ(live.more(), "");
+    tillSays("\x15");
+    EXPECT_THAT(live.more(), HasSubstr(R"("taken":false)"));
+}
+
+TEST_F(TraceUnderControl, IsFollowedByAReplyThatTheTillHasLeft)
+{
+    beginDay();
+    sell("1.00");
+    const Stream live = follow();
+    tillSays(telvofm::test::request(journalCommand));
+    EXPECT_EQ(live.more(), "");
+    session.hasGone();
+    EXPECT_THAT(live.more(), HasSubstr(R"("taken":false)"));
+    EXPECT_EQ(live.more(), "");
+}
+
+TEST_F(TraceUnderControl, IsFollowedByAnAnswerThatIsLost)
+{
+    const Stream live = follow();
+    post(at("faults"), R"({"kind": "acknowledgeLost"})");
+    session.take(telvofm::test::request(0x29, {"0"}), now);
+    const std::string events = live.more();
+    EXPECT_THAT(events, HasSubstr(R"("executed":true)"));
+    EXPECT_THAT(events, HasSubstr(R"("acknowledged":false)"));
+    EXPECT_THAT(events, testing::Not(HasSubstr(R"("faults":[])")));
+}
+
+// Twenty milliseconds between the bytes, of which the last one does not come.
+TEST_F(TraceUnderControl, IsFollowedByALostAnswerWhenAllThatIsSentOfItIsSent)
+{
+    const Stream live = follow();
+    post(at("faults"), R"({"kind": "slow", "milliseconds": 20})");
+    post(at("faults"), R"({"kind": "cut", "byte": 1})");
+    const Steps steps = session.take(telvofm::test::request(0x22, {"0", "0"}), now);
+    ASSERT_FALSE(steps.empty());
+    EXPECT_EQ(live.more(), "");
+    for (const Step& step : steps) {
+        EXPECT_EQ(step.ends, &step == &steps.back() ? 1U : 0U);
+    }
+    session.hasEnded(steps.back().ends);
+    EXPECT_THAT(live.more(), HasSubstr(R"("number":1,)"));
+}
+
 TEST_F(TraceUnderControl, TellsAFollowerThatWasTooSlow)
 {
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});
     beginDay();
     sell("1.00");
-    const std::string events = follow("?after=0").more();
+    const std::string events = moreOf(follow("?after=0"));
     EXPECT_THAT(events, testing::StartsWith("event: lost\ndata: {\"from\":1,\"to\":3}\n\n"));
     EXPECT_THAT(idsIn(events), testing::ElementsAre("4", "5"));
 }

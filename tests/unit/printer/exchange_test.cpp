@@ -51,6 +51,21 @@ TEST(PrinterExchange, PassesOverNoiseAndBlocksThatNobodyAnnounced)
     EXPECT_TRUE(std::holds_alternative<Request>(takeAll(exchange, "\x1C\x01\xE0\x04\xF9")));
 }
 
+TEST(PrinterExchange, KnowsTheLastBlockOfAnUploadAgainUntilTheNextRequest)
+{
+    Exchange exchange;
+    exchange.expectBlocks(true);
+    takeAll(exchange, block("ab", etx));
+    exchange.expectBlocks(false);
+    EXPECT_TRUE(std::holds_alternative<RepeatedBlock>(takeAll(exchange, block("ab", etx))));
+    EXPECT_TRUE(std::holds_alternative<RepeatedBlock>(takeAll(exchange, ":" + block("ab", etx))));
+    EXPECT_TRUE(std::holds_alternative<Nothing>(takeAll(exchange, block("ac", etx))));
+    EXPECT_TRUE(std::holds_alternative<Request>(
+        takeAll(exchange, block("ab", etx).substr(0, 3) + "\x1C\x01\xE0\x04\xF9")));
+    exchange.expectBlocks(false);
+    EXPECT_TRUE(std::holds_alternative<Nothing>(takeAll(exchange, block("ab", etx))));
+}
+
 TEST(PrinterExchange, TakesBlocksWhileTheyAreExpected)
 {
     Exchange exchange;

@@ -70,6 +70,23 @@ TEST(FaultFromJson, TakesWhatEveryKindNeeds)
     }
 }
 
+TEST(FaultFromJson, DamagesBlocksOfRepliesWhereThereAreSome)
+{
+    for (const char* kind : {"wrongChecksum", "wrongTerminator", "wrongLength", "blockRepeated"}) {
+        const std::string start = R"({"kind":")" + std::string(kind) + R"(","command":)";
+        for (const char* command : {R"("payment")", R"("30")", R"("block")"}) {
+            EXPECT_EQ(
+                sentenceFor(start + command + "}"),
+                "A fault of the kind " + std::string(kind) +
+                    " is done to the blocks of a reply, and what \"command\" selects is answered without "
+                    "one.");
+        }
+        EXPECT_EQ(sentenceFor(start + R"("getVariable"})"), "accepted");
+        EXPECT_EQ(sentenceFor(start + R"("92"})"), "accepted");
+    }
+    EXPECT_EQ(sentenceFor(R"({"kind":"flippedBit","byte":0,"command":"payment"})"), "accepted");
+}
+
 TEST(FaultFromJson, SaysWhatIsWrong)
 {
     EXPECT_EQ(sentenceFor("[]"), R"(A fault is a JSON object, as {"kind": "refuse", "code": 49}.)");
@@ -85,7 +102,7 @@ TEST(FaultFromJson, SaysWhatIsWrong)
               R"(A fault of the kind connectionRefused takes no "command".)");
     for (const char* command : {R"("pay")", R"("G1")", R"("301")", "30"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","command":)" + std::string(command) + "}"),
-                  R"("command" is a name or a code of the command table, as "payment" or "30".)");
+                  R"("command" is a name or a code of the command table, as "payment" or "30", or "block".)");
     }
     for (const char* chance : {"0", "1.1", "-1", R"("1")"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","probability":)" + std::string(chance) + "}"),

@@ -126,8 +126,9 @@ TEST_F(MemoryFullDisk, RefusesACommitThatCannotBeSynchronizedAndDoesNotFindItLat
         bool isRefused = false;
         for (int step = 0; step < steps; ++step) {
             disk.failureOf = [&](const SimulatedDisk::Operation& operation) {
-                return operation.kind == DiskWork::synchronize && synchronized++ == failing ? SQLITE_IOERR_FSYNC
-                                                                                        : SQLITE_OK;
+                return operation.kind == DiskWork::synchronize && synchronized++ == failing
+                           ? SQLITE_IOERR_FSYNC
+                           : SQLITE_OK;
             };
             const State& before = history.states[static_cast<std::size_t>(step)];
             try {

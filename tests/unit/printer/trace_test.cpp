@@ -42,6 +42,28 @@ TEST(Trace, ForgetsTheOldestAndSaysSo)
     EXPECT_EQ(trace.add({}), 6U);
 }
 
+TEST(Trace, SaysWhichHaveChangedSince)
+{
+    Trace trace;
+    trace.add({});
+    trace.add({});
+    const auto change = [&trace](std::uint64_t number) { trace.change(number, [](Exchanged&) {}); };
+    EXPECT_EQ(trace.changes(), 0U);
+    change(2);
+    change(1);
+    change(5); // is not there
+    EXPECT_EQ(trace.changes(), 2U);
+    EXPECT_THAT(trace.changedAfter(0).value(), testing::ElementsAre(2U, 1U));
+    EXPECT_THAT(trace.changedAfter(1).value(), testing::ElementsAre(1U));
+    EXPECT_THAT(trace.changedAfter(2).value(), testing::ElementsAre());
+    EXPECT_FALSE(trace.changedAfter(3)); // of another trace
+    for (int count = 0; count < 1000; ++count) {
+        change(2);
+    }
+    EXPECT_FALSE(trace.changedAfter(1)); // too long ago
+    EXPECT_EQ(trace.changedAfter(2).value().size(), 1000U);
+}
+
 TEST(Trace, IsBoundedInBytesAndKeepsTheNewest)
 {
     Trace trace({.exchanges = 100, .bytes = 10'000});

@@ -1,0 +1,122 @@
+// Assertions that no exchange or document could ever fit: with a count of 0 they would hold whatever happens.
+#include "tests/unit/control/controlled_till.h"
+
+namespace virtual_printer {
+namespace {
+
+using testing::HasSubstr;
+
+struct Impossible
+{
+    const char* assertion;
+    const char* sentence;
+};
+
+class ImpossibleAssertions : public ControlledTill
+{
+};
+
+TEST_F(ImpossibleAssertions, AreRefusedWithTheirPlace)
+{
+    const std::vector<Impossible> all = {
+        {R"({"received": [{"name": "paymnt", "count": 0}]})",
+         R"("received[0].name" is "paymnt", and no exchange is called so; give a name of the command table, or )"
+         R"(block, damagedRequest, damagedBlock, probe or unknown.)"},
+        {R"({"acknowledged": [{"nme": "payment", "count": 0}]})",
+         R"(There is no "acknowledged[0].nme", and nothing would ever fit it; there are number, till, moment, )"},
+        {R"({"executed": [{"name": "payment"}, {"name": "payment", "fields": {"totl": "1.00"}, "count": 0}]})",
+         R"(There is no "executed[1].fields.totl", and nothing would ever fit it; there are row, )"},
+        // The field of another command.
+        {R"({"executed": [{"name": "payment", "fields": {"commodityName": "x"}, "count": 0}]})",
+         R"(There is no "executed[0].fields.commodityName")"},
+        {R"({"executed": [{"fields": {"nothing": "x"}, "count": 0}]})",
+         R"(There is no "executed[0].fields.nothing")"},
+        {R"({"executed": [{"fields": "x", "count": 0}]})", R"("executed[0].fields" is no JSON object)"},
+        // Fields are texts.
+        {R"({"received": [{"name": "payment", "fields": {"paymentNumber": 2}, "count": 0}]})",
+         R"("received[0].fields.paymentNumber" is no text, and nothing would ever fit it; give one.)"},
+        {R"({"received": [{"name": "setVAT", "fields": {"password": "0000"}, "count": 0}]})",
+         R"("received[0].fields.password" is a password, which is only ever shown as "****"; leave it out.)"},
+        {R"({"received": [{"acknowledged": "no", "count": 0}]})",
+         R"("received[0].acknowledged" is no boolean)"},
+        {R"({"received": [{"number": "1", "count": 0}]})", R"("received[0].number" is no number)"},
+        {R"({"received": [{"name": 5, "count": 0}]})", R"("received[0].name" is no text)"},
+        {R"({"received": [{"command": "0x30", "count": 0}]})", R"("received[0].command" is no code)"},
+        {R"({"received": [{"refusal": {"nme": "alreadyPaid"}, "count": 0}]})",
+         R"(There is no "received[0].refusal.nme")"},
+        {R"({"received": [{"refusal": {"name": "alredyPaid"}, "count": 0}]})",
+         R"("received[0].refusal.name" is "alredyPaid", and no refusal is called so)"},
+        {R"({"received": [{"faults": [1], "count": 0}]})", R"("received[0].faults[0]" is no text)"},
+        // What is damaged is never carried out, and a probe neither.
+        {R"({"executed": [{"name": "probe", "count": 0}]})",
+         R"(What is called probe is never executed; ask whether it is "received".)"},
+        {R"({"acknowledged": [{"name": "damagedBlock", "count": 0}]})",
+         R"(What is called damagedBlock is never acknowledged; ask whether it is "received".)"},
+        {R"({"committed": [{"totl": "12.50"}]})", R"(There is no "committed[0].totl")"},
+        {R"({"committed": [{"items": [{"nme": "Chlieb"}]}]})", R"(There is no "committed[0].items[0].nme")"},
+        {R"({"committed": [{"vat": {"J": "1.00"}}]})", R"(There is no "committed[0].vat.J")"},
+        {R"({"committed": [{"payments": [{"sum": 12.5}]}]})", R"("committed[0].payments[0].sum" is no text)"},
+        {R"({"situation": "idel"})", R"("situation" is none of "noDay", "idle", )"},
+    };
+    for (const auto& [assertion, sentence] : all) {
+        EXPECT_THAT(refusedWith(400, post(at("assert"), assertion)), HasSubstr(sentence)) << assertion;
+        const std::string wait = std::string(R"({"until": )") + assertion + "}";
+        EXPECT_THAT(refusedWith(400, post(at("wait"), wait)), HasSubstr(sentence)) << assertion;
+    }
+}
+
+TEST_F(ImpossibleAssertions, AreNotThoseOfEverythingThatAnExchangeHas)
+{
+    beginDay();
+    sell("12.50");
+    const Json exchange = get(at("trace?after=3&limit=1")); // the payment: one line
+    Json part = exchange;
+    part["fields"] = Json::object();
+    for (const Json& field : exchange["fields"]) {
+        part["fields"][field["name"].get<std::string>()] = field["value"];
+    }
+    EXPECT_EQ(post(at("assert"), Json{{"acknowledged", Json::array({part})}}.dump()).status, 200);
+    const Json receipt = get(at("documents"))["documents"][0];
+    EXPECT_EQ(post(at("assert"), Json{{"committed", Json::array({receipt})}}.dump()).status, 200);
+}
+
+TEST_F(ImpossibleAssertions, AreNotThoseOfWhatIsNoSoundRequest)
+{
+    beginDay();
+    tillSays("\x11");
+    std::string damaged = telvofm::test::request(0x22, {"0", "0"});
+    damaged.back() = static_cast<char>(damaged.back() ^ 1);
+    tillSays(damaged);
+    tillSays(telvofm::test::request(0x07));
+    EXPECT_EQ(post(at("assert"),
+                   R"({"received": [{"name": "probe"}, {"name": "damagedRequest"}, {"name": "unknown"},
+                                                  {"name": "block", "count": 0}, {"count": 2}],
+                                     "acknowledged": [{"name": "probe"}, {"refusal": null, "count": 2}]})")
+                  .status,
+              200);
+}
+
+TEST_F(ImpossibleAssertions, BeginWhereTheTraceHasNotComeYet)
+{
+    EXPECT_EQ(refusedWith(410, post(at("assert"), R"({"since": {"exchange": 99999}, "repeated": 0})")),
+              "The assertion begins at exchange 99999, and the next one is 1; give an earlier \"since\".");
+    EXPECT_EQ(post(at("assert"), R"({"since": {"exchange": 1}, "repeated": 0})").status, 200);
+}
+
+TEST_F(ImpossibleAssertions, AreThoseOfMoreEntriesThanAnybodyReads)
+{
+    Json entries = Json::array();
+    for (int count = 0; count < 100; ++count) {
+        entries.push_back({{"name", "payment"}, {"count", 0}});
+    }
+    Json assertion = {{"received", entries}};
+    EXPECT_EQ(post(at("assert"), assertion.dump()).status, 200);
+    assertion["executed"] = Json::parse(R"([{"name": "payment", "count": 0}])");
+    EXPECT_EQ(
+        refusedWith(400, post(at("assert"), assertion.dump())),
+        "An assertion has at most 100 entries, and this one has 101; divide it into several, each with its "
+        "\"since\".");
+}
+
+} // namespace
+} // namespace virtual_printer

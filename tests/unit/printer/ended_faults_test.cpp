@@ -1,0 +1,104 @@
+// A fault that is disarmed, and a printer that is reset: nothing of what was before goes on.
+#include "tests/unit/printer/tried_printer.h"
+
+#include <gmock/gmock.h>
+
+namespace virtual_printer {
+namespace {
+
+using std::chrono::milliseconds;
+
+class EndedFaults : public testing::TestWithParam<CodePage>
+{
+protected:
+    std::string probed() { return bytesOf(till.send("\x11")); }
+    void disarm(std::uint64_t number) { ASSERT_TRUE(till.station.faults.disarm(number)); }
+
+    TriedPrinter till{GetParam()};
+    const std::string harmless = request(0xE0);
+    const std::string variable = request(0x92, {"LIFE"});
+};
+
+TEST_P(EndedFaults, LeaveNoProbeWithoutItsAnswer)
+{
+    for (const char* fault : {R"({"kind":"silence"})", R"({"kind":"acknowledgeLost","probes":"busy"})",
+                              R"({"kind":"acknowledgeLate","milliseconds":60000})", R"({"kind":"busy"})",
+                              R"({"kind":"busy","milliseconds":60000})"}) {
+        SCOPED_TRACE(fault);
+        till.arm(fault);
+        till.heard(harmless);
+        EXPECT_NE(probed(), "\x11");
+        disarm(till.station.faults.list().front().number);
+        EXPECT_EQ(probed(), "\x11");
+    }
+}
+
+TEST_P(EndedFaults, LeaveThePowerOn)
+{
+    till.arm(R"({"kind":"powerLoss","milliseconds":60000})");
+    till.heard(harmless);
+    EXPECT_EQ(till.heard(harmless), "");
+    disarm(1);
+    EXPECT_EQ(till.heard(harmless), accepted);
+}
+
+TEST_P(EndedFaults, LeaveTheRestOfAReplyWhole)
+{
+    const std::string whole = till.heard(variable);
+    till.arm(R"({"kind":"wrongChecksum","blocks":9})");
+    EXPECT_NE(till.heard(variable), whole);
+    EXPECT_NE(till.heard("\x15"), whole);
+    disarm(1);
+    EXPECT_EQ(till.heard("\x15"), whole);
+}
+
+TEST_P(EndedFaults, OfAnotherRequestChangeNothing)
+{
+    till.arm(R"({"kind":"refuse","code":9,"command":"payment"})");
+    till.arm(R"({"kind":"busy"})");
+    till.heard(harmless);
+    disarm(1);
+    EXPECT_NE(probed(), "\x11");
+}
+
+TEST_P(EndedFaults, ActFromTheNextRequestOnAlsoInTheMiddleOfACall)
+{
+    const std::string end = request(0x22, {"0", "0"}); // refused: there is no receipt
+    till.heard(end);
+    till.arm(R"({"kind":"refuse","code":77})");
+    EXPECT_EQ(till.heard(end), "\x15\x4D");
+}
+
+TEST_P(EndedFaults, OfAResetPrinterLeaveNothingToBeRepeated)
+{
+    till.arm(R"({"kind":"acknowledgeLost"})");
+    till.heard(harmless);
+    till.station.trace.beginAnew();
+    till.heard(harmless);
+    EXPECT_EQ(till.last().repeatOf, 0U);
+}
+
+TEST_P(EndedFaults, OfAResetPrinterLeaveNoReplyAndNoUpload)
+{
+    till.heard(variable);
+    till.station.trace.beginAnew();
+    EXPECT_EQ(till.heard("\x15"), "");
+    till.heard(request(0xD2, {"1", "0"}));
+    till.station.trace.beginAnew();
+    EXPECT_EQ(till.heard(telvofm::test::blockOf("x", '\x17')), "");
+}
+
+TEST_P(EndedFaults, OfAResetPrinterLeaveNoAnswer)
+{
+    till.heard(variable);
+    till.heard("\x03");
+    till.station.trace.beginAnew();
+    till.arm(R"({"kind":"staleAnswer"})");
+    EXPECT_EQ(till.heard(harmless), "");
+}
+
+const auto bothLinks = testing::Values(CodePage::windows1250, CodePage::cp852);
+INSTANTIATE_TEST_SUITE_P(OnBothLinks, EndedFaults, bothLinks);
+
+} // namespace
+} // namespace virtual_printer

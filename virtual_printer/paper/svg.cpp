@@ -63,22 +63,17 @@ public:
 
     [[nodiscard]] std::string finished(std::string_view title)
     {
-        constexpr std::size_t spare = 2;
         for (const std::string& text :
              centred(noFiscalDocument, static_cast<std::size_t>(settings.columns))) {
             add(text, " fill=\"#666\"");
         }
         const std::string across = std::to_string(width + 2 * edge);
         const std::string down = std::to_string(y + edge);
-        std::string svg;
-        svg.reserve(content.size() + spare * 256);
-        svg +=
-            R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" + across + R"(" height=")" + down +
-            R"(" viewBox="0 0 )" + across + " " + down +
-            R"(" font-family="'DejaVu Sans Mono', Consolas, Menlo, monospace" font-size="20" fill="#111">)" +
-            "\n<title>" + escaped(title) +
-            "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n" + content + "</svg>\n";
-        return svg;
+        return R"(<svg xmlns="http://www.w3.org/2000/svg" width=")" + across + R"(" height=")" + down +
+               R"(" viewBox="0 0 )" + across + " " + down +
+               R"(" font-family="'DejaVu Sans Mono', Consolas, Menlo, monospace" font-size="20" fill="#111">)" +
+               "\n<title>" + escaped(title) +
+               "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n" + content + "</svg>\n";
     }
 
 private:

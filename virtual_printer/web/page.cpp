@@ -25,7 +25,7 @@ constexpr std::array contentTypes = {
 // Only what comes from this program, and nothing that stands in the document itself: whatever a till sends,
 // no text of it can run.
 constexpr std::string_view policy =
-    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data: blob:; connect-src "
+    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src "
     "'self'; "
     "worker-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors 'none'; "
     "require-trusted-types-for 'script'; trusted-types telvofm";

@@ -457,6 +457,11 @@ withPage("codes on the screen are read to what was sent", async ({ till, page })
     fs.rmSync(folder, { recursive: true });
 });
 
+test("an address that others can reach needs a token", async () => {
+    const failure = await startPrinter("--web", "0.0.0.0:0").then((printer) => printer.end(), ({ message }) => message);
+    assert.match(failure ?? "it was started", /others can reach 0\.0\.0\.0:0; .* --token/);
+});
+
 test("the token is asked for once", async () => {
     const token = "0123456789abcdef";
     const printer = await startPrinter("--token", token);

@@ -15,17 +15,18 @@ export async function startPrinter(...options) {
     const printers = options.includes("--printer") ? [] : ["--listen", "127.0.0.1:0"];
     const web = options.includes("--web") ? [] : ["--web", "127.0.0.1:0"];
     const all = [...printers, ...web, "--ready", ready, "--exit-with-parent", "--clock", "2026-01-31 09:12", ...options];
-    const process = spawn(path.join(build, "telvofm-printer"), all, { stdio: ["ignore", "pipe", "inherit"] });
+    const process = spawn(path.join(build, "telvofm-printer"), all, { stdio: ["ignore", "pipe", "pipe"] });
     open.add(process);
     const lines = readline.createInterface({ input: process.stdout });
     const said = [];
     lines.on("line", (line) => said.push(line));
+    process.stderr.on("data", (text) => said.push(String(text)));
     // The file appears whole, behind the lines.
     await new Promise((resolve, reject) => {
         const look = () => fs.existsSync(ready) && resolve();
         fs.watch(folder, look).unref();
         lines.on("line", look);
-        process.once("exit", () => reject(new Error(`the printer did not start: ${said.join("\n")}`)));
+        process.once("close", () => reject(new Error(`the printer did not start: ${said.join("\n")}`)));
         look();
     });
     const told = JSON.parse(fs.readFileSync(ready, "utf8"));

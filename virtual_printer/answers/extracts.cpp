@@ -49,14 +49,16 @@ Reply extractOfJournal(const Question& question, const DocumentQuery& query, std
 {
     Reply reply;
     if (question.rule.wants == Wants::reply) {
-        question.memory.read(query, [&](const Document& document) {
+        question.memory.read(query, [&](const Document& document, std::int64_t /*position*/) {
             reply.data += textOf(document, question.columns());
             return true;
         });
         return reply;
     }
     ExtractPaper paper(titled("JOURNAL", archive));
-    question.memory.read(query, [&](const Document& document) { return paper.add(document.lines); });
+    question.memory.read(query, [&](const Document& document, std::int64_t /*position*/) {
+        return paper.add(document.lines);
+    });
     reply.lines = paper.takeLines();
     return reply;
 }

@@ -15,7 +15,7 @@ bool DayHours::readOn(const Printer& printer)
     query.skip = documentsRead;
     query.most = atOnce;
     std::int64_t found = 0;
-    printer.memory().read(query, [&](const Document& document) {
+    printer.memory().read(query, [&](const Document& document, std::int64_t /*position*/) {
         ++found;
         if (document.kind == Document::Kind::receipt) {
             Hour& hour = hours[std::chrono::floor<std::chrono::hours>(document.moment)];

@@ -104,7 +104,7 @@ Json paymentsToJson(const ByPayment& payments, const PaymentNames& names)
     return list;
 }
 
-Json toJson(const Document& document, const Settings& settings)
+Json toJson(const Document& document, const Settings& settings, std::int64_t position)
 {
     Json items = Json::array();
     Json text = Json::array();
@@ -117,7 +117,7 @@ Json toJson(const Document& document, const Settings& settings)
         }
     }
     return {{"kind", nameOf(document.kind)},
-            {"position", document.position},
+            {"position", position},
             {"number", document.number},
             {"closure", document.closure},
             {"training", document.isTraining},

@@ -13,8 +13,9 @@ namespace virtual_printer {
 std::string_view nameOf(Document::Kind kind);
 std::optional<Document::Kind> documentKindCalled(std::string_view name);
 
-// Its items, VAT, payments, and its text as the paper has it. The settings give names and width.
-Json toJson(const Document& document, const Settings& settings);
+// Its items, VAT, payments, and its text as the paper has it. The settings give names and width, `position`
+// is its place in the journal, 0 while it is open.
+Json toJson(const Document& document, const Settings& settings, std::int64_t position);
 Json toJson(const Sums& sums, const PaymentNames& names);
 Json toJson(const Closure& closure);
 

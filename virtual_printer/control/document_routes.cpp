@@ -97,8 +97,8 @@ Outcome listDocuments(const Call& call)
     query.newestFirst = members.oneOf("order", "oldest", {"oldest", "newest"}) == "newest";
     const Printer& printer = call.printer().station.printer;
     std::vector<Json> found;
-    printer.memory().read(query, [&](const Document& document) {
-        found.push_back(toJson(document, *printer.state().settings));
+    printer.memory().read(query, [&](const Document& document, std::int64_t position) {
+        found.push_back(toJson(document, *printer.state().settings, position));
         return true;
     });
     return pageAnswer("documents", std::move(found), page);

@@ -19,7 +19,7 @@ const Json& formOfDocument()
             document.byVat[letter] = 0;
         }
         document.byPayment[1] = 0;
-        return toJson(document, Settings());
+        return toJson(document, Settings(), 0);
     }();
     return form;
 }
@@ -138,9 +138,9 @@ void ExpectedDocuments::read(const Printer& printer, int since,
     }
     DocumentQuery query;
     query.skip = since;
-    printer.memory().read(query, [&](const Document& document) {
+    printer.memory().read(query, [&](const Document& document, std::int64_t position) {
         const bool isOfThem = kinds.empty() || kinds.contains(document.kind);
-        return !isOfThem || reader(toJson(document, *state.settings));
+        return !isOfThem || reader(toJson(document, *state.settings, position));
     });
 }
 

@@ -33,8 +33,14 @@ const Settings& settingsOf(const Call& call)
     return *call.printer().station.printer.state().settings;
 }
 
-// The one at the place in the journal that the path names.
-Document documentIn(const Call& call)
+struct Found
+{
+    Document document;
+    std::int64_t position;
+};
+
+// The document at the place in the journal that the path names.
+Found documentIn(const Call& call)
 {
     constexpr std::size_t place = 3;
     const std::string& name = call.target.path.at(place);
@@ -46,7 +52,7 @@ Document documentIn(const Call& call)
         throw ControlRefusal(status::notFound, "There is no document " + name.substr(0, 20) +
                                                    " in the journal; GET .../documents lists them.");
     }
-    return std::move(found.front());
+    return {std::move(found.front()), *query.position};
 }
 
 } // namespace
@@ -76,13 +82,14 @@ Outcome showPaper(const Call& call)
 
 Outcome showDocument(const Call& call)
 {
-    return jsonAnswer(toJson(documentIn(call), settingsOf(call)));
+    const Found found = documentIn(call);
+    return jsonAnswer(toJson(found.document, settingsOf(call), found.position));
 }
 
 Outcome showDocumentLines(const Call& call)
 {
     Json lines = Json::array();
-    for (const Line& line : documentIn(call).lines) {
+    for (const Found found = documentIn(call); const Line& line : found.document.lines) {
         lines.push_back(lineToJson(line, settingsOf(call)));
     }
     return jsonAnswer({{"columns", settingsOf(call).columns}, {"lines", lines}});
@@ -90,8 +97,11 @@ Outcome showDocumentLines(const Call& call)
 
 Outcome drawDocument(const Call& call)
 {
+    const Found found = documentIn(call);
     HttpAnswer answer{
-        .status = 200, .body = svgOf(documentIn(call), settingsOf(call)), .contentType = "image/svg+xml"};
+        .status = 200,
+        .body = svgOf(found.document, settingsOf(call), "Document " + std::to_string(found.position)),
+        .contentType = "image/svg+xml"};
     // Opened by itself it is a page of this program, too: nothing in it may run.
     answer.headers.emplace_back("Content-Security-Policy", "default-src 'none'; sandbox");
     return answer;
@@ -99,9 +109,10 @@ Outcome drawDocument(const Call& call)
 
 Outcome writeDocument(const Call& call)
 {
-    return HttpAnswer{.status = 200,
-                      .body = textOf(documentIn(call), static_cast<std::size_t>(settingsOf(call).columns)),
-                      .contentType = "text/plain; charset=utf-8"};
+    return HttpAnswer{
+        .status = 200,
+        .body = textOf(documentIn(call).document, static_cast<std::size_t>(settingsOf(call).columns)),
+        .contentType = "text/plain; charset=utf-8"};
 }
 
 Outcome showPictures(const Call& call)

@@ -20,17 +20,19 @@ void Roll::begin(const Printer& printer)
     DocumentQuery newest;
     newest.newestFirst = true;
     newest.most = documentsShown;
-    std::vector<Document> documents;
+    std::vector<RollLine> newestFirst;
     try {
-        documents = printer.memory().documents(newest);
+        printer.memory().read(newest, [&](const Document& document, std::int64_t position) {
+            for (auto line = document.lines.rbegin(); line != document.lines.rend(); ++line) {
+                newestFirst.push_back({.document = position, .line = *line});
+            }
+            return true;
+        });
     } catch (
         const MemoryDamaged&) { // NOLINT(bugprone-empty-catch): the paper is only blank, commands are refused
     }
-    std::reverse(documents.begin(), documents.end());
-    for (const Document& document : documents) {
-        for (const Line& line : document.lines) {
-            add({.document = document.position, .line = line});
-        }
+    for (auto line = newestFirst.rbegin(); line != newestFirst.rend(); ++line) {
+        add(std::move(*line));
     }
     if (const auto& receipt = printer.state().receipt) {
         for (const Line& line : receipt->document.lines) {

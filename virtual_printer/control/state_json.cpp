@@ -11,7 +11,7 @@ Json receiptToJson(const State& state)
     if (!state.receipt) {
         return nullptr;
     }
-    Json receipt = toJson(state.receipt->document, *state.settings);
+    Json receipt = toJson(state.receipt->document, *state.settings, 0);
     receipt["paid"] = formatCents(state.receipt->paid);
     receipt["due"] = formatCents(state.receipt->due());
     return receipt;

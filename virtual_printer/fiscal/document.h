@@ -87,7 +87,6 @@ struct Document
     ByPayment byPayment; // in the receipt's currency, what came in less the change
     std::string invoice;
     std::string transaction;
-    std::int64_t position = 0; // in the journal, from 1; 0: it comes from none
 
     bool operator==(const Document&) const = default;
 };

@@ -156,8 +156,7 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     while (isWanted && rows.next()) {
         auto document = fromBytes<Document>(rows.bytes(0));
         document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
-        document.position = rows.whole(2);
-        isWanted = reader(document);
+        isWanted = reader(document, rows.whole(2));
     }
 }
 

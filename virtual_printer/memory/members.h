@@ -30,8 +30,8 @@ auto members(Some<Line> auto& line)
 // Of an open receipt the lines have records of their own.
 auto membersBesideLines(Some<Document> auto& document)
 {
-    auto& [kind, number, closure, isTraining, moment, lines, total, byVat, byPayment, invoice, transaction,
-           position] = document; // where it lies is not kept in it
+    auto& [kind, number, closure, isTraining, moment, lines, total, byVat, byPayment, invoice, transaction] =
+        document;
     return std::tie(kind, number, closure, isTraining, moment, total, byVat, byPayment, invoice, transaction);
 }
 

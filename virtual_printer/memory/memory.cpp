@@ -119,7 +119,7 @@ void Memory::read(const DocumentQuery& query, const DocumentReader& reader) cons
 std::vector<Document> Memory::documents(const DocumentQuery& query) const
 {
     std::vector<Document> found;
-    read(query, [&](const Document& document) {
+    read(query, [&](const Document& document, std::int64_t /*position*/) {
         found.push_back(document);
         return true;
     });

@@ -52,7 +52,8 @@ struct DocumentQuery
     std::int64_t skip = 0;
 };
 
-using DocumentReader = std::function<bool(const Document&)>;
+// With its place in the journal, from 1.
+using DocumentReader = std::function<bool(const Document&, std::int64_t position)>;
 
 // Settings and pictures as they were when the last closure was committed. The passwords are not in it.
 struct Backup

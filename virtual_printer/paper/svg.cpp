@@ -138,13 +138,13 @@ private:
 
 } // namespace
 
-std::string svgOf(const Document& document, const Settings& settings)
+std::string svgOf(const Document& document, const Settings& settings, std::string_view title)
 {
     Drawing drawing(settings);
     for (const Line& line : document.lines) {
         drawing.add(line);
     }
-    return drawing.finished("Document " + std::to_string(document.position));
+    return drawing.finished(title);
 }
 
 } // namespace virtual_printer

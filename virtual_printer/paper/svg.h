@@ -12,6 +12,6 @@ namespace virtual_printer {
 // Under the cut of everything that is drawn, so that nobody takes it for a receipt of a shop.
 inline constexpr std::string_view noFiscalDocument = "VIRTUAL PRINTER, NO FISCAL DOCUMENT";
 
-std::string svgOf(const Document& document, const Settings& settings);
+std::string svgOf(const Document& document, const Settings& settings, std::string_view title);
 
 } // namespace virtual_printer

@@ -137,10 +137,7 @@ public:
             // A step that touches nothing but the receipt need not be synchronised.
             synchronized.push_back(draft.next.standing != states.back().standing);
             states.push_back(draft.next);
-            for (const Document& document : draft.documents) {
-                documents.push_back(document);
-                documents.back().position = static_cast<std::int64_t>(documents.size());
-            }
+            documents.insert(documents.end(), draft.documents.begin(), draft.documents.end());
             closures.insert(closures.end(), draft.closures.begin(), draft.closures.end());
         }
     }

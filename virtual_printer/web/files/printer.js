@@ -1,14 +1,43 @@
-// What is known of one printer: it asks again whenever it hears of a change, one round of questions at a time, and
-// tells its views what is new.
+// What is known of one printer: it asks again whenever it hears of a change, each question once at a time, and tells
+// its views what is new.
 import { at, get, getLines, Refused } from "./api.js";
 
 const mostExchanges = 400;
 const mostLines = 2000;
 
+// Asks, and once more afterwards when it was to ask again meanwhile.
+function inTurn(ask) {
+    let wished = 0;
+    let isAsking = false;
+    return async () => {
+        wished += 1;
+        if (isAsking) {
+            return;
+        }
+        isAsking = true;
+        try {
+            for (let answered = 0; answered !== wished;) {
+                answered = wished;
+                await ask();
+            }
+        } catch (failure) {
+            if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
+                throw failure; // otherwise the printer is not there: the stream tells when it comes back
+            }
+        } finally {
+            isAsking = false;
+        }
+    };
+}
+
 export class Printer extends EventTarget {
     constructor(name) {
         super();
         this.name = name;
+        this.askForState = inTurn(() => this.lookAtState());
+        this.askForPaper = inTurn(() => this.lookAtPaper());
+        this.askForTrace = inTurn(() => this.state && this.lookAtTrace());
+        this.askForFaults = inTurn(() => this.lookAtFaults());
         this.forget();
     }
 
@@ -19,7 +48,6 @@ export class Printer extends EventTarget {
         this.lines = []; // of the paper
         this.exchanges = []; // the oldest first
         this.documentsSeen = -1;
-        this.roundsAsked = 0;
         this.dispatchEvent(new CustomEvent("forgotten"));
     }
 
@@ -33,40 +61,22 @@ export class Printer extends EventTarget {
         this.dispatchEvent(new CustomEvent(what, { detail }));
     }
 
-    // Asks for what is new; while it asks, once more afterwards. `notice` is what the stream has told, if it has.
+    // Asks for what is new. `notice` is what the stream has told, if it has: what has not moved is not asked for.
     async look(notice = null) {
-        this.notice = notice;
-        this.roundsAsked += 1;
-        if (this.isLooking || document.hidden) {
+        if (document.hidden) {
             return;
         }
-        this.isLooking = true;
-        try {
-            for (let done = 0; done !== this.roundsAsked;) {
-                done = this.roundsAsked;
-                await this.lookOnce(this.notice);
-            }
-        } catch (failure) {
-            if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
-                throw failure; // otherwise the printer is not there: the stream tells when it comes back
-            }
-        } finally {
-            this.isLooking = false;
-        }
-    }
-
-    // What has not moved by the notice is not asked for.
-    async lookOnce(notice) {
         if (!this.state) {
-            await this.lookAtState(); // it says where the trace ends
+            await this.askForState(); // it says where the trace ends
         }
+        const last = this.exchanges.at(-1);
         const hasPrinted = notice?.paper !== (this.lines.at(-1)?.number ?? 0) + 1;
-        const hasExchanged = notice?.exchange !== (this.exchanges.at(-1)?.number ?? 0) + 1 || this.exchanges.at(-1)?.isOver === false;
+        const hasExchanged = notice?.exchange !== (last?.number ?? 0) + 1 || last?.isOver === false;
         await Promise.all([
-            hasPrinted && this.lookAtPaper(),
-            hasExchanged && this.lookAtTrace(),
-            this.lookAtState(),
-            (this.faults.length > 0 || notice?.faults !== 0) && this.lookAtFaults(),
+            hasPrinted && this.askForPaper(),
+            hasExchanged && this.askForTrace(),
+            this.askForState(),
+            (this.faults.length > 0 || notice?.faults !== 0) && this.askForFaults(),
         ]);
     }
 

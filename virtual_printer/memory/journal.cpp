@@ -149,8 +149,12 @@ void Journal::clearClosures() const
 void Journal::read(const DocumentQuery& query, const DocumentReader& reader) const
 {
     const Conditions conditions(query);
+    // The contents are looked up for a page only, not for all that is skipped in front of it.
     const Statement select = database.prepare(
-        "SELECT content, closure, id FROM documents JOIN contents USING (id)" + conditions.text());
+        query.most
+            ? "SELECT content, closure, id FROM (SELECT id, closure FROM documents" + conditions.text() +
+                  ") JOIN contents USING (id) ORDER BY id" + (query.newestFirst ? " DESC" : "")
+            : "SELECT content, closure, id FROM documents JOIN contents USING (id)" + conditions.text());
     Rows rows = select.rows(conditions.parameters());
     bool isWanted = true;
     while (isWanted && rows.next()) {

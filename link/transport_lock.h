@@ -1,6 +1,6 @@
 // Held shared by raw access, which does not wait for exchanges, and alone while the link opens or closes. It
-// takes the place of a std::shared_timed_mutex, which mingw never destroys: each one would keep two handles of
-// the system for good.
+// takes the place of a std::shared_timed_mutex, which mingw never destroys: each one would keep two handles
+// of the system for good.
 #pragma once
 
 #include <chrono>

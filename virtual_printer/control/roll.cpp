@@ -23,17 +23,15 @@ void Roll::begin(const Printer& printer)
     std::vector<RollLine> newestFirst;
     try {
         printer.memory().read(newest, [&](const Document& document, std::int64_t position) {
-            for (auto line = document.lines.rbegin(); line != document.lines.rend(); ++line) {
-                newestFirst.push_back({.document = position, .line = *line});
-            }
+            std::for_each(document.lines.rbegin(), document.lines.rend(), [&](const Line& line) {
+                newestFirst.push_back({.document = position, .line = line});
+            });
             return true;
         });
     } catch (
         const MemoryDamaged&) { // NOLINT(bugprone-empty-catch): the paper is only blank, commands are refused
     }
-    for (auto line = newestFirst.rbegin(); line != newestFirst.rend(); ++line) {
-        add(std::move(*line));
-    }
+    std::for_each(newestFirst.rbegin(), newestFirst.rend(), [this](RollLine& line) { add(std::move(line)); });
     if (const auto& receipt = printer.state().receipt) {
         for (const Line& line : receipt->document.lines) {
             add({.document = printer.state().standing->documents + 1, .line = line});

@@ -9,12 +9,9 @@ export TELVOFM_BUILD=$2
 export TELVOFM_PAGE=$here/../../virtual_printer/web/files
 script=$3
 shift 3
-mkdir -p "$packages"
-if ! cmp --silent "$here/package-lock.json" "$packages/whole"; then
-    cp "$here/package.json" "$here/package-lock.json" "$packages"
-    (cd "$packages" && npm ci --ignore-scripts --no-audit --no-fund) ||
-        { echo "cannot fetch playwright-core; check the network and run again" >&2; exit 1; }
-    cp "$here/package-lock.json" "$packages/whole"
-fi
+"$here/../fetch_npm_packages.sh" "$here" "$packages"
 cp "$here"/*.mjs "$here"/till.py "$packages"
+export TMPDIR=$packages/work # what it and the browser write on the way
+rm -rf "$TMPDIR"
+mkdir "$TMPDIR"
 exec node "$packages/$script" "$@"

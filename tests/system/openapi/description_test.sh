@@ -7,13 +7,7 @@ set -euo pipefail
 here=$(realpath "$(dirname "$0")")
 validator=$1
 program=$(realpath "$3")
-mkdir -p "$validator"
-if ! cmp --silent "$here/package-lock.json" "$validator/whole"; then
-    cp "$here/package.json" "$here/package-lock.json" "$validator"
-    (cd "$validator" && npm ci --ignore-scripts --no-audit --no-fund) ||
-        { echo "cannot fetch the validator; check the network and run again" >&2; exit 1; }
-    cp "$here/package-lock.json" "$validator/whole"
-fi
+"$here/../../fetch_npm_packages.sh" "$here" "$validator"
 cp "$here/description_test.mjs" "$validator"
 rm -rf "$validator/exchanges"
 mkdir "$validator/exchanges"

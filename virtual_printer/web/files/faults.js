@@ -2,6 +2,7 @@
 import { at, get, post, remove } from "./api.js";
 import { button, element, labelled, setText } from "./dom.js";
 import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
+import { makeOutcome } from "./outcome.js";
 
 // "acknowledgeLost of payment, from call 2".
 function wordsFor({ kind, command, ...rest }) {
@@ -104,22 +105,8 @@ function scenarioList(arm, report) {
 }
 
 export function makeFaults(sheet, printer, { showExchange }, signal) {
-    const said = element("p", { role: "status" });
+    const { said, act, report } = makeOutcome(printer);
     const list = element("ul", { class: "armed" });
-    const report = ({ message }) => {
-        said.className = "failure";
-        setText(said, message);
-    };
-    const act = async (done, action) => {
-        try {
-            await action();
-            said.className = "quiet";
-            setText(said, done);
-            await printer.look();
-        } catch (failure) {
-            report(failure);
-        }
-    };
     const arm = (fault, name) => act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, () => post(at(printer.name, "faults"), fault));
 
     function show() {

@@ -1,6 +1,7 @@
 // What a tester does with a session: keep it, go back, start anew, move the clock, take everything away as a file.
 import { at, get, getText, patch, post } from "./api.js";
 import { button, download, element, labelled, setText } from "./dom.js";
+import { makeOutcome } from "./outcome.js";
 
 async function everyPage(path, list) {
     const all = [];
@@ -13,18 +14,7 @@ async function everyPage(path, list) {
 }
 
 export function makeSession(sheet, printer, signal) {
-    const said = element("p", { role: "status" });
-    const act = async (done, action) => {
-        try {
-            await action();
-            said.className = "quiet";
-            setText(said, done);
-            await printer.look();
-        } catch ({ message }) {
-            said.className = "failure";
-            setText(said, message);
-        }
-    };
+    const { said, act } = makeOutcome(printer);
     const path = (part) => at(printer.name, part);
 
     const exportAll = () => act("The session is saved as a file.", async () => {

@@ -17,6 +17,9 @@ function(telvofm_compile_quickly target)
     if(TELVOFM_SANITIZE MATCHES "undefined")
         target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
     endif()
+    if(WIN32)
+        target_link_options(${target} PRIVATE -wrapper ${PROJECT_SOURCE_DIR}/cmake/link_quickly.sh)
+    endif()
 endfunction()
 
 # Several files of a program are compiled as one: what they make of the same templates is made once. Names of files

@@ -3,8 +3,9 @@
 //
 //     printer_load PRINTER-PROGRAM FOLDER      once a receipt a second, once as fast as it goes
 //
-// It prints the share of a core that the process takes, commands and synchronised receipts a second, the
-// exchanges that were not accepted, and how long calls of the control interface take meanwhile.
+// It prints the share of a core that the process takes, commands and synchronised receipts a second, and the
+// exchanges that were not accepted; then the same beside a test that asks the control interface one thing
+// after the other, and how long these calls take.
 #include "bench/sale_requests.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@
 #include <fstream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <spawn.h>
 #include <sstream>
 #include <stdexcept>
@@ -159,6 +161,13 @@ public:
         });
     }
 
+    // Goes on to the end of the receipt that is open.
+    void endReceipt()
+    {
+        isEnding = true;
+        pause.cancel();
+    }
+
 private:
     void send()
     {
@@ -189,7 +198,9 @@ private:
             return;
         }
         ++totals.receipts;
-        sellFrom(due + interval);
+        if (!isEnding) {
+            sellFrom(due + interval);
+        }
     }
 
     tcp::socket socket;
@@ -199,6 +210,7 @@ private:
     Clock::time_point due;
     std::vector<std::string> requests = bench::receiptRequests();
     std::size_t next = 0;
+    bool isEnding = false;
     std::array<unsigned char, 16> answer{};
 };
 
@@ -285,7 +297,8 @@ private:
     std::thread asker;
 };
 
-void run(const char* title, const PrinterProcess& process, std::chrono::milliseconds betweenReceipts)
+void run(const char* title, const PrinterProcess& process, std::chrono::milliseconds betweenReceipts,
+         bool isControlled)
 {
     constexpr std::chrono::seconds measured{10};
     boost::asio::io_context context(1);
@@ -298,16 +311,28 @@ void run(const char* title, const PrinterProcess& process, std::chrono::millisec
     }
     const double processorBefore = process.processorTime();
     const auto began = Clock::now();
-    ControlCalls control(process.control);
+    std::optional<ControlCalls> control;
+    if (isControlled) {
+        control.emplace(process.control);
+    }
     context.run_for(measured);
-    control.end();
+    if (control) {
+        control->end();
+    }
     const std::chrono::duration<double> lasted = Clock::now() - began;
     const double processor = process.processorTime() - processorBefore;
     std::printf("%-22s %9.0f commands/s %7.0f receipts/s %6.1f %% of a core %6.1f MB, %ld not accepted\n",
                 title, static_cast<double>(totals.commands) / lasted.count(),
                 static_cast<double>(totals.receipts) / lasted.count(), 100 * processor / lasted.count(),
                 process.residentMegabytes(), totals.refused);
-    control.print();
+    if (control) {
+        control->print();
+    }
+    for (const auto& till : tills) {
+        till->endReceipt();
+    }
+    context.restart();
+    context.run();
 }
 
 } // namespace
@@ -320,8 +345,10 @@ int main(int count, char** arguments)
     }
     try {
         const PrinterProcess process(arguments[1], arguments[2]);
-        run("50 x 1 receipt/s", process, std::chrono::seconds(1));
-        run("as fast as it goes", process, std::chrono::milliseconds(0));
+        for (const bool isControlled : {false, true}) {
+            run("50 x 1 receipt/s", process, std::chrono::seconds(1), isControlled);
+            run("as fast as it goes", process, std::chrono::milliseconds(0), isControlled);
+        }
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "printer_load: %s\n", failure.what());
         return 1;

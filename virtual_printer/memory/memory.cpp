@@ -35,6 +35,7 @@ struct Memory::Contents
     Database database;
     KeptState state;
     Journal journal;
+    bool isEmpty = state.isEmpty(); // no state has been kept yet
     std::optional<HolderNote> note; // goes first: afterwards the next holder's may lie there
 };
 
@@ -60,7 +61,7 @@ std::optional<State> Memory::load() const
 void Memory::commit(const State& before, const Draft& draft)
 try {
     ChangedParts changed(before, draft.next);
-    if (contents->state.isEmpty()) {
+    if (contents->isEmpty) {
         changed.standing = changed.settings = changed.pictures = true;
     }
     const bool changesOnlyReceipt = !changed.standing && !changed.settings && !changed.pictures &&
@@ -88,6 +89,7 @@ try {
         contents->state.backUp();
     }
     transaction.commit();
+    contents->isEmpty = false;
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +
                    "; make room on its disk, or give another folder.");
@@ -101,6 +103,7 @@ std::optional<Backup> Memory::backup() const
 void Memory::copyFrom(const Memory& other)
 try {
     contents->database.copyFrom(other.contents->database);
+    contents->isEmpty = other.contents->isEmpty;
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +
                    "; make room on its disk, or give another folder.");

@@ -14,13 +14,18 @@ using std::chrono::steady_clock;
 
 Clock systemClock()
 {
-    return [] {
+    return [last = std::time_t(0), moment = Moment()]() mutable {
         const std::time_t present = std::time(nullptr);
+        if (present == last) { // it is asked several times for each command
+            return moment;
+        }
+        last = present;
         const std::tm* parts = std::localtime(&present); // one thread asks
         const auto day = std::chrono::local_days(std::chrono::year(parts->tm_year + 1900) /
                                                  (parts->tm_mon + 1) / parts->tm_mday);
-        return Moment(day + std::chrono::hours(parts->tm_hour) + std::chrono::minutes(parts->tm_min) +
-                      seconds(parts->tm_sec));
+        moment = Moment(day + std::chrono::hours(parts->tm_hour) + std::chrono::minutes(parts->tm_min) +
+                        seconds(parts->tm_sec));
+        return moment;
     };
 }
 

@@ -20,6 +20,10 @@ void StandardOutput::say(std::string line)
             ++lost;
         }
         lines.push_back(std::move(line));
+        if (!isWaiting) {
+            return;
+        }
+        isWaiting = false;
     }
     changed.notify_all();
 }
@@ -27,14 +31,20 @@ void StandardOutput::say(std::string line)
 bool StandardOutput::flush(std::chrono::milliseconds limit)
 {
     std::unique_lock lock(state);
-    return changed.wait_for(lock, limit, [this] { return lines.empty() && !isWriting; });
+    return changed.wait_for(lock, limit, [this] { return lines.empty() && isWaiting; });
 }
 
 void StandardOutput::write()
 {
+    constexpr std::chrono::milliseconds betweenWrites{
+        5}; // to wake the thread for each line takes longer than the line
     std::unique_lock lock(state);
     for (;;) {
-        changed.wait(lock, [this] { return !lines.empty(); });
+        if (lines.empty()) {
+            isWaiting = true;
+            changed.notify_all();
+            changed.wait(lock, [this] { return !lines.empty(); });
+        }
         std::string text;
         if (lost > 0) {
             text = "... " + std::to_string(std::exchange(lost, 0)) +
@@ -44,13 +54,11 @@ void StandardOutput::write()
             text.append(line).push_back('\n');
         }
         lines.clear();
-        isWriting = true;
         lock.unlock();
         std::fwrite(text.data(), 1, text.size(), stdout);
         std::fflush(stdout);
+        std::this_thread::sleep_for(betweenWrites);
         lock.lock();
-        isWriting = false;
-        changed.notify_all();
     }
 }
 

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <condition_variable>
 #include <exception>
 #include <mutex>
 #include <optional>
@@ -33,6 +34,9 @@ struct Sessions
     Session current;
     // A second open without a close neither closes nor frees the first connection: this is meant.
     std::vector<Session> replaced;
+    // No call finds them any more, and their links are about to be closed.
+    std::vector<Session> ending;
+    std::condition_variable hasEnded;
 };
 
 // Never destroyed: closing a port while the host program exits could block it.
@@ -51,7 +55,11 @@ Session currentSession()
 Session takeCurrentSession()
 {
     const std::scoped_lock lock(sessions().lock);
-    return std::exchange(sessions().current, {});
+    Session taken = std::exchange(sessions().current, {});
+    if (taken.device) {
+        sessions().ending.push_back(taken); // room was made when it was opened
+    }
+    return taken;
 }
 
 // Closes the link. Running calls end with the step that they wait in; one that is blocked in the platform
@@ -65,6 +73,11 @@ void end(const Session& session)
         session.driver->cut();
     }
     session.device->close();
+    {
+        const std::scoped_lock lock(sessions().lock);
+        std::erase_if(sessions().ending, [&](const Session& one) { return one.device == session.device; });
+    }
+    sessions().hasEnded.notify_all();
 }
 
 // Those that are meant, the current one or replaced ones.
@@ -84,8 +97,20 @@ void endSessions(IsMeant isMeant)
             current = {};
         }
         replaced.erase(first, replaced.end());
+        sessions().ending.insert(sessions().ending.end(), ending.begin(), ending.end());
     }
     std::for_each(ending.begin(), ending.end(), end);
+}
+
+// A closing of another thread has the port until it returns.
+void waitForEndingSessions(const std::string& port)
+{
+    std::unique_lock lock(sessions().lock);
+    sessions().hasEnded.wait(lock, [&] {
+        const auto& ending = sessions().ending;
+        return std::none_of(ending.begin(), ending.end(),
+                            [&](const Session& session) { return session.port == port; });
+    });
 }
 
 // Makes the session the current one and opens its link. A failed open leaves both in place.
@@ -96,6 +121,7 @@ int openSession(Session session, bool convertText)
     const std::scoped_lock exchange(device->lock);
     {
         const std::scoped_lock lock(sessions().lock);
+        sessions().ending.reserve(sessions().ending.size() + sessions().replaced.size() + 2);
         if (sessions().current.device) {
             sessions().replaced.push_back(sessions().current);
         }
@@ -130,6 +156,7 @@ int openSerial(std::string_view name, std::uint32_t baud, StopBits stopBits)
     // A serial port can be opened once: whatever session holds it, also one that was replaced, has to let it
     // go, or the port would be lost until the host program ends.
     endSessions([&](const Session& session) { return session.port == port; });
+    waitForEndingSessions(port);
     return openSession({driver, device, port}, true);
 }
 

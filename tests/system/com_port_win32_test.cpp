@@ -125,6 +125,18 @@ TEST_F(ComPort, HasNoMoreHandlesAfterAThousandSessions)
     EXPECT_EQ(openHandles(), before);
 }
 
+// Wine lets a port be opened twice, and Windows does not: no second handle may be there.
+TEST_F(ComPort, IsHeldOnceWhenItIsOpenedAgain)
+{
+    const std::string otherForm = R"(\\.\)" + port;
+    ASSERT_EQ(openFM(port.c_str()), 0);
+    const int before = openHandles();
+    EXPECT_EQ(openFM(port.c_str()), 0);
+    EXPECT_EQ(openFM(otherForm.c_str()), 0);
+    EXPECT_EQ(openFMBaud(port.c_str(), 115200), 0);
+    EXPECT_EQ(openHandles(), before);
+}
+
 } // namespace
 } // namespace telvofm::test
 

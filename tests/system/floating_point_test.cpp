@@ -33,6 +33,7 @@ constexpr Values tried[] = {
     {std::numeric_limits<double>::denorm_min(), 83333},
     {-std::numeric_limits<double>::denorm_min(), 7},
     {-infinity, 260950},
+    {infinity, 1},
     {notANumber, 2050},
     {std::numeric_limits<double>::signaling_NaN(), 15},
 };

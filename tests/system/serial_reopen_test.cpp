@@ -130,6 +130,36 @@ TEST_F(SerialReopen, AfterAClosingWithAReplacedSession)
     expectThatTheNextCallWorks();
 }
 
+// The closing waits for the answer of a running call, and nobody can find its session any more.
+TEST_F(SerialReopen, WaitsForTheClosingOfAnotherThread)
+{
+    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    receiveRequest(printer.line());
+    auto closing = std::async(std::launch::async, [] { closeFM(); });
+    EXPECT_EQ(closing.wait_for(300ms), std::future_status::timeout);
+    auto opening = std::async(std::launch::async, [this] { return openFM(printer.name().c_str()); });
+    EXPECT_EQ(opening.wait_for(300ms), std::future_status::timeout);
+    printer.line().send("\x06");
+    EXPECT_EQ(call.get(), 0);
+    EXPECT_EQ(opening.get(), 0);
+    closing.get();
+    expectThatTheNextCallWorks();
+}
+
+// Another port's closing is none of its business.
+TEST_F(SerialReopen, DoesNotWaitForTheClosingOfAnotherPort)
+{
+    SerialPrinter second(folder.file("second lines"));
+    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    receiveRequest(printer.line());
+    auto closing = std::async(std::launch::async, [] { closeFM(); });
+    EXPECT_EQ(closing.wait_for(300ms), std::future_status::timeout);
+    EXPECT_EQ(openFM(second.name().c_str()), 0);
+    EXPECT_EQ(closing.wait_for(0ms), std::future_status::timeout);
+    printer.line().send("\x06");
+    EXPECT_EQ(call.get(), 0);
+}
+
 TEST_F(SerialReopen, EndsACallThatWaitsOnTheOldSession)
 {
     printer.setLines(true, false);

@@ -61,6 +61,15 @@ protected:
     SerialDriver driver{"COM3", usualBaud, StopBits::one};
 };
 
+// A port that is open is looked for by it: another port must not be closed, and the same one must be.
+TEST_F(SerialPortWin32, IsTheSamePortUnderBothFormsOfItsName)
+{
+    EXPECT_EQ(SerialDriver::portIdentity("COM3"), SerialDriver::portIdentity(R"(\\.\COM3)"));
+    EXPECT_EQ(SerialDriver::portIdentity("COM3"), SerialDriver::portIdentity("COM3"));
+    EXPECT_NE(SerialDriver::portIdentity("COM3"), SerialDriver::portIdentity("COM4"));
+    EXPECT_NE(SerialDriver::portIdentity("COM3"), SerialDriver::portIdentity("COM13"));
+}
+
 TEST_F(SerialPortWin32, IsOpenedAndSetUpInThisOrder)
 {
     driver.open();

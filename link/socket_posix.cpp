@@ -105,6 +105,11 @@ void Socket::shutDown() const
 
 bool Socket::send(std::string_view bytes) const
 {
+    // The system takes so many at once and cuts the rest: they are not sent in part and reported whole.
+    constexpr std::size_t mostAtOnce = 0x7FFFF000;
+    if (bytes.size() > mostAtOnce) {
+        return false;
+    }
     return restarted([&] { return ::send(descriptor(handle), bytes.data(), bytes.size(), MSG_NOSIGNAL); }) !=
            -1;
 }

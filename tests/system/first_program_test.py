@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Builds README's first program from README's own text with README's own command, and sells twice with it on a
-virtual printer: the second time its day is open already. The example that opens the header calls the same.
+virtual printer: the second time its day is open already. The example that opens the header calls the same, and that
+of docs/integration.md begins and ends so.
 
     first_program_test.py SOURCE_FOLDER BUILD_FOLDER
 """
@@ -24,6 +25,14 @@ def main():
     example = (source / "api/telvofm.h").read_text(encoding="utf-8").split("*/", 1)[0]
     if calls(example) != calls(program):
         sys.exit(f"the header's example calls {calls(example)}, README's program {calls(program)}")
+
+    guide = (source / "docs/integration.md").read_text(encoding="utf-8").split("## The session", 1)[1]
+    beginning, end = re.search(r"```c\n(.*?)```", guide, re.DOTALL).group(1).split("...", 1)
+    # A failed open closes too.
+    wanted = [call for call in calls(program) if call != "closeFM"]
+    opened = [call for call in calls(beginning) if call != "closeFM"]
+    if len(opened) < 3 or opened != wanted[:len(opened)] or calls(end) != calls(program)[-1:]:
+        sys.exit(f"docs/integration.md calls {opened} and at the end {calls(end)}, README's program {calls(program)}")
 
     with tempfile.TemporaryDirectory(dir=build) as folder:
         # The folders that README speaks of.

@@ -72,6 +72,24 @@ TEST_F(SocketCalls, RawBytesCountAsWrittenWhenTheyAreSentInPart)
     EXPECT_EQ(received.get_future().get(), "abc");
 }
 
+// The system takes so many bytes of one call and cuts the rest. Nothing of the bytes is looked at here, so
+// that one can stand for all.
+TEST_F(SocketCalls, MoreBytesThanTheSystemTakesAtOnceAreNotSentAtAll)
+{
+    constexpr std::size_t most = 0x7FFFF000;
+    PrinterThread printer([](wire::Connection& connection) { receiveUntilClosed(connection); });
+    TcpDriver driver(printer.address());
+    driver.open();
+    calls.mostBytesPerSend = 1;
+    const char byte = 'x';
+    EXPECT_EQ(driver.writeRaw({&byte, most}), most);
+    EXPECT_THAT(calls.sends, ElementsAre(most));
+    EXPECT_THROW(driver.writeRaw({&byte, most + 1}), Telvo06FMException);
+    EXPECT_THROW(driver.writeRaw({&byte, 2 * most + 2}), Telvo06FMException);
+    EXPECT_THAT(calls.sends, ElementsAre(most));
+    driver.close();
+}
+
 TEST_F(SocketCalls, AnInterruptedConnectIsWaitedFor)
 {
     calls.connectsToInterrupt = 1;

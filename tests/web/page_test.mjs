@@ -75,6 +75,60 @@ withPage("an exchange shows the paper that it printed, and paper its exchange", 
         ["-----", "TOTAL", "Hotov"]);
 });
 
+withPage("an exchange that the list no longer has is shown all the same, and stays", async ({ till, page }) => {
+    await till.begin();
+    for (let item = 0; item < 410; item += 1) {
+        assert.equal(await till.item(`Item ${item}`, "0.01"), 0);
+    }
+    await seesText(page.locator(".exchange"), "Item 409");
+    await page.locator(".slip .item").first().click();
+    const chosen = page.locator(".exchange.chosen");
+    await becomes("3", () => chosen.getAttribute("data-number"));
+    await seesText(page.locator(".detail td"), "Item 0");
+    assert.equal(await till.item("One more", "0.01"), 0);
+    await seesText(page.locator(".exchange"), "One more");
+    assert.equal(await chosen.getAttribute("data-number"), "3");
+    assert.equal(await page.locator(".tools").getByRole("button", { name: /^Open / }).count(), 0, "the journal has it at its end");
+    await till.pay(411);
+    await till.finish();
+    await page.locator(".tools").getByRole("button", { name: "Open document 1" }).click();
+    await seesText(page.locator(".preview .slip"), "One more");
+});
+
+withPage("going back to as many documents as before is seen everywhere", async ({ till, page, printer }) => {
+    await page.getByRole("tab", { name: "Journal" }).click();
+    await till.sell("Chlieb", "1.00");
+    await seesText(page.locator(".facts"), "1 receipt, 1.00 EUR");
+    await printer.ask("POST", "snapshots", { name: "one", in: "memory" });
+    await printer.ask("POST", "reset", {});
+    await till.sell("Rožok", "7.00");
+    await seesText(page.locator(".facts"), "1 receipt, 7.00 EUR");
+    await printer.ask("POST", "restore", { name: "one", in: "memory" });
+    await seesText(page.locator(".facts"), "1 receipt, 1.00 EUR");
+    await seesText(page.locator(".documents .sum"), "1.00");
+});
+
+withPage("the focus stays where it is while the till goes on", async ({ till, page }) => {
+    await page.getByRole("tab", { name: "Faults" }).click();
+    await page.getByRole("button", { name: "Lose the acknowledge of a payment" }).click();
+    await page.getByRole("button", { name: "Disarm fault 1" }).focus();
+    await till.sell("Chlieb", "1.00");
+    await seesText(page.locator(".armed"), "Ended. Met 1 requests");
+    const focused = () => page.evaluate(() => document.activeElement.getAttribute("aria-label") ?? document.activeElement.textContent);
+    assert.equal(await focused(), "Remove fault 1");
+    await page.getByRole("tab", { name: "Journal" }).click();
+    await page.locator(".documents").getByRole("button", { name: "Receipt 1" }).focus();
+    await till.sell("Rožok", "2.00");
+    await seesText(page.locator(".documents"), "Receipt 2");
+    assert.equal(await focused(), "Receipt 1");
+    await page.locator(".paper").focus();
+    await page.keyboard.press("ArrowUp"); // the end of the receipt
+    await page.keyboard.press("ArrowUp");
+    await seesText(page.locator(".line.marked"), "Hotovosť");
+    await page.keyboard.press("Enter");
+    await seesText(page.locator(".exchange.chosen"), "payment");
+});
+
 withPage("the journal is searched, turned over and opened", async ({ till, page, printer }) => {
     for (let receipt = 0; receipt < 27; receipt += 1) {
         await till.sell(receipt === 3 ? "Makovník" : "Rožok", "1.00");
@@ -106,6 +160,11 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     for (const hidden of ["#header", ".device", ".list", ".paper"]) {
         assert.equal(await page.locator(hidden).isVisible(), false, hidden);
     }
+    await page.emulateMedia({ media: "screen" });
+    await page.getByRole("tab", { name: "Trace" }).click();
+    await page.emulateMedia({ media: "print" }); // elsewhere the roll is printed, whatever the journal has open
+    assert.equal(await page.locator(".paper .slip").last().isVisible(), true);
+    assert.equal(await page.locator(".preview .slip").isVisible(), false);
     const pdf = await page.pdf();
     assert.equal(pdf.subarray(0, 5).toString(), "%PDF-");
     assert.equal((await printer.ask("GET", "state")).position.document, 27);
@@ -361,6 +420,8 @@ withPage("axe finds nothing", async ({ till, page, printer }) => {
     await till.sell("Chlieb", "1.00");
     await till.sell("Chlieb", "0.00"); // refused
     await printer.ask("POST", "faults", { kind: "acknowledgeLost", command: "payment" });
+    await till.sell("Chlieb", "2.00");
+    await printer.ask("POST", "faults", { kind: "refuse", command: "payment", code: 49 });
     await page.evaluate(axe);
     for (const colorScheme of ["light", "dark"]) {
         await page.emulateMedia({ colorScheme });

@@ -68,7 +68,7 @@ await page.goto(`${printer.web}/#/printer/trace`);
 await page.setViewportSize({ width: 390, height: 844 });
 await page.emulateMedia({ colorScheme: "light" });
 await page.waitForFunction(() => document.querySelector(".paper").scrollTop + document.querySelector(".paper").clientHeight >= document.querySelector(".paper").scrollHeight - 2);
-await save(page, "narrow", { fullPage: true });
+await save(page, "narrow");
 await till.end();
 await printer.end();
 

@@ -37,6 +37,15 @@ export function setText(target, text) {
     }
 }
 
+// Other children, and among them the one that had the keyboard's focus, by its `data-key`.
+export function replaceChildren(parent, children) {
+    const key = parent.contains(document.activeElement) ? document.activeElement.dataset.key : undefined;
+    parent.replaceChildren(...children);
+    if (key !== undefined) {
+        parent.querySelector(`[data-key="${key}"]`)?.focus();
+    }
+}
+
 export function labelled(label, control) {
     return element("label", { class: "field" }, element("span", {}, label), control);
 }

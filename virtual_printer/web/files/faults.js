@@ -1,6 +1,6 @@
 // Faults and scenarios: what the printer is armed with, what it has done so far, and what can be armed.
 import { at, get, post, remove } from "./api.js";
-import { button, element, labelled, setText } from "./dom.js";
+import { button, element, labelled, replaceChildren, setText } from "./dom.js";
 import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
 import { makeOutcome } from "./outcome.js";
 
@@ -111,17 +111,17 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
 
     function show() {
         if (printer.faults.length === 0) {
-            list.replaceChildren(element("li", { class: "hint" }, "No fault is armed: the printer does what it should."));
+            replaceChildren(list, [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
             return;
         }
-        list.replaceChildren(...printer.faults.map(({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) => element("li", { class: ended ? "ended" : "" },
+        replaceChildren(list, printer.faults.map(({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) => element("li", { class: ended ? "ended" : "" },
             element("div", {},
                 element("b", {}, wordsFor(fault)),
                 element("p", {}, ended ? "Ended. " : "Armed. ",
                     `Met ${requestsMet} requests, hit ${requestsHit} in ${callsHit} calls. `,
                     exchanges.length > 0 && "Exchanges: ",
-                    exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}` })))),
-            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `Disarm fault ${number}` }))));
+                    exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}`, "data-key": `${number} ${exchange}` })))),
+            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }))));
     }
 
     const quick = [

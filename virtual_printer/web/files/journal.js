@@ -1,6 +1,6 @@
 // The journal: every document that the printer keeps, searched and in pages, and the paper of the one that is open.
 import { at, get, getText } from "./api.js";
-import { button, download, element, labelled, setText } from "./dom.js";
+import { button, download, element, labelled, replaceChildren, setText } from "./dom.js";
 import { drawDocument } from "./paper.js";
 
 const pageSize = 25;
@@ -20,7 +20,7 @@ function queryFor(text) {
 const titleOf = (document) => `${kinds[document.kind]}${document.number ? ` ${document.number}` : ""}`;
 
 export function makeJournal(sheet, printer, { showDocument }, signal) {
-    const wanted = element("input", { type: "search", placeholder: "number, 2026-01-31, or a text on the paper" });
+    const wanted = element("input", { type: "search", placeholder: "number, 2026-01-31, or an item as printed" });
     const kind = element("select", {}, element("option", { value: "" }, "All"), Object.entries(kinds).map(([value, title]) => element("option", { value }, title)));
     const body = element("tbody");
     const range = element("span", { class: "quiet", role: "status" });
@@ -42,12 +42,14 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             if (mine !== question) {
                 return;
             }
-            body.replaceChildren(...documents.map(rowOf));
+            replaceChildren(body, documents.map(rowOf));
             newer.disabled = skip === 0;
             older.disabled = next === null;
             setText(range, documents.length > 0 ? `${skip + 1} to ${skip + documents.length}` : "");
             setText(empty, documents.length > 0 ? "" : "The journal has no such document.");
         } catch ({ message }) {
+            body.replaceChildren();
+            setText(range, "");
             setText(empty, message);
         }
     }
@@ -63,7 +65,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             element("td", {}, button(titleOf(document), (event) => {
                 event.stopPropagation();
                 open(document.position);
-            }, { class: "name" })),
+            }, { class: "name", "data-key": document.position })),
             element("td", { title: document.moment }, document.moment.slice(0, 16)),
             element("td", { class: "sum" }, document.kind.includes("eceipt") ? document.total : ""),
             element("td", { class: "quiet" }, payments));

@@ -85,8 +85,10 @@ export class Printer extends EventTarget {
         state.heardAt = Date.now();
         this.state = state;
         this.dropBefore(state.paper.first);
-        if (state.position.document !== this.documentsSeen) {
-            this.documentsSeen = state.position.document;
+        // A printer that is set back may have as many documents as before, and has new paper.
+        const journal = `${state.position.document} ${state.paper.first}`;
+        if (journal !== this.journalSeen) {
+            this.journalSeen = journal;
             this.totals = await get(at(this.name, "totals"));
             this.tell("totals");
         }

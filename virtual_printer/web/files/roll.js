@@ -5,7 +5,7 @@ import { drawLine } from "./paper.js";
 // `open` is called with the place in the journal of a document, `showExchange` with the number of an exchange.
 export function makeRoll(printer, { open, showExchange }, signal) {
     const hint = element("p", { class: "hint" }, "Nothing is printed yet. Begin a day and sell something.");
-    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-live": "off", tabindex: "0" }, hint);
+    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-description": "Up and down choose lines, Enter shows the exchange that printed them", "aria-live": "off", tabindex: "0" }, hint);
     const elements = new Map(); // by the number of the line
     let slip = null;
     let slipOf = null;
@@ -24,6 +24,24 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
     });
 
+    // Up and down choose what one exchange has printed, Enter shows the exchange.
+    let current = 0;
+    paper.addEventListener("keydown", (event) => {
+        const all = [...new Set([...paper.querySelectorAll("[data-exchange]")].map((line) => Number(line.dataset.exchange)))];
+        const step = { ArrowUp: -1, ArrowDown: 1 }[event.key];
+        if (event.target !== paper || all.length === 0) {
+            return;
+        }
+        if (step) {
+            const at = all.indexOf(current);
+            current = all.at(at === -1 ? -1 : Math.min(Math.max(at + step, 0), all.length - 1));
+            markExchange(current, true);
+            event.preventDefault();
+        } else if (event.key === "Enter" && all.includes(current)) {
+            showExchange(current);
+        }
+    });
+
     const isEndSeen = () => paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
     function showEnd() {
         paper.scrollTop = paper.scrollHeight;
@@ -33,15 +51,23 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     function beginSlip(line) {
         slipOf = line.document;
         const tools = element("div", { class: "tools" });
-        if (line.document > 0) {
-            tools.append(button("Open", () => open(line.document), { "aria-label": `Open document ${line.document}` }));
-        }
         if (line.exchange > 0) {
             tools.append(button("Trace", () => showExchange(line.exchange), { "aria-label": `Show what printed document ${line.document}` }));
         }
         slip = element("article", { class: "slip", "data-document": line.document }, tools);
         slip.style.setProperty("--columns", line.columns);
         paper.append(slip);
+    }
+
+    function endSlip(line, isFresh) {
+        if (line.document > 0) { // from now on the journal has it
+            slip.firstChild.prepend(button("Open", () => open(line.document), { "aria-label": `Open document ${line.document}` }));
+        }
+        slip.classList.add("isCut");
+        slip = null;
+        if (isFresh) {
+            tellAloud(line.document > 0 ? `Document ${line.document} is printed.` : "The paper is cut.");
+        }
     }
 
     function add(line, isFresh) {
@@ -56,11 +82,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         elements.set(line.number, drawn);
         slip.append(drawn);
         if (line.kind === "cut") {
-            slip.classList.add("isCut");
-            slip = null;
-            if (isFresh) {
-                tellAloud(line.document > 0 ? `Document ${line.document} is printed.` : "The paper is cut.");
-            }
+            endSlip(line, isFresh);
         }
     }
 

@@ -18,11 +18,11 @@ export function makeSession(sheet, printer, signal) {
     const path = (part) => at(printer.name, part);
 
     const exportAll = () => act("The session is saved as a file.", async () => {
-        const [state, totals, settings, faults] = await Promise.all(["state", "totals", "settings", "faults"].map((part) => get(path(part))));
+        const [state, totals, settings, faults, pictures] = await Promise.all(["state", "totals", "settings", "faults", "pictures"].map((part) => get(path(part))));
         const documents = await everyPage(path("documents"), "documents");
         const closures = await everyPage(path("closures"), "closures");
         const trace = (await getText(path("trace"))).split("\n").filter(Boolean).map((line) => JSON.parse(line));
-        const session = { printer: printer.name, state, totals, settings, ...faults, documents, closures, trace };
+        const session = { printer: printer.name, state, totals, settings, ...faults, ...pictures, documents, closures, trace };
         download(`${printer.name}-session.json`, "application/json", JSON.stringify(session, null, 1));
     });
     const exportTrace = () => act("The trace is saved as a file.", async () =>

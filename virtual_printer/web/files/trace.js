@@ -23,7 +23,7 @@ function detailOf(exchange, later, showPaper) {
         bytes("From the till", exchange.fromTill),
         bytes(exchange.cut ? "To the till (cut here)" : "To the till", exchange.toTill),
         element("p", { class: "quiet" },
-            `Connection ${exchange.till}, device ${exchange.address}, command ${exchange.command.toUpperCase()}. `,
+            `${exchange.moment} by the printer's clock. Connection ${exchange.till}, device ${exchange.address}, command ${exchange.command.toUpperCase()}. `,
             `Decided in ${decide} µs, kept in ${commit} µs, answered in ${answer} µs. `,
             printed > 0 ? `It printed ${printed === 1 ? "the line that is" : `the ${printed} lines that are`} marked on the paper.` : "It printed nothing that is still on the paper."));
 }
@@ -37,7 +37,9 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
     const rows = new Map(); // by the number of the exchange
     let chosen = 0;
+    let fetched = null; // the exchange that was chosen although the list no longer has it
 
+    const find = (number) => printer.exchanges.find((exchange) => exchange.number === number) ?? (fetched?.number === number ? fetched : undefined);
     const isWanted = (exchange) => {
         const text = wanted.value.trim().toLowerCase();
         return (withProbes.checked || !isProbe(exchange)) &&
@@ -88,6 +90,9 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             if (rows.size <= mostRows) {
                 break;
             }
+            if (number === chosen) {
+                continue;
+            }
             row.remove();
             detail?.remove();
             rows.delete(number);
@@ -97,9 +102,11 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     function draw() {
         rows.clear();
         body.replaceChildren();
-        printer.exchanges.filter(isWanted).slice(-mostRows).forEach((exchange) => place(exchange, body.firstChild));
+        const newest = printer.exchanges.filter(isWanted).slice(-mostRows);
+        const apart = newest.some(({ number }) => number === chosen) ? undefined : find(chosen);
+        [apart, ...newest].filter(Boolean).sort((a, b) => a.number - b.number).forEach((exchange) => place(exchange, body.firstChild));
         empty.hidden = rows.size > 0;
-        setText(empty, printer.exchanges.length > 0 ? "No exchange fits." : "Nothing has gone over the link yet.");
+        setText(empty, printer.exchanges.length > 0 ? `None of the last ${printer.exchanges.length} exchanges fits.` : "Nothing has gone over the link yet.");
     }
 
     function take({ added }) {
@@ -123,7 +130,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         const before = chosen;
         chosen = number;
         for (const each of [before, number]) {
-            const exchange = printer.exchanges.find((one) => one.number === each);
+            const exchange = find(each);
             if (exchange && rows.has(each)) {
                 place(exchange);
             }
@@ -136,22 +143,19 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     // An exchange that is not in the list any more is fetched.
     async function show(number) {
         wanted.value = "";
-        if (!rows.has(number)) {
+        if (!find(number)) {
             const [found] = await getLines(at(printer.name, `trace?after=${number - 1}&limit=1`)).catch(() => []);
-            if (!found) {
+            if (found?.number !== number) {
                 setText(empty, `The trace no longer has exchange ${number}.`);
                 empty.hidden = false;
                 return;
             }
-            const after = printer.exchanges.findIndex((exchange) => exchange.number > number);
-            found.isOver = true;
-            if (!printer.exchanges.some((exchange) => exchange.number === number)) {
-                printer.exchanges.splice(after === -1 ? printer.exchanges.length : after, 0, found);
-            }
-            draw();
+            fetched = found;
         }
-        choose(number);
-        rows.get(number)?.row.scrollIntoView({ block: "center" });
+        chosen = number;
+        draw();
+        showPaper(number, true);
+        rows.get(number).row.scrollIntoView({ block: "center" });
     }
 
     sheet.append(

@@ -26,6 +26,20 @@ bool matches(const Route& route, const std::vector<std::string>& path)
                       });
 }
 
+// What would be passed over would be taken for done.
+void requireQuery(const Route& route, const Target& target)
+{
+    if (!target.repeated.empty()) {
+        throw ControlRefusal(status::badRequest,
+                             "\"" + target.repeated.substr(0, 100) + "\" is there twice; give it once.");
+    }
+    if (!route.takesQuery && !target.query.empty()) {
+        throw ControlRefusal(status::badRequest, "There is no \"" +
+                                                     target.query.begin()->first.substr(0, 100) +
+                                                     "\" here: nothing belongs behind a question mark.");
+    }
+}
+
 } // namespace
 
 void Control::add(Station& station)
@@ -86,6 +100,7 @@ Outcome Control::find(const HttpRequest& request)
 
 Outcome Control::call(const Route& route, const HttpRequest& request, const Target& target)
 {
+    requireQuery(route, target);
     const bool namesPrinter = route.path.starts_with("/printers/");
     ControlledPrinter* printer = namesPrinter ? printerCalled(target.path.at(1)) : nullptr;
     const Json body = parseBody(request.body);

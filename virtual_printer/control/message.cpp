@@ -57,7 +57,10 @@ Target::Target(const std::string& text)
     split(whole.substr(0, question), '/', [this](std::string_view part) { path.push_back(decoded(part)); });
     split(whole.substr(std::min(question + 1, whole.size())), '&', [this](std::string_view part) {
         const std::size_t equals = std::min(part.find('='), part.size());
-        query[decoded(part.substr(0, equals))] = decoded(part.substr(std::min(equals + 1, part.size())));
+        const std::string name = decoded(part.substr(0, equals));
+        if (!query.emplace(name, decoded(part.substr(std::min(equals + 1, part.size())))).second) {
+            repeated = name;
+        }
     });
 }
 

@@ -46,6 +46,7 @@ struct Target
 
     std::vector<std::string> path;
     std::map<std::string, std::string> query;
+    std::string repeated; // the name of a value that is there twice
 };
 
 } // namespace virtual_printer

@@ -36,6 +36,7 @@ struct Route
     std::string_view method;
     std::string_view path; // "{printer}" stands for the name of one, other parts in braces for any
     Outcome (*handle)(const Call&);
+    bool takesQuery = false; // and says itself what of it does not belong there
 };
 
 std::span<const Route> controlRoutes();

@@ -107,7 +107,7 @@ void Snapshots::keep(const std::string& name, Place place, Memory memory)
         return;
     }
     const std::filesystem::path file = fileOf(name);
-    if (countFiles(folder()) >= mostFiles) {
+    if (!std::filesystem::exists(file) && countFiles(folder()) >= mostFiles) {
         throw ControlRefusal(status::conflict,
                              "There are " + std::to_string(mostFiles) +
                                  " files of snapshots, more are not kept; delete one first.");

@@ -125,6 +125,17 @@ TEST_F(SnapshotFiles, LieInTheDataFolder)
     EXPECT_TRUE(std::filesystem::is_empty(data / "snapshots"));
 }
 
+TEST_F(SnapshotFiles, AreReplacedWhenThereAreAsManyAsAreKept)
+{
+    EXPECT_EQ(send("POST", at("snapshots"), R"({"name": "day", "in": "file"})").status, 201);
+    for (int number = 1; number < 1000; ++number) {
+        std::ofstream(data / "snapshots" / (std::to_string(number) + ".db"));
+    }
+    EXPECT_THAT(refusedWith(409, send("POST", at("snapshots"), R"({"name": "more", "in": "file"})")),
+                HasSubstr("There are 1000 files"));
+    EXPECT_EQ(send("POST", at("snapshots"), R"({"name": "day", "in": "file"})").status, 201);
+}
+
 TEST_F(SnapshotFiles, LieNowhereElse)
 {
     for (const char* name : {"../day", "..", "/tmp/day", "a/b", "", "a.db", "day\\u0000"}) {

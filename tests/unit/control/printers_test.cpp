@@ -14,6 +14,19 @@ TEST_F(PrintersUnderControl, AreListed)
                 "There is no printer \"other\"; there are: printer.");
 }
 
+// A mistyped name would be taken for done: all faults would be disarmed here.
+TEST_F(PrintersUnderControl, AreNotAskedWithWhatTheRequestDoesNotTake)
+{
+    post(at("faults"), R"({"kind": "refuse", "code": 49})");
+    EXPECT_THAT(refusedWith(400, ask("DELETE", at("faults?number=9"))),
+                HasSubstr("There is no \"number\" here"));
+    EXPECT_EQ(get(at("faults"))["faults"].size(), 1U);
+    EXPECT_THAT(refusedWith(400, ask("GET", at("state?x=1"))), HasSubstr("There is no \"x\" here"));
+    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?limit=5&limit=7"))),
+                HasSubstr("\"limit\" is there twice"));
+    EXPECT_THAT(refusedWith(400, ask("GET", at("documents?page=7"))), HasSubstr("page"));
+}
+
 TEST_F(PrintersUnderControl, ShowWhatTheyStandAt)
 {
     beginDay();

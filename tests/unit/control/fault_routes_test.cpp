@@ -23,6 +23,15 @@ TEST_F(FaultsUnderControl, AreArmedAndTellWhatTheyDid)
     EXPECT_EQ(after["exchanges"], Json({1}));
 }
 
+TEST_F(FaultsUnderControl, AreDescribedWithEachKind)
+{
+    Json kinds = Json::array();
+    for (const FaultRule& rule : faultRules) {
+        kinds.push_back(rule.name);
+    }
+    EXPECT_EQ(get("/openapi.json")["components"]["schemas"]["Fault"]["properties"]["kind"]["enum"], kinds);
+}
+
 TEST_F(FaultsUnderControl, AreArmedAsScenariosAndDisarmed)
 {
     EXPECT_EQ(post(at("faults"), R"({"trouble": "The paper is out", "seed": 7,

@@ -1,5 +1,6 @@
 // What a printer stands at, and what is changed from outside: each change is there for the next request.
 #include "tests/unit/control/controlled_till.h"
+#include "virtual_printer/control/routes.h"
 
 namespace virtual_printer {
 namespace {
@@ -15,6 +16,25 @@ TEST_F(PrintersUnderControl, AreListed)
 }
 
 // A mistyped name would be taken for done: all faults would be disarmed here.
+// What the server itself answers, before anything is looked at.
+TEST_F(PrintersUnderControl, AreDescribedWithEachAnswerOfTheServer)
+{
+    const Json description = get("/openapi.json");
+    int operations = 0;
+    for (const auto& [path, methods] : description["paths"].items()) {
+        for (const auto& [method, operation] : methods.items()) {
+            if (method == "parameters") {
+                continue;
+            }
+            ++operations;
+            const Json& responses = operation["responses"];
+            EXPECT_TRUE(responses.contains("431") && responses.contains("503")) << method << path;
+            EXPECT_EQ(responses.contains("413"), operation.contains("requestBody")) << method << path;
+        }
+    }
+    EXPECT_EQ(operations, static_cast<int>(controlRoutes().size()) + 1) << "and the session of a page";
+}
+
 TEST_F(PrintersUnderControl, AreNotAskedWithWhatTheRequestDoesNotTake)
 {
     post(at("faults"), R"({"kind": "refuse", "code": 49})");

@@ -229,6 +229,16 @@ TEST_F(DisturbedSale, KnowsNoTryOfARefusedCallForANewOne)
     EXPECT_EQ(heard, "1531 1531 1531 06 ");
 }
 
+TEST_F(DisturbedSale, EndsWithItsCallThoughAPersonRepeatsItOverTcp)
+{
+    for (const char* kind : {"refuse", "executedNotAcknowledged"}) {
+        till.arm(std::string(R"({"code":49,"calls":1,"kind":")") + kind + R"("})");
+        EXPECT_EQ(bytesOf(till.send(job, seconds(3))), "\x15\x31");
+        EXPECT_EQ(bytesOf(till.send(job, seconds(3))), accepted);
+        EXPECT_EQ(till.last().attempt, 1);
+    }
+}
+
 TEST(DisturbedReply, HasSoManyDamagedBlocksWithTheirRepeats)
 {
     const std::string whole = reply();

@@ -78,6 +78,9 @@ public:
             if (sent != nullptr && sent->acknowledges != 0) {
                 session.hasAcknowledged(sent->acknowledges, now);
             }
+            if (step.ends != 0) {
+                session.hasEnded(step.ends);
+            }
         }
         return steps;
     }

@@ -189,6 +189,9 @@ class Printers(unittest.TestCase):
     def disarm(self):
         self.printer.ask("DELETE", "faults")
 
+    def disarm_the_first(self):
+        self.printer.ask("DELETE", f"faults/{self.faults()[0]['number']}")
+
     def setUp(self):
         self.tills = {}
         self.addCleanup(lambda: [till.close() for till in self.tills.values()])
@@ -248,7 +251,7 @@ class EveryFault(Printers):
         elif outcome == "abandoned" and kind is SerialTill:
             self.disarm()
         if outcome != "goes on" or fault.kind == "connectionRefused":
-            till = until(lambda: self.connected(kind))
+            till = until(lambda: connected(self, kind))
         elif fault.kind == "powerLoss":
             until(lambda: self.lines.read_bytes() == b"\x03")
         # Nothing is left over: the next answer is the next one. A day with what the fault has done is no new one.
@@ -258,11 +261,12 @@ class EveryFault(Printers):
         self.make_new()
         self.assertEqual(self.day(till), fresh)
 
-    def connected(self, kind):
-        try:
-            return self.till(kind)
-        except ConnectionRefusedError:
-            return None
+
+def connected(test, kind):
+    try:
+        return test.till(kind)
+    except ConnectionRefusedError:
+        return None
 
 
 class DisarmedFaults(Printers):
@@ -279,7 +283,90 @@ class DisarmedFaults(Printers):
                 self.disarm()
                 self.assertEqual(self.lines.read_bytes(), b"\x03")
                 till.say(b"\x11")
+                self.assertEqual(till.hear(2), ACCEPTED + b"\x11")
+
+    def test_of_a_reset_printer_give_no_answer_that_they_have_put_off(self):
+        for kind in self.on_both_links():
+            with self.subTest(kind.name):
+                till = self.till(kind)
+                self.printer.arm("busy")
+                till.say(HARMLESS)
+                self.printer.wait(executed=[{"name": "printJobCancel"}])
+                if kind is TcpTill:
+                    self.assertEqual(till.hear(1), b"\x13")
+                self.printer.reset()
+                self.assertEqual(self.lines.read_bytes(), b"\x03")
+                till.say(b"\x11")
                 self.assertEqual(till.hear(1), b"\x11")
+
+    def test_leave_what_others_still_do(self):
+        for kind in self.on_both_links():
+            with self.subTest(kind.name):
+                till = self.till(kind)
+                self.printer.arm("noise", bytes="aa")
+                till.say(HARMLESS)
+                self.assertEqual(till.hear(2), b"\xaa" + ACCEPTED)
+                self.printer.arm("acknowledgeLate", milliseconds=500)
+                till.say(HARMLESS)
+                until(lambda: self.faults()[1]["ended"])
+                self.disarm_the_first()
+                self.assertEqual(till.hear(1), ACCEPTED)
+
+    def test_leave_the_lines_that_others_have_put_off(self):
+        self.printer.name = "pty"
+        till = self.till(SerialTill)
+        self.printer.arm("noise", bytes="aa")
+        till.say(HARMLESS)
+        self.assertEqual(till.hear(2), b"\xaa" + ACCEPTED)
+        self.printer.arm("ctsOff", milliseconds=60_000)
+        till.say(HARMLESS)
+        self.assertEqual(till.hear(1), ACCEPTED)
+        self.disarm_the_first()
+        self.assertEqual(self.lines.read_bytes(), b"\x02")
+        self.disarm()
+        self.assertEqual(self.lines.read_bytes(), b"\x03")
+
+    def test_leave_the_port_closed_that_others_have_closed(self):
+        self.printer.name = "printer"
+        self.make_new()
+        self.printer.arm("connectionRefused", milliseconds=50)
+        till = until(lambda: connected(self, TcpTill))
+        self.printer.arm("powerLoss", milliseconds=60_000)
+        till.say(HARMLESS)
+        self.assertEqual(till.end(), "reset")
+        self.disarm_the_first()
+        self.assertRaises(ConnectionRefusedError, TcpTill, self.printer)
+        self.disarm()
+        till = self.till(TcpTill)
+        till.say(HARMLESS)
+        self.assertEqual(till.hear(1), ACCEPTED)
+
+    def test_leave_tills_alone_that_others_have_left_alone(self):
+        self.printer.name = "printer"
+        self.make_new()
+        left = []
+        for _ in range(2):
+            self.printer.arm("halfOpen")
+            left.append(self.connect_and_say_harmless())
+            self.addCleanup(left[-1].close)
+        self.disarm_the_first()
+        self.assertEqual(left[0].end(), "closed")
+        left[1].socket.setblocking(False)
+        self.assertRaises(BlockingIOError, left[1].end)
+        self.disarm()
+        left[1].socket.settimeout(LONGEST)
+        self.assertEqual(left[1].end(), "closed")
+
+    def connect_and_say_harmless(self):
+        """The till before it goes first: while it is served another one is turned away."""
+        def tried():
+            till = TcpTill(self.printer)
+            till.say(HARMLESS)
+            if self.faults()[-1]["ended"]:
+                return till
+            till.close()
+            return None
+        return until(tried)
 
     def test_put_the_lines_back(self):
         self.printer.name = "pty"
@@ -347,6 +434,48 @@ class DisarmedFaults(Printers):
             till.say(HARMLESS)
             self.assertEqual(till.hear(1), ACCEPTED)
             self.printer.expect(repeated=0, received=[{"name": "printJobCancel"}])
+
+
+class PowerLoss(Printers):
+    def test_ends_what_the_printer_had_still_to_say(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.arm("acknowledgeTwice", milliseconds=1000)
+        till.say(HARMLESS)
+        self.assertEqual(till.hear(1), ACCEPTED)
+        self.printer.arm("powerLoss", milliseconds=1200)
+        till.say(HARMLESS)
+        until(lambda: self.lines.read_bytes() == b"\x00")
+        until(lambda: self.lines.read_bytes() == b"\x03")
+        till.say(ASKED)
+        self.assertEqual(till.hear(len(REPLY)), REPLY)
+
+    def test_sends_away_who_waits_for_the_printer(self):
+        with FiscalPrinter("--second", "wait", program=program) as printer:
+            first = TcpTill(printer)
+            first.say(HARMLESS)
+            self.assertEqual(first.hear(1), ACCEPTED)
+            second = TcpTill(printer)
+            second.say(HARMLESS)
+            printer.arm("powerLoss", milliseconds=60_000)
+            first.say(HARMLESS)
+            self.assertEqual([first.end(), second.end()], ["reset", "reset"])
+            first.close()
+            second.close()
+
+
+class RestoredPrinter(Printers):
+    def test_puts_its_lines_back_when_their_time_has_come(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.ask("POST", "snapshots", {"name": "morning", "in": "memory"})
+        self.printer.arm("ctsOff", milliseconds=500)
+        till.say(HARMLESS)
+        self.assertEqual(till.hear(1), ACCEPTED)
+        self.printer.ask("POST", "restore", {"name": "morning", "in": "memory"})
+        until(lambda: self.lines.read_bytes() == b"\x03")
 
 
 class LinesThatGo(unittest.TestCase):

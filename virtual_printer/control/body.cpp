@@ -1,11 +1,10 @@
 #include "virtual_printer/control/body.h"
 
+#include "virtual_printer/faults/repeated_name.h"
 #include "virtual_printer/fiscal/ranges.h"
 
 #include <algorithm>
-#include <set>
 #include <string>
-#include <vector>
 
 namespace virtual_printer {
 namespace {
@@ -35,19 +34,11 @@ Json parseBody(const std::string& body)
     }
     constexpr int deepest = 16;
     bool isTooDeep = false;
-    std::string twice;
-    std::vector<std::set<std::string>> names; // of the objects that are open
+    RepeatedName twice;
     // Nothing deeper is kept: whoever walks through it needs the stack for it.
     const Json::parser_callback_t keep = [&](int depth, Json::parse_event_t event, Json& parsed) {
         isTooDeep = isTooDeep || depth > deepest;
-        if (event == Json::parse_event_t::object_start) {
-            names.emplace_back();
-        } else if (event == Json::parse_event_t::object_end) {
-            names.pop_back();
-        } else if (event == Json::parse_event_t::key &&
-                   !names.back().insert(parsed.get<std::string>()).second) {
-            twice = parsed.get<std::string>();
-        }
+        twice.note(event, parsed);
         return !isTooDeep;
     };
     Json content = Json::parse(body, keep, false);
@@ -55,8 +46,8 @@ Json parseBody(const std::string& body)
         refuse("The body is nested deeper than " + std::to_string(deepest) +
                " levels; nothing here needs that.");
     }
-    if (!twice.empty()) { // one of them would be forgotten silently
-        refuse("\"" + twice.substr(0, longestShown) + "\" is there twice; give it once.");
+    if (!twice.name().empty()) {
+        refuse("\"" + twice.name().substr(0, longestShown) + "\" is there twice; give it once.");
     }
     if (!content.is_object()) {
         refuse(R"(The body is no JSON object; send one as {"name": "value"}.)");

@@ -64,8 +64,8 @@ Outcome resetPrinter(const Call& call)
     }
     device.setClock(printer.startedClock);
     printer.clock = {};
+    printer.beginAnew(); // first: what the faults have put off is none of the new printer's
     printer.station.faults.disarmAll();
-    printer.beginAnew();
     return jsonAnswer(stateToJson(printer));
 }
 

@@ -1,7 +1,7 @@
 // What faults do to the way of an answer: when it comes, in which pieces, and whether the link lives.
 #pragma once
 
-#include "virtual_printer/faults/fault.h"
+#include "virtual_printer/faults/faults.h"
 #include "virtual_printer/faults/steps.h"
 
 #include <string>
@@ -12,6 +12,6 @@ namespace virtual_printer {
 inline constexpr char busyByte = 0x13;
 
 std::string allBytesOf(const Steps& steps);
-void deliver(Steps& steps, const Fault& fault, bool isSerial);
+void deliver(Steps& steps, const Faults::Hit& hit, bool isSerial);
 
 } // namespace virtual_printer

@@ -11,8 +11,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr milliseconds longest = std::chrono::hours(24);
-
 // With so many bytes the till has the answer.
 void acknowledge(Steps& steps, std::uint64_t exchange, std::size_t size)
 {
@@ -60,7 +58,7 @@ Steps disturbed(std::string answer, std::uint64_t exchange, const Hits& hits, co
     const std::string whole = answer;
     Steps steps = {{milliseconds(0), Send{damaged(std::move(answer), hits, around.answerBefore)}}};
     for (const Faults::Hit& hit : hits) {
-        deliver(steps, hit.fault, around.isSerial);
+        deliver(steps, hit, around.isSerial);
     }
     std::erase_if(steps, [](const Step& step) {
         const auto* send = std::get_if<Send>(&step.action);
@@ -84,17 +82,20 @@ ProbesMeanwhile probesDuring(const Hits& hits)
         const Fault& fault = hit.fault;
         switch (fault.kind) {
         case FaultKind::silence:
-            meanwhile = {Probes::ignored, longest};
+            meanwhile = {Probes::ignored, untilDisarmed};
             break;
         case FaultKind::requestLost:
         case FaultKind::acknowledgeLost:
-            meanwhile = {fault.probes.value_or(Probes::ready), longest};
+            meanwhile = {fault.probes.value_or(Probes::ready), untilDisarmed};
             break;
         case FaultKind::acknowledgeLate:
             meanwhile = {fault.probes.value_or(Probes::ignored), *fault.duration};
             break;
         case FaultKind::busy:
-            meanwhile = {Probes::busy, fault.duration.value_or(longest)};
+            // One after the other, as the answer waits for them.
+            meanwhile = {Probes::busy,
+                         (meanwhile.answer == Probes::busy ? meanwhile.duration : milliseconds(0)) +
+                             fault.duration.value_or(untilDisarmed)};
             break;
         default:
             break;

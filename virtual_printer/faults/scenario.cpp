@@ -3,6 +3,7 @@
 #include "virtual_printer/faults/fault_json.h"
 #include "virtual_printer/faults/fault_values.h"
 #include "virtual_printer/faults/faults.h"
+#include "virtual_printer/faults/repeated_name.h"
 
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -31,6 +32,9 @@ Scenario scenarioFromJson(const Json& json)
             throw std::runtime_error("A scenario takes no \"" + name + "\".");
         }
     }
+    if (json["faults"].empty()) {
+        throw std::runtime_error("A scenario without faults is no trouble; give it one at least.");
+    }
     for (const Json& one : json["faults"]) {
         Fault fault = faultFromJson(one);
         fault.seed = fault.seed.value_or(seed);
@@ -42,9 +46,18 @@ Scenario scenarioFromJson(const Json& json)
 Scenario readScenario(const std::filesystem::path& file)
 {
     std::ifstream stream(file);
-    const Json json = Json::parse(stream, nullptr, false);
+    RepeatedName twice;
+    const Json::parser_callback_t note = [&twice](int, Json::parse_event_t event, Json& parsed) {
+        twice.note(event, parsed);
+        return true;
+    };
+    const Json json = Json::parse(stream, note, false);
     if (json.is_discarded()) {
         throw std::runtime_error(file.string() + " is no JSON.");
+    }
+    if (!twice.name().empty()) {
+        throw std::runtime_error(file.string() + ": " + inQuotes(twice.name()) +
+                                 " is there twice; give it once.");
     }
     try {
         return scenarioFromJson(json);

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -25,18 +26,36 @@ struct ResetLink
 // The till is not heard any more and hears nothing, not even that the connection has ended.
 struct AbandonLink
 {
+    std::uint64_t fault = 0; // by which
 };
 // Whoever connects meanwhile is refused by the system, as by a printer that is switched off.
 struct RefuseConnections
 {
     std::chrono::milliseconds duration{0};
+    std::uint64_t fault = 0; // by which
+};
+// What the steps before it would still do does not come any more: the printer has no power.
+struct ForgetSteps
+{
 };
 struct SetLines // of a serial line, as the till sees them
 {
     bool clearToSend = true;
     bool dataSetReady = true;
 };
-using Action = std::variant<Send, CloseLink, ResetLink, AbandonLink, RefuseConnections, SetLines>;
+using Action =
+    std::variant<Send, CloseLink, ResetLink, AbandonLink, RefuseConnections, ForgetSteps, SetLines>;
+
+// Longer than any printer runs.
+inline constexpr std::chrono::milliseconds untilDisarmed = std::chrono::hours(24 * 365 * 100);
+
+// A fault that has put a step off, and goes before it is taken.
+struct PutOff
+{
+    std::uint64_t fault = 0;
+    // So much earlier the step is taken then; without it the step goes with its fault.
+    std::optional<std::chrono::milliseconds> by{};
+};
 
 struct Step
 {
@@ -44,6 +63,7 @@ struct Step
     Action action;
     // The exchange that ends with it, whether or not its answer is whole; 0 for none.
     std::uint64_t ends = 0;
+    std::vector<PutOff> putOff{};
 };
 using Steps = std::vector<Step>;
 

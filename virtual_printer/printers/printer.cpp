@@ -89,10 +89,19 @@ Refusal restore(Draft& draft, const std::optional<Backup>& backup)
 Printer::Printer(Memory memory, State stateWhenNew, Clock startedClock)
     : kept(std::move(memory)), whenNew(std::move(stateWhenNew)), clock(std::move(startedClock))
 {
-    restart();
+    start();
 }
 
 void Printer::restart()
+{
+    Hardware hardware = *current.hardware;
+    hardware.display.clear();
+    hardware.operatorDisplay.clear();
+    start();
+    changeHardware(hardware);
+}
+
+void Printer::start()
 {
     const auto before = kept.load();
     current = before.value_or(whenNew);

@@ -69,7 +69,8 @@ public:
     Answer execute(const Request& request, CodePage codePage, const Hindrance& hindrance = {});
     Answer takeBlock(std::string_view data, bool isLast, CodePage codePage, const Hindrance& hindrance = {});
     [[nodiscard]] bool expectsBlocks() const;
-    // As when its power has gone and come: it goes on from what the memory holds.
+    // As when its power has gone and come: it goes on from what the memory holds. Paper, cover and drawer are
+    // as they were, the displays are empty.
     void restart();
     // The trace has given this number to the request that was carried out or refused last.
     void wasExchange(std::uint64_t number);
@@ -87,8 +88,8 @@ public:
     // What no till can do, and a test may. Each happens between two requests, whole or not at all.
     // Settings as they are to be from now on. Throws DiskFull.
     void changeSettings(Settings settings);
-    // Everything that `other` keeps takes the place of what is kept here; paper, cover and displays are as
-    // after switching on. Throws what the memory throws.
+    // Everything that `other` keeps takes the place of what is kept here; there is paper, cover
+    // and drawer are closed, and the displays are empty. Throws what the memory throws.
     void takeOver(const Memory& other);
     // Everything that is kept, in a memory of its own.
     [[nodiscard]] Memory snapshot() const;
@@ -100,6 +101,7 @@ public:
 
 private:
     [[nodiscard]] Moment ownClock() const;
+    void start();
     Answer carryOut(Decision decision, const Hindrance& hindrance = {});
 
     Memory kept;

@@ -16,6 +16,13 @@ bool isSame(const Exchanged& a, const Exchanged& b)
     return a.kind == b.kind && a.fromTill.starts_with(b.fromTill) && a.kind != Exchanged::Kind::probe;
 }
 
+// Also where a fault has put the refusal in the place of the answer.
+bool endsWithRefusal(std::string_view bytes)
+{
+    constexpr char refused = 0x15;
+    return bytes.size() >= 2 && bytes[bytes.size() - 2] == refused;
+}
+
 bool isAccepted(const Exchanged& exchanged)
 {
     return exchanged.refusal == Refusal::none && exchanged.isAcknowledged;
@@ -69,7 +76,8 @@ int Recorder::attemptOf(const Exchanged& exchanged, Time now) const
     if (before == nullptr || before->number != exchanged.repeatOf || before->attempt == triesOfACall) {
         return 1;
     }
-    const bool isTriedAgain = codePage == CodePage::cp852 || now - lastBegan >= shortestSilence;
+    const bool hasMetSilence = !lastIsAnswered && now - lastBegan >= shortestSilence;
+    const bool isTriedAgain = codePage == CodePage::cp852 || hasMetSilence;
     return isTriedAgain ? before->attempt + 1 : 1;
 }
 
@@ -86,6 +94,7 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
     if (!isProbe) {
         present = last = number;
         lastBegan = now;
+        lastIsAnswered = false;
     }
     return number;
 }
@@ -109,6 +118,7 @@ void Recorder::hasAcknowledged(std::uint64_t number, Time now)
     }
     const auto taken = std::chrono::duration_cast<std::chrono::microseconds>(now - found->since);
     unsent.erase(found);
+    lastIsAnswered = lastIsAnswered || number == last;
     trace.change(number, [taken](Exchanged& exchanged) {
         exchanged.answered = taken;
         exchanged.isAcknowledged = exchanged.refusal == Refusal::none && exchanged.code == 0;
@@ -121,6 +131,7 @@ void Recorder::hasEnded(std::uint64_t number)
 {
     const Exchanged* exchanged = trace.find(number);
     if (exchanged != nullptr && !exchanged->isOver) {
+        lastIsAnswered = lastIsAnswered || (number == last && endsWithRefusal(exchanged->toTill));
         trace.change(number, [](Exchanged& ended) { ended.isOver = true; });
     }
 }

@@ -59,6 +59,7 @@ private:
     std::uint64_t present = 0; // the exchange whose reply the till acknowledges
     std::uint64_t last = 0;    // of this till, probes left out
     Time lastBegan{};
+    bool lastIsAnswered = false; // accepted or refused, with an answer that has left the printer whole
     std::vector<Unsent> unsent;
 };
 

@@ -37,31 +37,28 @@ std::string_view nameOf(unsigned char command)
 Steps TillSession::greet()
 {
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
-    noteHits(hits);
     return hits.empty() ? Steps() : disturbed("", 0, hits, {.isSerial = isSerial()});
 }
 
-bool TillSession::endFault(std::uint64_t number)
+void TillSession::endFault(std::uint64_t number)
 {
-    if (std::erase(hitBy, number) == 0) {
-        return false;
+    Hits rest = hitsOfLast;
+    if (std::erase_if(rest, [number](const Faults::Hit& hit) { return hit.number == number; }) != 0) {
+        goOnWith(std::move(rest));
     }
-    forgetFaults();
-    return true;
 }
 
-void TillSession::forgetFaults()
+// Of what has hit the last exchange, that is what still has an effect.
+void TillSession::goOnWith(Hits hits)
 {
-    meanwhile = {};
+    hitsOfLast = std::move(hits);
+    meanwhile = probesDuring(hitsOfLast);
     deafUntil = {};
-    hitsOfReply.clear();
-}
-
-void TillSession::noteHits(const Hits& hits)
-{
-    for (const Faults::Hit& hit : hits) {
-        std::erase(hitBy, hit.number);
-        hitBy.push_back(hit.number);
+    for (const Faults::Hit& hit : hitsOfLast) {
+        if (hit.fault.kind == FaultKind::powerLoss) {
+            deafUntil =
+                std::max(deafUntil, lastHit + hit.fault.duration.value_or(std::chrono::milliseconds(0)));
+        }
     }
 }
 
@@ -75,7 +72,7 @@ void TillSession::followThePrinter()
     exchange = Exchange();
     heard.clear();
     answerBefore.clear();
-    forgetFaults();
+    goOnWith({});
 }
 
 Steps TillSession::take(std::string_view bytes, Time now)
@@ -124,7 +121,7 @@ void TillSession::answer(const Incoming& incoming, Time now)
 
 Probes TillSession::answerToProbes(Time now) const
 {
-    return now - meanwhileSince < meanwhile.duration ? meanwhile.answer : Probes::ready;
+    return now - lastHit < meanwhile.duration ? meanwhile.answer : Probes::ready;
 }
 
 void TillSession::answerProbe(Time now)
@@ -145,7 +142,7 @@ void TillSession::answerProbe(Time now)
 
 void TillSession::goOn(const std::string& more)
 {
-    const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfReply, blocksSent++);
+    const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfLast, blocksSent++);
     std::string bytes = hits.empty() ? more : damaged(more, hits);
     const auto reply = more.empty()           ? Recorder::Reply::taken
                        : exchange.isBetween() ? Recorder::Reply::givenUp
@@ -234,8 +231,9 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     if (answer.data) {
         exchanged.replied(toUtf8(*answer.data, codePage));
     }
-    meanwhile = {};
-    hitsOfReply.clear();
+    if (!hitsOfLast.empty()) {
+        goOnWith({});
+    }
     if (hits.empty()) {
         const std::uint64_t number = recorder.keep(std::move(exchanged), whole, now);
         station.printer.wasExchange(number);
@@ -248,7 +246,6 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
 
 void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now)
 {
-    noteHits(hits);
     for (const Faults::Hit& hit : hits) {
         exchanged.faults.emplace_back(ruleOf(hit.fault.kind).deed);
     }
@@ -262,14 +259,12 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
     }
     const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
     station.printer.wasExchange(number);
-    meanwhile = probesDuring(hits);
-    meanwhileSince = now;
-    hitsOfReply = hits;
+    lastHit = now;
+    goOnWith(hits);
     blocksSent = 1;
-    if (const auto* loss = find(hits, FaultKind::powerLoss)) {
+    if (has(hits, FaultKind::powerLoss)) {
         station.printer.restart();
         exchange = Exchange();
-        deafUntil = now + loss->fault.duration.value_or(std::chrono::milliseconds(0));
     }
     letEnd(number, all);
     steps.insert(steps.end(), all.begin(), all.end());

@@ -33,8 +33,8 @@ public:
     // five seconds is none: on a serial line the till that began it may have ended, and the next one's
     // requests would be taken for the rest of it.
     Steps take(std::string_view bytes, Time now);
-    // What this fault still does here ends, if it has done anything; whether it has.
-    bool endFault(std::uint64_t number);
+    // What this fault still does here ends; what others do goes on.
+    void endFault(std::uint64_t number);
     // The answer of this exchange has been handed over whole.
     void hasAcknowledged(std::uint64_t number, Time now) { recorder.hasAcknowledged(number, now); }
     // The step with which this exchange ends has been taken.
@@ -54,9 +54,8 @@ private:
     void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
     void letEnd(std::uint64_t number, Steps& all);
     [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
-    void noteHits(const Hits& hits);
     void followThePrinter();
-    void forgetFaults();
+    void goOnWith(Hits hits);
     [[nodiscard]] Probes answerToProbes(Time now) const;
 
     Station& station;
@@ -73,12 +72,11 @@ private:
     std::uint64_t begun = 0;     // the beginning of the printer that it talks to
 
     // What faults still do after the exchange that they hit.
+    Hits hitsOfLast; // the further blocks of its reply are hit, too
+    Time lastHit{};
     ProbesMeanwhile meanwhile;
-    Time meanwhileSince{};
-    Hits hitsOfReply; // its further blocks are hit, too
-    int blocksSent = 0;
     Time deafUntil{}; // without power
-    std::vector<std::uint64_t> hitBy;
+    int blocksSent = 0;
     std::string answerBefore;
 };
 

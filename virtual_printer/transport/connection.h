@@ -6,6 +6,7 @@
 #include "virtual_printer/printers/station.h"
 #include "virtual_printer/printers/till_session.h"
 
+#include <algorithm>
 #include <array>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -26,7 +27,7 @@ struct LinkActions
 {
     std::function<void(Stream&)> prepareToRead = [](Stream&) {};
     std::function<void(Stream&)> makeEndAnError = [](Stream&) {};
-    std::function<void(std::chrono::milliseconds)> refuseConnections = [](std::chrono::milliseconds) {};
+    std::function<void(const RefuseConnections&)> refuseConnections = [](const RefuseConnections&) {};
     std::function<void(Stream&, const SetLines&)> setLines = [](Stream&, const SetLines&) {};
 };
 
@@ -51,20 +52,29 @@ public:
     Stream& link() { return stream; }
     // The till believes that it is connected, and nobody listens.
     [[nodiscard]] bool isAbandoned() const { return end == End::abandon; }
+    [[nodiscard]] bool isAbandonedBy(std::uint64_t fault) const
+    {
+        return isAbandoned() && abandonedBy == fault;
+    }
 
     // It has ended without being told to.
     [[nodiscard]] bool hasFailed() const { return hasFinished && end == End::none; }
 
-    // A fault is taken away: what it has not done yet does not come any more, and who was left alone is heard
-    // again.
+    // A fault is taken away: what it has not done yet does not come any more, what it has only put off comes,
+    // and who was left alone is heard again.
     void endFault(std::uint64_t number)
     {
-        if (!session.endFault(number)) {
-            return;
+        session.endFault(number);
+        std::vector<std::uint64_t> putOff; // going on with one may end them all
+        for (const auto& [place, later] : pending) {
+            if (isPutOffBy(later.step, number)) {
+                putOff.push_back(place);
+            }
         }
-        timers.clear();
-        actions.setLines(stream, {});
-        if (end == End::abandon) {
+        for (const std::uint64_t place : putOff) {
+            hurry(place, number);
+        }
+        if (isAbandonedBy(number)) {
             end = End::none;
             hasFinished = false;
             goOn();
@@ -118,22 +128,91 @@ private:
         }
     }
 
+    // A step that is put off, of the printer that a reset may have made another.
+    struct Later
+    {
+        Step step;
+        std::uint64_t printer;
+        boost::asio::steady_timer timer;
+    };
+
     void performLater(Step step)
     {
-        const std::uint64_t number = followingTimer++;
-        const auto timer =
-            timers.emplace(number, boost::asio::steady_timer(stream.get_executor(), step.after)).first;
-        timer->second.async_wait([self = this->shared_from_this(), number, printer = station.trace.begin(),
-                                  taken = std::move(step)](const boost::system::error_code&) {
-            const bool isStillDue = self->timers.erase(number) != 0;
-            if (!isStillDue || self->hasFinished || self->station.trace.begin() != printer) {
-                return;
+        boost::asio::steady_timer timer(stream.get_executor(), step.after);
+        pending.emplace(followingLater, Later{std::move(step), station.trace.begin(), std::move(timer)});
+        await(followingLater++);
+    }
+
+    void await(std::uint64_t place)
+    {
+        pending.at(place).timer.async_wait(
+            [self = this->shared_from_this(), place](const boost::system::error_code& failure) {
+                if (!failure) {
+                    self->performNow(place);
+                }
+            });
+    }
+
+    // Of another printer than the one that it is of, only the lines are still to come back.
+    void performNow(std::uint64_t place)
+    {
+        const auto node = pending.extract(place);
+        if (node.empty()) {
+            return;
+        }
+        const Later& later = node.mapped();
+        if (later.printer != station.trace.begin() && !std::holds_alternative<SetLines>(later.step.action)) {
+            return;
+        }
+        perform(later.step);
+        if (!isWriting) {
+            goOn();
+        }
+    }
+
+    static bool isPutOffBy(const Step& step, std::uint64_t fault)
+    {
+        return std::any_of(step.putOff.begin(), step.putOff.end(),
+                           [fault](const PutOff& one) { return one.fault == fault; });
+    }
+
+    // The fault that has put it off has gone: it is due so much earlier, or never.
+    void hurry(std::uint64_t place, std::uint64_t fault)
+    {
+        const auto found = pending.find(place);
+        if (found == pending.end()) {
+            return;
+        }
+        Step& step = found->second.step;
+        std::chrono::milliseconds earlier{0};
+        bool isGone = false;
+        for (const PutOff& one : step.putOff) {
+            if (one.fault == fault) {
+                isGone = isGone || !one.by;
+                earlier += one.by.value_or(std::chrono::milliseconds(0));
             }
-            self->perform(taken);
-            if (!self->isWriting) {
-                self->goOn();
-            }
+        }
+        std::erase_if(step.putOff, [fault](const PutOff& one) { return one.fault == fault; });
+        if (std::holds_alternative<SetLines>(step.action) || (!isGone && step.putOff.empty())) {
+            performNow(place);
+        } else if (isGone) {
+            pending.erase(found);
+        } else {
+            found->second.timer.expires_at(found->second.timer.expiry() - earlier);
+            await(place);
+        }
+    }
+
+    // Nothing comes any more, and no line stays off.
+    void forgetSteps()
+    {
+        const bool leavesLines = std::any_of(pending.begin(), pending.end(), [](const auto& one) {
+            return std::holds_alternative<SetLines>(one.second.step.action);
         });
+        pending.clear();
+        if (leavesLines) {
+            actions.setLines(stream, {});
+        }
     }
 
     void perform(const Step& step)
@@ -147,11 +226,15 @@ private:
         } else if (const auto* lines = std::get_if<SetLines>(&action)) {
             actions.setLines(stream, *lines);
         } else if (const auto* refusal = std::get_if<RefuseConnections>(&action)) {
-            actions.refuseConnections(refusal->duration);
+            actions.refuseConnections(*refusal);
+        } else if (std::holds_alternative<ForgetSteps>(action)) {
+            forgetSteps();
         } else {
-            end = std::holds_alternative<ResetLink>(action)     ? End::reset
-                  : std::holds_alternative<AbandonLink>(action) ? End::abandon
-                                                                : End::close;
+            const auto* abandonment = std::get_if<AbandonLink>(&action);
+            abandonedBy = abandonment == nullptr ? 0 : abandonment->fault;
+            end = std::holds_alternative<ResetLink>(action) ? End::reset
+                  : abandonment != nullptr                  ? End::abandon
+                                                            : End::close;
         }
         if (step.ends != 0) {
             session.hasEnded(step.ends);
@@ -202,7 +285,7 @@ private:
     void finish()
     {
         hasFinished = true;
-        timers.clear();
+        forgetSteps();
         session.hasGone();
         if (end == End::reset) {
             actions.makeEndAnError(stream);
@@ -227,8 +310,9 @@ private:
     std::string waiting;
     std::string sending;
     std::vector<std::uint64_t> acknowledged; // when all that waits has been sent
-    std::map<std::uint64_t, boost::asio::steady_timer> timers;
-    std::uint64_t followingTimer = 1;
+    std::map<std::uint64_t, Later> pending;  // in the order of the steps
+    std::uint64_t followingLater = 1;
+    std::uint64_t abandonedBy = 0; // the fault
     std::function<void()> ended = [] {};
 };
 

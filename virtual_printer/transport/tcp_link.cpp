@@ -11,32 +11,30 @@ using boost::asio::ip::tcp;
 
 namespace {
 
-// How long a fault wants connections to be refused, from the start on.
-std::chrono::milliseconds refusalOf(const Faults& faults)
+// Its close tells the till that the connection has failed.
+void makeEndAnError(tcp::socket& till)
 {
-    std::chrono::milliseconds duration{0};
-    for (const Armed& one : faults.list()) {
-        if (one.fault.kind == FaultKind::connectionRefused) {
-            duration = std::max(duration, *one.fault.duration);
-        }
-    }
-    return duration;
+    boost::system::error_code ignored;
+    till.set_option(boost::asio::socket_base::linger(true, 0), ignored);
 }
 
 } // namespace
 
-TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
-                 SecondTill second)
-    : acceptor(context), refusing(context), retrying(context), station(at), codes(refusals), policy(second)
+TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at,
+                 const Codes& refusalCodes, SecondTill second)
+    : acceptor(context), refusing(context), retrying(context), station(at), codes(refusalCodes),
+      policy(second)
 {
     try {
         // The first address that the host has.
         const auto found = tcp::resolver(context).resolve(wanted.host, "", tcp::resolver::passive);
         bind(tcp::endpoint(found.begin()->endpoint().address(), wanted.port));
-        const auto duration = refusalOf(station.faults);
-        if (duration.count() > 0) {
-            refuseFor(duration);
-        } else {
+        for (const Armed& one : station.faults.list()) {
+            if (one.fault.kind == FaultKind::connectionRefused) {
+                refuse({*one.fault.duration, one.number});
+            }
+        }
+        if (refusals.empty()) {
             listen();
         }
     } catch (const boost::system::system_error& failure) {
@@ -47,7 +45,7 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
         if (event == Faults::Event::disarmed) {
             endFault(armed);
         } else if (armed.fault.kind == FaultKind::connectionRefused) {
-            refuseFor(*armed.fault.duration);
+            refuse({*armed.fault.duration, armed.number});
         }
     });
 }
@@ -60,23 +58,41 @@ void TcpLink::bind(const tcp::endpoint& place)
     endpoint = acceptor.local_endpoint();
 }
 
-void TcpLink::refuseFor(std::chrono::milliseconds duration)
+void TcpLink::refuse(const RefuseConnections& refusal)
 {
-    retrying.cancel();
-    acceptor.close();
-    bind(endpoint); // nobody else's meanwhile
-    isRefusing = true;
-    refusing.expires_after(duration);
+    const bool isOpen = refusals.empty();
+    refusals[refusal.fault] = std::chrono::steady_clock::now() + refusal.duration;
+    if (isOpen) {
+        retrying.cancel();
+        acceptor.close();
+        bind(endpoint); // nobody else's meanwhile
+        std::for_each(waiting.begin(), waiting.end(), makeEndAnError);
+        waiting.clear();
+    }
+    awaitTheEndOfRefusals();
+}
+
+void TcpLink::awaitTheEndOfRefusals()
+{
+    const auto now = std::chrono::steady_clock::now();
+    std::erase_if(refusals, [now](const auto& one) { return one.second <= now; });
+    if (refusals.empty()) {
+        refusing.cancel();
+        listen();
+        return;
+    }
+    const auto last = std::max_element(refusals.begin(), refusals.end(),
+                                       [](const auto& a, const auto& b) { return a.second < b.second; });
+    refusing.expires_at(last->second);
     refusing.async_wait([this](const boost::system::error_code& failure) {
-        if (!failure && isRefusing && refusing.expiry() <= std::chrono::steady_clock::now()) {
-            listen();
+        if (!failure && !refusals.empty()) {
+            awaitTheEndOfRefusals();
         }
     });
 }
 
 void TcpLink::listen()
 {
-    isRefusing = false;
     acceptor.listen();
     accept();
 }
@@ -84,14 +100,10 @@ void TcpLink::listen()
 // What it still does ends.
 void TcpLink::endFault(const Armed& armed)
 {
-    const FaultKind kind = armed.fault.kind;
-    if (isRefusing && (kind == FaultKind::connectionRefused || kind == FaultKind::powerLoss)) {
-        refusing.cancel();
-        listen();
+    if (refusals.erase(armed.number) != 0) {
+        awaitTheEndOfRefusals();
     }
-    if (kind == FaultKind::halfOpen) {
-        abandoned.clear();
-    }
+    std::erase_if(abandoned, [&armed](const auto& till) { return till->isAbandonedBy(armed.number); });
     if (present) {
         present->endFault(armed.number);
     }
@@ -161,11 +173,8 @@ void TcpLink::serve(tcp::socket till)
     noticeDeadTills(till);
     LinkActions<tcp::socket> actions;
     actions.prepareToRead = acknowledgeAtOnce;
-    actions.makeEndAnError = [](tcp::socket& socket) {
-        boost::system::error_code ignored;
-        socket.set_option(boost::asio::socket_base::linger(true, 0), ignored);
-    };
-    actions.refuseConnections = [this](std::chrono::milliseconds duration) { refuseFor(duration); };
+    actions.makeEndAnError = makeEndAnError;
+    actions.refuseConnections = [this](const RefuseConnections& refusal) { refuse(refusal); };
     present =
         std::make_shared<Till>(std::move(till), station, CodePage::windows1250, codes, std::move(actions));
     present->start([this] { goWithPresent(); });

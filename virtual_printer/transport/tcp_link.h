@@ -12,7 +12,9 @@
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <chrono>
+#include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -22,7 +24,7 @@ class TcpLink
 {
 public:
     // Listens from here on. Throws std::runtime_error with a sentence for the user.
-    TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusals,
+    TcpLink(boost::asio::io_context& context, const Address& wanted, Station& at, const Codes& refusalCodes,
             SecondTill second);
 
     // As a till takes it; with the port that was found when 0 was asked for.
@@ -37,8 +39,10 @@ private:
     void receive(boost::asio::ip::tcp::socket till);
     void serve(boost::asio::ip::tcp::socket till);
     void bind(const boost::asio::ip::tcp::endpoint& place);
-    // As a printer that is switched off: its port is closed meanwhile.
-    void refuseFor(std::chrono::milliseconds duration);
+    // As a printer that is switched off: its port is closed meanwhile, and who waits is sent away.
+    void refuse(const RefuseConnections& refusal);
+    // The port is open again when no fault wants it to be closed.
+    void awaitTheEndOfRefusals();
     void listen();
     void endFault(const Armed& armed);
     void goWithPresent();
@@ -46,7 +50,7 @@ private:
     boost::asio::ip::tcp::acceptor acceptor;
     boost::asio::ip::tcp::endpoint endpoint; // also while nobody listens
     boost::asio::steady_timer refusing;
-    bool isRefusing = false;
+    std::map<std::uint64_t, std::chrono::steady_clock::time_point> refusals; // the end, by the fault
     boost::asio::steady_timer retrying;
     Station& station;
     const Codes& codes;

@@ -68,15 +68,16 @@ std::vector<Expected> expectations()
         same(R"({"kind":"wrongTerminator"})", asked, "0:" + pairsOf(otherEnd)),
         same(R"({"kind":"wrongLength"})", asked, "0:" + pairsOf(longer)),
         {R"({"kind":"busy","milliseconds":5000})", job, "0:13 5000:06!", "0:cts-dsr+ 5000:cts+dsr+ 5000:06!"},
-        {R"({"kind":"busy"})", job, "0:13", "0:cts-dsr+"},
+        {R"({"kind":"busy"})", job, "0:13 disarmed:06!", "0:cts-dsr+ disarmed:cts+dsr+ disarmed:06!"},
         same(R"({"kind":"slow","milliseconds":20})", request(0x07), "0:15 20:02!"),
         same(R"({"kind":"split","byte":1,"milliseconds":30})", request(0x07), "0:15 30:02!"),
         same(R"({"kind":"connectionClosed"})", job, "0:close"),
         same(R"({"kind":"connectionClosed","at":"afterwards"})", job, "0:06! 0:close"),
         same(R"({"kind":"connectionReset","at":"request"})", job, "0:reset"),
         same(R"({"kind":"halfOpen"})", job, "0:abandon"),
-        {R"({"kind":"powerLoss","milliseconds":700})", job, "0:refuse700 0:reset", "0:cts-dsr- 700:cts+dsr+"},
-        {R"({"kind":"powerLoss","at":"request"})", job, "0:reset", "0:cts-dsr- 0:cts+dsr+"},
+        {R"({"kind":"powerLoss","milliseconds":700})", job, "0:refuse700 0:reset",
+         "0:forget 0:cts-dsr- 700:cts+dsr+"},
+        {R"({"kind":"powerLoss","at":"request"})", job, "0:reset", "0:forget 0:cts-dsr- 0:cts+dsr+"},
         same(R"({"kind":"diskFull"})", request(0x29, {"0"}), "0:1533!"),
         same(R"({"kind":"paperOut"})", request(0x32, {"0", "text"}), "0:1531!"),
         {R"({"kind":"ctsOff","milliseconds":900})", job, "0:06!", "0:cts-dsr+ 0:06! 900:cts+dsr+"},
@@ -208,6 +209,22 @@ TEST_F(DisturbedSale, GoesOnWithAReceiptAfterThePowerLoss)
     EXPECT_EQ(bytesOf(till.send(sold, seconds(1))), accepted);
 }
 
+TEST_F(DisturbedSale, FindsPaperCoverAndDrawerAsTheyWereAfterThePowerLoss)
+{
+    till.station.printer.changeHardware({.paperIsOut = true,
+                                         .paperIsLow = true,
+                                         .coverIsOpen = true,
+                                         .drawerIsOpen = true,
+                                         .display = "2.00",
+                                         .operatorDisplay = "Chlieb"});
+    till.arm(R"({"kind":"powerLoss","command":"itemSale"})");
+    till.heard(sold);
+    const Hardware& hardware = *till.station.printer.state().hardware;
+    EXPECT_TRUE(hardware.paperIsOut && hardware.paperIsLow);
+    EXPECT_TRUE(hardware.coverIsOpen && hardware.drawerIsOpen);
+    EXPECT_EQ(hardware.display + hardware.operatorDisplay, "");
+}
+
 TEST_F(DisturbedSale, GoesOnWithoutPaperInAReceiptButBeginsNone)
 {
     till.arm(R"({"kind":"paperOut","requests":10})");
@@ -227,6 +244,16 @@ TEST_F(DisturbedSale, KnowsNoTryOfARefusedCallForANewOne)
         heard += pairsOf(serial.heard(job)) + " ";
     }
     EXPECT_EQ(heard, "1531 1531 1531 06 ");
+}
+
+TEST_F(DisturbedSale, EndsWithItsCallThoughAPersonRepeatsItOverTcp)
+{
+    for (const char* kind : {"refuse", "executedNotAcknowledged"}) {
+        till.arm(std::string(R"({"code":49,"calls":1,"kind":")") + kind + R"("})");
+        EXPECT_EQ(bytesOf(till.send(job, seconds(3))), "\x15\x31");
+        EXPECT_EQ(bytesOf(till.send(job, seconds(3))), accepted);
+        EXPECT_EQ(till.last().attempt, 1);
+    }
 }
 
 TEST(DisturbedReply, HasSoManyDamagedBlocksWithTheirRepeats)
@@ -265,6 +292,15 @@ TEST_F(ProbedPrinter, IsBusyForEverUntilItIsDisarmed)
     EXPECT_EQ(probed(std::chrono::hours(2)), "\x13");
     till.station.faults.disarmAll();
     EXPECT_EQ(probed(), "\x11");
+}
+
+TEST_F(ProbedPrinter, SaysOnceThatItIsBusyForTwoReasons)
+{
+    till.arm(R"({"kind":"busy","milliseconds":5000})");
+    till.arm(R"({"kind":"busy","milliseconds":3000})");
+    EXPECT_EQ(textOf(till.send(job)), "0:13 8000:06!");
+    EXPECT_EQ(probed(seconds(7)), "\x13");
+    EXPECT_EQ(probed(seconds(1)), "\x11");
 }
 
 TEST_F(ProbedPrinter, IsSilentUntilTheNextRequest)

@@ -61,6 +61,36 @@ TEST_P(EndedFaults, OfAnotherRequestChangeNothing)
     EXPECT_NE(probed(), "\x11");
 }
 
+// The first has hit a request, and its end is none of the second's.
+TEST_P(EndedFaults, LeaveWhatAnotherOneStillDoes)
+{
+    till.arm(R"({"kind":"noise","bytes":"aa"})");
+    till.heard(harmless);
+    till.arm(R"({"kind":"silence"})");
+    till.heard(harmless);
+    disarm(1);
+    EXPECT_EQ(probed(), "");
+    till.arm(R"({"kind":"wrongChecksum","blocks":9})");
+    const std::string damaged = till.heard(variable);
+    disarm(2);
+    EXPECT_EQ(till.heard("\x15"), damaged);
+    till.heard("\x03");
+    till.arm(R"({"kind":"powerLoss","milliseconds":60000})");
+    till.heard(harmless);
+    disarm(3);
+    EXPECT_EQ(till.heard(harmless), "");
+}
+
+TEST_P(EndedFaults, OfTwoOnOneRequestLeaveWhatTheOtherDoes)
+{
+    till.arm(R"({"kind":"silence"})");
+    till.arm(R"({"kind":"busy"})");
+    till.heard(harmless);
+    EXPECT_EQ(probed(), "\x13");
+    disarm(2);
+    EXPECT_EQ(probed(), "");
+}
+
 TEST_P(EndedFaults, ActFromTheNextRequestOnAlsoInTheMiddleOfACall)
 {
     const std::string end = request(0x22, {"0", "0"}); // refused: there is no receipt

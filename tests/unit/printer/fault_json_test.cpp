@@ -2,6 +2,7 @@
 #include "virtual_printer/faults/fault_json.h"
 #include "virtual_printer/faults/scenario.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -156,6 +157,29 @@ TEST(ScenarioFromJson, SaysWhatIsWrong)
               R"(A scenario takes no "colour".)");
     EXPECT_EQ(sentenceForScenario(R"({"trouble":"Rain","faults":[{"kind":"refuse"}]})"),
               R"(A fault of the kind refuse wants "code".)");
+    EXPECT_EQ(sentenceForScenario(R"({"trouble":"Rain","faults":[]})"),
+              "A scenario without faults is no trouble; give it one at least.");
+}
+
+// One of both would be forgotten silently, at the top as in a fault.
+TEST(ScenarioFile, HasEachNameOnce)
+{
+    const std::string file = testing::TempDir() + "scenario_with_a_name_twice.json";
+    for (
+        const char* text :
+        {R"({"seed":1,"trouble":"Rain","faults":[{"kind":"paperOut"}],"seed":2})",
+         R"({"trouble":"Rain","faults":[{"kind":"paperOut","seed":1},{"seed":1,"kind":"paperOut","seed":2}]})"}) {
+        std::ofstream(file) << text;
+        try {
+            readScenario(file);
+            ADD_FAILURE() << text;
+        } catch (const std::runtime_error& wrong) {
+            EXPECT_EQ(wrong.what(), file + R"(: "seed" is there twice; give it once.)");
+        }
+    }
+    std::ofstream(file)
+        << R"({"trouble":"Rain","faults":[{"kind":"paperOut","seed":1},{"kind":"diskFull","seed":1}]})";
+    EXPECT_EQ(readScenario(file).faults.size(), 2U);
 }
 
 } // namespace

@@ -95,6 +95,14 @@ TEST_F(TracedSession, KnowsThatTcpSendsNoRefusedRequestAgain)
     EXPECT_EQ(again.attempt, 1);
 }
 
+TEST_F(TracedSession, TakesWhatAPersonRepeatsAfterARefusalOverTcpForANewCall)
+{
+    const std::string end = request(0x22, {"0", "0"});
+    for (int count = 0; count < 3; ++count) {
+        EXPECT_EQ(exchange(line, end, seconds(3)).attempt, 1);
+    }
+}
+
 TEST_F(TracedSession, KnowsTheTriesOfTcpAfterSilenceWithProbesBetween)
 {
     line.take(day, now); // whose answer does not get through

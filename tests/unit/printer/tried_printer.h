@@ -27,7 +27,8 @@ inline std::string textOf(const Steps& steps)
 {
     std::string text;
     for (const Step& step : steps) {
-        text += (text.empty() ? "" : " ") + std::to_string(step.after.count()) + ":";
+        text += (text.empty() ? "" : " ") +
+                (step.after >= untilDisarmed ? "disarmed" : std::to_string(step.after.count())) + ":";
         if (const auto* send = std::get_if<Send>(&step.action)) {
             text += pairsOf(send->bytes) + (send->acknowledges == 0 ? "" : "!");
         } else if (const auto* lines = std::get_if<SetLines>(&step.action)) {
@@ -35,6 +36,8 @@ inline std::string textOf(const Steps& steps)
                     (lines->dataSetReady ? "+" : "-");
         } else if (const auto* refusal = std::get_if<RefuseConnections>(&step.action)) {
             text += "refuse" + std::to_string(refusal->duration.count());
+        } else if (std::holds_alternative<ForgetSteps>(step.action)) {
+            text += "forget";
         } else {
             text += std::holds_alternative<CloseLink>(step.action)   ? "close"
                     : std::holds_alternative<ResetLink>(step.action) ? "reset"
@@ -77,6 +80,9 @@ public:
             const auto* sent = std::get_if<Send>(&step.action);
             if (sent != nullptr && sent->acknowledges != 0) {
                 session.hasAcknowledged(sent->acknowledges, now);
+            }
+            if (step.ends != 0) {
+                session.hasEnded(step.ends);
             }
         }
         return steps;

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -96,6 +97,27 @@ void logCall(const Parts&... parts)
 {
     if (callLog().isOn()) {
         callLog().append(logLine(parts...));
+    }
+}
+
+// Appends a line about what the printer has answered, whether the log is on or not. One that there is no
+// memory for is lost, as one whose file cannot be opened: the caller gets the answer all the same.
+template <typename... Parts>
+void appendOutcome(const Parts&... parts)
+{
+    try {
+        callLog().append(logLine(parts...));
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+// The same while the log is on.
+template <typename... Parts>
+void logOutcome(const Parts&... parts)
+{
+    if (callLog().isOn()) {
+        appendOutcome(parts...);
     }
 }
 

@@ -1,7 +1,7 @@
 // The frame of every export: it finds the open device, holds its lock while the command runs, and turns
-// failures into codes. No export tries, locks or catches anything itself. What an export logs and runs are
-// its own copies of the caller's texts (Text), made at its beginning: while it waits for the lock, the
-// caller's may change.
+// failures into codes. No export tries, locks or catches anything itself, but for getVariableStr, which
+// throws nothing. What an export logs and runs are its own copies of the caller's texts (Text), made at its
+// beginning: while it waits for the lock, the caller's may change.
 #pragma once
 
 #include "api/session.h"

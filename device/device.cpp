@@ -6,18 +6,24 @@
 #include <chrono>
 #include <fstream>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace telvofm {
 namespace {
 
+// Want of memory is one of the reasons for which a file cannot be opened.
 std::ofstream createdFile(std::string_view name)
 {
-    std::ofstream file(std::string(name), std::ios::binary | std::ios::trunc);
-    if (!file) {
+    try {
+        std::ofstream file(std::string(name), std::ios::binary | std::ios::trunc);
+        if (file) {
+            return file;
+        }
+    } catch (const std::bad_alloc&) {
         throw Telvo06FMException(code::transportFailure);
     }
-    return file;
+    throw Telvo06FMException(code::transportFailure);
 }
 
 // A disk that is full is a failure too: the caller must not believe that the data is there.

@@ -1,11 +1,13 @@
 #include "link/standard_output.h"
 
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <poll.h>
 #include <pthread.h>
 #include <stdio_ext.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace telvofm {
@@ -41,10 +43,29 @@ private:
     bool wasPending = false;
 };
 
-bool takesBytes(int descriptor)
+bool isPipe(int descriptor)
+{
+    struct stat status
+    {
+    };
+    return ::fstat(descriptor, &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode));
+}
+
+// Whether so many bytes can be written without waiting for a reader. A pipe that is ready promises no more
+// than one page.
+bool takesBytes(int descriptor, std::size_t count)
 {
     pollfd writable = {.fd = descriptor, .events = POLLOUT, .revents = 0};
-    return ::poll(&writable, 1, 0) != 0;
+    return (count <= PIPE_BUF || !isPipe(descriptor)) && ::poll(&writable, 1, 0) != 0;
+}
+
+// What the host has left in the stream's buffer; the line's page is for the line then.
+void flushWhatIsTaken(std::FILE* stream)
+{
+    const std::size_t pending = ::__fpending(stream);
+    if (pending != 0 && takesBytes(::fileno(stream), pending)) {
+        std::fflush(stream);
+    }
 }
 
 // How many bytes the stream takes without writing any.
@@ -61,11 +82,12 @@ std::size_t roomInBuffer(std::FILE* stream)
 
 void writeLine(std::string_view line)
 {
-    const bool isTaken = takesBytes(::fileno(stdout));
+    const WithoutBrokenPipeSignal quiet;
+    flushWhatIsTaken(stdout);
+    const bool isTaken = takesBytes(::fileno(stdout), ::__fpending(stdout) + line.size() + 1);
     if (!isTaken && roomInBuffer(stdout) <= line.size()) {
         return;
     }
-    const WithoutBrokenPipeSignal quiet;
     std::fwrite(line.data(), 1, line.size(), stdout);
     std::fputc('\n', stdout);
     if (isTaken) {

@@ -1,26 +1,21 @@
 #include "link/telvo06fm_exception.h"
 
-#include <string>
+#include <algorithm>
+#include <charconv>
 #include <string_view>
 
 namespace telvofm {
-namespace {
 
 // For codes 0 to 12 the text starts `code` bytes into the constant: this is meant, callers know these texts.
-std::string messageOf(std::int32_t code)
+Telvo06FMException::Telvo06FMException(std::int32_t failureCode) : std::runtime_error(""), code(failureCode)
 {
     constexpr std::string_view constant = "Telvo error ";
     if (code >= 0 && code <= static_cast<std::int32_t>(constant.size())) {
-        return std::string(constant.substr(static_cast<std::size_t>(code)));
+        std::copy(constant.begin() + code, constant.end(), text.begin());
+        return;
     }
-    return std::string(constant) + std::to_string(code);
-}
-
-} // namespace
-
-Telvo06FMException::Telvo06FMException(std::int32_t failureCode)
-    : std::runtime_error(messageOf(failureCode)), code(failureCode)
-{
+    char* const number = std::copy(constant.begin(), constant.end(), text.data());
+    std::to_chars(number, text.data() + text.size(), code);
 }
 
 } // namespace telvofm

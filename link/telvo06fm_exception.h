@@ -3,6 +3,7 @@
 // it includes nothing of ours.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <stdexcept>
 
@@ -21,12 +22,17 @@ inline constexpr std::int32_t transportFailure = -10201;
 inline constexpr std::int32_t timeout = -10202;
 } // namespace code
 
+// Holds its text itself: it has to be made, too, when it stands for memory that has run out.
 class Telvo06FMException : public std::runtime_error
 {
 public:
     explicit Telvo06FMException(std::int32_t failureCode);
+    [[nodiscard]] const char* what() const noexcept override { return text.data(); }
 
     std::int32_t code;
+
+private:
+    std::array<char, sizeof "Telvo error -2147483648"> text{};
 };
 
 } // namespace telvofm

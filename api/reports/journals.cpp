@@ -60,7 +60,7 @@ int getJournal_ResultObject(int device, ResultObject* result)
     // It logs after the call, under the name of getJournal, and with the whole journal: this is meant.
     return fillResult(
         result, [&](Device& printer) { return printer.query(reports::wholeJournal(printer, device)); },
-        [&](const std::string& reply) { logCall("getJournal ", "device ", device, ", result ", reply); });
+        [&](const std::string& reply) { logOutcome("getJournal ", "device ", device, ", result ", reply); });
 }
 
 int getJournal_str_tofile(int device, const char* fileName)
@@ -219,8 +219,8 @@ int getJournalStructZ1_tofile(int device, const char* docType, int numberFrom, i
         } catch (const Telvo06FMException& failure) {
             // This export alone logs its failure, also while the log is off: this is meant.
             const std::string_view message = failure.what();
-            callLog().append(logLine("getJournalStructZ1_tofile exception ", failure.code,
-                                     message.empty() ? "Unknown exception" : message));
+            appendOutcome("getJournalStructZ1_tofile exception ", failure.code,
+                          message.empty() ? "Unknown exception" : message);
             throw;
         }
     });

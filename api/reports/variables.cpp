@@ -8,6 +8,9 @@
 #include "api/result_objects.h"
 #include "api/telvofm.h"
 
+#include <exception>
+#include <utility>
+
 using namespace telvofm;
 
 namespace {
@@ -17,7 +20,7 @@ thread_local std::string variableText;
 
 void logVariable(std::string_view name, int device, std::string_view variableCode, std::string_view result)
 {
-    logCall(name, "device ", device, ", variableCode ", variableCode, ", result ", result);
+    logOutcome(name, "device ", device, ", variableCode ", variableCode, ", result ", result);
 }
 
 } // namespace
@@ -43,14 +46,18 @@ int getVariableResultObject(int device, const char* variableCode, ResultObject* 
 
 const char* getVariableStr(int device, const char* variableCode)
 {
-    const Text ownVariableCode(variableCode);
     const char* text = "Error";
-    runQuery([&](Device& printer) { return reports::variable(printer, device, ownVariableCode); },
-             [&](const std::string& reply) {
-                 variableText = reply;
-                 text = variableText.c_str();
-                 logVariable("getVariableStr ", device, ownVariableCode, reply);
-             });
+    try {
+        const Text ownVariableCode(variableCode);
+        runQuery([&](Device& printer) { return reports::variable(printer, device, ownVariableCode); },
+                 [&](std::string reply) {
+                     variableText = std::move(reply);
+                     text = variableText.c_str();
+                     logVariable("getVariableStr ", device, ownVariableCode, variableText);
+                 });
+    } catch (const std::exception&) {
+        return "Error"; // this export throws nothing, which is meant
+    }
     return text;
 }
 
@@ -59,7 +66,7 @@ int getLastParagon(int device, char* buffer, int bufferSize)
     return runQuery([&](Device& printer) { return reports::lastParagon(printer, device); },
                     [&](const std::string& reply) {
                         copyBlankedWithoutTerminator(reply, buffer, bufferSize);
-                        logCall("getLastParagon (", reply.size(), " bytes)\n", reply);
+                        logOutcome("getLastParagon (", reply.size(), " bytes)\n", reply);
                     });
 }
 
@@ -68,7 +75,7 @@ int getLastParagonResultObject(int device, ResultObject* result)
     return fillResult(
         result, [&](Device& printer) { return reports::lastParagon(printer, device); },
         [&](const std::string& reply) {
-            logCall("getLastParagonResultObject (", reply.size(), " bytes)", reply);
+            logOutcome("getLastParagonResultObject (", reply.size(), " bytes)", reply);
         });
 }
 

@@ -6,10 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace telvofm::test {
@@ -182,6 +184,83 @@ TEST_F(StandardOutput, ThatIsFullNeverBlocks)
                   0)
             << "buffering " << buffering;
     }
+}
+
+// What one page more or less decides: a pipe that says it takes bytes takes a page of them for certain.
+void readAPage(int pipe)
+{
+    std::string page(PIPE_BUF, '\0');
+    ssize_t missing = PIPE_BUF;
+    while (missing > 0) {
+        missing -= ::read(pipe, page.data(), static_cast<std::size_t>(missing));
+    }
+}
+
+// The host's own bytes are not pushed into a pipe that may not take them all; the line follows them.
+TEST_F(StandardOutput, WithAPageOfRoomDoesNotBlockOnTheHostsOwnBytes)
+{
+    EXPECT_EQ(outcomeOf([&] {
+                  std::string buffer(200000, '\0');
+                  const std::string own(100000, 'o');
+                  fill(pipe.ends[1]);
+                  readAPage(pipe.ends[0]);
+                  stdout = ::fdopen(pipe.ends[1], "w"); // one that has no buffer yet
+                  std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size());
+                  std::fputs(own.c_str(), stdout);
+                  if (openFM(address.c_str()) != 0) {
+                      return 1;
+                  }
+                  closeFM();
+                  if (drain(pipe.ends[0]).find('h') != std::string::npos) {
+                      return 2;
+                  }
+                  std::string all;
+                  std::thread reader([&] {
+                      while (all.size() < own.size() + line.size()) {
+                          all += drain(pipe.ends[0]);
+                      }
+                  });
+                  std::fflush(stdout);
+                  reader.join();
+                  return all == own + line ? 0 : 3;
+              }),
+              0);
+}
+
+// A line that is longer than a page: it may not fit.
+TEST_F(StandardOutput, WithAPageOfRoomDoesNotBlockOnALongName)
+{
+    for (const std::size_t length : {std::size_t{5000}, std::size_t{100000}}) {
+        EXPECT_EQ(outcomeOf([&] {
+                      const std::string name = std::string(length, 'x') + ":no-such-service";
+                      fill(pipe.ends[1]);
+                      readAPage(pipe.ends[0]);
+                      ::dup2(pipe.ends[1], STDOUT_FILENO);
+                      const bool isRefused = openFM(name.c_str()) == -1;
+                      closeFM();
+                      const std::string lost = drain(pipe.ends[0]);
+                      return isRefused && lost.find('x') == std::string::npos ? 0 : 1;
+                  }),
+                  0)
+            << "length " << length;
+    }
+}
+
+// A stream whose buffer is nearly full of the host's bytes, and a pipe that takes both, but not at once.
+TEST_F(StandardOutput, GetsTheHostsBytesFirstWhereOnePageDoesNotTakeBoth)
+{
+    EXPECT_EQ(outcomeOf([&] {
+                  std::string buffer(PIPE_BUF, '\0');
+                  const std::string own(PIPE_BUF - 10, 'o');
+                  stdout = ::fdopen(pipe.ends[1], "w"); // one that has no buffer yet
+                  std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size());
+                  std::fputs(own.c_str(), stdout);
+                  if (openFM(address.c_str()) != 0) {
+                      return 1;
+                  }
+                  return drain(pipe.ends[0]) == own + line ? 0 : 2;
+              }),
+              0);
 }
 
 } // namespace

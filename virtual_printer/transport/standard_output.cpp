@@ -20,10 +20,6 @@ void StandardOutput::say(std::string line)
             ++lost;
         }
         lines.push_back(std::move(line));
-        if (!isWaiting) {
-            return;
-        }
-        isWaiting = false;
     }
     changed.notify_all();
 }
@@ -31,20 +27,14 @@ void StandardOutput::say(std::string line)
 bool StandardOutput::flush(std::chrono::milliseconds limit)
 {
     std::unique_lock lock(state);
-    return changed.wait_for(lock, limit, [this] { return lines.empty() && isWaiting; });
+    return changed.wait_for(lock, limit, [this] { return lines.empty() && !isWriting; });
 }
 
 void StandardOutput::write()
 {
-    constexpr std::chrono::milliseconds betweenWrites{
-        5}; // to wake the thread for each line takes longer than the line
     std::unique_lock lock(state);
     for (;;) {
-        if (lines.empty()) {
-            isWaiting = true;
-            changed.notify_all();
-            changed.wait(lock, [this] { return !lines.empty(); });
-        }
+        changed.wait(lock, [this] { return !lines.empty(); });
         std::string text;
         if (lost > 0) {
             text = "... " + std::to_string(std::exchange(lost, 0)) +
@@ -54,11 +44,13 @@ void StandardOutput::write()
             text.append(line).push_back('\n');
         }
         lines.clear();
+        isWriting = true;
         lock.unlock();
         std::fwrite(text.data(), 1, text.size(), stdout);
         std::fflush(stdout);
-        std::this_thread::sleep_for(betweenWrites);
         lock.lock();
+        isWriting = false;
+        changed.notify_all();
     }
 }
 

@@ -1,6 +1,6 @@
 // Standard output as the paper of all printers. A reader that does not read, or has gone away, stops nothing:
 // lines wait in a queue of bounded length, the oldest are lost, and a line says how many. A thread of its own
-// writes them, those of a few milliseconds at once; it is the only one beside that of the printers.
+// writes them; it is the only one beside that of the printers.
 #pragma once
 
 #include <chrono>
@@ -32,7 +32,7 @@ private:
     std::condition_variable changed;
     std::deque<std::string> lines;
     std::size_t lost = 0;
-    bool isWaiting = false; // the thread, for a line
+    bool isWriting = false;
 };
 
 } // namespace virtual_printer

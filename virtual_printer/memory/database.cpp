@@ -129,9 +129,6 @@ Database::Database(const std::filesystem::path& file)
 
 void Database::open(const std::string& name)
 {
-    // Nobody asks how much memory it uses, and to count it takes a lock at each piece.
-    static const int isUncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
-    static_cast<void>(isUncounted);
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(
         name.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);

@@ -52,6 +52,7 @@ Database openOwnFile(const std::filesystem::path& file, const std::string& name)
                                  std::to_string(version) + ", this program knows " +
                                  std::to_string(schemaVersion) + "); use that one.");
     }
+    database.takeOverPages();
     return database;
 }
 

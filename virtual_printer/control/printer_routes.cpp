@@ -60,7 +60,7 @@ Outcome resetPrinter(const Call& call)
     if (isNew) {
         device.takeOver(memoryOf(call.whenNew, device.now()));
     } else {
-        device.takeOver(printer.started);
+        device.goBack();
     }
     device.setClock(printer.startedClock);
     printer.clock = {};

@@ -253,6 +253,12 @@ void Printer::takeOver(const Memory& other)
     current = std::move(*restored);
 }
 
+void Printer::goBack()
+{
+    kept.goBack();
+    current = kept.load().value();
+}
+
 Memory Printer::snapshot() const
 {
     Memory copy;

@@ -91,6 +91,9 @@ public:
     // Everything that `other` keeps takes the place of what is kept here; there is paper, cover
     // and drawer are closed, and the displays are empty. Throws what the memory throws.
     void takeOver(const Memory& other);
+    // Remembers what is kept now; `goBack` takes that over again, whatever has happened since.
+    void remember() { kept.remember(); }
+    void goBack();
     // Everything that is kept, in a memory of its own.
     [[nodiscard]] Memory snapshot() const;
     // The clock shows `moment` now, and is `started` from there: standing, running, running faster.

@@ -654,8 +654,8 @@ TELVOFM_API int itemDiscount(int device, int row, const char* description, int o
                              double discountValue, char vat);
 
 /**
- * A discount on an item, as itemDiscount() in hundredths. Writes two lines to the call log, the first with
- * its name alone.
+ * A discount on an item, as itemDiscount() with amounts in hundredths. Writes two lines to the call log, the
+ * first with its name alone.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -669,7 +669,7 @@ TELVOFM_API int itemDiscount_int(int device, int row, const char* description, i
                                  int discountValue, const char* vat);
 
 /**
- * A discount on an item, as itemDiscount() as text. Logged under the name itemDiscount.
+ * A discount on an item, as itemDiscount() with amounts as text. Logged under the name itemDiscount.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -697,7 +697,7 @@ TELVOFM_API int itemDiscount2(int device, int row, const char* description, int 
                               double discountValue, char vat, double discountTotalValue);
 
 /**
- * A discount on an item with its total, as itemDiscount2() in hundredths.
+ * A discount on an item with its total, as itemDiscount2() with amounts in hundredths.
  * @param device              the printer's address
  * @param row                 the printer's, the first number of the command
  * @param description         any length, converted
@@ -712,7 +712,8 @@ TELVOFM_API int itemDiscount2_int(int device, int row, const char* description, 
                                   int discountValue, const char* vat, int discountTotalValue);
 
 /**
- * A discount on an item with its total, as itemDiscount2() as text. Logged under the name itemDiscount2.
+ * A discount on an item with its total, as itemDiscount2() with amounts as text. Logged under the name
+ * itemDiscount2.
  * @param device              the printer's address
  * @param row                 the printer's, the first number of the command
  * @param description         any length, converted
@@ -750,7 +751,7 @@ TELVOFM_API int subTotalDiscount(int device, int row, const char* description, i
                                  double discountValue, char vat);
 
 /**
- * A discount on the subtotal, as subTotalDiscount() in hundredths; `vat` stays a `char`.
+ * A discount on the subtotal, as subTotalDiscount() with amounts in hundredths; `vat` stays a `char`.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -763,7 +764,8 @@ TELVOFM_API int subTotalDiscount_int(int device, int row, const char* descriptio
                                      int discountValue, char vat);
 
 /**
- * A discount on the subtotal, as subTotalDiscount() as text. Logged under the name subTotalDiscount.
+ * A discount on the subtotal, as subTotalDiscount() with amounts as text. Logged under the name
+ * subTotalDiscount.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -791,7 +793,8 @@ TELVOFM_API int subTotalDiscount2(int device, int row, const char* description, 
                                   double discountValue, double discountTotalValue, char vat);
 
 /**
- * A discount on the subtotal with its total, as subTotalDiscount2() in hundredths; `vat` stays a `char`.
+ * A discount on the subtotal with its total, as subTotalDiscount2() with amounts in hundredths; `vat` stays a
+ * `char`.
  * @param device              the printer's address
  * @param row                 the printer's, the first number of the command
  * @param description         any length, converted
@@ -805,8 +808,8 @@ TELVOFM_API int subTotalDiscount2_int(int device, int row, const char* descripti
                                       int discountValue, int discountTotalValue, char vat);
 
 /**
- * A discount on the subtotal with its total, as subTotalDiscount2() as text. Logged under the name
- * subTotalDiscount2.
+ * A discount on the subtotal with its total, as subTotalDiscount2() with amounts as text. Logged under the
+ * name subTotalDiscount2.
  * @param device              the printer's address
  * @param row                 the printer's, the first number of the command
  * @param description         any length, converted
@@ -949,7 +952,7 @@ TELVOFM_API int depositeInDrawer(int device, int row, const char* description, i
                                  double amount, int paymentNumber);
 
 /**
- * Puts money into the drawer or takes it out, as depositeInDrawer() in hundredths.
+ * Puts money into the drawer or takes it out, as depositeInDrawer() with amounts in hundredths.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -962,8 +965,8 @@ TELVOFM_API int depositeInDrawer_int(int device, int row, const char* descriptio
                                      int amount, int paymentNumber);
 
 /**
- * Puts money into the drawer or takes it out, as depositeInDrawer() as text. Logged under the name
- * depositeInDrawer_int.
+ * Puts money into the drawer or takes it out, as depositeInDrawer() with amounts as text. Logged under the
+ * name depositeInDrawer_int.
  * @param device         the printer's address
  * @param row            the printer's, the first number of the command
  * @param description    any length, converted
@@ -1223,7 +1226,7 @@ TELVOFM_API int setVAT_str(int device, const char* password, const char* vat, do
                            double reverseConstant);
 
 /**
- * Sets one rate, as setVAT() in hundredths.
+ * Sets one rate, as setVAT() with amounts in hundredths.
  * @param device           the printer's address
  * @param password         converted; logged as `*****`
  * @param vat              its first character is the letter of the rate; an empty text sends 0x00
@@ -1347,7 +1350,7 @@ TELVOFM_API int setEscapeSequence(int device, const char* sequence);
 TELVOFM_API int setPaymentType(int device, int paymentTypeNumber, double minCurrency, TelvofmBool overPay);
 
 /**
- * Sets a payment type, as setPaymentType() in hundredths.
+ * Sets a payment type, as setPaymentType() with amounts in hundredths.
  * @param device             the printer's address
  * @param paymentTypeNumber  the printer's number of the payment type
  * @param minCurrency        its smallest unit in hundredths: 150 is sent as 1.50
@@ -1370,7 +1373,7 @@ TELVOFM_API int setPaymentType2(int device, const char* paymentTypeName, int pay
                                 double minCurrency, TelvofmBool overPay);
 
 /**
- * Sets a payment type with its name, as setPaymentType2() in hundredths.
+ * Sets a payment type with its name, as setPaymentType2() with amounts in hundredths.
  * @param device             the printer's address
  * @param paymentTypeName    its name, any length, converted
  * @param paymentTypeNumber  the printer's number of the payment type
@@ -1470,8 +1473,8 @@ TELVOFM_API int setPostline(int device, const char* description);
 TELVOFM_API int setEuroExchangeRate(int device, double exchangeRate);
 
 /**
- * Sets the exchange rate of the euro, as setEuroExchangeRate() in ten-thousandths. The call log labels it
- * exchangeRate_2.
+ * Sets the exchange rate of the euro, as setEuroExchangeRate() with the rate in ten-thousandths. The call log
+ * labels it exchangeRate_2.
  * @param device        the printer's address
  * @param exchangeRate  ten-thousandths: 301260 is sent as 30.1260
  * @return a command's code, 0 when done

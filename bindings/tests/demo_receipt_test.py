@@ -128,8 +128,7 @@ class DemoReceipt(unittest.TestCase):
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 1}])
 
     def test_printer_that_cannot_be_asked_wants_a_person(self):
-        ended = self.sell({"kind": "connectionClosed", "at": "answer", "command": "paragonEnd"},
-                          {"kind": "refuse", "code": 20, "command": "getVariable", "fromCall": 3, "calls": 100})
+        ended = self.sell({"kind": "powerLoss", "at": "answer", "milliseconds": 60000, "command": "paragonEnd"})
         self.assert_said(ended, ASK_A_PERSON, "ask a person: ", "-10201")
 
     def test_no_printer_is_one_sentence(self):

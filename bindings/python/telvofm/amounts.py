@@ -28,6 +28,8 @@ def quantity(value):
     return amount(value, QUANTITY)
 
 
-def payed(value):
-    """An amount paid: exactly zero is written without decimals, as the library's own variants do."""
-    return money(value) if value else "0"
+def paid(value):
+    """An amount paid. Zero is refused: for some printers it means all that is due."""
+    if not value:
+        raise AmountError("a payment of 0 can mean all that is due; say the amount")
+    return money(value)

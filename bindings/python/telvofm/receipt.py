@@ -4,7 +4,7 @@ import enum
 import typing
 from decimal import Decimal
 
-from .amounts import money, payed, quantity as quantity_text
+from .amounts import money, paid as paid_text, quantity as quantity_text
 from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt
 
 
@@ -81,7 +81,7 @@ class Receipt:
 
     def pay(self, type, amount, description=""):
         """Takes a payment: `amount` under the printer's payment type. More than is due is given back."""
-        arguments = (type, money(self.total), payed(amount), "0", description)
+        arguments = (type, money(self.total), paid_text(amount), "0", description)
         if not self._is_compared:
             self._check("payment_str", "total", self.total, "the total")
             self._is_compared = True
@@ -149,7 +149,7 @@ class Receipt:
         try:
             return self._session.variable(getattr(self._session.questions, question))
         except Failure as failure:
-            self._fail(doubt(call, f"The printer does not say what it has done ({failure})"))
+            self._fail(doubt(call, f"The printer does not say what it has done ({failure.call}: code {failure.code})."))
 
     def _fail(self, failure):
         self._doubt = failure
@@ -170,7 +170,7 @@ class Receipt:
             return self._judge()
         except Failure as failure:
             return Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
-                                                  f"sold again ({failure})")
+                                                  f"sold again ({failure.call}: code {failure.code})")
 
     def _finish(self):
         """Ends or cancels the receipt if it is open. Whether that worked, _judge() sees."""

@@ -88,9 +88,9 @@
  * be carried out twice although it returns 0.
  *
  * No exception of the library's own leaves it. Memory that runs out before an exchange begins (for the copy
- * of a long text, the line of the call log, the request) leaves a function as `std::bad_alloc`, and no C
- * program can catch it; the open functions return -1 then, createResultObject() null and getVariableStr()
- * `Error`.
+ * of a long text, the line of the call log, the request), or between the command of an upload and its blocks,
+ * leaves a function as `std::bad_alloc`, and no C program can catch it; the open functions return -1 then,
+ * createResultObject() null and getVariableStr() `Error`.
  */
 
 /**

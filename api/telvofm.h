@@ -1079,7 +1079,7 @@ TELVOFM_API int deductDownPayment_str(int device, const char* title, const char*
 TELVOFM_API int getParagonIDs(int device, char inputType, const char* input, char* buffer, int bufferSize);
 
 /**
- * Asks for receipt identifiers, as getParagonIDs(). Logged under its name.
+ * Asks for receipt identifiers, as getParagonIDs(). Logged under the name getParagonIDs.
  * @param device      the printer's address
  * @param inputType   its first character is the printer's letter of what `input` is; an empty text sends 0x00
  * @param input       what is looked for, any length, byte for byte
@@ -1131,7 +1131,7 @@ TELVOFM_API int setTransactionID(int device, const char* internalCode);
 TELVOFM_API int setV48(int device, const char* password, char v48);
 
 /**
- * Sets the V48 value, as setV48(). Logged under its name, the password in clear.
+ * Sets the V48 value, as setV48(). Logged under the name setV48, the password in clear.
  * @param device    the printer's address
  * @param password  byte for byte; logged in clear
  * @param v48       its first character is the printer's value; an empty text sends 0x00
@@ -1148,7 +1148,7 @@ TELVOFM_API int setV48_str(int device, const char* password, const char* v48);
 TELVOFM_API int Popis0DPH(int device, char type);
 
 /**
- * Chooses the description of items with a zero VAT rate, as Popis0DPH(). Logged under its name.
+ * Chooses the description of items with a zero VAT rate, as Popis0DPH(). Logged under the name Popis0DPH.
  * @param device  the printer's address
  * @param type    its first character is the printer's choice; an empty text sends 0x00
  * @return a command's code, 0 when done
@@ -1165,7 +1165,7 @@ TELVOFM_API int Popis0DPH_str(int device, const char* type);
 TELVOFM_API int setSellerID(int device, const char* number, char type);
 
 /**
- * Identifies the seller, as setSellerID(). Logged under its name.
+ * Identifies the seller, as setSellerID(). Logged under the name setSellerID.
  * @param device  the printer's address
  * @param number  any length, byte for byte, unlike the client's
  * @param type    its first character is the printer's kind of number; an empty text sends 0x00
@@ -1213,7 +1213,7 @@ TELVOFM_API int synchronizationToPPEKK(int device);
 TELVOFM_API int setVAT(int device, const char* password, char vat, double vatValue, double reverseConstant);
 
 /**
- * Sets one rate, as setVAT(). Logged under its name.
+ * Sets one rate, as setVAT(). Logged under the name setVAT.
  * @param device           the printer's address
  * @param password         converted; logged as `*****`
  * @param vat              its first character is the letter of the rate; an empty text sends 0x00
@@ -1826,7 +1826,7 @@ TELVOFM_API int setAutKey(int device, const char* password, const char* filePath
 TELVOFM_API int setPCHDU(int device, char interfaceType, const char* interfaceTitle);
 
 /**
- * Sets the CHDU interface, as setPCHDU(). Logged under its name.
+ * Sets the CHDU interface, as setPCHDU(). Logged under the name setPCHDU.
  * @param device          the printer's address
  * @param interfaceType   its first character is the printer's type of interface; an empty text sends 0x00
  * @param interfaceTitle  its title, byte for byte
@@ -2296,7 +2296,7 @@ TELVOFM_API int saveJournalToFile_str(int device, const char* journalType, int j
 TELVOFM_API int getVariable(int device, const char* variableCode, char* result, int resultSize);
 
 /**
- * Reads a variable into a result object, otherwise as getVariable(). Logged under its name.
+ * Reads a variable into a result object, otherwise as getVariable(). Logged under the name getVariable.
  * @param device        the printer's address
  * @param variableCode  the printer's name of the variable, converted
  * @param result        the object that the reply goes into; with null nothing is sent

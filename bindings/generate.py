@@ -1,4 +1,4 @@
-#!/usr/bin/python3
+#!/usr/bin/python3 -B
 """Writes what the bindings have in common from its only sources, and nothing else does:
 
     api/telvofm.h                the raw layer of Python, C#, Pascal and Java

@@ -14,7 +14,7 @@ namespace Telvofm
             int version = Loaded(Functions.getVersion);
             if (version != Version)
             {
-                throw new TelvofmException("The library that was found has version " + version + " and not " + Version +
+                throw new LibraryException("The library that was found has version " + version + " and not " + Version +
                                            "; put the one beside the program that came with these sources.");
             }
         }
@@ -23,7 +23,7 @@ namespace Telvofm
         {
             if (bits != 64)
             {
-                throw new TelvofmException("TelvoFM is a 64-bit library and this program runs with " + bits +
+                throw new LibraryException("TelvoFM is a 64-bit library and this program runs with " + bits +
                                            " bits; build it for x64, or for any processor with \"prefer 32-bit\" off.");
             }
         }
@@ -36,15 +36,15 @@ namespace Telvofm
             }
             catch (DllNotFoundException missing)
             {
-                throw new TelvofmException("The library is missing; put telvofm.dll (on Linux libtelvofm.so) beside the program.", missing);
+                throw new LibraryException("The library is missing; put telvofm.dll (on Linux libtelvofm.so) beside the program.", missing);
             }
             catch (BadImageFormatException wrong)
             {
-                throw new TelvofmException("The library that was found is not for this processor; put the 64-bit telvofm.dll beside the program.", wrong);
+                throw new LibraryException("The library that was found is not for this processor; put the 64-bit telvofm.dll beside the program.", wrong);
             }
             catch (EntryPointNotFoundException wrong)
             {
-                throw new TelvofmException("The library that was found is another one; put the telvofm.dll beside the program that came with these sources.", wrong);
+                throw new LibraryException("The library that was found is another one; put the telvofm.dll beside the program that came with these sources.", wrong);
             }
         }
     }

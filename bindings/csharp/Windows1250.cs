@@ -61,44 +61,32 @@ namespace Telvofm
             {
                 return found;
             }
-            throw new UnencodableTextException(text, index);
+            throw new TextException(text, index);
         }
     }
 
-    /// <summary>A text that cannot be sent as it is. Nothing has been sent.</summary>
-    public sealed class UnencodableTextException : TelvofmException
+    /// <summary>A text that cannot be sent as it is. Nothing was sent.</summary>
+    public sealed class TextException : TelvofmException
     {
-        /// <summary>Which character it is, counted from 1.</summary>
+        /// <summary>Where in the text the character is, counted from 0.</summary>
         public int Position { get; private set; }
 
-        internal UnencodableTextException(string text, int index)
-            : base(Sentence(text, index, PositionOf(text, index)))
+        internal TextException(string text, int position) : base(Sentence(text, position))
         {
-            Position = PositionOf(text, index);
+            Position = position;
         }
 
-        /// <summary>Characters that take two places in a string of this language count once.</summary>
-        static int PositionOf(string text, int index)
+        static string Sentence(string text, int position)
         {
-            int position = 1;
-            for (int before = 0; before < index; before++)
+            if (text[position] == 0)
             {
-                position += char.IsLowSurrogate(text[before]) ? 0 : 1;
+                return "The text has a NUL at position " + position + ", where the printer's text would end; take it out.";
             }
-            return position;
-        }
-
-        static string Sentence(string text, int index, int position)
-        {
-            if (text[index] == 0)
-            {
-                return "Character " + position + " of the text is a NUL, where the printer's text would end; take it out.";
-            }
-            bool isPair = index + 1 < text.Length && char.IsSurrogatePair(text, index);
-            string character = isPair ? text.Substring(index, 2) : text.Substring(index, 1);
-            int point = isPair ? char.ConvertToUtf32(text, index) : text[index];
-            return "Character " + position + " of the text, " + character + " (U+" + point.ToString("X4") +
-                   "), is not in Windows-1250; write it in another way.";
+            bool isPair = char.IsSurrogatePair(text, position);
+            string character = text.Substring(position, isPair ? 2 : 1);
+            int point = isPair ? char.ConvertToUtf32(text, position) : text[position];
+            return "The text has the character " + character + " (U+" + point.ToString("X4") + ") at position " + position +
+                   ", which Windows-1250 lacks; write it in another way.";
         }
     }
 }

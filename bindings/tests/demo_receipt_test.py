@@ -99,7 +99,7 @@ class DemoReceipt(unittest.TestCase):
 
     def test_refusal_is_explained_and_the_receipt_cancelled(self):
         ended = self.sell({"kind": "refuse", "code": 26, "command": "itemSale", "fromCall": 3})
-        self.assert_said(ended, NOT_SOLD, "not sold: ", "26", "" if command == c_program else "refused")
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "26")
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "itemSale", "count": 2}])
 
     def test_payment_whose_acknowledge_is_lost_counts_once(self):
@@ -109,7 +109,7 @@ class DemoReceipt(unittest.TestCase):
 
     def test_item_that_ran_twice_is_never_paid(self):
         ended = self.sell({"kind": "acknowledgeLost", "command": "itemSale"})
-        self.assert_said(ended, NOT_SOLD, "not sold: ", "36.09" if command == c_program else "total is \"25.00\"")
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "36.09")
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "payment", "count": 0}], repeated=1)
 
     def test_end_that_was_carried_out_is_sold(self):
@@ -128,8 +128,7 @@ class DemoReceipt(unittest.TestCase):
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 1}])
 
     def test_printer_that_cannot_be_asked_wants_a_person(self):
-        ended = self.sell({"kind": "connectionClosed", "at": "answer", "command": "paragonEnd"},
-                          {"kind": "refuse", "code": 20, "command": "getVariable", "fromCall": 3, "calls": 100})
+        ended = self.sell({"kind": "powerLoss", "at": "answer", "milliseconds": 60000, "command": "paragonEnd"})
         self.assert_said(ended, ASK_A_PERSON, "ask a person: ", "-10201")
 
     def test_no_printer_is_one_sentence(self):

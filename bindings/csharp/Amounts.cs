@@ -3,31 +3,43 @@ using System.Globalization;
 
 namespace Telvofm
 {
-    /// <summary>Amounts as the texts that the printer takes, in every culture. Nothing is rounded.</summary>
+    /// <summary>Amounts as the library takes them: text with a point and a fixed number of decimals, in every culture.</summary>
     static class Amounts
     {
-        internal static string Money(decimal amount)
+        internal static byte[] Money(decimal amount)
         {
-            return Written(amount, 2, "0.00");
+            return Windows1250.Encode(Written(amount));
         }
 
-        internal static string Quantity(decimal amount)
+        internal static byte[] Quantity(decimal amount)
         {
-            return Written(amount, 3, "0.000");
+            return Windows1250.Encode(Fixed(amount, 3));
         }
 
-        static string Written(decimal amount, int decimals, string form)
+        /// <summary>An amount paid: exactly zero is written without decimals, as the library's own variants do.</summary>
+        internal static byte[] Payment(decimal amount)
+        {
+            return amount == 0 ? Windows1250.Encode("0") : Money(amount);
+        }
+
+        internal static string Written(decimal amount)
+        {
+            return Fixed(amount, 2);
+        }
+
+        /// <summary>Nothing is rounded: what does not fit is refused.</summary>
+        static string Fixed(decimal amount, int decimals)
         {
             if (decimal.Round(amount, decimals) != amount)
             {
-                throw new AmountException("The amount " + amount.ToString(CultureInfo.InvariantCulture) + " has more than " +
-                                          decimals + " decimals, which the printer does not take; round it first.");
+                throw new AmountException(amount.ToString(CultureInfo.InvariantCulture) + " has more than " + decimals + " decimals; round it first.");
             }
-            return amount.ToString(form, CultureInfo.InvariantCulture);
+            decimal plain = amount == 0 ? 0 : amount; // there is no -0.00
+            return plain.ToString("F" + decimals, CultureInfo.InvariantCulture);
         }
     }
 
-    /// <summary>An amount that cannot be sent as it is. Nothing was sent.</summary>
+    /// <summary>An amount that cannot be sent. Nothing was sent.</summary>
     public sealed class AmountException : TelvofmException
     {
         internal AmountException(string message) : base(message) { }

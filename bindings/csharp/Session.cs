@@ -129,7 +129,7 @@ namespace Telvofm
         }
 
         /// <summary>A new receipt; sends nothing yet.</summary>
-        public Receipt Receipt()
+        public Receipt NewReceipt()
         {
             return new Receipt(this);
         }
@@ -137,7 +137,7 @@ namespace Telvofm
         /// <summary>The receipt in which the till was switched off, to call Recover on; it counts as paid in full.</summary>
         public Receipt InterruptedReceipt(string numberBefore, decimal total)
         {
-            return new Receipt(this, numberBefore, total);
+            return Receipt.Interrupted(this, numberBefore, total);
         }
     }
 

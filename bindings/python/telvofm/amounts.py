@@ -15,6 +15,8 @@ def amount(value, decimals):
         fixed = Decimal(value).quantize(Decimal(1).scaleb(-decimals))
     except InvalidOperation:
         raise AmountError(f"{value} is no amount that can be sent") from None
+    if not fixed.is_finite():
+        raise AmountError(f"{value} is no amount that can be sent")
     if fixed != value:
         raise AmountError(f"{value} has more than {decimals} decimals")
     return f"{fixed + 0:f}"  # + 0: there is no -0.00

@@ -38,9 +38,9 @@ def main():
     blocks = re.findall(r"(?:<!-- excerpt of (\S+) -->\n)?^```(\w+)\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL)
     wrong = [f"a block of {language} is no excerpt of a file:\n{block}" for file, language, block in blocks if not file]
     for file, _, block in blocks:
-        if file and not is_excerpt(block, (source / file).read_text(encoding="utf-8").splitlines()):
+        if file and not is_excerpt(block, (source / file).read_text(encoding="utf-8-sig").splitlines()):
             wrong.append(f"this stands otherwise in {file}:\n{block}")
-        elif file and is_excerpt(block.replace("(", "[", 1), (source / file).read_text(encoding="utf-8").splitlines()):
+        elif file and is_excerpt(block.replace("(", "[", 1), (source / file).read_text(encoding="utf-8-sig").splitlines()):
             wrong.append(f"a change of this would not be noticed:\n{block}")
     if len(blocks) < 3:
         wrong.append(f"the guide has {len(blocks)} examples")

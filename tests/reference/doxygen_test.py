@@ -45,12 +45,12 @@ def main():
         if len(names) != FUNCTIONS or len(set(names)) != FUNCTIONS or undescribed:
             sys.exit(f"{len(names)} functions are described, these parameters are not: {undescribed}")
 
-        text = header.read_text(encoding="utf-8")
         damaged = pathlib.Path(folder, header.name)
-        for whole, broken in ((" * @param row ", " * @param line "), ("@ref replies", "@ref nothing")):
-            damaged.write_text(text.replace(whole, broken, 1), encoding="utf-8")
-            if doxygen(source, damaged, folder).returncode == 0:
-                sys.exit(f"Doxygen does not mind {broken}")
+        damaged.write_text(header.read_text(encoding="utf-8").replace(" * @param row ", " * @param line ", 1)
+                           .replace("@ref replies", "@ref nothing", 1), encoding="utf-8")
+        said = doxygen(source, damaged, folder)
+        if said.returncode == 0 or "'line'" not in said.stderr or "'nothing'" not in said.stderr:
+            sys.exit(f"Doxygen says of a damaged header only:\n{said.stderr}")
     print(f"{FUNCTIONS} functions in the reference, no warning")
 
 

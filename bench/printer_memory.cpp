@@ -259,12 +259,8 @@ void measureSearches(const Memory& memory, int receipts)
                   [&] { return std::vector<bool>(memory.isJournalWhole(middle / receiptsOfDay) ? 1 : 0); });
 }
 
-} // namespace
-
-int main(int count, char** arguments)
+void measure(int receipts, const std::string& program)
 {
-    constexpr int usualReceipts = 100'000;
-    const int receipts = count > 1 ? std::atoi(arguments[1]) : usualReceipts;
     const std::filesystem::path folder = "printer_memory.folder";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
@@ -286,8 +282,8 @@ int main(int count, char** arguments)
                 static_cast<double>(std::filesystem::file_size(file)) / receipts);
     measureStart("start", file);
     measureStart("start after a kill", killed);
-    if (count > 2) {
-        measureProgram(arguments[2], file);
+    if (!program.empty()) {
+        measureProgram(program, file);
     }
     const Memory memory(file);
     measureSearches(memory, receipts);
@@ -297,4 +293,18 @@ int main(int count, char** arguments)
     fill(temporary, receipts);
     std::printf("resident with as many in a temporary memory: %.1f MB\n", residentMegabytes());
     std::filesystem::remove_all(folder);
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    constexpr int usualReceipts = 100'000;
+    try {
+        measure(count > 1 ? std::atoi(arguments[1]) : usualReceipts, count > 2 ? arguments[2] : "");
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "printer_memory: %s\n", failure.what());
+        return 1;
+    }
+    return 0;
 }

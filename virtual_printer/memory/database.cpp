@@ -200,7 +200,7 @@ void Database::copyFrom(const Database& other)
     }
 }
 
-void Database::takeOverPages()
+void Database::takeOverPages() const
 {
     if (whole("PRAGMA page_size") != bytesOfPage) {
         run("PRAGMA journal_mode = DELETE"); // the log fixes the size of a page

@@ -106,7 +106,7 @@ public:
     void synchronizeCommits(bool areSynchronized);
     // Writes a file whose pages have another size than those of new files once more: only what has the same
     // can be copied from each other.
-    void takeOverPages();
+    void takeOverPages() const;
     // Everything that the other one holds takes the place of everything here, at once or not at all.
     void copyFrom(const Database& other);
     // Refuses to grow beyond this many bytes, as a full disk would.

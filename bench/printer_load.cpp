@@ -260,6 +260,7 @@ int main(int count, char** arguments)
     }
     try {
         std::vector<std::string> names;
+        names.reserve(printers);
         for (int number = 0; number < printers; ++number) {
             names.push_back("p" + std::to_string(number));
         }

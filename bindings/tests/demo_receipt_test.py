@@ -112,6 +112,16 @@ class DemoReceipt(unittest.TestCase):
         self.assert_said(ended, NOT_SOLD, "not sold: ", "36.09")
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "payment", "count": 0}], repeated=1)
 
+    def test_payment_that_was_taken_twice_is_noticed(self):
+        ended = self.sell({"kind": "acknowledgeLost", "command": "payment"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "13.59")  # 5.00 less than is due
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 2}])
+
+    def test_end_that_the_printer_has_forgotten_is_noticed(self):
+        ended = self.sell({"kind": "acknowledgedNotExecuted", "command": "paragonEnd"})
+        self.assert_said(ended, SOLD, "sold: receipt 1")
+        self.printer.expect(committed=[RECEIPT], executed=[{"name": "paragonEnd", "count": 1}])
+
     def test_end_that_was_carried_out_is_sold(self):
         ended = self.sell({"kind": "connectionClosed", "at": "answer", "command": "paragonEnd"})
         self.assert_said(ended, SOLD, "sold: receipt 1", "-10201")

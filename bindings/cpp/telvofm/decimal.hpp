@@ -81,7 +81,7 @@ public:
         return left;
     }
     friend constexpr bool operator==(Decimal, Decimal) = default;
-    friend constexpr auto operator<=>(Decimal, Decimal) = default;
+    friend constexpr auto operator<=>(Decimal, Decimal) = default; // NOLINT(modernize-use-nullptr): it is none
 
 private:
     std::int64_t tenThousandths_ = 0;

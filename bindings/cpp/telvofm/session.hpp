@@ -115,6 +115,7 @@ public:
     }
 
     // Opens the selling day. False when the printer refused, as it does when the day is open already.
+    // NOLINTNEXTLINE(readability-make-member-function-const): it changes the printer
     Result<bool> beginDay(int saleMode = 0)
     {
         const int code = sellingDayBegin(device_, saleMode);

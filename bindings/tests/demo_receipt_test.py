@@ -46,8 +46,9 @@ class Ended:
 class Printer(FiscalPrinter):
     """A printer whose clock stands, and whose paper is whole when it has been closed."""
 
-    def __init__(self):
-        super().__init__(program=str(build / "telvofm-printer"))
+    def __init__(self, *options, name="printer"):
+        super().__init__(*options, program=str(build / "telvofm-printer"))
+        self.name = name
         self.ask("PATCH", "clock", {"now": "2026-01-31 12:00", "mode": "stands"})
 
     def close(self):
@@ -68,19 +69,21 @@ def paper_of(program):
     return ended, printer.printed()
 
 
-class DemoReceipt(unittest.TestCase):
+class Case(unittest.TestCase):
+    def assert_said(self, ended, code, verdict, *in_failure):
+        self.assertEqual(ended.code, code, ended)
+        self.assertTrue(ended.verdict.startswith(verdict), ended)
+        for words in in_failure:
+            self.assertTrue(any(words in failure for failure in ended.failures), f"{words!r} is not in what {ended}")
+
+
+class DemoReceipt(Case):
     def sell(self, *faults):
         self.printer = Printer()
         self.addCleanup(self.printer.close)
         for fault in faults:
             self.printer.arm(**fault)
         return Ended(command, self.printer.address)
-
-    def assert_said(self, ended, code, verdict, *in_failure):
-        self.assertEqual(ended.code, code, ended)
-        self.assertTrue(ended.verdict.startswith(verdict), ended)
-        for words in in_failure:
-            self.assertTrue(any(words in failure for failure in ended.failures), f"{words!r} is not in what {ended}")
 
     def test_paper_is_that_of_the_c_program(self):
         in_c, expected = paper_of(c_program)
@@ -161,6 +164,42 @@ class DemoReceipt(unittest.TestCase):
         self.assertEqual(ended.code, CALLED_WRONGLY, ended)
         self.assertEqual(len(ended.errors.splitlines()), 1, ended)
         self.assertIn(name, ended.errors)
+
+
+class OnASerialLine(Case):
+    """There texts are converted on their way, and noise makes the library send again at once."""
+
+    def sell(self, program, *faults):
+        lines = work / "modem_lines"
+        work.mkdir(exist_ok=True)
+        lines.write_bytes(b"\x03")  # CTS and DSR are on
+        environment = {"MODEM_LINES": str(lines), "LD_PRELOAD": str(build / "libmodem_lines.so")}
+        os.environ["MODEM_LINES"] = str(lines)
+        self.printer = Printer("--pty", name="pty")
+        self.addCleanup(self.printer.close)
+        for fault in faults:
+            self.printer.arm(**fault)
+        path = [line.split()[-1] for line in self.printer.paper if "serial line" in line][-1]
+        return Ended(program, "COM" + path, **environment)
+
+    def receipt_of(self, program):
+        self.assert_said(self.sell(program), SOLD, "sold: ")
+        return ["\n".join(document["text"]) for document in self.printer.documents()]
+
+    def test_receipt_is_that_of_the_c_program(self):
+        expected = self.receipt_of(c_program)
+        self.assertIn("Ťahaná štrúdľa", expected[0])
+        self.assertEqual(self.receipt_of(command), expected)
+
+    def test_item_that_ran_twice_at_once_is_never_paid(self):
+        ended = self.sell(command, {"kind": "noise", "command": "itemSale", "bytes": "ff"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "36.09")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "payment", "count": 0}])
+
+    def test_end_that_ran_before_its_refusal_is_sold(self):
+        ended = self.sell(command, {"kind": "noise", "command": "paragonEnd", "bytes": "ff"})
+        self.assert_said(ended, SOLD, "sold: receipt 1", "12")
+        self.printer.expect(committed=[RECEIPT])
 
 
 if __name__ == "__main__":

@@ -81,7 +81,8 @@ public:
         return left;
     }
     friend constexpr bool operator==(Decimal, Decimal) = default;
-    friend constexpr auto operator<=>(Decimal, Decimal) = default; // NOLINT(modernize-use-nullptr): it is none
+    // NOLINTNEXTLINE(modernize-use-nullptr): there is none
+    friend constexpr auto operator<=>(Decimal, Decimal) = default;
 
 private:
     std::int64_t tenThousandths_ = 0;

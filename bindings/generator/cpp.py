@@ -35,7 +35,7 @@ def files(_, characters, codes):
                   f"     {executed[code.executed]},",
                   f"     {quoted(code.advice)}}},"]
     lines += ["}};", "", "// clang-format on", "", "} // namespace tables", "} // namespace telvofm", ""]
-    return {"bindings/cpp/telvofm_tables.hpp": "\n".join(lines)}
+    return {"bindings/cpp/telvofm/tables.hpp": "\n".join(lines)}
 
 
 def quoted(text):

@@ -1,24 +1,32 @@
 #!/usr/bin/env python3
 """Lets a language's example sell the demo receipt (bindings/demo_receipt.md), without trouble and with it.
 
-    demo_receipt_test.py BUILD_FOLDER [--linked] COMMAND...
+    demo_receipt_test.py BUILD_FOLDER [--linked | --searched] [--library FILE] COMMAND...
 
-COMMAND is called with a printer's address behind it, and with TELVOFM_LIBRARY saying where the library is. bindings/README.md
-says what it prints and how it ends. Without trouble its paper must be that of the C program, byte for byte; with trouble it must
-say what happened, and nothing may be sold twice. With --linked the system loads the library with the program.
+COMMAND is called with a printer's address behind it, and with TELVOFM_LIBRARY saying where the library is: in the build folder, or
+FILE. bindings/README.md says what it prints and how it ends. Without trouble its paper must be that of the C program, byte for byte;
+with trouble it must say what happened, and nothing may be sold twice. With --linked the system loads the library with the program;
+with --searched the program finds it where the system does, in the folders of LD_LIBRARY_PATH.
 """
+import argparse
 import os
 import pathlib
+import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent.parent / "testing"))
 from telvofm_printer import FiscalPrinter  # noqa: E402
 
 build = pathlib.Path(sys.argv[1]).resolve()
-linked = sys.argv[2] == "--linked"
-command = sys.argv[3 if linked else 2:]
+reader = argparse.ArgumentParser(add_help=False, allow_abbrev=False)
+reader.add_argument("--linked", action="store_true")
+reader.add_argument("--searched", action="store_true")
+reader.add_argument("--library", type=pathlib.Path, default=build / "libtelvofm.so")
+options, command = reader.parse_known_args(sys.argv[2:])
+linked, searched, library = options.linked, options.searched, options.library
 c_program = [str(build / "demo_receipt_c")]
 work = build / "bindings"  # the call logs lie there
 
@@ -30,7 +38,9 @@ class Ended:
     """A program that has ended: its code, the lines that it printed, what it wrote to standard error."""
 
     def __init__(self, program, address, **environment):
-        environment = {**os.environ, "TELVOFM_LIBRARY": str(build / "libtelvofm.so"), **environment}
+        environment = {**os.environ, "TELVOFM_LIBRARY": str(library), **environment}
+        if searched:
+            environment["LD_LIBRARY_PATH"] = os.path.dirname(environment["TELVOFM_LIBRARY"])
         work.mkdir(exist_ok=True)
         ended = subprocess.run([*program, address], env=environment, cwd=work, capture_output=True, timeout=100, check=False)
         self.code = ended.returncode
@@ -150,20 +160,20 @@ class DemoReceipt(Case):
 
     @unittest.skipIf(linked, "the system loads the library")
     def test_missing_library_is_one_sentence(self):
-        missing = str(work / "libmissing.so")
-        ended = Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=missing)
-        self.assert_one_sentence(ended, missing)
+        missing = str(work / "missing" / library.name)
+        self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=missing), missing)
 
     @unittest.skipIf(linked, "the system loads the library")
     def test_wrong_library_is_one_sentence(self):
-        wrong = str(build / "libmodem_lines.so")
-        ended = Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong)
-        self.assert_one_sentence(ended, wrong)
+        with tempfile.TemporaryDirectory() as folder:
+            wrong = str(pathlib.Path(folder) / library.name)
+            shutil.copy(build / "libmodem_lines.so", wrong)
+            self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong), wrong)
 
     def assert_one_sentence(self, ended, name):
         self.assertEqual(ended.code, CALLED_WRONGLY, ended)
         self.assertEqual(len(ended.errors.splitlines()), 1, ended)
-        self.assertIn(name, ended.errors)
+        self.assertIn("telvofm" if searched else name, ended.errors)
 
 
 class OnASerialLine(Case):

@@ -115,6 +115,12 @@ end;
 
 { ---- Tests ---- }
 
+{ The operator would compare the characters of their code pages. }
+function SameBytes(const One, Another: RawByteString): Boolean;
+begin
+  Result := (Length(One) = Length(Another)) and CompareMem(PAnsiChar(One), PAnsiChar(Another), Length(One));
+end;
+
 procedure Texts;
 var
   Every: RawByteString;
@@ -123,9 +129,9 @@ begin
   SetLength(Every, 255);
   for Value := 1 to 255 do
     Every[Value] := AnsiChar(Value);
-  Check(EncodeText(DecodeText(Every)) = Every, '255 bytes and back');
+  Check(SameBytes(EncodeText(DecodeText(Every)), Every), '255 bytes and back');
   Check(DecodeText(RawByteString(#0)) = UnicodeString(WideChar(0)), 'a NUL is read');
-  Check(EncodeText('šč žťľ€') = RawByteString(#$9A#$E8#$20#$9E#$9D#$BE#$80), 'Windows-1250');
+  Check(SameBytes(EncodeText('šč žťľ€'), RawByteString(#$9A#$E8#$20#$9E#$9D#$BE#$80)), 'Windows-1250');
   Check(DecodeText(RawByteString(#$81#$83#$88#$90#$98)) = UnicodeString(WideChar($81)) + WideChar($83) + WideChar($88) +
     WideChar($90) + WideChar($98), 'open bytes');
   Check(EncodeText('') = '', 'an empty text');

@@ -28,7 +28,7 @@ namespace Telvofm
             this.address = Windows1250.Encode(address);
             Device = device;
             Questions = questions ?? new Questions();
-            Library.Require();
+            Library.Load();
             if (Interlocked.CompareExchange(ref openOne, this, null) != null)
             {
                 throw new InvalidOperationException("A session is open, and a program has one at a time; close it first.");

@@ -66,6 +66,7 @@ begin
       Refuse(Text, Index);
     Target[Index - 1] := AnsiChar(ByteOf[Text[Index]]);
   end;
+  SetCodePage(Result, 1250, False); { what they are, for whoever makes another string of them }
 end;
 
 function DecodeText(const Bytes: RawByteString): UnicodeString;

@@ -88,6 +88,8 @@ static class LayerTest
         }
         Check(session.Journal().Split(new[] { "Žemľa" }, StringSplitOptions.None).Length == 4, "three items in the journal");
         Check(session.LastReceipt().Contains("Receipt 3"), "the last receipt");
+        session.Call("getJournal_str_tofile", () => Functions.getJournal_str_tofile(session.Device, FileName.Encode("žurnál.txt")));
+        CheckThrows<TextException>("NUL at position 1", () => FileName.Encode("a\0.txt"));
         byte[] second = session.Read("getJournalStructZ_ResultObject", result => Functions.getJournalStructZ_ResultObject(session.Device, 2, 2, result));
         Check(Windows1250.Decode(second).Contains("Receipt 2"), "the second receipt");
     }

@@ -63,6 +63,11 @@ begin
   EncodeText(UnicodeString('Chlieb') + WideChar(0) + 'x');
 end;
 
+procedure EncodeFileNameWithNul;
+begin
+  EncodeFileName(UnicodeString('a') + WideChar(0) + '.txt');
+end;
+
 procedure RequireLessBits;
 begin
   RequireBits(32);
@@ -199,7 +204,7 @@ end;
 procedure OpenSession;
 var
   Number: Integer;
-  Header, Id: RawByteString;
+  Header, Id, FileName: RawByteString;
   Data: IResultData;
 begin
   CheckRaises(EInvalidOpException, 'one at a time; free it first', OpenAnother);
@@ -223,6 +228,10 @@ begin
   end;
   Check(Occurrences('Žemľa', Session.Journal) = 3, 'three items in the journal');
   Check(Pos(UnicodeString('Receipt 3'), Session.LastReceipt) > 0, 'the last receipt');
+  FileName := EncodeFileName('žurnál.txt');
+  Session.Start('getJournal_str_tofile');
+  Session.Check(Functions.getJournal_str_tofile(Session.Device, PAnsiChar(FileName)));
+  CheckRaises(EText, 'NUL at position 1', EncodeFileNameWithNul);
   Data := Session.NewResult;
   Session.Start('getJournalStructZ_ResultObject');
   Session.Check(Functions.getJournalStructZ_ResultObject(Session.Device, 2, 2, Data.Target));

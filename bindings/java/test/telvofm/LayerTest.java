@@ -98,6 +98,8 @@ final class LayerTest {
         }
         check(session.journal().split("Žemľa").length == 4, "three items in the journal");
         check(session.lastReceipt().contains("Receipt 3"), "the last receipt");
+        session.call("getJournal_str_tofile", () -> functions.getJournal_str_tofile(session.device, FileNames.encode("žurnál.txt")));
+        checkThrows(TextException.class, "NUL at position 1", () -> FileNames.encode("a\0.txt"));
         byte[] second = session.read("getJournalStructZ_ResultObject",
                 result -> functions.getJournalStructZ_ResultObject(session.device, 2, 2, result));
         check(Windows1250.decode(second).contains("Receipt 2"), "the second receipt");

@@ -9,6 +9,7 @@ import tempfile
 from program import Ended, FiscalPrinter, command, printer_program
 
 with FiscalPrinter(program=printer_program) as printer, tempfile.TemporaryDirectory() as folder:
+    printer.arm("acknowledgedNotExecuted", command="paragonEnd", fromCall=4)
     ended = Ended(command, printer.address, pathlib.Path(folder))
     if ended.code != 0:
         sys.exit(f"The program {ended}")
@@ -18,6 +19,6 @@ with FiscalPrinter(program=printer_program) as printer, tempfile.TemporaryDirect
         {"name": "setHeader", "fields": {"rowNumber": "1", "text": "Potraviny Šťastný"}, "count": 1},
         {"name": "freeID", "fields": {"print": "1", "freeID": "ž"}, "count": 1},
         {"name": "printReport", "fields": {"reportType": "X"}, "count": 1},
-        {"name": "paragonEnd", "count": 3},
-        {"name": "destroyParagon", "count": 2},
+        {"name": "paragonEnd", "count": 4},
+        {"name": "destroyParagon", "count": 3},
     ])

@@ -96,6 +96,15 @@ static class LayerTest
 
     static void Recovering(Session session)
     {
+        Receipt forgotten = WithOneItem(session);
+        forgotten.Pay(1, 0.25m, "Hotovosť");
+        CheckThrows<OutcomeUnknownException>("last receipt is still 3", () => forgotten.End());
+        Recovery recovery = forgotten.Recover();
+        Check(recovery.Verdict == Verdict.Sold && recovery.Number == "4", "a receipt whose end was forgotten, behind its like");
+        Receipt empty = session.NewReceipt();
+        empty.Begin();
+        Check(empty.Recover().Verdict == Verdict.NotSold, "a receipt without a line");
+
         Receipt receipt = WithOneItem(session);
         CheckThrows<AmountException>("2.675 has more than 2 decimals", () => receipt.Pay(1, 2.675m, ""));
         CheckThrows<AmountException>("0.0001 has more than 3 decimals", () => receipt.Sell("Med", 1, 'A', 0.0001m, 1, "ks"));
@@ -112,7 +121,7 @@ static class LayerTest
         CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
         Check(another.Recover().Verdict == Verdict.NotSold && session.Variable("STATE") == "open", "a receipt that was not begun");
         Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
-        Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "3", "a till that was switched off behind the end");
+        Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");
         Check(session.InterruptedReceipt("1", 7).Recover().Verdict == Verdict.AskAPerson, "a receipt of somebody else");
     }
 

@@ -113,6 +113,11 @@ begin
   Receipt.Pay(1, 1.25, '');
 end;
 
+procedure EndIt;
+begin
+  Receipt.EndReceipt;
+end;
+
 procedure BeginAgain;
 begin
   Receipt.BeginReceipt;
@@ -251,7 +256,19 @@ end;
 procedure Recovering;
 var
   Left: TReceipt;
+  Recovery: TRecovery;
 begin
+  Receipt := WithOneItem;
+  Receipt.Pay(1, 0.25, 'Hotovosť');
+  CheckRaises(EOutcomeUnknown, 'last receipt is still 3', EndIt);
+  Recovery := Receipt.Recover;
+  Check((Recovery.Verdict = vdSold) and (Recovery.Number = '4'), 'a receipt whose end was forgotten, behind its like');
+  Receipt.Free;
+  Receipt := TReceipt.Create(Session);
+  Receipt.BeginReceipt;
+  Check(Receipt.Recover.Verdict = vdNotSold, 'a receipt without a line');
+  Receipt.Free;
+
   Receipt := WithOneItem;
   CheckRaises(EAmount, 'more than 2 decimals', PayTooFine);
   CheckRaises(EAmount, 'more than 3 decimals', SellTooFine);
@@ -271,7 +288,7 @@ begin
   Receipt.Free;
   CheckInterrupted(Left.NumberBefore, 0.25, vdNotSold, '');
   Left.Free;
-  CheckInterrupted('2', 0.25, vdSold, '3');
+  CheckInterrupted('2', 0.25, vdSold, '4');
   CheckInterrupted('1', 7, vdAskAPerson, '');
 end;
 

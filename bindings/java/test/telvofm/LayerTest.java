@@ -106,6 +106,15 @@ final class LayerTest {
     }
 
     private static void recovering(Session session) {
+        Receipt forgotten = withOneItem(session);
+        forgotten.pay(1, amount("0.25"), "Hotovosť");
+        checkThrows(OutcomeUnknownException.class, "last receipt is still 3", forgotten::end);
+        Recovery recovery = forgotten.recover();
+        check(recovery.verdict == Recovery.Verdict.SOLD && recovery.number.equals("4"), "a receipt whose end was forgotten, behind its like");
+        Receipt empty = session.receipt();
+        empty.begin();
+        check(empty.recover().verdict == Recovery.Verdict.NOT_SOLD, "a receipt without a line");
+
         BigDecimal one = BigDecimal.ONE;
         Receipt receipt = withOneItem(session);
         checkThrows(AmountException.class, "2.675 has more than 2 decimals", () -> receipt.pay(1, amount("2.675"), ""));
@@ -124,7 +133,7 @@ final class LayerTest {
         check(another.recover().verdict == Recovery.Verdict.NOT_SOLD && session.variable("STATE").equals("open"), "a receipt that was not begun");
         BigDecimal total = amount("0.25");
         check(session.interruptedReceipt(left.numberBefore(), total).recover().verdict == Recovery.Verdict.NOT_SOLD, "a till that was switched off");
-        check(session.interruptedReceipt("2", total).recover().number.equals("3"), "a till that was switched off behind the end");
+        check(session.interruptedReceipt("2", total).recover().number.equals("4"), "a till that was switched off behind the end");
         check(session.interruptedReceipt("1", amount("7")).recover().verdict == Recovery.Verdict.ASK_A_PERSON, "a receipt of somebody else");
     }
 

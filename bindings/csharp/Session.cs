@@ -57,8 +57,8 @@ namespace Telvofm
             }
         }
 
-        /// <summary>Closes and opens, so that an answer that comes late is not taken for that of another question.</summary>
-        internal void Reopen()
+        /// <summary>Closes the connection and opens it again. The library forgets the settings and pictures of the session.</summary>
+        public void Reopen()
         {
             Functions.closeFM();
             Open();
@@ -105,7 +105,7 @@ namespace Telvofm
                 Call("sellingDayBegin", () => Functions.sellingDayBegin(Device, 0));
                 return true;
             }
-            catch (RefusedException)
+            catch (CallException failure) when (failure.Name == "refused") // late or not: then an earlier try has opened it
             {
                 return false;
             }

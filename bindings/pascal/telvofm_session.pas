@@ -202,8 +202,12 @@ begin
     Start('sellingDayBegin');
     Check(Functions.sellingDayBegin(FDevice, 0));
   except
-    on ERefused do
+    on Failure: ECall do
+    begin
       Result := False;
+      if Failure.Name <> 'refused' then { late or not: then an earlier try has opened it }
+        raise;
+    end;
   end;
 end;
 

@@ -9,6 +9,7 @@ import tempfile
 from program import Ended, FiscalPrinter, command, printer_program
 
 with FiscalPrinter(program=printer_program) as printer, tempfile.TemporaryDirectory() as folder:
+    printer.arm("acknowledgeLost", command="sellingDayBegin")
     printer.arm("acknowledgedNotExecuted", command="paragonEnd", fromCall=4)
     ended = Ended(command, printer.address, pathlib.Path(folder))
     if ended.code != 0:

@@ -73,7 +73,7 @@ static class LayerTest
     static void OpenSession(Session session, string address)
     {
         CheckThrows<InvalidOperationException>("one at a time; close it first", () => new Session(address));
-        Check(session.BeginDay(), "a new day");
+        Check(!session.BeginDay(), "a new day whose acknowledge is lost");
         Check(!session.BeginDay(), "a day that is open");
         byte[] header = Windows1250.Encode("Potraviny Šťastný"), password = Windows1250.Encode("0000");
         session.Call("setHeader", () => Functions.setHeader(session.Device, password, 1, header));
@@ -92,6 +92,8 @@ static class LayerTest
         CheckThrows<TextException>("NUL at position 1", () => FileName.Encode("a\0.txt"));
         byte[] second = session.Read("getJournalStructZ_ResultObject", result => Functions.getJournalStructZ_ResultObject(session.Device, 2, 2, result));
         Check(Windows1250.Decode(second).Contains("Receipt 2"), "the second receipt");
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
+        Check(session.BeginDay(), "a new day");
     }
 
     static void Recovering(Session session)

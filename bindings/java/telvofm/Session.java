@@ -92,8 +92,11 @@ public final class Session implements AutoCloseable {
         try {
             call("sellingDayBegin", () -> functions.sellingDayBegin(device, 0));
             return true;
-        } catch (RefusedException open) {
-            return false;
+        } catch (CallException failure) {
+            if (failure.name.equals("refused")) { // late or not: then an earlier try has opened it
+                return false;
+            }
+            throw failure;
         }
     }
 

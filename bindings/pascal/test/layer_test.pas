@@ -213,7 +213,7 @@ var
   Data: IResultData;
 begin
   CheckRaises(EInvalidOpException, 'one at a time; free it first', OpenAnother);
-  Check(Session.BeginDay, 'a new day');
+  Check(not Session.BeginDay, 'a new day whose acknowledge is lost');
   Check(not Session.BeginDay, 'a day that is open');
   Header := EncodeText('Potraviny Šťastný');
   Session.Start('setHeader');
@@ -241,6 +241,9 @@ begin
   Session.Start('getJournalStructZ_ResultObject');
   Session.Check(Functions.getJournalStructZ_ResultObject(Session.Device, 2, 2, Data.Target));
   Check(Pos(UnicodeString('Receipt 2'), Data.Text) > 0, 'the second receipt');
+  Session.Start('printReport');
+  Session.Check(Functions.printReport(Session.Device, 'Z', 1));
+  Check(Session.BeginDay, 'a new day');
 end;
 
 procedure CheckInterrupted(const NumberBefore: UnicodeString; Total: Currency; Verdict: TVerdict; const Number: UnicodeString);

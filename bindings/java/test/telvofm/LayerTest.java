@@ -83,7 +83,7 @@ final class LayerTest {
 
     private static void openSession(Session session, String address) {
         checkThrows(IllegalStateException.class, "one at a time; close it first", () -> new Session(address).close());
-        check(session.beginDay(), "a new day");
+        check(!session.beginDay(), "a new day whose acknowledge is lost");
         check(!session.beginDay(), "a day that is open");
         Functions functions = session.functions;
         byte[] password = Windows1250.encode("0000");
@@ -103,6 +103,8 @@ final class LayerTest {
         byte[] second = session.read("getJournalStructZ_ResultObject",
                 result -> functions.getJournalStructZ_ResultObject(session.device, 2, 2, result));
         check(Windows1250.decode(second).contains("Receipt 2"), "the second receipt");
+        session.call("printReport", () -> functions.printReport(session.device, Windows1250.encode('Z'), 1));
+        check(session.beginDay(), "a new day");
     }
 
     private static void recovering(Session session) {

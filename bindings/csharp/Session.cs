@@ -57,8 +57,8 @@ namespace Telvofm
             }
         }
 
-        /// <summary>Closes and opens, so that an answer that comes late is not taken for that of another question.</summary>
-        internal void Reopen()
+        /// <summary>Closes the connection and opens it again. The library forgets the settings and pictures of the session.</summary>
+        public void Reopen()
         {
             Functions.closeFM();
             Open();
@@ -73,15 +73,18 @@ namespace Telvofm
         }
 
         /// <summary>Any function of the raw layer that returns 0 when it is done:
-        /// session.Call("clearDisplay", () => Functions.clearDisplay(session.Device, 0, null)).</summary>
-        public void Call(string name, Func<int> function)
+        /// session.Call("clearDisplay", () => Functions.clearDisplay(session.Device, 0, null)). Returns the time that it
+        /// took.</summary>
+        public TimeSpan Call(string name, Func<int> function)
         {
             Stopwatch clock = Stopwatch.StartNew();
             int code = function();
+            TimeSpan taken = clock.Elapsed;
             if (code != 0)
             {
-                throw CallException.Of(name, code, clock.Elapsed > Slow);
+                throw CallException.Of(name, code, taken > Slow);
             }
+            return taken;
         }
 
         /// <summary>The bytes of any function of the raw layer that fills a result object.</summary>
@@ -102,7 +105,7 @@ namespace Telvofm
                 Call("sellingDayBegin", () => Functions.sellingDayBegin(Device, 0));
                 return true;
             }
-            catch (RefusedException)
+            catch (CallException failure) when (failure.Name == "refused") // late or not: then an earlier try has opened it
             {
                 return false;
             }

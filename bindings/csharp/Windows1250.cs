@@ -71,12 +71,12 @@ namespace Telvofm
         /// <summary>Where in the text the character is, counted from 0.</summary>
         public int Position { get; private set; }
 
-        internal TextException(string text, int position) : base(Sentence(text, position))
+        internal TextException(string text, int position, string codePage = "Windows-1250") : base(Sentence(text, position, codePage))
         {
             Position = position;
         }
 
-        static string Sentence(string text, int position)
+        static string Sentence(string text, int position, string codePage)
         {
             if (text[position] == 0)
             {
@@ -86,7 +86,7 @@ namespace Telvofm
             string character = text.Substring(position, isPair ? 2 : 1);
             int point = isPair ? char.ConvertToUtf32(text, position) : text[position];
             return "The text has the character " + character + " (U+" + point.ToString("X4") + ") at position " + position +
-                   ", which Windows-1250 lacks; write it in another way.";
+                   ", which " + codePage + " lacks; write it in another way.";
         }
     }
 }

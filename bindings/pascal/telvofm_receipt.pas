@@ -166,10 +166,11 @@ end;
 
 procedure TReceipt.Pay(PaymentType: Integer; Amount: Currency; const Description: UnicodeString);
 var
-  Sum, Part, Words: RawByteString;
+  Sum, Part, NoExchange, Words: RawByteString;
 begin
   Sum := MoneyText(FTotal);
   Part := PaymentText(Amount);
+  NoExchange := EncodeText('0');
   Words := EncodeText(Description);
   Start('payment_str');
   if not FIsCompared then
@@ -179,7 +180,7 @@ begin
     Start('payment_str');
   end;
   try
-    Check(Functions.payment_str(FSession.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), '0', PAnsiChar(Words)));
+    Check(Functions.payment_str(FSession.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), PAnsiChar(NoExchange), PAnsiChar(Words)));
   except
     on EOutcomeUnknown do
     begin

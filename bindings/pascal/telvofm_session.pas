@@ -37,7 +37,7 @@ type
     FDevice: Integer;
     FQuestions: TQuestions;
     FCall: string;
-    FStarted: UInt64;
+    FStarted, FLastMilliseconds: UInt64;
     procedure Open;
   public
     { Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes. }
@@ -66,6 +66,8 @@ type
     function Journal: UnicodeString;
 
     property Device: Integer read FDevice;
+    { How long the last call took. }
+    property LastMilliseconds: UInt64 read FLastMilliseconds;
     property Questions: TQuestions read FQuestions;
   end;
 
@@ -183,8 +185,9 @@ end;
 
 procedure TSession.Check(Code: Integer);
 begin
+  FLastMilliseconds := GetTickCount64 - FStarted;
   if Code <> 0 then
-    raise FailureOf(FCall, Code, GetTickCount64 - FStarted > SlowMilliseconds);
+    raise FailureOf(FCall, Code, FLastMilliseconds > SlowMilliseconds);
 end;
 
 function TSession.NewResult: IResultData;
@@ -199,8 +202,12 @@ begin
     Start('sellingDayBegin');
     Check(Functions.sellingDayBegin(FDevice, 0));
   except
-    on ERefused do
+    on Failure: ECall do
+    begin
       Result := False;
+      if Failure.Name <> 'refused' then { late or not: then an earlier try has opened it }
+        raise;
+    end;
   end;
 end;
 

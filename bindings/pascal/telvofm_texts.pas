@@ -11,6 +11,10 @@ function EncodeText(const Text: UnicodeString): RawByteString;
 { The text of any bytes: all 256 have a character, and EncodeText gives back the same bytes, but for a NUL. }
 function DecodeText(const Bytes: RawByteString): UnicodeString;
 
+{ The name of a file, which is the system's matter and not the printer's: in UTF-8 on Linux, in the system's own code page on
+  Windows. }
+function EncodeFileName(const Name: UnicodeString): RawByteString;
+
 { With exactly 2 decimals and a point; quantities have 3. Nothing is rounded: what does not fit is refused. }
 function MoneyText(Amount: Currency): RawByteString;
 function QuantityText(Amount: Currency): RawByteString;
@@ -44,13 +48,13 @@ begin
     Result := $10000 + (Result and $3FF) shl 10 + Cardinal(Ord(Text[Index + 1]) and $3FF);
 end;
 
-procedure Refuse(const Text: UnicodeString; Index: Integer);
+procedure Refuse(const Text: UnicodeString; Index: Integer; const CodePage: string);
 begin
   if Text[Index] = #0 then
     raise EText.Create(Format('The text has a NUL at position %d, where the printer''s text would end; take it out.', [Index - 1]),
       Index - 1);
-  raise EText.Create(Format('The text has the character U+%.4x at position %d, which Windows-1250 lacks; write it in another way.',
-    [CharacterAt(Text, Index), Index - 1]), Index - 1);
+  raise EText.Create(Format('The text has the character U+%.4x at position %d, which %s lacks; write it in another way.',
+    [CharacterAt(Text, Index), Index - 1, CodePage]), Index - 1);
 end;
 
 function EncodeText(const Text: UnicodeString): RawByteString;
@@ -63,7 +67,7 @@ begin
   for Index := 1 to Length(Text) do
   begin
     if ByteOf[Text[Index]] = 0 then
-      Refuse(Text, Index);
+      Refuse(Text, Index, 'Windows-1250');
     Target[Index - 1] := AnsiChar(ByteOf[Text[Index]]);
   end;
   SetCodePage(Result, 1250, False); { what they are, for whoever makes another string of them }
@@ -83,6 +87,23 @@ begin
     else
       Result[Index] := WideChar(UpperHalf[Value]);
   end;
+end;
+
+function EncodeFileName(const Name: UnicodeString): RawByteString;
+var
+  Index: Integer;
+  Read: UnicodeString;
+begin
+  {$IFDEF MSWINDOWS}
+  Result := AnsiString(Name);
+  Read := UnicodeString(AnsiString(Name)); { with something similar in the place of what the code page lacks }
+  {$ELSE}
+  Result := UTF8Encode(Name);
+  Read := Name;
+  {$ENDIF}
+  for Index := 1 to Length(Name) do
+    if (Name[Index] = #0) or (Copy(Read, Index, 1) <> Name[Index]) then
+      Refuse(Name, Index, 'the system''s code page');
 end;
 
 function FixedText(Amount: Currency; Decimals: Integer): RawByteString;

@@ -73,7 +73,7 @@ static class LayerTest
     static void OpenSession(Session session, string address)
     {
         CheckThrows<InvalidOperationException>("one at a time; close it first", () => new Session(address));
-        Check(session.BeginDay(), "a new day");
+        Check(!session.BeginDay(), "a new day whose acknowledge is lost");
         Check(!session.BeginDay(), "a day that is open");
         byte[] header = Windows1250.Encode("Potraviny Šťastný"), password = Windows1250.Encode("0000");
         session.Call("setHeader", () => Functions.setHeader(session.Device, password, 1, header));
@@ -88,12 +88,25 @@ static class LayerTest
         }
         Check(session.Journal().Split(new[] { "Žemľa" }, StringSplitOptions.None).Length == 4, "three items in the journal");
         Check(session.LastReceipt().Contains("Receipt 3"), "the last receipt");
+        session.Call("getJournal_str_tofile", () => Functions.getJournal_str_tofile(session.Device, FileName.Encode("žurnál.txt")));
+        CheckThrows<TextException>("NUL at position 1", () => FileName.Encode("a\0.txt"));
         byte[] second = session.Read("getJournalStructZ_ResultObject", result => Functions.getJournalStructZ_ResultObject(session.Device, 2, 2, result));
         Check(Windows1250.Decode(second).Contains("Receipt 2"), "the second receipt");
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
+        Check(session.BeginDay(), "a new day");
     }
 
     static void Recovering(Session session)
     {
+        Receipt forgotten = WithOneItem(session);
+        forgotten.Pay(1, 0.25m, "Hotovosť");
+        CheckThrows<OutcomeUnknownException>("last receipt is still 3", () => forgotten.End());
+        Recovery recovery = forgotten.Recover();
+        Check(recovery.Verdict == Verdict.Sold && recovery.Number == "4", "a receipt whose end was forgotten, behind its like");
+        Receipt empty = session.NewReceipt();
+        empty.Begin();
+        Check(empty.Recover().Verdict == Verdict.NotSold, "a receipt without a line");
+
         Receipt receipt = WithOneItem(session);
         CheckThrows<AmountException>("2.675 has more than 2 decimals", () => receipt.Pay(1, 2.675m, ""));
         CheckThrows<AmountException>("0.0001 has more than 3 decimals", () => receipt.Sell("Med", 1, 'A', 0.0001m, 1, "ks"));
@@ -110,7 +123,7 @@ static class LayerTest
         CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
         Check(another.Recover().Verdict == Verdict.NotSold && session.Variable("STATE") == "open", "a receipt that was not begun");
         Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
-        Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "3", "a till that was switched off behind the end");
+        Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");
         Check(session.InterruptedReceipt("1", 7).Recover().Verdict == Verdict.AskAPerson, "a receipt of somebody else");
     }
 

@@ -2,6 +2,7 @@ package telvofm;
 
 import com.sun.jna.Pointer;
 import java.math.BigDecimal;
+import java.time.Duration;
 import java.util.concurrent.atomic.AtomicReference;
 import java.util.function.IntSupplier;
 import java.util.function.ToIntFunction;
@@ -9,7 +10,7 @@ import java.util.function.ToIntFunction;
 /** A printer that is connected until close, or until the end of try. A program has one at a time. */
 public final class Session implements AutoCloseable {
     /** A request that nobody answers is sent again after about three seconds: what took longer may have been carried out twice. */
-    private static final long SLOW_NANOSECONDS = 2_500_000_000L;
+    private static final Duration SLOW = Duration.ofMillis(2500);
 
     private static final AtomicReference<Session> OPEN_ONE = new AtomicReference<>();
 
@@ -65,15 +66,17 @@ public final class Session implements AutoCloseable {
     }
 
     /**
-     * Any function that returns 0 or a code:
+     * Any function that returns 0 or a code; returns the time that it took:
      * session.call("clearDisplay", () -> session.functions.clearDisplay(session.device, 0, Windows1250.encode("")))
      */
-    public void call(String name, IntSupplier function) {
+    public Duration call(String name, IntSupplier function) {
         long started = System.nanoTime();
         int code = function.getAsInt();
+        Duration taken = Duration.ofNanos(System.nanoTime() - started);
         if (code != 0) {
-            throw CallException.of(name, code, System.nanoTime() - started > SLOW_NANOSECONDS);
+            throw CallException.of(name, code, taken.compareTo(SLOW) > 0);
         }
+        return taken;
     }
 
     /** The bytes that a function delivers into a result object, which is handed to it. */
@@ -89,8 +92,11 @@ public final class Session implements AutoCloseable {
         try {
             call("sellingDayBegin", () -> functions.sellingDayBegin(device, 0));
             return true;
-        } catch (RefusedException open) {
-            return false;
+        } catch (CallException failure) {
+            if (failure.name.equals("refused")) { // late or not: then an earlier try has opened it
+                return false;
+            }
+            throw failure;
         }
     }
 

@@ -43,7 +43,7 @@ public final class Windows1250 {
         char character = text.charAt(position);
         Byte found = character < 0x80 ? Byte.valueOf((byte) character) : BYTES.get(character);
         if (character == 0 || found == null) {
-            throw new TextException(text, position);
+            throw new TextException(text, position, "Windows-1250");
         }
         return found;
     }

@@ -63,6 +63,11 @@ begin
   EncodeText(UnicodeString('Chlieb') + WideChar(0) + 'x');
 end;
 
+procedure EncodeFileNameWithNul;
+begin
+  EncodeFileName(UnicodeString('a') + WideChar(0) + '.txt');
+end;
+
 procedure RequireLessBits;
 begin
   RequireBits(32);
@@ -106,6 +111,11 @@ end;
 procedure PayMore;
 begin
   Receipt.Pay(1, 1.25, '');
+end;
+
+procedure EndIt;
+begin
+  Receipt.EndReceipt;
 end;
 
 procedure BeginAgain;
@@ -199,11 +209,11 @@ end;
 procedure OpenSession;
 var
   Number: Integer;
-  Header, Id: RawByteString;
+  Header, Id, FileName: RawByteString;
   Data: IResultData;
 begin
   CheckRaises(EInvalidOpException, 'one at a time; free it first', OpenAnother);
-  Check(Session.BeginDay, 'a new day');
+  Check(not Session.BeginDay, 'a new day whose acknowledge is lost');
   Check(not Session.BeginDay, 'a day that is open');
   Header := EncodeText('Potraviny Šťastný');
   Session.Start('setHeader');
@@ -223,10 +233,17 @@ begin
   end;
   Check(Occurrences('Žemľa', Session.Journal) = 3, 'three items in the journal');
   Check(Pos(UnicodeString('Receipt 3'), Session.LastReceipt) > 0, 'the last receipt');
+  FileName := EncodeFileName('žurnál.txt');
+  Session.Start('getJournal_str_tofile');
+  Session.Check(Functions.getJournal_str_tofile(Session.Device, PAnsiChar(FileName)));
+  CheckRaises(EText, 'NUL at position 1', EncodeFileNameWithNul);
   Data := Session.NewResult;
   Session.Start('getJournalStructZ_ResultObject');
   Session.Check(Functions.getJournalStructZ_ResultObject(Session.Device, 2, 2, Data.Target));
   Check(Pos(UnicodeString('Receipt 2'), Data.Text) > 0, 'the second receipt');
+  Session.Start('printReport');
+  Session.Check(Functions.printReport(Session.Device, 'Z', 1));
+  Check(Session.BeginDay, 'a new day');
 end;
 
 procedure CheckInterrupted(const NumberBefore: UnicodeString; Total: Currency; Verdict: TVerdict; const Number: UnicodeString);
@@ -242,7 +259,19 @@ end;
 procedure Recovering;
 var
   Left: TReceipt;
+  Recovery: TRecovery;
 begin
+  Receipt := WithOneItem;
+  Receipt.Pay(1, 0.25, 'Hotovosť');
+  CheckRaises(EOutcomeUnknown, 'last receipt is still 3', EndIt);
+  Recovery := Receipt.Recover;
+  Check((Recovery.Verdict = vdSold) and (Recovery.Number = '4'), 'a receipt whose end was forgotten, behind its like');
+  Receipt.Free;
+  Receipt := TReceipt.Create(Session);
+  Receipt.BeginReceipt;
+  Check(Receipt.Recover.Verdict = vdNotSold, 'a receipt without a line');
+  Receipt.Free;
+
   Receipt := WithOneItem;
   CheckRaises(EAmount, 'more than 2 decimals', PayTooFine);
   CheckRaises(EAmount, 'more than 3 decimals', SellTooFine);
@@ -262,7 +291,7 @@ begin
   Receipt.Free;
   CheckInterrupted(Left.NumberBefore, 0.25, vdNotSold, '');
   Left.Free;
-  CheckInterrupted('2', 0.25, vdSold, '3');
+  CheckInterrupted('2', 0.25, vdSold, '4');
   CheckInterrupted('1', 7, vdAskAPerson, '');
 end;
 

@@ -83,7 +83,7 @@ final class LayerTest {
 
     private static void openSession(Session session, String address) {
         checkThrows(IllegalStateException.class, "one at a time; close it first", () -> new Session(address).close());
-        check(session.beginDay(), "a new day");
+        check(!session.beginDay(), "a new day whose acknowledge is lost");
         check(!session.beginDay(), "a day that is open");
         Functions functions = session.functions;
         byte[] password = Windows1250.encode("0000");
@@ -98,12 +98,25 @@ final class LayerTest {
         }
         check(session.journal().split("Žemľa").length == 4, "three items in the journal");
         check(session.lastReceipt().contains("Receipt 3"), "the last receipt");
+        session.call("getJournal_str_tofile", () -> functions.getJournal_str_tofile(session.device, FileNames.encode("žurnál.txt")));
+        checkThrows(TextException.class, "NUL at position 1", () -> FileNames.encode("a\0.txt"));
         byte[] second = session.read("getJournalStructZ_ResultObject",
                 result -> functions.getJournalStructZ_ResultObject(session.device, 2, 2, result));
         check(Windows1250.decode(second).contains("Receipt 2"), "the second receipt");
+        session.call("printReport", () -> functions.printReport(session.device, Windows1250.encode('Z'), 1));
+        check(session.beginDay(), "a new day");
     }
 
     private static void recovering(Session session) {
+        Receipt forgotten = withOneItem(session);
+        forgotten.pay(1, amount("0.25"), "Hotovosť");
+        checkThrows(OutcomeUnknownException.class, "last receipt is still 3", forgotten::end);
+        Recovery recovery = forgotten.recover();
+        check(recovery.verdict == Recovery.Verdict.SOLD && recovery.number.equals("4"), "a receipt whose end was forgotten, behind its like");
+        Receipt empty = session.receipt();
+        empty.begin();
+        check(empty.recover().verdict == Recovery.Verdict.NOT_SOLD, "a receipt without a line");
+
         BigDecimal one = BigDecimal.ONE;
         Receipt receipt = withOneItem(session);
         checkThrows(AmountException.class, "2.675 has more than 2 decimals", () -> receipt.pay(1, amount("2.675"), ""));
@@ -122,7 +135,7 @@ final class LayerTest {
         check(another.recover().verdict == Recovery.Verdict.NOT_SOLD && session.variable("STATE").equals("open"), "a receipt that was not begun");
         BigDecimal total = amount("0.25");
         check(session.interruptedReceipt(left.numberBefore(), total).recover().verdict == Recovery.Verdict.NOT_SOLD, "a till that was switched off");
-        check(session.interruptedReceipt("2", total).recover().number.equals("3"), "a till that was switched off behind the end");
+        check(session.interruptedReceipt("2", total).recover().number.equals("4"), "a till that was switched off behind the end");
         check(session.interruptedReceipt("1", amount("7")).recover().verdict == Recovery.Verdict.ASK_A_PERSON, "a receipt of somebody else");
     }
 

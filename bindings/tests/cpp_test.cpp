@@ -3,8 +3,10 @@
 #include "telvofm.hpp"
 
 #include "tests/system/printer_process.h"
+#include "tests/unit/own_folder.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace telvofm {
@@ -135,6 +137,20 @@ TEST_F(CppSession, IsTheOnlyOne)
 TEST_F(CppSession, DayThatIsOpenIsNoFailure)
 {
     EXPECT_EQ(session_->beginDay().value_or(true), false);
+}
+
+TEST(CppDay, OfWhichNobodyKnowsIsAFailure)
+{
+    const test::OwnFolder folder;
+    const std::string scenario = folder.file("silent.json");
+    std::ofstream(scenario) << R"({"trouble": "As after silence on a serial line.", "seed": 1, "faults": [
+        {"kind": "refuse", "command": "sellingDayBegin", "code": 64}]})";
+    const test::PrinterProcess printer({"--listen", "127.0.0.1:0", "--scenario", scenario});
+    auto session = Session::open(printer.address());
+    ASSERT_TRUE(session) << session.error().text();
+    const auto begun = session->beginDay();
+    ASSERT_FALSE(begun);
+    EXPECT_EQ(begun.error().kind, Kind::outcomeUnknown);
 }
 
 TEST_F(CppSession, ReadsAndCallsAnyFunction)

@@ -139,6 +139,11 @@ class OpenSession(WithPrinter):
         self.assertTrue(self.session.begin_day())
         self.assertFalse(self.session.begin_day())
 
+    def test_day_of_which_nobody_knows_is_a_failure(self):
+        self.printer.arm("refuse", code=64, command="sellingDayBegin")  # as after silence on a serial line
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            self.session.begin_day()
+
     def test_calls_any_function_with_texts_in_windows_1250(self):
         self.session.call("setHeader", 1, "0000", 1, "Potraviny Šťastný")
         self.session.call("freeID", 1, True, "ž")

@@ -123,8 +123,10 @@ public:
     Result<bool> beginDay(int saleMode = 0)
     {
         const int code = sellingDayBegin(device_, saleMode);
-        if (code < 0) {
-            return failureOf("sellingDayBegin", code, 0);
+        Failure failure =
+            failureOf("sellingDayBegin", code, 0); // late or not: then an earlier try has opened it
+        if (code != 0 && failure.kind != Kind::refused) {
+            return failure;
         }
         return code == 0;
     }

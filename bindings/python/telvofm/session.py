@@ -6,7 +6,7 @@ import typing
 import weakref
 
 from . import raw, texts
-from .failures import failure_of
+from .failures import Refused, failure_of
 from .library import load
 
 
@@ -92,8 +92,9 @@ class Session:
     def begin_day(self, sale_mode=0):
         """Opens the selling day. False when the printer refused, as it does when the day is open already."""
         code = self.library.sellingDayBegin(self.device, sale_mode)
-        if code < 0:
-            raise failure_of("sellingDayBegin", code, 0)
+        failure = failure_of("sellingDayBegin", code, 0)  # late or not: then an earlier try has opened it
+        if code != 0 and not isinstance(failure, Refused):
+            raise failure
         return code == 0
 
     def variable(self, name):

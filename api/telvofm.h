@@ -54,6 +54,12 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+/* The version of this library; getVersion returns another number, that of the interface. */
+#define TELVOFM_VERSION_MAJOR 1
+#define TELVOFM_VERSION_MINOR 0
+#define TELVOFM_VERSION_PATCH 0
+#define TELVOFM_VERSION "1.0.0"
+
 /* How the functions are declared; a program that needs another way defines it before. */
 #ifndef TELVOFM_API
 #if defined(_WIN32)

@@ -30,7 +30,7 @@ function(telvofm_link_as_shipped target)
         set(file $<TARGET_FILE:${target}>)
         add_custom_command(TARGET ${target} POST_BUILD
             COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${file} ${file}.debug
-            COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_STRIP} --strip-unneeded ${file}
+            COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_STRIP} --strip-all ${file}
             COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0
                 ${CMAKE_OBJCOPY} --add-gnu-debuglink=${file}.debug ${file}
             VERBATIM)

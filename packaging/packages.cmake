@@ -7,7 +7,7 @@ set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_COMPONENTS_ALL library development tools symbols)
 set(CPACK_VERBATIM_VARIABLES ON)
-set(CPACK_TELVOFM_PACKAGING ${CMAKE_CURRENT_SOURCE_DIR}) # for the scripts that finish a package
+set(CPACK_TELVOFM_PACKAGING ${CMAKE_CURRENT_SOURCE_DIR})
 if(WIN32)
     include(windows/package.cmake)
 else()

@@ -3,7 +3,7 @@
 programs that are built from nothing but what it holds: by mingw through both import libraries, by clang and lld-link,
 which stand for Microsoft's toolchain, and by CMake.
 
-    windows_package_test.py SOURCE_FOLDER BUILD_FOLDER WINE
+    windows_package_test.py BUILD_FOLDER WINE
 """
 import os
 import pathlib
@@ -71,8 +71,7 @@ def tills(root, place, address):
 
 
 def main():
-    source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
-    wine = sys.argv[3]
+    build, wine = pathlib.Path(sys.argv[1]).resolve(), sys.argv[2]
     drive = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c"
     with tempfile.TemporaryDirectory(dir=build) as packing, tempfile.TemporaryDirectory(dir=drive) as folder:
         place = pathlib.Path(folder)
@@ -85,8 +84,7 @@ def main():
                 run(wine, till, cwd=place)
                 printer.expect_receipt()
             with_find_package(root, pathlib.Path(packing) / "cmake", printer.address,
-                              f"-DCMAKE_TOOLCHAIN_FILE={source}/cmake/mingw-w64.cmake",
-                              f"-DCMAKE_FIND_ROOT_PATH={root}")
+                              "-DCMAKE_SYSTEM_NAME=Windows", f"-DCMAKE_C_COMPILER={MINGW}")
             shutil.copy(pathlib.Path(packing) / "cmake/ninja/till.exe", place)
             run(wine, "till.exe", cwd=place)
             printer.expect_receipt()

@@ -1,9 +1,8 @@
-// The file that a reply goes into, through the C library's files: the stream classes of C++ would make the
-// library for Windows twice as large.
+// The file that a reply goes into.
 #pragma once
 
-#include <cstdio>
-#include <memory>
+#include "link/open_file.h"
+
 #include <string_view>
 
 namespace telvofm {
@@ -19,11 +18,7 @@ public:
     void writeWhole(std::string_view data);
 
 private:
-    struct Close
-    {
-        void operator()(std::FILE* open) const { static_cast<void>(std::fclose(open)); }
-    };
-    std::unique_ptr<std::FILE, Close> file;
+    OpenFile file;
 };
 
 } // namespace telvofm

@@ -2,7 +2,6 @@
 set(CPACK_PACKAGE_NAME telvofm)
 set(CPACK_PACKAGE_VENDOR "The TelvoFM authors")
 set(CPACK_PACKAGE_CONTACT "The TelvoFM authors <authors@telvofm.invalid>" CACHE STRING "Whom a package names as its maintainer")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Drives a fiscal cash-register printer")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packages)
 set(CPACK_COMPONENTS_ALL library development tools symbols)

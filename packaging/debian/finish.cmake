@@ -1,5 +1,6 @@
 # What each .deb must hold beside its files, and in the form that Debian wants: copyright, changelog, packed manual
 # pages, programs that look for the library in the system's folders only. CPack runs it before it packs.
+set(ENV{DESTDIR}) # CPack has installed into it, and file(INSTALL) would
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} capitals)
     set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}/usr)

@@ -28,7 +28,7 @@ static int isLoaded(const char* library)
 static double now(void)
 {
     struct timespec time;
-    clock_gettime(CLOCK_MONOTONIC, &time);
+    timespec_get(&time, TIME_UTC);
     return (double)time.tv_sec * 1e6 + (double)time.tv_nsec / 1e3;
 }
 

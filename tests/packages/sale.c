@@ -1,6 +1,6 @@
 /*
- * Sells one receipt at ADDRESS, which it is compiled with; ends with 0, or with which of its steps failed. It uses
- * nothing but telvofm.h: a toolchain without a C library of its own can build it.
+ * Sells one receipt at ADDRESS, which it is compiled with; ends with 0, or with which of its steps failed. It
+ * uses nothing but telvofm.h: a toolchain without a C library of its own can build it.
  */
 #include <telvofm.h>
 

@@ -10,8 +10,11 @@ function(telvofm_compile_as_shipped target)
         -ffunction-sections -fdata-sections
         -ffile-prefix-map=${PROJECT_BINARY_DIR}=build -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
         "$<$<CONFIG:Release>:-O2;-g1>")
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${target} PRIVATE -fvect-cost-model=dynamic) # the checksum is such a loop
+    endif()
     if(NOT WIN32)
-        target_compile_options(${target} PRIVATE -fstack-protector-strong)
+        target_compile_options(${target} PRIVATE -fstack-protector-strong -fno-plt)
         target_compile_definitions(${target} PRIVATE "$<$<CONFIG:Release>:_FORTIFY_SOURCE=2>")
     endif()
 endfunction()

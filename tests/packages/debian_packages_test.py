@@ -2,7 +2,7 @@
 """Packs a build for Debian, lets lintian look at the packages, and sells with a program that is built from nothing but
 what they hold, on the virtual printer that they hold.
 
-    debian_packages_test.py BUILD_FOLDER VERSION
+    debian_packages_test.py SOURCE_FOLDER BUILD_FOLDER VERSION
 """
 import os
 import pathlib
@@ -15,7 +15,11 @@ PACKAGES = {"libtelvofm1", "libtelvofm-dev", "telvofm-tools", "libtelvofm1-dbg"}
 
 
 def main():
-    build, version = pathlib.Path(sys.argv[1]).resolve(), sys.argv[2]
+    source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+    version = sys.argv[3]
+    changes = (source / "packaging/debian/changelog").read_text(encoding="utf-8")
+    if not changes.startswith(f"telvofm ({version}-1) "):
+        sys.exit(f"packaging/debian/changelog begins with {changes.splitlines()[0]!r}, the version is {version}")
     with tempfile.TemporaryDirectory(dir=build) as folder:
         place = pathlib.Path(folder)
         run("cpack", "--config", build / "CPackConfig.cmake", "-B", place)

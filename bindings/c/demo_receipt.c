@@ -44,14 +44,14 @@ static const char* const discount = "Z\276ava st\341lym z\341kazn\355kom"; /* Z�
 typedef struct Payment
 {
     int type;
-    const char *amount, *description;
+    const char *amount, *due, *description; /* due: afterwards */
 } Payment;
 
 static const Payment payments[] = {
-    {4, "5.00", "\212a\276a"},     /* Šaľa */
-    {2, "5.00", "\310ip. karta"},  /* Čip. karta */
-    {3, "4.00", "Pouk\341\236ka"}, /* Poukážka */
-    {1, "20.00", "Hotovos\235"},   /* Hotovosť */
+    {4, "5.00", "18.59", "\212a\276a"},    /* Šaľa */
+    {2, "5.00", "13.59", "\310ip. karta"}, /* Čip. karta */
+    {3, "4.00", "9.59", "Pouk\341\236ka"}, /* Poukážka */
+    {1, "20.00", "0.00", "Hotovos\235"},   /* Hotovosť */
 };
 
 /* What the printer says; empty when it cannot be asked. */
@@ -101,12 +101,15 @@ static int pay(const Payment* payment)
                   payment_str(device, 0, payment->type, total, payment->amount, "0", payment->description));
 }
 
-/* Before the payment, because an item whose acknowledge was lost is sold twice and its call returns 0. */
-static int totalIsAnother(void)
+/*
+ * Before the first payment and behind each: what was sent again because its acknowledge was lost is carried
+ * out twice, and its call returns 0.
+ */
+static int isAnother(const char* variable, const char* expected)
 {
-    const Answer printed = ask("TOTAL");
-    if (strcmp(printed.text, total) != 0) {
-        printf("failed: the printer's total is \"%s\" and not %s\n", printed.text, total);
+    const Answer answer = ask(variable);
+    if (strcmp(answer.text, expected) != 0) {
+        printf("failed: for the printer %s is \"%s\" and not %s\n", variable, answer.text, expected);
         return 1;
     }
     return 0;
@@ -126,7 +129,7 @@ static int sellLines(void)
 static int takePayments(void)
 {
     for (size_t i = 0; i < sizeof payments / sizeof *payments; ++i) {
-        if (pay(&payments[i])) {
+        if (pay(&payments[i]) || isAnother("DUE", payments[i].due)) {
             return 1;
         }
     }
@@ -136,7 +139,7 @@ static int takePayments(void)
 static int sell(void)
 {
     return failed("paragonBegin", paragonBegin(device, 0, 1, 0, 0, 1, 0)) || sellLines() ||
-           totalIsAnother() || takePayments() || failed("paragonEnd", paragonEnd(device, 0, 0));
+           isAnother("TOTAL", total) || takePayments() || failed("paragonEnd", paragonEnd(device, 0, 0));
 }
 
 static int isSold(const char* lastBefore)

@@ -16,10 +16,14 @@ namespace Telvofm
             return Windows1250.Encode(Fixed(amount, 3));
         }
 
-        /// <summary>An amount paid: exactly zero is written without decimals, as the library's own variants do.</summary>
+        /// <summary>An amount paid. Zero is refused: for some printers it means all that is due.</summary>
         internal static byte[] Payment(decimal amount)
         {
-            return amount == 0 ? Windows1250.Encode("0") : Money(amount);
+            if (amount == 0)
+            {
+                throw new AmountException("A payment of 0 can mean all that is due; say the amount.");
+            }
+            return Money(amount);
         }
 
         internal static string Written(decimal amount)

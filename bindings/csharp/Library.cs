@@ -1,38 +1,26 @@
 using System;
+using System.Reflection;
+using System.Runtime.InteropServices;
 using Telvofm.Raw;
 
 namespace Telvofm
 {
-    /// <summary>Makes sure that the library is there and is the right one, before anything is done with it.</summary>
+    /// <summary>Lets the runtime load the library, and says in one sentence why that did not work.</summary>
     static class Library
     {
-        const int Version = 106;
+        const int Version = 106; // of the interface
 
-        internal static void Require()
+        internal static void Load()
         {
             RequireBits(IntPtr.Size * 8);
-            int version = Loaded(Functions.getVersion);
-            if (version != Version)
-            {
-                throw new LibraryException("The library that was found has version " + version + " and not " + Version +
-                                           "; put the one beside the program that came with these sources.");
-            }
-        }
-
-        internal static void RequireBits(int bits)
-        {
-            if (bits != 64)
-            {
-                throw new LibraryException("TelvoFM is a 64-bit library and this program runs with " + bits +
-                                           " bits; build it for x64, or for any processor with \"prefer 32-bit\" off.");
-            }
-        }
-
-        internal static int Loaded(Func<int> getVersion)
-        {
+            MethodInfo function = null;
             try
             {
-                return getVersion();
+                foreach (MethodInfo each in typeof(Functions).GetMethods(BindingFlags.Public | BindingFlags.Static))
+                {
+                    function = each;
+                    Marshal.Prelink(each);
+                }
             }
             catch (DllNotFoundException missing)
             {
@@ -44,7 +32,22 @@ namespace Telvofm
             }
             catch (EntryPointNotFoundException wrong)
             {
-                throw new LibraryException("The library that was found is another one; put the telvofm.dll beside the program that came with these sources.", wrong);
+                throw new LibraryException("The library that was found is not this telvofm: it has no function " + function.Name +
+                                           "; put the one beside the program that came with these sources.", wrong);
+            }
+            if (Functions.getVersion() != Version)
+            {
+                throw new LibraryException("The telvofm that was found has version " + Functions.getVersion() + " of the interface, and these sources need " +
+                                           Version + "; take both from the same release.");
+            }
+        }
+
+        internal static void RequireBits(int bits)
+        {
+            if (bits != 64)
+            {
+                throw new LibraryException("TelvoFM is a 64-bit library and this program runs with " + bits +
+                                           " bits; build it for x64, or for any processor with \"prefer 32-bit\" off.");
             }
         }
     }

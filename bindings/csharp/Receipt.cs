@@ -10,7 +10,9 @@ namespace Telvofm
     {
         readonly Session session;
         readonly Questions questions;
-        bool begun, compared;
+        bool begun;
+        bool compared; // its total with the printer's, before the first payment
+        bool finished; // as far as the till goes: paid in full, or told to end
         OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
 
         /// <summary>The last receipt's number before this one began; null while it has not, or cannot be asked.</summary>
@@ -36,6 +38,7 @@ namespace Telvofm
                 Total = total,
                 Paid = total,
                 begun = true,
+                finished = true,
                 doubt = OutcomeUnknownException.Doubt("recover", "The till was interrupted in this receipt.")
             };
         }
@@ -85,17 +88,22 @@ namespace Telvofm
         public void Pay(int type, decimal amount, string description)
         {
             byte[] total = Amounts.Money(Total), part = Amounts.Payment(amount), words = Windows1250.Encode(description);
-            if (!compared && doubt == null)
+            if (!compared)
             {
-                compared = true;
                 Compare("payment_str", questions.Total, Total, "the total");
+                compared = true;
             }
-            Paid += amount; // also when it fails: Recover must know what was meant
-            Send("payment_str", () => Functions.payment_str(session.Device, 0, type, total, part, noExchange, words));
-            if (session.LastCallWasSlow)
+            try
             {
-                Compare("payment_str", questions.Due, Math.Max(Total - Paid, 0), "what is due");
+                Send("payment_str", () => Functions.payment_str(session.Device, 0, type, total, part, noExchange, words));
             }
+            catch (OutcomeUnknownException)
+            {
+                Count(amount); // as it was meant
+                throw;
+            }
+            Count(amount);
+            Compare("payment_str", questions.Due, Due(), "what is due");
         }
 
         static readonly byte[] noExchange = Windows1250.Encode("0");
@@ -103,6 +111,7 @@ namespace Telvofm
         /// <summary>Ends the receipt and returns its number; an empty one if the printer cannot be asked.</summary>
         public string End(int picture = 0)
         {
+            finished = true;
             Send("paragonEnd", () => Functions.paragonEnd(session.Device, 0, picture));
             string number = Answer("paragonEnd", questions.LastNumber);
             if (number == null)
@@ -131,10 +140,19 @@ namespace Telvofm
         {
             Send(call, function);
             Total += value;
-            if (session.LastCallWasSlow)
-            {
-                Compare(call, questions.Total, Total, "the total");
-            }
+        }
+
+        void Count(decimal amount)
+        {
+            Paid += amount;
+            finished = Due() == 0;
+        }
+
+        /// <summary>What is left to pay, or to pay out; more than that is given back.</summary>
+        decimal Due()
+        {
+            decimal due = Total - Paid;
+            return Math.Sign(due) == Math.Sign(Total) ? due : 0;
         }
 
         /// <summary>One call of this receipt. Whatever leaves its outcome open is remembered.</summary>
@@ -157,6 +175,10 @@ namespace Telvofm
 
         void Compare(string call, string question, decimal expected, string what)
         {
+            if (doubt != null)
+            {
+                throw doubt;
+            }
             string answer = Answer(call, question);
             if (answer != null && NumberOf(answer) != expected)
             {
@@ -174,7 +196,7 @@ namespace Telvofm
             }
             catch (CallException failure)
             {
-                throw Doubt(call, "The printer does not say what it has done (" + failure.Message + ")");
+                throw Doubt(call, "The printer does not say what it has done (" + failure.Call + ": code " + failure.Code + ").");
             }
         }
 

@@ -51,7 +51,7 @@ namespace Telvofm
             catch (CallException failure)
             {
                 return new Recovery(Verdict.AskAPerson, "the printer does not say what it has done; look at its paper before this receipt " +
-                                                        "is sold again (" + failure.Message + ")");
+                                                        "is sold again (" + failure.Call + ": code " + failure.Code + ")");
             }
         }
 
@@ -62,7 +62,7 @@ namespace Telvofm
             {
                 return;
             }
-            bool isPaid = Math.Abs(Paid) >= Math.Abs(Total) && NumberOf(Asked(questions.Total)) == Total && NumberOf(Asked(questions.Due)) == 0;
+            bool isPaid = finished && NumberOf(Asked(questions.Total)) == Total && NumberOf(Asked(questions.Due)) == 0;
             try
             {
                 if (isPaid)

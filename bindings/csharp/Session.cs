@@ -21,8 +21,6 @@ namespace Telvofm
 
         internal Questions Questions { get; private set; }
 
-        internal bool LastCallWasSlow { get; private set; }
-
         /// <summary>Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes. Other questions than those of the
         /// virtual printer are for a printer that has other names; Questions.None for one that cannot be asked.</summary>
         public Session(string address, int device = 1, Questions questions = null)
@@ -30,7 +28,7 @@ namespace Telvofm
             this.address = Windows1250.Encode(address);
             Device = device;
             Questions = questions ?? new Questions();
-            Library.Require();
+            Library.Load();
             if (Interlocked.CompareExchange(ref openOne, this, null) != null)
             {
                 throw new InvalidOperationException("A session is open, and a program has one at a time; close it first.");
@@ -80,10 +78,9 @@ namespace Telvofm
         {
             Stopwatch clock = Stopwatch.StartNew();
             int code = function();
-            LastCallWasSlow = clock.Elapsed > Slow;
             if (code != 0)
             {
-                throw CallException.Of(name, code, LastCallWasSlow);
+                throw CallException.Of(name, code, clock.Elapsed > Slow);
             }
         }
 

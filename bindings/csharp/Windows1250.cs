@@ -15,7 +15,7 @@ namespace Telvofm
             var found = new Dictionary<char, byte>();
             for (int index = 0; index < 128; index++)
             {
-                found[Raw.Windows1250.UpperHalf[index]] = (byte)(0x80 + index);
+                found[Raw.Windows1250Table.UpperHalf[index]] = (byte)(0x80 + index);
             }
             return found;
         }
@@ -44,7 +44,7 @@ namespace Telvofm
             var decoded = new StringBuilder(text.Length);
             foreach (byte one in text)
             {
-                decoded.Append(one < 0x80 ? (char)one : Raw.Windows1250.UpperHalf[one - 0x80]);
+                decoded.Append(one < 0x80 ? (char)one : Raw.Windows1250Table.UpperHalf[one - 0x80]);
             }
             return decoded.ToString();
         }

@@ -49,9 +49,9 @@ def raw(functions):
 def characters_file(characters):
     lines = [NOTE.format("bindings/windows_1250.json"), "namespace Telvofm.Raw", "{",
              "    /// <summary>The characters of the bytes 0x80 to 0xFF in Windows-1250, in this order.</summary>",
-             "    public static class Windows1250",
+             "    static class Windows1250Table",
              "    {",
-             "        public const string UpperHalf ="]
+             "        internal const string UpperHalf ="]
     quoted = ['"' + "".join(row.split(", ")) + '"' for row in rows(characters, lambda point: f"\\u{point:04X}")]
     lines += ["            " + row + " +" for row in quoted[:-1]] + ["            " + quoted[-1] + ";"]
     return "\n".join([*lines, "    }", "}", ""])
@@ -98,5 +98,5 @@ def quoted(text):
 def files(functions, characters, codes):
     folder = "bindings/csharp/generated/"
     return {folder + "Functions.cs": raw(functions),
-            folder + "Windows1250.cs": characters_file(characters),
+            folder + "Windows1250Table.cs": characters_file(characters),
             folder + "CodeMeaning.cs": codes_file(codes)}

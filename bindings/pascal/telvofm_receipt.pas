@@ -23,11 +23,16 @@ type
   TReceipt = class
   private
     FSession: TSession;
-    FIsBegun, FIsCompared, FIsInDoubt: Boolean; { in doubt, nothing more is sold into it }
+    FIsBegun: Boolean;
+    FIsCompared: Boolean; { its total with the printer's, before the first payment }
+    FIsFinished: Boolean; { as far as the till goes: paid in full, or told to end }
+    FIsInDoubt: Boolean; { nothing more is sold into it }
     FCall, FDoubt: string;
     FNumberBefore: UnicodeString;
     FTotal, FPaid: Currency;
     procedure Line(Value: Currency; Code: Integer);
+    procedure Count(Amount: Currency);
+    function Due: Currency;
     procedure Start(const Call: string);
     procedure Check(Code: Integer);
     procedure Compare(const Question: UnicodeString; Expected: Currency; const What: string);
@@ -90,6 +95,7 @@ constructor TReceipt.CreateInterrupted(Session: TSession; const NumberBefore: Un
 begin
   Create(Session);
   FIsBegun := True;
+  FIsFinished := True;
   FNumberBefore := NumberBefore;
   FTotal := Total;
   FPaid := Total;
@@ -161,7 +167,6 @@ end;
 procedure TReceipt.Pay(PaymentType: Integer; Amount: Currency; const Description: UnicodeString);
 var
   Sum, Part, Words: RawByteString;
-  Due: Currency;
 begin
   Sum := MoneyText(FTotal);
   Part := PaymentText(Amount);
@@ -169,23 +174,26 @@ begin
   Start('payment_str');
   if not FIsCompared then
   begin
-    FIsCompared := True;
     Compare(FSession.Questions.Total, FTotal, 'the total');
+    FIsCompared := True;
     Start('payment_str');
   end;
-  FPaid := FPaid + Amount; { also when it fails: Recover must know what was meant }
-  Check(Functions.payment_str(FSession.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), '0', PAnsiChar(Words)));
-  if FSession.LastCallWasSlow then
-  begin
-    Due := FTotal - FPaid;
-    if Due < 0 then
-      Due := 0;
-    Compare(FSession.Questions.Due, Due, 'what is due');
+  try
+    Check(Functions.payment_str(FSession.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), '0', PAnsiChar(Words)));
+  except
+    on EOutcomeUnknown do
+    begin
+      Count(Amount); { as it was meant }
+      raise;
+    end;
   end;
+  Count(Amount);
+  Compare(FSession.Questions.Due, Due, 'what is due');
 end;
 
 function TReceipt.EndReceipt(Picture: Integer): UnicodeString;
 begin
+  FIsFinished := True;
   Start('paragonEnd');
   Check(Functions.paragonEnd(FSession.Device, 0, Picture));
   Result := Answer(FSession.Questions.LastReceipt);
@@ -235,8 +243,20 @@ procedure TReceipt.Line(Value: Currency; Code: Integer);
 begin
   Check(Code);
   FTotal := FTotal + Value;
-  if FSession.LastCallWasSlow then
-    Compare(FSession.Questions.Total, FTotal, 'the total');
+end;
+
+procedure TReceipt.Count(Amount: Currency);
+begin
+  FPaid := FPaid + Amount;
+  FIsFinished := Due = 0;
+end;
+
+{ What is left to pay, or to pay out; more than that is given back. }
+function TReceipt.Due: Currency;
+begin
+  Result := FTotal - FPaid;
+  if not (((Result > 0) and (FTotal > 0)) or ((Result < 0) and (FTotal < 0))) then
+    Result := 0;
 end;
 
 procedure TReceipt.RaiseDoubt(const Happened: string);
@@ -255,7 +275,7 @@ begin
       Result := FSession.Variable(Question);
     except
       on Failure: ECall do
-        RaiseDoubt('The printer does not say what it has done (' + Failure.Message + ')');
+        RaiseDoubt('The printer does not say what it has done (' + Failure.Call + ': code ' + IntToStr(Failure.Code) + ').');
     end;
 end;
 
@@ -304,7 +324,7 @@ begin
   except
     on Failure: ECall do
       Result := Recovered(vdAskAPerson, 'the printer does not say what it has done; look at its paper before this receipt is sold again (' +
-        Failure.Message + ')');
+        Failure.Call + ': code ' + IntToStr(Failure.Code) + ')');
   end;
 end;
 
@@ -316,7 +336,7 @@ begin
   if (FSession.Variable(FSession.Questions.LastReceipt) <> FNumberBefore) or
     (FSession.Variable(FSession.Questions.State) = FSession.Questions.Closed) then
     Exit;
-  IsPaid := (Abs(FPaid) >= Abs(FTotal)) and IsAmount(FSession.Variable(FSession.Questions.Total), FTotal) and
+  IsPaid := FIsFinished and IsAmount(FSession.Variable(FSession.Questions.Total), FTotal) and
     IsAmount(FSession.Variable(FSession.Questions.Due), 0);
   try
     if IsPaid then

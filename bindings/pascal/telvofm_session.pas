@@ -38,7 +38,6 @@ type
     FQuestions: TQuestions;
     FCall: string;
     FStarted: UInt64;
-    FLastCallWasSlow: Boolean;
     procedure Open;
   public
     { Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes. }
@@ -68,7 +67,6 @@ type
 
     property Device: Integer read FDevice;
     property Questions: TQuestions read FQuestions;
-    property LastCallWasSlow: Boolean read FLastCallWasSlow;
   end;
 
 implementation
@@ -185,9 +183,8 @@ end;
 
 procedure TSession.Check(Code: Integer);
 begin
-  FLastCallWasSlow := GetTickCount64 - FStarted > SlowMilliseconds;
   if Code <> 0 then
-    raise FailureOf(FCall, Code, FLastCallWasSlow);
+    raise FailureOf(FCall, Code, GetTickCount64 - FStarted > SlowMilliseconds);
 end;
 
 function TSession.NewResult: IResultData;

@@ -15,7 +15,7 @@ function DecodeText(const Bytes: RawByteString): UnicodeString;
 function MoneyText(Amount: Currency): RawByteString;
 function QuantityText(Amount: Currency): RawByteString;
 
-{ An amount paid: exactly zero is written without decimals, as the library's own variants do. }
+{ An amount paid. Zero is refused: for some printers it means all that is due. }
 function PaymentText(Amount: Currency): RawByteString;
 
 implementation
@@ -66,6 +66,7 @@ begin
       Refuse(Text, Index);
     Target[Index - 1] := AnsiChar(ByteOf[Text[Index]]);
   end;
+  SetCodePage(Result, 1250, False); { what they are, for whoever makes another string of them }
 end;
 
 function DecodeText(const Bytes: RawByteString): UnicodeString;
@@ -114,9 +115,8 @@ end;
 function PaymentText(Amount: Currency): RawByteString;
 begin
   if Amount = 0 then
-    Result := EncodeText('0')
-  else
-    Result := MoneyText(Amount);
+    raise EAmount.Create('A payment of 0 can mean all that is due; say the amount.');
+  Result := MoneyText(Amount);
 end;
 
 initialization

@@ -4,6 +4,7 @@
 
 #include "tests/system/printer_process.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 namespace telvofm {
@@ -144,6 +145,13 @@ TEST_F(CppSession, ReadsAndCallsAnyFunction)
     EXPECT_NE(session_->lastReceipt().value_or("").find("Med"), std::string::npos);
     EXPECT_NE(session_->journal().value_or("").find("Šťastný"), std::string::npos);
     EXPECT_FALSE(session_->read("getJournalStructU_ResultObject", getJournalStructU_ResultObject, 1, "ñ"));
+}
+
+TEST_F(CppSession, NamesOfFilesAreTheSystemsMatter)
+{
+    const std::filesystem::path file = "žurnál.txt";
+    EXPECT_TRUE(session_->call("getJournal_str_tofile", getJournal_str_tofile, 1, file));
+    EXPECT_TRUE(std::filesystem::remove(file));
 }
 
 TEST_F(CppSession, BeginThatWasRefusedTouchesNothing)

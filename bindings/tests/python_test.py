@@ -168,6 +168,11 @@ class OpenSession(WithPrinter):
         self.assertIn("Receipt 40", self.session.last_receipt())
         self.assertIn("Receipt 7", telvofm.decode(self.session.read("getJournalStructZ_ResultObject", 1, 7, 7)))
 
+    def test_names_of_files_are_the_systems_matter(self):
+        file = pathlib.Path("žurnál.txt")
+        self.session.call("getJournal_str_tofile", 1, file)
+        file.unlink()
+
     def test_releases_results_by_itself(self):
         destroyed = []
         true_one = self.session.library.destroyResultObject

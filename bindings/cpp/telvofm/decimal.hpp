@@ -81,6 +81,7 @@ public:
         return left;
     }
     friend constexpr bool operator==(Decimal, Decimal) = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr): there is none
     friend constexpr auto operator<=>(Decimal, Decimal) = default;
 
 private:

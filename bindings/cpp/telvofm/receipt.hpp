@@ -172,7 +172,7 @@ public:
                     "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
         }
         Outcome reopened = session_.reopen();
-        Result<Standing> now = reopened.and_then([this](Done) { return standing(); });
+        Result<Standing> now = reopened.and_then([this](Done&) { return standing(); });
         if (now && now->number == *numberBefore_ && !now->isClosed) {
             finish(*now);
             now = standing();

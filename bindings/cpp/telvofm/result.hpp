@@ -47,9 +47,11 @@ private:
     std::variant<Value, Failure> held_;
 };
 
-// Of a call that gives nothing back.
+// Of a call that gives nothing back but the seconds that it took: after more than `slow` it may have been
+// sent again, and carried out twice.
 struct Done
 {
+    double seconds = 0;
 };
 using Outcome = Result<Done>;
 

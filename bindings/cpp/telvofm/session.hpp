@@ -6,6 +6,7 @@
 #include "text.hpp"
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <type_traits>
@@ -32,11 +33,14 @@ struct Questions
 
 namespace inside {
 
-// An argument as the library takes it; a text is encoded and lives until the call is over.
+// An argument as the library takes it; a text is encoded and lives until the call is over. The path of a file
+// goes out as the system's own bytes.
 template <typename Argument>
 auto converted(const Argument& argument)
 {
-    if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
+    if constexpr (std::is_same_v<Argument, std::filesystem::path>) {
+        return Result<std::string>(argument.string());
+    } else if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
         return encode(argument);
     } else {
         return Result<Argument>(argument);
@@ -115,6 +119,7 @@ public:
     }
 
     // Opens the selling day. False when the printer refused, as it does when the day is open already.
+    // NOLINTNEXTLINE(readability-make-member-function-const): it changes the printer
     Result<bool> beginDay(int saleMode = 0)
     {
         const int code = sellingDayBegin(device_, saleMode);
@@ -197,7 +202,7 @@ private:
         if (code != 0) {
             return failureOf(name, code, seconds.count());
         }
-        return Done();
+        return Done{seconds.count()};
     }
 
     static Result<std::string> decoded(const Result<std::string>& bytes)

@@ -14,9 +14,12 @@ final class Amounts {
         return Windows1250.encode(fixed(amount, 3));
     }
 
-    /** An amount paid: exactly zero is written without decimals, as the library's own variants do. */
+    /** An amount paid. Zero is refused: for some printers it means all that is due. */
     static byte[] payment(BigDecimal amount) {
-        return amount.signum() == 0 ? Windows1250.encode("0") : money(amount);
+        if (amount.signum() == 0) {
+            throw new AmountException("A payment of 0 can mean all that is due; say the amount.");
+        }
+        return money(amount);
     }
 
     static String written(BigDecimal amount) {

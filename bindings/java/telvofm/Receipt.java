@@ -11,7 +11,8 @@ public final class Receipt {
     final Session session;
     private final Functions functions;
     private boolean begun;
-    private boolean compared;
+    private boolean compared; // its total with the printer's, before the first payment
+    private boolean finished; // as far as the till goes: paid in full, or told to end
     private OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
     private String numberBefore;
     private BigDecimal total = BigDecimal.ZERO;
@@ -25,6 +26,7 @@ public final class Receipt {
     static Receipt interrupted(Session session, String numberBefore, BigDecimal total) {
         Receipt receipt = new Receipt(session);
         receipt.begun = true;
+        receipt.finished = true;
         receipt.numberBefore = numberBefore;
         receipt.total = total;
         receipt.paid = total;
@@ -99,15 +101,18 @@ public final class Receipt {
     public void pay(int type, BigDecimal amount, String description) {
         byte[] sum = Amounts.money(total), part = Amounts.payment(amount), words = Windows1250.encode(description);
         byte[] noExchange = Windows1250.encode("0");
-        if (!compared && doubt == null) {
-            compared = true;
+        if (!compared) {
             compare("payment_str", session.questions.total, total, "the total");
+            compared = true;
         }
-        paid = paid.add(amount); // also when it fails: recover must know what was meant
-        send("payment_str", () -> functions.payment_str(session.device, 0, type, sum, part, noExchange, words));
-        if (session.lastCallWasSlow()) {
-            compare("payment_str", session.questions.due, total.subtract(paid).max(BigDecimal.ZERO), "what is due");
+        try {
+            send("payment_str", () -> functions.payment_str(session.device, 0, type, sum, part, noExchange, words));
+        } catch (OutcomeUnknownException unknown) {
+            count(amount); // as it was meant
+            throw unknown;
         }
+        count(amount);
+        compare("payment_str", session.questions.due, due(), "what is due");
     }
 
     public String end() {
@@ -116,6 +121,7 @@ public final class Receipt {
 
     /** Ends the receipt and returns its number; an empty one if the printer cannot be asked. */
     public String end(int picture) {
+        finished = true;
         send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
         String number = answer("paragonEnd", session.questions.lastReceipt);
         if (number == null) {
@@ -140,9 +146,17 @@ public final class Receipt {
     private void line(BigDecimal value, String call, IntSupplier function) {
         send(call, function);
         total = total.add(value);
-        if (session.lastCallWasSlow()) {
-            compare(call, session.questions.total, total, "the total");
-        }
+    }
+
+    private void count(BigDecimal amount) {
+        paid = paid.add(amount);
+        finished = due().signum() == 0;
+    }
+
+    /** What is left to pay, or to pay out; more than that is given back. */
+    private BigDecimal due() {
+        BigDecimal due = total.subtract(paid);
+        return due.signum() == total.signum() ? due : BigDecimal.ZERO;
     }
 
     /** One call of this receipt. Whatever leaves its outcome open is remembered. */
@@ -159,6 +173,9 @@ public final class Receipt {
     }
 
     private void compare(String call, String question, BigDecimal expected, String what) {
+        if (doubt != null) {
+            throw doubt;
+        }
         String answer = answer(call, question);
         if (answer != null && !isNumber(answer, expected)) {
             throw doubted(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.written(expected)
@@ -171,7 +188,7 @@ public final class Receipt {
         try {
             return asked(question);
         } catch (CallException failure) {
-            throw doubted(call, "The printer does not say what it has done (" + failure.getMessage() + ")");
+            throw doubted(call, "The printer does not say what it has done (" + failure.call + ": code " + failure.code + ").");
         }
     }
 
@@ -212,7 +229,7 @@ public final class Receipt {
             return judged();
         } catch (CallException failure) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this "
-                    + "receipt is sold again (" + failure.getMessage() + ")", "");
+                    + "receipt is sold again (" + failure.call + ": code " + failure.code + ")", "");
         }
     }
 
@@ -222,7 +239,7 @@ public final class Receipt {
         if (!asked(questions.lastReceipt).equals(numberBefore) || asked(questions.state).equals(questions.closed)) {
             return;
         }
-        boolean isPaid = paid.abs().compareTo(total.abs()) >= 0 && isNumber(asked(questions.total), total)
+        boolean isPaid = finished && isNumber(asked(questions.total), total)
                 && isNumber(asked(questions.due), BigDecimal.ZERO);
         try {
             if (isPaid) {

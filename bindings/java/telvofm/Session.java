@@ -20,7 +20,6 @@ public final class Session implements AutoCloseable {
 
     final Questions questions;
     private final byte[] address;
-    private boolean lastCallWasSlow;
 
     public Session(String address) {
         this(address, 1, Questions.USUAL);
@@ -72,14 +71,9 @@ public final class Session implements AutoCloseable {
     public void call(String name, IntSupplier function) {
         long started = System.nanoTime();
         int code = function.getAsInt();
-        lastCallWasSlow = System.nanoTime() - started > SLOW_NANOSECONDS;
         if (code != 0) {
-            throw CallException.of(name, code, lastCallWasSlow);
+            throw CallException.of(name, code, System.nanoTime() - started > SLOW_NANOSECONDS);
         }
-    }
-
-    boolean lastCallWasSlow() {
-        return lastCallWasSlow;
     }
 
     /** The bytes that a function delivers into a result object, which is handed to it. */

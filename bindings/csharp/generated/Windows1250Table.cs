@@ -2,9 +2,9 @@
 namespace Telvofm.Raw
 {
     /// <summary>The characters of the bytes 0x80 to 0xFF in Windows-1250, in this order.</summary>
-    public static class Windows1250
+    static class Windows1250Table
     {
-        public const string UpperHalf =
+        internal const string UpperHalf =
             "\u20AC\u0081\u201A\u0083\u201E\u2026\u2020\u2021" +
             "\u0088\u2030\u0160\u2039\u015A\u0164\u017D\u0179" +
             "\u0090\u2018\u2019\u201C\u201D\u2022\u2013\u2014" +

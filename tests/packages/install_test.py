@@ -15,12 +15,15 @@ WANTED = """
     bin/telvofm
     bin/telvofm-printer
     include/telvofm.h
+    include/telvofm.hpp
+    include/telvofm/session.hpp
     share/doc/telvofm/LICENSE
     share/doc/telvofm/README.md
     share/doc/telvofm/docs/integration.md
     share/man/man1/telvofm-printer.1
     share/man/man1/telvofm.1
     share/man/man3/telvofm.3
+    share/telvofm/bindings/python/telvofm/__init__.py
 """.split()
 
 

@@ -16,10 +16,15 @@ from installed_sale import HERE, Printer, run, with_find_package
 
 MINGW = "x86_64-w64-mingw32-gcc-posix"
 WANTED = """
+    bindings/csharp/generated/Functions.cs
+    bindings/java/telvofm/Session.java
+    bindings/pascal/telvofm_library.pas
+    bindings/python/telvofm/__init__.py
     bin/telvofm.dll
     bin/telvofm-printer.exe
     doc/docs/integration.md
     include/telvofm.h
+    include/telvofm.hpp
     lib/libtelvofm.dll.a
     lib/telvofm.def
     lib/telvofm.lib

@@ -119,6 +119,15 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+/** The version of this library; getVersion() returns another number, that of the interface. */
+#define TELVOFM_VERSION "1.0.0"
+/** Its first number. */
+#define TELVOFM_VERSION_MAJOR 1
+/** Its second number. */
+#define TELVOFM_VERSION_MINOR 0
+/** Its third number. */
+#define TELVOFM_VERSION_PATCH 0
+
 #ifndef TELVOFM_API
 #if defined(_WIN32)
 #if defined(TELVOFM_BUILDING)

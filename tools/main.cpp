@@ -1,4 +1,5 @@
 // The command-line tool `telvofm`.
+#include "api/telvofm.h"
 #include "tools/decode.h"
 
 #include <CLI/CLI.hpp>
@@ -27,6 +28,7 @@ int decode(const std::string& path, bool isSerial)
 int run(int count, char** arguments)
 {
     CLI::App app("Tools around the TelvoFM library");
+    app.set_version_flag("--version", "telvofm " TELVOFM_VERSION);
     app.require_subcommand(1);
     std::string path;
     bool isSerial = false;

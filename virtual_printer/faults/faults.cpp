@@ -64,17 +64,11 @@ void Faults::disarmAll()
 
 std::vector<Faults::Hit> Faults::hitsOf(const Occasion& occasion)
 {
-    constexpr std::size_t mostExchanges = 100;
     std::vector<Hit> all;
     for (Armed& one : armed) {
-        if (!hits(one, occasion)) {
-            continue;
+        if (hits(one, occasion)) {
+            all.push_back({one.number, one.fault});
         }
-        all.push_back({one.number, one.fault});
-        if (one.exchanges.size() == mostExchanges) {
-            one.exchanges.erase(one.exchanges.begin());
-        }
-        one.exchanges.push_back(occasion.exchange);
     }
     return all;
 }
@@ -85,24 +79,36 @@ bool Faults::hits(Armed& one, const Occasion& occasion)
     if (one.hasEnded || !isSelected(fault, occasion)) {
         return false;
     }
-    const bool isNewCall = beginsCall(fault, occasion);
+    const bool isNewCall = beginsCall(fault, occasion) || one.requestsMet == 0; // perhaps in its middle
     ++one.requestsMet;
-    one.callsMet += isNewCall || one.requestsMet == 1 ? 1 : 0; // it may be armed in the middle of a call
+    one.callsMet += isNewCall ? 1 : 0;
+    one.callIsHit = one.callIsHit && !isNewCall;
     if (one.requestsMet < fault.fromRequest || one.callsMet < fault.fromCall) {
         return false;
     }
-    const bool isOfNewCall = isNewCall || one.callsHit == 0;
-    if (isOfNewCall && fault.calls && one.callsHit == *fault.calls) {
+    if (fault.calls && !one.callIsHit && one.callsHit == *fault.calls) {
         one.hasEnded = true;
         return false;
     }
-    if (!isDrawn(one)) {
-        return false;
+    return isDrawn(one);
+}
+
+void Faults::hasDone(std::uint64_t number, std::uint64_t exchange)
+{
+    constexpr std::size_t mostExchanges = 100;
+    const auto found =
+        std::find_if(armed.begin(), armed.end(), [number](const Armed& one) { return one.number == number; });
+    if (found == armed.end()) {
+        return;
     }
-    one.callsHit += isOfNewCall ? 1 : 0;
-    ++one.requestsHit;
-    one.hasEnded = fault.requests && one.requestsHit == *fault.requests;
-    return true;
+    found->callsHit += found->callIsHit ? 0 : 1;
+    found->callIsHit = true;
+    ++found->requestsHit;
+    found->hasEnded = found->fault.requests && found->requestsHit == *found->fault.requests;
+    if (found->exchanges.size() == mostExchanges) {
+        found->exchanges.erase(found->exchanges.begin());
+    }
+    found->exchanges.push_back(exchange);
 }
 
 // The generator is the same everywhere; distributions are not.

@@ -25,7 +25,6 @@ struct Occasion
     std::string_view commandName{}; // by which faults select it
     bool isBlock = false;           // of the upload that this command has announced
     bool beginsCall = true;         // a link that sends it again by itself begins none
-    std::uint64_t exchange = 0;     // its number in the trace
 };
 
 struct Armed
@@ -34,8 +33,9 @@ struct Armed
     Fault fault;
     int requestsMet = 0; // that it selects by their command
     int callsMet = 0;
-    int requestsHit = 0;
+    int requestsHit = 0; // where it has done something
     int callsHit = 0;
+    bool callIsHit = false; // the one that goes on
     bool hasEnded = false;
     std::vector<std::uint64_t> exchanges; // the last that it has hit
 };
@@ -61,7 +61,8 @@ public:
     // Also those that have ended, until they are disarmed.
     [[nodiscard]] const std::vector<Armed>& list() const { return armed; }
 
-    // Those that hit; nothing when nothing is armed, which costs nothing.
+    // Those that are to hit; nothing when nothing is armed, which costs nothing. What each then comes to is
+    // told by `hasDone`: one that could do nothing is not used up.
     struct Hit
     {
         std::uint64_t number = 0;
@@ -71,6 +72,9 @@ public:
     {
         return armed.empty() ? std::vector<Hit>() : hitsOf(occasion);
     }
+
+    // This one has done something to an exchange of the trace; to a connection with 0.
+    void hasDone(std::uint64_t number, std::uint64_t exchange);
 
     void watch(Observer observer) { observers.push_back(std::move(observer)); }
 

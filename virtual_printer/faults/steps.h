@@ -16,6 +16,7 @@ struct Send
     std::string bytes;
     // The exchange whose answer is whole with the last of these bytes; 0 when it is not.
     std::uint64_t acknowledges = 0;
+    bool isAnswer = true; // and not what a busy printer says before it
 };
 struct CloseLink // on a serial line: hang up
 {

@@ -16,11 +16,13 @@ struct Overloaded : Cases...
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-Hindrance hindranceOf(const Hits& hits)
+// `rule` is null where there is none. A question is answered in any case: nothing is carried out upon it.
+Hindrance hindranceOf(const Hits& hits, const CommandRule* rule)
 {
+    const bool isQuestion = rule != nullptr && rule->wants == Wants::reply;
     return {.diskIsFull = has(hits, FaultKind::diskFull),
             .paperIsOut = has(hits, FaultKind::paperOut),
-            .doesNothing = has(hits, FaultKind::acknowledgedNotExecuted)};
+            .doesNothing = !isQuestion && has(hits, FaultKind::acknowledgedNotExecuted)};
 }
 
 std::string_view nameOf(unsigned char command)
@@ -37,7 +39,9 @@ std::string_view nameOf(unsigned char command)
 Steps TillSession::greet()
 {
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
-    return hits.empty() ? Steps() : disturbed("", 0, hits, {.isSerial = isSerial()});
+    Disturbed all = disturbed("", 0, hits, {.isSerial = isSerial()});
+    doneOf(hits, all, 0);
+    return all.steps;
 }
 
 void TillSession::endFault(std::uint64_t number)
@@ -143,7 +147,10 @@ void TillSession::answerProbe(Time now)
 void TillSession::goOn(const std::string& more)
 {
     const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfLast, blocksSent++);
-    std::string bytes = hits.empty() ? more : damaged(more, hits);
+    std::string bytes = more;
+    for (const Faults::Hit& hit : hits) {
+        damage(bytes, hit.fault);
+    }
     const auto reply = more.empty()           ? Recorder::Reply::taken
                        : exchange.isBetween() ? Recorder::Reply::givenUp
                                               : Recorder::Reply::goesOn;
@@ -164,10 +171,10 @@ void TillSession::execute(const Request& request, Time now)
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
                                            .command = request.command,
                                            .commandName = exchanged.name(),
-                                           .beginsCall = exchanged.attempt == 1,
-                                           .exchange = station.trace.end()});
-    settle(std::move(exchanged),
-           hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits), hits, now);
+                                           .beginsCall = exchanged.attempt == 1});
+    Answer answer =
+        hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits, exchanged.rule);
+    settle(std::move(exchanged), std::move(answer), hits, now);
 }
 
 // One of an upload; none for the last one of an upload that comes again when it has been taken.
@@ -184,22 +191,21 @@ void TillSession::takeBlock(const Block* block, Time now)
                                            .command = uploading,
                                            .commandName = nameOf(uploading),
                                            .isBlock = true,
-                                           .beginsCall = exchanged.attempt == 1,
-                                           .exchange = station.trace.end()});
-    Answer answer; // to one that is accepted again
+                                           .beginsCall = exchanged.attempt == 1});
+    Answer answer{.isTakenAgain = true};
     if (losesRequest(hits)) {
-        answer.isLost = true;
+        answer = {.isLost = true};
     } else if (const auto* hit = find(hits, FaultKind::refuse)) {
-        answer.refusesWith = hit->fault.code;
+        answer = {.refusesWith = hit->fault.code};
     } else if (block != nullptr && !recorder.hasBeenTaken(exchanged)) {
-        answer = station.printer.takeBlock(block->data, block->isLast, codePage, hindranceOf(hits));
+        answer = station.printer.takeBlock(block->data, block->isLast, codePage, hindranceOf(hits, nullptr));
         lastBlock = station.trace.end();
     }
     settle(std::move(exchanged), std::move(answer), hits, now);
 }
 
 // What the printer decides and keeps where faults hit the request.
-Answer TillSession::ask(const Request& request, const Hits& hits)
+Answer TillSession::ask(const Request& request, const Hits& hits, const CommandRule* rule)
 {
     if (losesRequest(hits)) {
         Answer nothing{.isLost = true};
@@ -211,7 +217,7 @@ Answer TillSession::ask(const Request& request, const Hits& hits)
     if (const auto* hit = find(hits, FaultKind::refuse)) {
         return {.refusesWith = hit->fault.code};
     }
-    return station.printer.execute(request, codePage, hindranceOf(hits));
+    return station.printer.execute(request, codePage, hindranceOf(hits, rule));
 }
 
 // Into the trace, and onto the wire.
@@ -239,20 +245,30 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
         station.printer.wasExchange(number);
         steps.push_back({std::chrono::milliseconds(0), Send{whole, number}});
     } else {
-        disturb(std::move(exchanged), whole, hits, now);
+        const bool isAsked = !answer.isLost && !answer.refusesWith && !answer.isTakenAgain;
+        disturb(std::move(exchanged), whole, hits, isAsked, now);
     }
     answerBefore = whole;
 }
 
-void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now)
+void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, bool isAsked,
+                          Time now)
 {
-    for (const Faults::Hit& hit : hits) {
-        exchanged.faults.emplace_back(ruleOf(hit.fault.kind).deed);
+    Disturbed all = disturbed(whole, station.trace.end(), hits,
+                              {.isSerial = isSerial(),
+                               .answerBefore = answerBefore,
+                               .isAsked = isAsked,
+                               .isRefused = isAsked && exchanged.refusal != Refusal::none,
+                               .isExecuted = exchanged.isExecuted,
+                               .diskWasFull = exchanged.refusal == Refusal::diskFull});
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        const FaultRule& rule = ruleOf(hits[index].fault.kind);
+        exchanged.faults.push_back(all.idle[index].empty()
+                                       ? std::string(rule.deed)
+                                       : std::string(rule.name) + " did nothing: " + all.idle[index]);
     }
-    Steps all =
-        disturbed(whole, station.trace.end(), hits, {.isSerial = isSerial(), .answerBefore = answerBefore});
     std::string said;
-    for (const Step& step : all) {
+    for (const Step& step : all.steps) {
         if (const auto* send = std::get_if<Send>(&step.action)) {
             said += send->bytes;
         }
@@ -260,14 +276,27 @@ void TillSession::disturb(Exchanged exchanged, const std::string& whole, const H
     const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
     station.printer.wasExchange(number);
     lastHit = now;
-    goOnWith(hits);
+    goOnWith(doneOf(hits, all, number));
     blocksSent = 1;
-    if (has(hits, FaultKind::powerLoss)) {
+    if (has(hitsOfLast, FaultKind::powerLoss)) {
         station.printer.restart();
         exchange = Exchange();
     }
-    letEnd(number, all);
-    steps.insert(steps.end(), all.begin(), all.end());
+    letEnd(number, all.steps);
+    steps.insert(steps.end(), all.steps.begin(), all.steps.end());
+}
+
+// Each of those that have done something is told so.
+Hits TillSession::doneOf(const Hits& hits, const Disturbed& all, std::uint64_t exchangeHit)
+{
+    Hits done;
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        if (all.idle[index].empty()) {
+            station.faults.hasDone(hits[index].number, exchangeHit);
+            done.push_back(hits[index]);
+        }
+    }
+    return done;
 }
 
 // What is not answered whole is over with the last thing that is done upon it, but for a reply: the till may

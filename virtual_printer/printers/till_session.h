@@ -49,9 +49,10 @@ private:
     void execute(const Request& request, Time now);
     void takeBlock(const Block* block, Time now);
     void settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now);
-    Answer ask(const Request& request, const Hits& hits);
+    Answer ask(const Request& request, const Hits& hits, const CommandRule* rule);
     std::string bytesOf(const Answer& answer);
-    void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
+    void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, bool isAsked, Time now);
+    Hits doneOf(const Hits& hits, const Disturbed& all, std::uint64_t exchangeHit);
     void letEnd(std::uint64_t number, Steps& all);
     [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
     void followThePrinter();

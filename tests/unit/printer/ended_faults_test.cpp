@@ -124,7 +124,9 @@ TEST_P(EndedFaults, OfAResetPrinterLeaveNoAnswer)
     till.heard("\x03");
     till.station.trace.beginAnew();
     till.arm(R"({"kind":"staleAnswer"})");
-    EXPECT_EQ(till.heard(harmless), "");
+    EXPECT_EQ(till.heard(harmless), accepted);
+    EXPECT_THAT(till.last().faults,
+                testing::ElementsAre("staleAnswer did nothing: there was no answer before"));
 }
 
 const auto bothLinks = testing::Values(CodePage::windows1250, CodePage::cp852);

@@ -1,22 +1,13 @@
 // A part of an exchange as an assertion writes it: {"name": "payment", "fields": {"total": "12.50"}}.
 #pragma once
 
-#include "virtual_printer/control/message.h"
+#include "virtual_printer/control/possible_exchange.h"
 #include "virtual_printer/trace/exchanged.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace virtual_printer {
-
-// What an exchange has come to; each is asserted by itself.
-enum class Stage
-{
-    received,
-    executed,
-    acknowledged
-};
 
 // An exchange as assertions see it: as the trace shows it, with its fields by name. Of its members only those
 // are made that somebody asks for.

@@ -61,15 +61,14 @@ void delay(Steps& steps, milliseconds duration, const PutOff& reason)
     }
 }
 
-void prepend(Steps& steps, Step first)
+// For so long, and no longer than the fault.
+void holdLines(Steps& steps, SetLines lines, milliseconds duration)
 {
-    steps.insert(steps.begin(), std::move(first));
-}
-
-// Its lines come back with the end of the fault at the latest.
-Step linesOn(std::uint64_t fault, milliseconds after)
-{
-    return {.after = after, .action = SetLines{}, .putOff = {{.fault = fault, .by = after}}};
+    const std::uint64_t fault = lines.fault;
+    const Step off{.action = lines, .putOff = {{.fault = fault}}};
+    const Step on{
+        .after = duration, .action = SetLines{.fault = fault}, .putOff = {{.fault = fault, .by = duration}}};
+    steps.insert(steps.begin(), {off, on});
 }
 
 // A busy printer says so in bytes over TCP, once for all that it is busy for, and with CTS on a serial line.
@@ -79,12 +78,11 @@ void beBusy(Steps& steps, const Faults::Hit& hit, bool isSerial)
     std::erase_if(
         steps, [](const Step& step) { return std::holds_alternative<Send>(step.action) && !isAnswer(step); });
     delay(steps, duration, {.fault = hit.number, .by = duration});
-    if (!isSerial) {
-        prepend(steps, {milliseconds(0), Send{.bytes = {busyByte}, .isAnswer = false}});
-        return;
+    if (isSerial) {
+        holdLines(steps, {.clearToSend = false, .fault = hit.number}, duration);
+    } else {
+        steps.insert(steps.begin(), {milliseconds(0), Send{.bytes = {busyByte}, .isAnswer = false}});
     }
-    prepend(steps, linesOn(hit.number, duration));
-    prepend(steps, {milliseconds(0), SetLines{.clearToSend = false, .dataSetReady = true}});
 }
 
 std::string loseAnswer(Steps& steps)
@@ -123,9 +121,7 @@ void losePower(Steps& steps, const Faults::Hit& hit, bool isSerial)
     const milliseconds down = hit.fault.duration.value_or(milliseconds(0));
     steps.clear();
     if (isSerial) {
-        steps.push_back({milliseconds(0), ForgetSteps{}});
-        steps.push_back({milliseconds(0), SetLines{.clearToSend = false, .dataSetReady = false}});
-        steps.push_back(linesOn(hit.number, down));
+        steps = withoutPower(hit.number, down);
         return;
     }
     if (down.count() > 0) {
@@ -163,13 +159,23 @@ std::string switchLine(Steps& steps, const Faults::Hit& hit, bool isSerial)
     if (!isSerial) {
         return "TCP has no such line";
     }
-    prepend(steps, {milliseconds(0), SetLines{.clearToSend = hit.fault.kind != FaultKind::ctsOff,
-                                              .dataSetReady = hit.fault.kind != FaultKind::dsrOff}});
-    steps.push_back(linesOn(hit.number, *hit.fault.duration));
+    holdLines(steps,
+              {.clearToSend = hit.fault.kind != FaultKind::ctsOff,
+               .dataSetReady = hit.fault.kind != FaultKind::dsrOff,
+               .fault = hit.number},
+              *hit.fault.duration);
     return {};
 }
 
 } // namespace
+
+Steps withoutPower(std::uint64_t fault, milliseconds duration)
+{
+    Steps steps;
+    holdLines(steps, {.clearToSend = false, .dataSetReady = false, .fault = fault}, duration);
+    steps.insert(steps.begin(), {milliseconds(0), ForgetSteps{}});
+    return steps;
+}
 
 std::string answerOf(const Steps& steps)
 {

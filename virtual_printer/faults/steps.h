@@ -35,14 +35,17 @@ struct RefuseConnections
     std::chrono::milliseconds duration{0};
     std::uint64_t fault = 0; // by which
 };
-// What the steps before it would still do does not come any more: the printer has no power.
+// What the steps before it would still do does not come any more: the printer has no power. Lines that are
+// off for want of power stay so.
 struct ForgetSteps
 {
 };
-struct SetLines // of a serial line, as the till sees them
+// Of a serial line, as the till sees them: a fault holds some off, and with both on lets go of them.
+struct SetLines
 {
     bool clearToSend = true;
     bool dataSetReady = true;
+    std::uint64_t fault = 0;
 };
 using Action =
     std::variant<Send, CloseLink, ResetLink, AbandonLink, RefuseConnections, ForgetSteps, SetLines>;

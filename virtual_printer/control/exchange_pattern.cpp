@@ -16,16 +16,20 @@ const Json& ExchangeView::member(std::size_t place)
     if (!value.is_discarded()) {
         return value;
     }
-    const ExchangedMember& member = exchangedMembers()[place];
-    value = member.of(*shownExchange);
-    if (member.name == "fields") {
-        Json byName = Json::object();
-        for (const Json& field : value) {
-            byName[field["name"].get<std::string>()] = field["value"];
-        }
-        value = std::move(byName);
-    }
+    std::string text;
+    exchangedMembers()[place].write(text, *shownExchange);
+    value = Json::parse(text);
     return value;
+}
+
+Json ExchangeView::fields() const
+{
+    const Json all = toJson(*shownExchange);
+    Json byName = Json::object();
+    for (const Json& field : all["fields"]) {
+        byName[field["name"].get<std::string>()] = field["value"];
+    }
+    return byName;
 }
 
 ExchangePattern::ExchangePattern(Json entry, Stage wanted, const std::string& place)
@@ -41,9 +45,15 @@ ExchangePattern::ExchangePattern(Json entry, Stage wanted, const std::string& pl
     for (const bool isLong : {false, true}) {
         for (std::size_t member = 0; member < all.size(); ++member) {
             const auto found = expected.find(all[member].name);
-            if (found != expected.end() && all[member].isLong == isLong) {
-                parts.push_back({member, *found});
+            if (found != expected.end() && found.key() != "fields" && all[member].isLong == isLong) {
+                const bool isText = !found->is_structured() && !found->is_number_float();
+                parts.push_back({member, *found, isText ? found->dump() : ""});
             }
+        }
+    }
+    if (const auto found = expected.find("fields"); found != expected.end()) {
+        for (const auto& [field, value] : found->items()) {
+            fields.emplace_back(field, value.get<std::string>());
         }
     }
 }
@@ -65,18 +75,37 @@ bool ExchangePattern::fits(ExchangeView& view) const
 {
     const Exchanged& exchanged = view.exchanged();
     return counts(exchanged) && (name.empty() || exchanged.name() == name) &&
-           std::all_of(parts.begin(), parts.end(), [&view](const Part& part) {
-               return distance(part.value, view.member(part.member)) == 0;
-           });
+           fieldsThatDiffer(exchanged) == 0 &&
+           std::all_of(parts.begin(), parts.end(),
+                       [&view](const Part& part) { return placesIn(part, view) == 0; });
 }
 
 std::size_t ExchangePattern::distanceTo(ExchangeView& view) const
 {
-    std::size_t places = 0;
+    std::size_t places = fieldsThatDiffer(view.exchanged());
     for (const Part& part : parts) {
-        places += distance(part.value, view.member(part.member));
+        places += placesIn(part, view);
     }
     return places;
+}
+
+// Of thousands of exchanges at once: what can be compared as it is written is not read as JSON.
+std::size_t ExchangePattern::placesIn(const Part& part, ExchangeView& view)
+{
+    if (part.text.empty()) {
+        return distance(part.value, view.member(part.member));
+    }
+    std::string text;
+    exchangedMembers()[part.member].write(text, view.exchanged());
+    return text == part.text ? 0 : 1;
+}
+
+std::size_t ExchangePattern::fieldsThatDiffer(const Exchanged& exchanged) const
+{
+    return static_cast<std::size_t>(
+        std::count_if(fields.begin(), fields.end(), [&exchanged](const FieldWanted& wanted) {
+            return !showsField(exchanged, wanted.first, wanted.second);
+        }));
 }
 
 std::string ExchangePattern::differenceFrom(ExchangeView& view) const
@@ -84,6 +113,9 @@ std::string ExchangePattern::differenceFrom(ExchangeView& view) const
     Json actual = Json::object();
     for (const Part& part : parts) {
         actual[std::string(exchangedMembers()[part.member].name)] = view.member(part.member);
+    }
+    if (!fields.empty()) {
+        actual["fields"] = view.fields();
     }
     return virtual_printer::differenceFrom(expected, actual);
 }

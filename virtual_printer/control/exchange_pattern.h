@@ -5,6 +5,7 @@
 #include "virtual_printer/trace/exchanged.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace virtual_printer {
@@ -17,8 +18,10 @@ public:
     explicit ExchangeView(const Exchanged& shown) : shownExchange(&shown) {}
 
     [[nodiscard]] const Exchanged& exchanged() const { return *shownExchange; }
-    // By its place in exchangedMembers().
+    // By its place in exchangedMembers(), as the trace shows it.
     const Json& member(std::size_t place);
+    // Their values by their names.
+    [[nodiscard]] Json fields() const;
 
 private:
     const Exchanged* shownExchange;
@@ -48,12 +51,19 @@ private:
     {
         std::size_t member; // its place in exchangedMembers()
         Json value;
+        std::string text; // of one that is compared as text; otherwise empty
     };
+    using FieldWanted = std::pair<std::string, std::string>;
+
+    // In how many places one of the parts differs.
+    static std::size_t placesIn(const Part& part, ExchangeView& view);
+    [[nodiscard]] std::size_t fieldsThatDiffer(const Exchanged& exchanged) const;
 
     Stage stage;
     Json expected;
     std::string name;        // empty for any
-    std::vector<Part> parts; // what takes long to make comes last
+    std::vector<Part> parts; // what takes long to make comes last; but for the fields
+    std::vector<FieldWanted> fields;
     Exchanged::Kind receivedKind = Exchanged::Kind::request;
 };
 

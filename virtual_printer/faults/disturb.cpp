@@ -135,6 +135,29 @@ Disturbed disturbed(std::string answer, std::uint64_t exchange, const Hits& hits
     return all;
 }
 
+Hits doneOf(const Hits& hits, const Disturbed& all)
+{
+    Hits done;
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        if (all.idle[index].empty()) {
+            done.push_back(hits[index]);
+        }
+    }
+    return done;
+}
+
+std::vector<std::string> deedsOf(const Hits& hits, const Disturbed& all)
+{
+    std::vector<std::string> deeds;
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        const FaultRule& rule = ruleOf(hits[index].fault.kind);
+        deeds.push_back(all.idle[index].empty()
+                            ? std::string(rule.deed)
+                            : std::string(rule.name) + " did nothing: " + all.idle[index]);
+    }
+    return deeds;
+}
+
 ProbesMeanwhile probesDuring(const Hits& hits)
 {
     ProbesMeanwhile meanwhile;

@@ -38,6 +38,11 @@ struct Disturbed
 Disturbed disturbed(std::string answer, std::uint64_t exchange, const Hits& hits,
                     const Circumstances& around);
 
+// Those that have done something.
+Hits doneOf(const Hits& hits, const Disturbed& all);
+// What each has done, or why it could do nothing, in a sentence.
+std::vector<std::string> deedsOf(const Hits& hits, const Disturbed& all);
+
 // How probes are answered after it, and for how long from then on.
 struct ProbesMeanwhile
 {

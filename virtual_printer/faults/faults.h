@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,9 @@ struct Armed
     int callsMet = 0;
     int requestsHit = 0; // where it has done something
     int callsHit = 0;
-    bool callIsHit = false; // the one that goes on
+    // Of the call that goes on: whether it is hit, and what was drawn for it.
+    bool callIsHit = false;
+    std::optional<bool> callIsDrawn{};
     bool hasEnded = false;
     std::vector<std::uint64_t> exchanges; // the last that it has hit
 };
@@ -75,6 +78,9 @@ public:
 
     // This one has done something to an exchange of the trace; to a connection with 0.
     void hasDone(std::uint64_t number, std::uint64_t exchange);
+    // No further try of the last call can come: who has hit enough of them ends. While an upload goes on only
+    // its block has been a call.
+    void endCalls(bool isUploading);
 
     void watch(Observer observer) { observers.push_back(std::move(observer)); }
 
@@ -87,7 +93,8 @@ private:
 
     std::vector<Hit> hitsOf(const Occasion& occasion);
     bool hits(Armed& one, const Occasion& occasion);
-    bool isDrawn(const Armed& one);
+    bool isDrawn(Armed& one);
+    bool draw(const Armed& one);
     void tell(const Armed& one, Event event) const;
 
     std::vector<Armed> armed;

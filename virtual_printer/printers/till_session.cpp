@@ -16,15 +16,6 @@ struct Overloaded : Cases...
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-// `rule` is null where there is none. A question is answered in any case: nothing is carried out upon it.
-Hindrance hindranceOf(const Hits& hits, const CommandRule* rule)
-{
-    const bool isQuestion = rule != nullptr && rule->wants == Wants::reply;
-    return {.diskIsFull = has(hits, FaultKind::diskFull),
-            .paperIsOut = has(hits, FaultKind::paperOut),
-            .doesNothing = !isQuestion && has(hits, FaultKind::acknowledgedNotExecuted)};
-}
-
 std::string_view nameOf(unsigned char command)
 {
     const auto rules = commandRules();
@@ -36,36 +27,6 @@ std::string_view nameOf(unsigned char command)
 
 } // namespace
 
-Steps TillSession::greet()
-{
-    const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
-    Disturbed all = disturbed("", 0, hits, {.isSerial = isSerial()});
-    doneOf(hits, all, 0);
-    return all.steps;
-}
-
-void TillSession::endFault(std::uint64_t number)
-{
-    Hits rest = hitsOfLast;
-    if (std::erase_if(rest, [number](const Faults::Hit& hit) { return hit.number == number; }) != 0) {
-        goOnWith(std::move(rest));
-    }
-}
-
-// Of what has hit the last exchange, that is what still has an effect.
-void TillSession::goOnWith(Hits hits)
-{
-    hitsOfLast = std::move(hits);
-    meanwhile = probesDuring(hitsOfLast);
-    deafUntil = {};
-    for (const Faults::Hit& hit : hitsOfLast) {
-        if (hit.fault.kind == FaultKind::powerLoss) {
-            deafUntil =
-                std::max(deafUntil, lastHit + hit.fault.duration.value_or(std::chrono::milliseconds(0)));
-        }
-    }
-}
-
 // After a reset there is another one, which knows nothing of what this till and the one before have begun.
 void TillSession::followThePrinter()
 {
@@ -76,14 +37,14 @@ void TillSession::followThePrinter()
     exchange = Exchange();
     heard.clear();
     answerBefore.clear();
-    goOnWith({});
+    lasting.goOnWith({}, {});
 }
 
 Steps TillSession::take(std::string_view bytes, Time now)
 {
     constexpr std::chrono::seconds longestPause{5};
     followThePrinter();
-    if (now < deafUntil) {
+    if (lasting.arePowerless(now)) {
         return {};
     }
     if (now - lastByte > longestPause) {
@@ -123,14 +84,9 @@ void TillSession::answer(const Incoming& incoming, Time now)
                incoming);
 }
 
-Probes TillSession::answerToProbes(Time now) const
-{
-    return now - lastHit < meanwhile.duration ? meanwhile.answer : Probes::ready;
-}
-
 void TillSession::answerProbe(Time now)
 {
-    const Probes state = answerToProbes(now);
+    const Probes state = lasting.answerToProbes(now);
     const std::string bytes = state == Probes::ignored ? ""
                               : state == Probes::busy  ? Exchange::business()
                                                        : Exchange::readiness();
@@ -146,7 +102,7 @@ void TillSession::answerProbe(Time now)
 
 void TillSession::goOn(const std::string& more)
 {
-    const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfLast, blocksSent++);
+    const Hits hits = more.empty() ? Hits() : lasting.ofNextBlock();
     std::string bytes = more;
     for (const Faults::Hit& hit : hits) {
         damage(bytes, hit.fault);
@@ -204,22 +160,6 @@ void TillSession::takeBlock(const Block* block, Time now)
     settle(std::move(exchanged), std::move(answer), hits, now);
 }
 
-// What the printer decides and keeps where faults hit the request.
-Answer TillSession::ask(const Request& request, const Hits& hits, const CommandRule* rule)
-{
-    if (losesRequest(hits)) {
-        Answer nothing{.isLost = true};
-        for (const std::string& field : request.fields) {
-            nothing.fields.push_back(toUtf8(field, codePage));
-        }
-        return nothing;
-    }
-    if (const auto* hit = find(hits, FaultKind::refuse)) {
-        return {.refusesWith = hit->fault.code};
-    }
-    return station.printer.execute(request, codePage, hindranceOf(hits, rule));
-}
-
 // Into the trace, and onto the wire.
 void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now)
 {
@@ -237,8 +177,8 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     if (answer.data) {
         exchanged.replied(toUtf8(*answer.data, codePage));
     }
-    if (!hitsOfLast.empty()) {
-        goOnWith({});
+    if (!lasting.areNone()) {
+        lasting.goOnWith({}, {});
     }
     if (hits.empty()) {
         const std::uint64_t number = recorder.keep(std::move(exchanged), whole, now);
@@ -249,74 +189,6 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
         disturb(std::move(exchanged), whole, hits, isAsked, now);
     }
     answerBefore = whole;
-}
-
-void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, bool isAsked,
-                          Time now)
-{
-    Disturbed all = disturbed(whole, station.trace.end(), hits,
-                              {.isSerial = isSerial(),
-                               .answerBefore = answerBefore,
-                               .isAsked = isAsked,
-                               .isRefused = isAsked && exchanged.refusal != Refusal::none,
-                               .isExecuted = exchanged.isExecuted,
-                               .diskWasFull = exchanged.refusal == Refusal::diskFull});
-    for (std::size_t index = 0; index < hits.size(); ++index) {
-        const FaultRule& rule = ruleOf(hits[index].fault.kind);
-        exchanged.faults.push_back(all.idle[index].empty()
-                                       ? std::string(rule.deed)
-                                       : std::string(rule.name) + " did nothing: " + all.idle[index]);
-    }
-    std::string said;
-    for (const Step& step : all.steps) {
-        if (const auto* send = std::get_if<Send>(&step.action)) {
-            said += send->bytes;
-        }
-    }
-    const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
-    station.printer.wasExchange(number);
-    lastHit = now;
-    goOnWith(doneOf(hits, all, number));
-    blocksSent = 1;
-    if (has(hitsOfLast, FaultKind::powerLoss)) {
-        station.printer.restart();
-        exchange = Exchange();
-    }
-    letEnd(number, all.steps);
-    steps.insert(steps.end(), all.steps.begin(), all.steps.end());
-}
-
-// Each of those that have done something is told so.
-Hits TillSession::doneOf(const Hits& hits, const Disturbed& all, std::uint64_t exchangeHit)
-{
-    Hits done;
-    for (std::size_t index = 0; index < hits.size(); ++index) {
-        if (all.idle[index].empty()) {
-            station.faults.hasDone(hits[index].number, exchangeHit);
-            done.push_back(hits[index]);
-        }
-    }
-    return done;
-}
-
-// What is not answered whole is over with the last thing that is done upon it, but for a reply: the till may
-// want its damaged block again.
-void TillSession::letEnd(std::uint64_t number, Steps& all)
-{
-    const auto sends = [](const Step& step) { return std::holds_alternative<Send>(step.action); };
-    const auto answers = [number](const Step& step) {
-        const auto* send = std::get_if<Send>(&step.action);
-        return send != nullptr && send->acknowledges == number;
-    };
-    const bool replyGoesOn = !exchange.isBetween() && std::any_of(all.begin(), all.end(), sends);
-    if (replyGoesOn || std::any_of(all.begin(), all.end(), answers)) {
-        return;
-    }
-    if (all.empty()) {
-        recorder.hasEnded(number);
-    } else {
-        all.back().ends = number;
-    }
 }
 
 std::string TillSession::bytesOf(const Answer& answer)

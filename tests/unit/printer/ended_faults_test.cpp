@@ -99,6 +99,48 @@ TEST_P(EndedFaults, ActFromTheNextRequestOnAlsoInTheMiddleOfACall)
     EXPECT_EQ(till.heard(end), "\x15\x4D");
 }
 
+// The call is over when no further try of it can come, and the fault with it.
+TEST_P(EndedFaults, AreThoseWhoseLastCallIsOver)
+{
+    const auto hasEnded = [this] { return till.station.faults.list().back().hasEnded; };
+    const bool isSerial = GetParam() == CodePage::cp852;
+    till.arm(R"({"kind":"refuse","code":77,"calls":1})");
+    till.heard(harmless);
+    EXPECT_EQ(hasEnded(), !isSerial); // which tries twice more
+    till.heard(harmless);
+    EXPECT_EQ(hasEnded(), !isSerial);
+    till.heard(harmless);
+    EXPECT_TRUE(hasEnded());
+    // An acceptance is the end of the call.
+    till.arm(R"({"kind":"acknowledgeTwice","calls":1})");
+    till.heard(harmless);
+    EXPECT_TRUE(hasEnded());
+    // Any other request is, whichever it is.
+    till.arm(R"({"kind":"acknowledgeLost","command":"E0","calls":1})");
+    till.heard(harmless);
+    EXPECT_FALSE(hasEnded());
+    till.heard(variable);
+    EXPECT_TRUE(hasEnded());
+    till.heard("\x03");
+    // And the end of the connection.
+    till.arm(R"({"kind":"acknowledgeLost","calls":1})");
+    till.heard(harmless);
+    EXPECT_FALSE(hasEnded());
+    till.session.hasGone();
+    EXPECT_TRUE(hasEnded());
+}
+
+TEST_P(EndedFaults, AreThoseWhoseUploadIsOver)
+{
+    till.arm(R"({"kind":"extraBytes","bytes":"aa","command":"loadGHMMC1","calls":1})");
+    EXPECT_EQ(till.heard(request(0xD2, {"1", "0"})), "\x06\xAA");
+    EXPECT_FALSE(till.station.faults.list().back().hasEnded);
+    EXPECT_EQ(till.heard(telvofm::test::blockOf("x", '\x17')), "\x06\xAA");
+    EXPECT_FALSE(till.station.faults.list().back().hasEnded);
+    till.heard(harmless);
+    EXPECT_TRUE(till.station.faults.list().back().hasEnded);
+}
+
 TEST_P(EndedFaults, OfAResetPrinterLeaveNothingToBeRepeated)
 {
     till.arm(R"({"kind":"acknowledgeLost"})");

@@ -119,6 +119,51 @@ TEST_F(ArmedFaults, DrawTheSameFromTheSameSeed)
     EXPECT_NE(hitsOf(many), first);
 }
 
+// The chance is a call's, not that of each of its tries: all of them are hit or none.
+TEST_F(ArmedFaults, DrawOnceForAWholeCall)
+{
+    fault.probability = 0.5;
+    fault.calls = 20;
+    fault.seed = 3;
+    faults.arm(fault);
+    int callsHit = 0;
+    int callsSpared = 0;
+    while (!faults.list().front().hasEnded) {
+        const std::string hits = hitsOf("nrr");
+        ASSERT_TRUE(hits == "XXX" || hits == "---") << hits;
+        callsHit += hits == "XXX" ? 1 : 0;
+        callsSpared += hits == "---" ? 1 : 0;
+    }
+    EXPECT_EQ(callsHit, 20);
+    EXPECT_GT(callsSpared, 5);
+    EXPECT_EQ(faults.list().front().callsHit, 20);
+    EXPECT_EQ(faults.list().front().requestsHit, 60);
+}
+
+// With requests to count each of them has its own.
+TEST_F(ArmedFaults, DrawForEachRequestWithoutCallsToCount)
+{
+    fault.probability = 0.5;
+    fault.requests = 1000;
+    faults.arm(fault);
+    bool isDivided = false;
+    for (int count = 0; count < 50; ++count) {
+        const std::string hits = hitsOf("nrr");
+        isDivided = isDivided || (hits != "XXX" && hits != "---");
+    }
+    EXPECT_TRUE(isDivided);
+}
+
+TEST_F(ArmedFaults, OfAConnectionListNoExchange)
+{
+    fault.kind = FaultKind::connectionClosed;
+    fault.at = FaultMoment::connection;
+    faults.arm(fault);
+    EXPECT_TRUE(meet({.kind = Occasion::Kind::connection}, 0));
+    EXPECT_EQ(faults.list().front().requestsHit, 1);
+    EXPECT_TRUE(faults.list().front().exchanges.empty());
+}
+
 TEST_F(ArmedFaults, OfAConnectionMeetNoRequest)
 {
     fault.kind = FaultKind::connectionClosed;
@@ -128,7 +173,7 @@ TEST_F(ArmedFaults, OfAConnectionMeetNoRequest)
     EXPECT_EQ(hitsOf("nn"), "--");
     const Occasion connection{.kind = Occasion::Kind::connection};
     EXPECT_FALSE(meet(connection));
-    EXPECT_TRUE(meet(connection));
+    EXPECT_TRUE(meet(connection, 0));
     EXPECT_FALSE(meet(connection));
 }
 

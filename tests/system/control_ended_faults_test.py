@@ -179,6 +179,29 @@ class DisarmedFaults(Printers):
             till = self.till(TcpTill)
             self.assert_served(till)
 
+    def test_leave_a_printer_on_a_serial_line_switched_on(self):
+        self.printer.name = "pty"
+        for end in (self.disarm_the_first, self.printer.reset):
+            self.make_new()
+            till = self.till(SerialTill)
+            self.printer.arm("connectionRefused", milliseconds=60_000)
+            self.assertEqual(self.lines.read_bytes(), b"\x00")
+            till.say(b"\x11")
+            self.printer.arm("ctsOff", milliseconds=60_000, command="E0")
+            end()
+            self.assertEqual(self.lines.read_bytes(), b"\x03")
+            till.say(HARMLESS)  # nothing of what was said before is answered
+            self.assertEqual(till.hear(1), ACCEPTED)
+
+    def test_leave_it_on_when_its_time_has_come(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.arm("connectionRefused", milliseconds=60)
+        self.printer.arm("connectionRefused", milliseconds=30)
+        until(lambda: self.lines.read_bytes() == b"\x03")
+        self.assert_served(till)
+
     def test_let_go_of_tills_that_nobody_listened_to(self):
         self.printer.name = "printer"
         self.make_new()

@@ -84,6 +84,8 @@ class EveryFault(Printers):
         self.assertEqual(till.hear(1), ACCEPTED)
         self.printer.arm(fault.kind, **fault.parameters)
         path = line_of(self.printer)
+        if fault.kind == "connectionRefused" and kind is SerialTill:
+            until(lambda: self.lines.read_bytes() == b"\x03")  # it is switched off until then
         till.say(fault.asks)
         heard = fault.heard[kind.name]
         self.assertEqual(till.hear(len(heard)), heard)

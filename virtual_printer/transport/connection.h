@@ -80,6 +80,14 @@ public:
         }
     }
 
+    // As a printer on a serial line that somebody has switched off.
+    void switchOff(std::uint64_t fault, std::chrono::milliseconds duration)
+    {
+        if (!hasFinished) {
+            take(session.switchOff(fault, duration, std::chrono::steady_clock::now()));
+        }
+    }
+
     // Ends it from this side.
     void close()
     {
@@ -169,14 +177,6 @@ private:
         }
     }
 
-    // Sends what waits; when nothing does, shows what has happened, ends as it was told to, or reads on.
-    void goOn()
-    {
-        if (isWriting) {
-            return;
-        }
-        if (!waiting.empty()) {
-            write();
     void performLate(const Step& step)
     {
         perform(step);
@@ -185,6 +185,14 @@ private:
         }
     }
 
+    // Sends what waits; when nothing does, shows what has happened, ends as it was told to, or reads on.
+    void goOn()
+    {
+        if (isWriting) {
+            return;
+        }
+        if (!waiting.empty()) {
+            write();
             return;
         }
         station.show();

@@ -92,8 +92,9 @@ void requireCommand(const std::string& code, const std::string& name, const std:
     }
     for (const CommandRule& rule : commandRules()) {
         if (rule.name == name && codeOf(rule) != code) {
-            refuseEntry("\"" + place + "\" is called " + name + " and has the code " + code +
-                        ", and no command has both; it is " + codeOf(rule) + ".");
+            std::string sentence = "\"" + place + "\" is called ";
+            sentence.append(name).append(" and has the code ").append(code);
+            refuseEntry(sentence + ", and no command has both; it is " + codeOf(rule) + ".");
         }
     }
 }

@@ -150,7 +150,7 @@ void HttpConnection::beginPieces(Pieces begun)
 }
 
 // `before` goes with it.
-void HttpConnection::sendNextPiece(std::string before)
+void HttpConnection::sendNextPiece(const std::string& before)
 {
     Piece piece;
     try {

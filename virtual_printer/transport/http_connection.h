@@ -46,7 +46,7 @@ private:
     void hasAnswered();
     [[nodiscard]] BehindAnswer behind() const;
     void beginPieces(Pieces begun);
-    void sendNextPiece(std::string before);
+    void sendNextPiece(const std::string& before);
     void beginStream(Stream begun);
     void sendMore();
     void sendPiece(std::string piece);

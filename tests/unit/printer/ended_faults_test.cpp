@@ -42,6 +42,22 @@ TEST_P(EndedFaults, LeaveThePowerOn)
     EXPECT_EQ(till.heard(harmless), accepted);
 }
 
+TEST_P(EndedFaults, LeaveThePrinterSwitchedOn)
+{
+    till.heard(variable);
+    EXPECT_EQ(textOf(till.session.switchOff(1, milliseconds(60'000), till.now)),
+              "0:forget 0:cts-dsr- 60000:cts+dsr+");
+    till.session.switchOff(2, milliseconds(50), till.now);
+    EXPECT_EQ(till.heard("\x15"), ""); // the reply is forgotten as well
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(100))), "");
+    till.session.endFault(1);
+    EXPECT_EQ(till.heard("\x15"), "");
+    EXPECT_EQ(till.heard(harmless), accepted);
+    till.session.switchOff(3, milliseconds(50), till.now);
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(49))), "");
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(1))), accepted);
+}
+
 TEST_P(EndedFaults, LeaveTheRestOfAReplyWhole)
 {
     const std::string whole = till.heard(variable);

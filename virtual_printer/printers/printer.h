@@ -27,6 +27,8 @@ struct Answer
     // What faults have made of it: it never came, or it is refused with this number, whatever it is.
     bool isLost = false;
     std::optional<unsigned char> refusesWith{};
+    // A block that has come again: nothing was decided.
+    bool isTakenAgain = false;
 
     // For the trace.
     bool isExecuted = false;

@@ -30,12 +30,9 @@ function(telvofm_link_as_shipped target)
         target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now)
     endif()
     if(CMAKE_BUILD_TYPE STREQUAL "Release")
-        set(file $<TARGET_FILE:${target}>)
         add_custom_command(TARGET ${target} POST_BUILD
-            COMMAND ${CMAKE_OBJCOPY} --only-keep-debug ${file} ${file}.debug
-            COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_STRIP} --strip-all ${file}
-            COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0
-                ${CMAKE_OBJCOPY} --add-gnu-debuglink=${file}.debug ${file}
+            COMMAND ${PROJECT_SOURCE_DIR}/cmake/take_symbols_out.sh
+                ${CMAKE_OBJCOPY} ${CMAKE_OBJDUMP} $<TARGET_FILE:${target}>
             VERBATIM)
     endif()
 endfunction()

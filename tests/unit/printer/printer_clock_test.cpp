@@ -117,6 +117,14 @@ TEST_F(PrinterClock, StandsAtTheEndOfTheLastYear)
     EXPECT_EQ(toText(fast()), "9999-12-31 23:59:59");
 }
 
+TEST_F(PrinterClock, StandsAtTheEndOfTheLastYearAlsoWhenATillHasSetIt)
+{
+    Printer printer = startAt("2026-01-31 12:00");
+    send(printer, 0xBF, {"9999-12-31 23:59"});
+    clock += minutes(5);
+    EXPECT_EQ(toText(printer.now()), "9999-12-31 23:59:59");
+}
+
 // As clocks of the place do at the end of summer.
 TEST_F(PrinterClock, StandsStillWhileTheOneThatItWasStartedWithIsBehind)
 {

@@ -36,13 +36,13 @@ std::string withPlainLineEnds(std::string_view text)
 {
     std::string plain;
     bool isOfWindows = true;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isLineEnd = text[i] == '\n';
+    for (const char byte : text) {
+        const bool isLineEnd = byte == '\n';
         isOfWindows = isOfWindows && (!isLineEnd || plain.ends_with('\r'));
         if (isLineEnd && isOfWindows) {
             plain.pop_back();
         }
-        plain.push_back(text[i]);
+        plain.push_back(byte);
     }
     return isOfWindows ? plain : std::string(text);
 }

@@ -39,7 +39,7 @@ public:
     {
     }
 
-    RepeatedCall complete(const LoggedCall& call) const
+    [[nodiscard]] RepeatedCall complete(const LoggedCall& call) const
     {
         RepeatedCall repeated{&call, {}, {}};
         const auto parameters = givenParameters(*call.function);

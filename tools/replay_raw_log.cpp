@@ -1,4 +1,4 @@
-#include "tools/decode.h"
+#include "tools/decoded_lines.h"
 #include "tools/hexadecimal.h"
 #include "tools/raw_link.h"
 #include "tools/replay.h"

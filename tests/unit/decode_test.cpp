@@ -1,9 +1,19 @@
-#include "tools/decode.h"
+#include "tools/decoded_lines.h"
 
 #include <gtest/gtest.h>
 
 namespace telvofm::tools {
 namespace {
+
+std::string decodeRawLog(std::string_view text, const CodePage& codePage)
+{
+    const RawLog log = readRawLog(text);
+    std::string all;
+    for (const std::string& line : decodedLines(log, unitsOf(log.runs), codePage)) {
+        all += line + "\n";
+    }
+    return all;
+}
 
 TEST(Decode, NamesCommandsAndShowsTheirFields)
 {

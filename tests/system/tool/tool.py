@@ -42,10 +42,14 @@ class Said:
         return [line for line in lines if not line.startswith("host: ")]
 
 
+# The characters of arguments are UTF-8 also where the tests run without a language.
+ENVIRONMENT = {**os.environ, "LC_ALL": "C.UTF-8"}
+
+
 def telvofm(*arguments, environment=None, tool=None):
     ended = subprocess.run([*EMULATOR, tool or program("telvofm"), *map(str, arguments)], stdin=subprocess.DEVNULL,
                            capture_output=True, check=False, timeout=100,
-                           env={**os.environ, **(environment or {})})
+                           env={**ENVIRONMENT, **(environment or {})})
     return Said(ended.returncode, ended.stdout.decode(), ended.stderr.decode())
 
 
@@ -58,7 +62,8 @@ class Printer:
         self._paper = open(pathlib.Path(folder) / "paper.txt", "wb")
         link = options or ("--listen", "127.0.0.1:0")
         self._process = subprocess.Popen([*EMULATOR, program("telvofm-printer"), *link, "--ready", str(self._ready)],
-                                         stdin=subprocess.DEVNULL, stdout=self._paper, stderr=subprocess.STDOUT)
+                                         stdin=subprocess.DEVNULL, stdout=self._paper, stderr=subprocess.STDOUT,
+                                         env=ENVIRONMENT)
         while not self._ready.exists():
             if self._process.poll() is not None:
                 raise AssertionError("the virtual printer did not start")

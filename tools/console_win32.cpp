@@ -35,6 +35,7 @@ std::FILE* takeStandardOutput()
     if (stream == nullptr || ::_dup2(::_fileno(stderr), ::_fileno(stdout)) == -1) {
         throw Failure(Ending::failed, "standard output cannot be written to");
     }
+    ::_setmode(own, _O_BINARY); // lines end alike everywhere
     ::_setmode(::_fileno(stderr), _O_BINARY);
     return stream;
 }

@@ -12,7 +12,7 @@ public:
         : number(::socket(address.family, address.type, address.protocol))
     {
         u_long on = 1;
-        ::ioctlsocket(number, FIONBIO, &on);
+        ::ioctlsocket(number, static_cast<long>(FIONBIO), &on);
     }
     OwnSocket(const OwnSocket&) = delete;
     OwnSocket& operator=(const OwnSocket&) = delete;
@@ -23,7 +23,7 @@ public:
     {
         fd_set writable = only();
         fd_set failed = only();
-        const timeval limit = threeSeconds();
+        timeval limit = threeSeconds();
         const bool isOver = ::select(0, nullptr, &writable, &failed, &limit) > 0;
         hasFailed = isOver && FD_ISSET(number, &failed) != 0;
         return isOver;
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] bool waitForBytes() const
     {
         fd_set readable = only();
-        const timeval limit = threeSeconds();
+        timeval limit = threeSeconds();
         return ::select(0, &readable, nullptr, nullptr, &limit) > 0;
     }
 

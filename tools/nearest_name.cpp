@@ -35,8 +35,8 @@ std::string_view nearestName(std::string_view wrong, std::span<const std::string
 {
     const auto nearest = std::min_element(
         names.begin(), names.end(), [&](auto a, auto b) { return distance(wrong, a) < distance(wrong, b); });
-    const std::size_t near = wrong.size() / 3 + 1;
-    return nearest == names.end() || distance(wrong, *nearest) > near ? std::string_view{} : *nearest;
+    const std::size_t limit = wrong.size() / 3 + 1;
+    return nearest == names.end() || distance(wrong, *nearest) > limit ? std::string_view{} : *nearest;
 }
 
 } // namespace telvofm::tools

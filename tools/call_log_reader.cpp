@@ -97,6 +97,9 @@ private:
     bool recognise(const Record& record)
     {
         for (const LineForm& form : lineForms()) {
+            if (!record.text.starts_with(headOf(form))) {
+                continue;
+            }
             const Export* const function = form.function.empty() ? nullptr : findExport(form.function);
             if (auto values = takeApart(form, function, record.text)) {
                 if (function != nullptr) {

@@ -17,7 +17,7 @@ std::FILE* takeStandardOutput()
     const int own = ::dup(STDOUT_FILENO);
     std::FILE* stream = own == -1 ? nullptr : ::fdopen(own, "w");
     if (stream == nullptr || ::dup2(STDERR_FILENO, STDOUT_FILENO) == -1) {
-        throw Failure(Ending::failed,
+        throw Failure(Ending::noFile,
                       std::string("standard output cannot be written to: ") + std::strerror(errno));
     }
     return stream;

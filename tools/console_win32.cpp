@@ -33,7 +33,7 @@ std::FILE* takeStandardOutput()
     const int own = ::_dup(::_fileno(stdout));
     std::FILE* stream = own == -1 ? nullptr : ::_fdopen(own, "wb");
     if (stream == nullptr || ::_dup2(::_fileno(stderr), ::_fileno(stdout)) == -1) {
-        throw Failure(Ending::failed, "standard output cannot be written to");
+        throw Failure(Ending::noFile, "standard output cannot be written to");
     }
     ::_setmode(own, _O_BINARY); // lines end alike everywhere
     ::_setmode(::_fileno(stderr), _O_BINARY);

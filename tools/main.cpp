@@ -33,6 +33,7 @@ Ending carryOut(const Task& task, Output& output)
         break;
     }
     output.line(task.said);
+    output.document["said"] = task.said;
     return Ending::done;
 }
 
@@ -78,7 +79,13 @@ int main(int count, char** arguments)
     try {
         std::FILE* const target = takeStandardOutput();
         const Ending ending = run(commandLine(count, arguments), target);
-        return std::fclose(target) == 0 ? static_cast<int>(ending) : static_cast<int>(Ending::noFile);
+        if (std::ferror(target) != 0 || std::fclose(target) != 0) {
+            throw Failure(Ending::noFile, "standard output cannot be written to; make room for it");
+        }
+        return static_cast<int>(ending);
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "telvofm: %s\n", failure.what());
+        return static_cast<int>(failure.ending);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "telvofm: %s\n", failure.what());
         return static_cast<int>(Ending::failed);

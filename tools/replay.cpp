@@ -8,8 +8,9 @@ namespace telvofm::tools {
 Ending replay(const Task& task, Output& output)
 {
     const std::string log = readNamedFile(task.log);
-    const bool isRaw = log.starts_with("C: ") || log.starts_with("S: ") || log.starts_with("\nC: ");
-    return isRaw ? replayRawLog(task, log, output) : replayCallLog(task, log, output);
+    const RawLog raw = readRawLog(log); // of a call log no line is understood
+    return raw.runs.size() > raw.damages.size() ? replayRawLog(task, log, output)
+                                                : replayCallLog(task, log, output);
 }
 
 Ending ReplayCount::end(std::string_view things, const std::vector<Damage>& damages, std::size_t all)

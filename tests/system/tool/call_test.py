@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
 """`telvofm call`: every function by its name, with what comes back; and what is wrong with a call in one sentence."""
 import re
+import subprocess
 import unittest
 
-from tool import DONE, NO_ANSWER, REFUSED, SOURCE, WRONG_USE, ToolTest, telvofm
+from tool import BUILD, DONE, NO_ANSWER, REFUSED, SOURCE, WRONG_USE, ToolTest, program, telvofm
+
+MODEM_LINES = {"LD_PRELOAD": str(BUILD / "libmodem_lines.so")}  # a pseudo-terminal has none of its own
 
 SALE = ["sellingDayBegin", 1, 0, "--then", "paragonBegin", 1, 0, 1, 0, 0, 1, 0,
         "--then", "itemSale", 1, 0, "Čaj šťavnatý", "12.50", "A", "1.5", "8.33", "ks",
@@ -73,6 +76,11 @@ class WithoutPrinter(ToolTest):
                             "description: the character 日 at position 11 is not in Windows-1250")
         self.assert_refused(telvofm("call", "printReport", 1, "Ж", 0), WRONG_USE, "reportType: the character Ж")
 
+    def test_wants_utf_8(self):
+        ended = subprocess.run([program("telvofm"), "call", "setPostline", "1", b"Ah\xff"], capture_output=True, check=False)
+        self.assertEqual((ended.returncode, ended.stdout), (WRONG_USE, b""))
+        self.assertIn(b"description: the text is not in UTF-8 from position 3 on", ended.stderr)
+
     def test_looks_at_all_calls_before_the_first(self):
         printer = self.printer()
         said = telvofm("call", "-p", printer.address, *SALE, "--then", "paragonEnds", 1)
@@ -135,6 +143,19 @@ class OnAPrinter(ToolTest):
                             "--then", "rawRead", 1).json["calls"]
             self.assertEqual([call["returned"] for call in calls], [5, 1])
             self.assertEqual(calls[1]["data"]["bytes"], "06")
+
+    def test_sells_on_a_serial_line(self):
+        printer = self.printer("--pty")
+        raw = self.folder / "raw.log"
+        said = telvofm("call", "-p", "COM" + printer.address, "--raw-log", raw, *SALE, environment=MODEM_LINES)
+        self.assertEqual(said.code, DONE, said)
+        self.assertIn("Čaj šťavnatý", printer.paper)
+        self.assertIn('"Čaj šťavnatý"', telvofm("decode", "--serial", raw).output)
+        printer.end()
+        second = self.printer("--pty")
+        again = telvofm("replay", "-p", "COM" + second.address, raw, environment=MODEM_LINES)
+        self.assertEqual(again.code, DONE, again)
+        self.assertIn("Čaj šťavnatý", second.paper)
 
     def test_writes_no_log_unless_it_is_told_to(self):
         printer = self.printer()

@@ -5,7 +5,7 @@ import re
 import subprocess
 import unittest
 
-from tool import DONE, SOURCE, WRONG_USE, ToolTest, telvofm
+from tool import DONE, NO_FILE, SOURCE, WRONG_USE, ToolTest, program, telvofm
 
 COMMANDS = ["call", "codes", "completion", "decode", "doctor", "replay"]
 
@@ -71,6 +71,17 @@ class Help(ToolTest):
 
     def test_answers_in_json_also_then(self):
         self.assertEqual(telvofm("codes", "--json", "--wrong").json["error"]["exitCode"], WRONG_USE)
+
+
+class Output(ToolTest):
+    def test_that_cannot_be_written_is_an_error(self):
+        with open("/dev/full", "wb") as full:
+            ended = subprocess.run([program("telvofm"), "codes"], stdout=full, stderr=subprocess.PIPE, check=False)
+        self.assertEqual(ended.returncode, NO_FILE)
+        self.assertEqual(ended.stderr, b"telvofm: standard output cannot be written to; make room for it\n")
+
+    def test_holds_help_and_version_in_json_too(self):
+        self.assertTrue(telvofm("codes", "--json", "--help").json["said"].startswith("Say what a returned code means"))
 
 
 class Completion(ToolTest):

@@ -1,5 +1,6 @@
 #include "tools/command_line.h"
 
+#include "api/telvofm.h"
 #include "tools/ending.h"
 #include "tools/nearest_name.h"
 
@@ -125,7 +126,7 @@ void addCompletion(CLI::App& app, Task& task)
 void describe(CLI::App& app, Task& task)
 {
     app.allow_windows_style_options(false);
-    app.set_version_flag("--version", std::string("telvofm ") + TELVOFM_VERSION_TEXT);
+    app.set_version_flag("--version", "telvofm " TELVOFM_VERSION);
     app.require_subcommand(0, 1); // what is missing is said in words of our own
     app.footer("Exit codes:\n"
                "  0  done\n"

@@ -101,7 +101,9 @@ LoadedLibrary loadLibrary(const std::string& name)
     if (getVersionFound == nullptr) {
         fail(name + " is not this library: it has no function getVersion; name " + libraryNames().back());
     }
-    LoadedLibrary library{fileOf(getVersionFound), exported<decltype(getVersion)>("getVersion")()};
+    std::error_code unknown;
+    LoadedLibrary library{fs::weakly_canonical(fileOf(getVersionFound), unknown),
+                          exported<decltype(getVersion)>("getVersion")()};
     if (library.version != interfaceVersion) {
         fail(utf8(library.file) + " has version " + std::to_string(library.version) +
              " of the interface and this tool has " + std::to_string(interfaceVersion) +

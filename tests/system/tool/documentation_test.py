@@ -6,7 +6,7 @@ import re
 import subprocess
 import unittest
 
-from tool import BUILD, SOURCE, Printer, ToolTest, program, telvofm
+from tool import SOURCE, Printer, ToolTest, program, telvofm
 
 
 def examples(page):
@@ -40,7 +40,7 @@ class Page(ToolTest):
 
     def test_examples_say_what_stands_below_them(self):
         page = (SOURCE / "docs/tool.md").read_text(encoding="utf-8")
-        environment = {**os.environ, "PATH": f"{BUILD}:{os.environ['PATH']}"}
+        environment = {**os.environ, "PATH": f"{program('telvofm').parent}:{os.environ['PATH']}"}
         count = 0
         for command, wanted in examples(page):
             ended = subprocess.run(["bash", "-c", self.exchanged(command, to_page=False)], cwd=self.folder,

@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 """How the tool finds the library, and what it says of one that is missing or wrong."""
 import os
-import pathlib
 import shutil
 import subprocess
 import unittest
 
 from tool import BUILD, DONE, NO_LIBRARY, TROUBLE, ToolTest, program, telvofm
 
-LIBRARY = BUILD / "libtelvofm.so"
+LIBRARY = (BUILD / "libtelvofm.so").resolve()
 
 
 class Library(ToolTest):
@@ -100,5 +99,5 @@ class Library(ToolTest):
             self.assertEqual(telvofm(*words, tool=tool).code, DONE, words)
 
 
-assert pathlib.Path(LIBRARY).exists()
+assert LIBRARY.exists()
 unittest.main()

@@ -21,7 +21,10 @@ del sys.argv[1:]
 
 
 def program(name):
-    return BUILD / (name + (".exe" if EMULATOR else ""))
+    """On Linux the tool has a folder of its own: at the top its name means the library to whoever builds."""
+    if EMULATOR:
+        return BUILD / f"{name}.exe"
+    return BUILD / "tools" / name if name == "telvofm" else BUILD / name
 
 
 @dataclasses.dataclass

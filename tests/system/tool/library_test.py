@@ -37,7 +37,7 @@ class Library(ToolTest):
         shutil.copy(LIBRARY, elsewhere / "libtelvofm.so.1")
         found = telvofm("doctor", tool=tool, environment={"LD_LIBRARY_PATH": str(elsewhere)})
         self.assertIn(str(elsewhere / "libtelvofm.so.1"), found.output)
-        shutil.copy(LIBRARY, tool.parent)
+        shutil.copy(LIBRARY, tool.parent / "libtelvofm.so")
         found = telvofm("doctor", tool=tool, environment={"LD_LIBRARY_PATH": str(elsewhere)})
         self.assertIn(str(tool.parent / "libtelvofm.so"), found.output)
 

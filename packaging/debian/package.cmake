@@ -32,6 +32,8 @@ fiscal printer, what CMake and pkg-config need, and the documentation.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME telvofm-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+# The tool loads the library when it runs, which nothing in the file tells.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${library} (= ${this_version})")
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "virtual fiscal printer, and a tool for the library's logs
 For developers of point-of-sale programs and for their support: a virtual
 fiscal printer that shows its paper, and a tool around the library TelvoFM.")

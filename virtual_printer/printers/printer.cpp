@@ -135,7 +135,7 @@ Moment Printer::now() const
 
 Moment Printer::ownClock() const
 {
-    return clock() + current.standing->clockOffset;
+    return std::min(clock() + current.standing->clockOffset, lastMoment);
 }
 
 bool Printer::expectsBlocks() const

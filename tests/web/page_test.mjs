@@ -131,7 +131,7 @@ withPage("the focus stays where it is while the till goes on", async ({ till, pa
 
 withPage("the journal is searched, turned over and opened", async ({ till, page, printer }) => {
     for (let receipt = 0; receipt < 27; receipt += 1) {
-        await till.sell(receipt === 3 ? "Makovník" : "Rožok", "1.00");
+        await till.sell(receipt === 3 ? "Makovník 250 g" : "Rožok", "1.00");
     }
     await page.getByRole("tab", { name: "Journal" }).click();
     const rows = page.locator(".documents tbody tr");
@@ -145,6 +145,18 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     await seesText(rows, "Receipt 4");
     await search.fill("26");
     await seesText(rows, "Receipt 26");
+    for (const text of ["MAKOVNÍK", "makovník 250 g 1,00", "Makovník 250 g 1.00", "receipt 4 "]) {
+        await search.fill("2026-02-01");
+        await becomes(0, () => rows.count());
+        await search.fill(text);
+        await seesText(rows, "Receipt 4");
+        assert.equal(await rows.count(), 1, text);
+    }
+    await search.fill("1,00");
+    await becomes(25, () => rows.count());
+    await search.fill("250"); // no document has this number
+    await becomes(1, () => rows.count());
+    await seesText(rows, "Receipt 4");
     await search.fill("2026-02-01");
     await seesText(page.locator(".journal .hint"), "no such document");
     await search.fill("26");

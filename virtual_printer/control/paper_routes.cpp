@@ -46,13 +46,15 @@ Found documentIn(const Call& call)
     const std::string& name = call.target.path.at(place);
     const Json asked = queryOf(Target("/?position=" + name));
     DocumentQuery query;
-    query.position = asked["position"].is_number_integer() ? asked["position"].get<std::int64_t>() : 0;
+    const auto position =
+        asked["position"].is_number_integer() ? asked["position"].get<std::int64_t>() : std::int64_t{0};
+    query.positions = {position, position};
     auto found = call.printer().station.printer.memory().documents(query);
     if (found.empty()) {
         throw ControlRefusal(status::notFound, "There is no document " + name.substr(0, 20) +
                                                    " in the journal; GET .../documents lists them.");
     }
-    return {std::move(found.front()), *query.position};
+    return {std::move(found.front()), position};
 }
 
 } // namespace

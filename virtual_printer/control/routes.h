@@ -5,6 +5,7 @@
 #include "virtual_printer/control/controlled_printer.h"
 #include "virtual_printer/control/snapshots.h"
 
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,7 +25,9 @@ struct Call
     const ControlledPrinters& printers;
     Snapshots& snapshots;
     const State& whenNew;
-    const std::string& run;       // another one after each start of the program
+    const std::string& run; // another one after each start of the program
+    // Has everything that waits for something be looked at again, after others had their turn.
+    const std::function<void()>& lookAgain;
     ControlledPrinter* addressed; // none where the path names no printer
 
     [[nodiscard]] ControlledPrinter& printer() const { return *addressed; }

@@ -59,6 +59,16 @@ Found documentIn(const Call& call)
 
 } // namespace
 
+Json rollLineToJson(const RollLine& line, const Settings& settings)
+{
+    Json json = {{"number", line.number},
+                 {"exchange", line.exchange},
+                 {"document", line.document},
+                 {"columns", settings.columns}};
+    json.update(lineToJson(line.line, settings));
+    return json;
+}
+
 Outcome showPaper(const Call& call)
 {
     constexpr std::int64_t most = 2'000;
@@ -71,12 +81,7 @@ Outcome showPaper(const Call& call)
     HttpAnswer answer{.status = 200, .body = {}, .contentType = "application/x-ndjson"};
     const std::uint64_t begin = std::max(after + 1, roll.first());
     for (std::uint64_t number = begin; number < roll.end() && number < begin + limit; ++number) {
-        const RollLine& line = roll.at(number);
-        Json json = {{"number", line.number},
-                     {"exchange", line.exchange},
-                     {"document", line.document},
-                     {"columns", settingsOf(call).columns}};
-        json.update(lineToJson(line.line, settingsOf(call)));
+        const Json json = rollLineToJson(roll.at(number), settingsOf(call));
         answer.body += json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
     }
     return answer;

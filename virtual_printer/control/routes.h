@@ -67,6 +67,9 @@ Outcome drawDocument(const Call& call);
 Outcome writeDocument(const Call& call);
 Outcome showPictures(const Call& call);
 
+// news_routes.cpp
+Outcome showNews(const Call& call);
+
 // document_routes.cpp
 Outcome showHours(const Call& call);
 Outcome listDocuments(const Call& call);
@@ -91,6 +94,10 @@ Outcome showFaults(const Call& call);
 Outcome armFaults(const Call& call);
 Outcome disarmFaults(const Call& call);
 Outcome disarmFault(const Call& call);
+
+// What several of them show.
+Json rollLineToJson(const RollLine& line, const Settings& settings);
+Json faultsToJson(const Faults& faults);
 
 // The numbers and texts of a query as the members of an object.
 Json queryOf(const Target& target);

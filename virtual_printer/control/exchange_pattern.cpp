@@ -137,7 +137,7 @@ const Json& formOfExchange()
 void requireSense(const Json& expected, Stage stage, const std::string& place)
 {
     Json withValues = expected;
-    for (const char* member : {"repeatOf", "refusal"}) {
+    for (const char* member : {"repeatOf", "repeatedAfter", "refusal"}) {
         if (const auto found = withValues.find(member); found != withValues.end() && found->is_null()) {
             withValues.erase(found); // none of it
         }

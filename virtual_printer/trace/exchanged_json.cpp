@@ -60,6 +60,11 @@ Json numberOrNull(std::uint64_t number)
     return number == 0 ? Json() : Json(number);
 }
 
+Json repeatedAfterOf(const Exchanged& exchanged)
+{
+    return exchanged.repeatOf == 0 ? Json() : Json(exchanged.repeatedAfter.count());
+}
+
 Json commandOf(const Exchanged& exchanged)
 {
     return hexadecimal({reinterpret_cast<const char*>(&exchanged.command), 1});
@@ -84,6 +89,7 @@ constexpr std::array members = {
     ExchangedMember{"toTill", [](const Exchanged& e) { return Json(hexadecimal(e.toTill)); }, true},
     ExchangedMember{"cut", [](const Exchanged& e) { return Json(e.isCut); }},
     ExchangedMember{"repeatOf", [](const Exchanged& e) { return numberOrNull(e.repeatOf); }},
+    ExchangedMember{"repeatedAfter", repeatedAfterOf},
     ExchangedMember{"attempt", [](const Exchanged& e) { return Json(e.attempt); }},
     ExchangedMember{"refusal", refusalOf},
     ExchangedMember{"executed", [](const Exchanged& e) { return Json(e.isExecuted); }},

@@ -20,7 +20,7 @@ function queriesFor(text) {
 const titleOf = (document) => `${kinds[document.kind]}${document.number ? ` ${document.number}` : ""}`;
 
 export function makeJournal(sheet, printer, { showDocument }, signal) {
-    const wanted = element("input", { type: "search", placeholder: "number, 2026-01-31, 12,50, or what is printed" });
+    const wanted = element("input", { type: "search", placeholder: "number, day, item or sum", title: "17, 2026-01-31, chlieb or 12,50" });
     const kind = element("select", {}, element("option", { value: "" }, "All"), Object.entries(kinds).map(([value, title]) => element("option", { value }, title)));
     const body = element("tbody");
     const range = element("span", { class: "quiet", role: "status" });

@@ -4,7 +4,7 @@
 //
 //     printer_memory [RECEIPTS [PRINTER-PROGRAM]]
 #include "bench/printer_process.h"
-#include "virtual_printer/memory/memory.h"
+#include "virtual_printer/memory/text_search.h"
 
 #include <algorithm>
 #include <chrono>
@@ -255,6 +255,29 @@ void measureSearches(const Memory& memory, int receipts)
                   [&] { return memory.documents({.kinds = {Document::Kind::report}, .onlyLast = true}); });
     measureSearch("the numbers of all", [&] { return memory.numbersOf({.kinds = onlyReceipts}); });
     measureSearch("all closures", [&] { return memory.closures({}, {}); });
+    // A page, as whoever looks for something gets it.
+    constexpr int page = 25;
+    const std::string rare = "2026/" + std::to_string(middle);
+    measureSearch("a page by a text that few have",
+                  [&] { return memory.documents({.text = rare, .newestFirst = true, .most = page}); });
+    measureSearch("a page by a text that none has",
+                  [&] { return memory.documents({.text = "nowhere", .newestFirst = true, .most = page}); });
+    measureSearch("the last page by a text that all have", [&] {
+        return memory.documents(
+            {.text = "mlieko", .newestFirst = true, .most = page, .skip = receipts - page});
+    });
+    measureSearch("the same, of one kind", [&] {
+        return memory.documents({.kinds = onlyReceipts,
+                                 .text = "mlieko",
+                                 .newestFirst = true,
+                                 .most = page,
+                                 .skip = receipts - page});
+    });
+    measureSearch("one step of a search", [&] {
+        TextSearch search({.text = "nowhere", .newestFirst = true});
+        memory.goOn(search);
+        return search.found();
+    });
     measureSearch("the check of a closure",
                   [&] { return std::vector<bool>(memory.isJournalWhole(middle / receiptsOfDay) ? 1 : 0); });
 }

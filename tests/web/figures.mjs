@@ -121,6 +121,22 @@ if (isWanted("journal")) {
         }
         say(`${documents} documents, ${title}`, times);
     }
+    // What a till waits for an exchange while somebody searches without a pause for what is nowhere.
+    let isSearching = true;
+    const searching = (async () => {
+        while (isSearching) {
+            await printer.ask("GET", "documents?order=newest&limit=25&text=Nowhere");
+        }
+    })();
+    const waits = [];
+    for (let receipt = 0; receipt < 200; receipt += 1) {
+        const start = now();
+        await till.sell(1, "Beside");
+        waits.push((now() - start) / 4);
+    }
+    isSearching = false;
+    await searching;
+    say(`${documents} documents, a till's request beside searches`, waits);
     const page = await openPage(printer, { at: "#/printer/journal" });
     const times = [];
     for (let round = 0; round < 20; round += 1) {

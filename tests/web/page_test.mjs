@@ -131,7 +131,7 @@ withPage("the focus stays where it is while the till goes on", async ({ till, pa
 
 withPage("the journal is searched, turned over and opened", async ({ till, page, printer }) => {
     for (let receipt = 0; receipt < 27; receipt += 1) {
-        await till.sell(receipt === 3 ? "Makovník" : "Rožok", "1.00");
+        await till.sell(receipt === 3 ? "Makovník 250 g" : "Rožok", "1.00");
     }
     await page.getByRole("tab", { name: "Journal" }).click();
     const rows = page.locator(".documents tbody tr");
@@ -145,6 +145,18 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     await seesText(rows, "Receipt 4");
     await search.fill("26");
     await seesText(rows, "Receipt 26");
+    for (const text of ["MAKOVNÍK", "makovník 250 g 1,00", "Makovník 250 g 1.00", "receipt 4 "]) {
+        await search.fill("2026-02-01");
+        await becomes(0, () => rows.count());
+        await search.fill(text);
+        await seesText(rows, "Receipt 4");
+        assert.equal(await rows.count(), 1, text);
+    }
+    await search.fill("1,00");
+    await becomes(25, () => rows.count());
+    await search.fill("250"); // no document has this number
+    await becomes(1, () => rows.count());
+    await seesText(rows, "Receipt 4");
     await search.fill("2026-02-01");
     await seesText(page.locator(".journal .hint"), "no such document");
     await search.fill("26");
@@ -185,8 +197,25 @@ withPage("a fault that is armed on the page is met by the till", async ({ till, 
     await armed.getByRole("button", { name: /^Exchange / }).click();
     await seesText(page.locator(".exchange.chosen"), "done, till not told");
     await seesText(page.locator(".story"), "The till was not told");
-    await seesText(page.locator(".story"), /Exchange \d+ repeats it: refused 32, alreadyPaid\./);
+    await seesText(page.locator(".story"), /Exchange \d+ repeats it after [3-9]\.\d s: refused 32, alreadyPaid\./);
     await seesText(page.locator(".exchange", { hasText: "repeats" }), "refused 32");
+});
+
+withPage("the time to a repeat and the blocks of an upload are told", async ({ till, page, printer }) => {
+    await till.begin();
+    await till.item("Chlieb", "1.00");
+    await printer.ask("POST", "faults", { kind: "acknowledgeLost", command: "printQRCode" });
+    assert.equal(await till.call("printQRCode", 1, "a".repeat(300)), 0); // its request comes twice
+    const blocks = page.locator(".exchange", { has: page.getByRole("button", { name: "block", exact: true }) });
+    await becomes(2, () => blocks.count());
+    await seesText(blocks.last(), "printQRCode · block 1 · 256 bytes · more follow");
+    await seesText(blocks.first(), "printQRCode · block 2 · 44 bytes · the last");
+    // The library waits for three seconds.
+    const repeat = page.locator(".exchange", { hasText: /repeats \d+ after [3-9]\.\d s/ });
+    await repeat.getByRole("button").click();
+    await seesText(page.locator(".story"), /again by itself after [3-9]\.\d s \(attempt 2\)/);
+    await page.locator(".exchange.warn").getByRole("button").click();
+    await seesText(page.locator(".story"), /repeats it after [3-9]\.\d s/);
 });
 
 withPage("a scenario is armed, and a fault by its form", async ({ page, printer }) => {
@@ -232,7 +261,7 @@ test("every kind of fault is on the page with what it takes", async () => {
     await printer.end();
 });
 
-withPage("paper, cover, busy and drawer are switched by hand", async ({ till, page }) => {
+withPage("paper, cover, busy and drawer are switched by hand", async ({ till, page, printer }) => {
     const choose = (name, value) => page.locator(".switch", { hasText: name }).getByLabel(value).click({ force: true });
     const lamp = (name) => page.locator(".lamp", { hasText: name }).getAttribute("data-kind");
     assert.equal(await till.call("sellingDayBegin", 1, 0), 0);
@@ -241,6 +270,12 @@ withPage("paper, cover, busy and drawer are switched by hand", async ({ till, pa
     await becomes("bad", () => lamp("Paper"));
     assert.equal(await begin(), 49);
     await choose("Paper", "Full");
+    await becomes("off", () => lamp("Paper"));
+    await printer.ask("POST", "faults", { kind: "paperOut", command: "paragonBegin", requests: 2 });
+    await becomes("warn", () => lamp("Paper"));
+    assert.equal(await begin(), 49);
+    await becomes("bad", () => lamp("Paper"));
+    assert.equal(await begin(), 49);
     await becomes("off", () => lamp("Paper"));
     await choose("Cover", "Open");
     await becomes("bad", () => lamp("Cover"));
@@ -325,6 +360,57 @@ test("the page comes back by itself after a restart", async () => {
     await page.context().close();
     await second.end();
     fs.rmSync(data, { recursive: true });
+});
+
+test("the page of another program is loaded where the old one was, and stays where it was", async () => {
+    const first = await startPrinter();
+    const page = await openPage(first, { at: "#/printer/totals" });
+    await seesText(page.locator(".link-state"), "Live");
+    let loads = 0;
+    page.on("load", () => { loads += 1; });
+    const start = async () => startPrinter("--web", first.web.replace("http://", ""));
+    await first.end();
+    await seesText(page.locator(".link-state"), "Not connected");
+    const same = await start();
+    await seesText(page.locator(".link-state"), "Live");
+    await same.end();
+    await seesText(page.locator(".link-state"), "Not connected");
+    assert.equal(loads, 0, "the same program has the same page");
+    // As another build: its files are in another folder.
+    const folder = await page.evaluate(() => document.querySelector("script").src.match(/page\/\w+/)[0]);
+    await page.route("**/*", async (route) => {
+        const address = new URL(route.request().url());
+        const answer = await route.fetch({ url: address.href.replace("page/another", folder) });
+        const isStart = address.pathname === "/";
+        await route.fulfill(isStart ? { response: answer, body: (await answer.text()).replaceAll(folder, "page/another") } : { response: answer });
+    });
+    const other = await start();
+    await becomes(1, () => loads);
+    await seesText(page.locator(".link-state"), "Live");
+    assert.match(await page.evaluate(() => document.querySelector("script").src), /page\/another/);
+    assert.equal(await page.getByRole("tab", { selected: true }).innerText(), "Totals");
+    await page.unrouteAll({ behavior: "ignoreErrors" });
+    await page.context().close();
+    await other.end();
+});
+
+withPage("its files are fetched once, and a change is one question", async ({ till, page }) => {
+    await seesText(page.locator(".link-state"), "Live");
+    await page.reload();
+    await page.locator(".device").waitFor();
+    const files = await page.evaluate(() => performance.getEntriesByType("resource").filter(({ name }) => name.includes("/page/")).map(({ name, transferSize }) => [name.split("/").at(-1), transferSize]));
+    assert.deepEqual(files.filter(([, size]) => size > 0), [], "the browser has kept them");
+    assert.ok(files.length <= 4, String(files));
+    await seesText(page.locator(".link-state"), "Live");
+    await till.begin();
+    await seesText(page.locator(".slip"), "Receipt 1");
+    const asked = [];
+    page.on("request", (request) => asked.push(new URL(request.url()).pathname));
+    assert.equal(await till.item("Chlieb", "1.00"), 0);
+    await seesText(page.locator(".slip .item"), "Chlieb");
+    await seesText(page.locator(".exchange.good"), "Chlieb");
+    assert.deepEqual([...new Set(asked)], ["/printers/printer/news"]);
+    assert.ok(asked.length <= 3, `${asked.length} questions`);
 });
 
 // A browser opens six connections to one host: eight streams would leave none for anything else.
@@ -556,6 +642,15 @@ withPage("several printers are seen side by side", async ({ page, printer }) => 
     await seesText(page.getByRole("region", { name: "shop" }), "Chlieb");
     await printer.ask("PATCH", "/printers/shop/hardware", { cover: "open" });
     await seesText(page.getByRole("region", { name: "shop" }), "Cover is open");
+    for (let sale = 0; sale < 3; sale += 1) {
+        await bar.sell("Espresso", "1.90");
+    }
+    await becomes(4, () => page.getByRole("region", { name: "bar" }).locator(".slip.isCut").count());
+    await page.emulateMedia({ media: "print" });
+    const [all, printed] = await page.getByRole("region", { name: "bar" }).evaluate((card) => [card.querySelector(".paper").scrollHeight, card.clientHeight]);
+    assert.ok(printed >= all, `${printed} of ${all} are printed`);
+    assert.equal(await page.locator(".printer .slot").first().isVisible(), false);
+    await page.emulateMedia({ media: "screen" });
     await page.getByRole("navigation").getByRole("link", { name: "bar" }).click();
     await seesText(page.locator(".exchange"), "paragonEnd");
     assert.equal(await page.locator(".slip", { hasText: "Chlieb" }).count(), 0);

@@ -7,6 +7,7 @@ here=$(realpath "$(dirname "$0")")
 packages=$1
 export TELVOFM_BUILD=$2
 export TELVOFM_PAGE=$here/../../virtual_printer/web/files
+export TELVOFM_DEMO=$here/../../scripts/demo
 script=$3
 shift 3
 "$here/../fetch_npm_packages.sh" "$here" "$packages"

@@ -1,6 +1,7 @@
 // Documents and closures as data, in pages.
 #include "virtual_printer/control/document_json.h"
 #include "virtual_printer/control/routes.h"
+#include "virtual_printer/memory/text_search.h"
 
 #include <limits>
 
@@ -63,6 +64,53 @@ HttpAnswer pageAnswer(const std::string& name, std::vector<Json> found, const Pa
     return jsonAnswer({{name, found}, {"next", goesOn ? Json(page.skip + page.limit) : Json()}});
 }
 
+std::vector<Json> documentsOf(const Printer& printer, const DocumentQuery& query)
+{
+    std::vector<Json> found;
+    printer.memory().read(query, [&](const Document& document, std::int64_t position) {
+        found.push_back(toJson(document, *printer.state().settings, position));
+        return true;
+    });
+    return found;
+}
+
+HttpAnswer foundAnswer(const TextSearch& search, const Page& page, const Printer& printer)
+{
+    std::vector<Json> found;
+    for (const std::int64_t position : search.found()) {
+        // Nothing when the journal was cleared meanwhile.
+        for (Json& document : documentsOf(printer, {.positions = std::pair(position, position)})) {
+            found.push_back(std::move(document));
+        }
+    }
+    return pageAnswer("documents", std::move(found), page);
+}
+
+// A step now; when there are more of them, the rest between the exchanges of tills.
+Outcome search(TextSearch begun, const Page& page, const Printer& printer,
+               const std::function<void()>& lookAgain)
+{
+    if (printer.memory().goOn(begun)) {
+        return foundAnswer(begun, page, printer);
+    }
+    lookAgain();
+    constexpr std::chrono::minutes longest{1};
+    return Later{longest,
+                 [search = std::move(begun), page, &printer,
+                  &lookAgain](bool isOver) mutable -> std::optional<HttpAnswer> {
+                     if (printer.memory().goOn(search)) {
+                         return foundAnswer(search, page, printer);
+                     }
+                     if (isOver) {
+                         return errorAnswer(
+                             status::internalError,
+                             "The search took too long beside the tills; give it a shorter period.");
+                     }
+                     lookAgain();
+                     return std::nullopt;
+                 }};
+}
+
 } // namespace
 
 Outcome listDocuments(const Call& call)
@@ -96,12 +144,8 @@ Outcome listDocuments(const Call& call)
     query.text = textIn(call, "text");
     query.newestFirst = members.oneOf("order", "oldest", {"oldest", "newest"}) == "newest";
     const Printer& printer = call.printer().station.printer;
-    std::vector<Json> found;
-    printer.memory().read(query, [&](const Document& document, std::int64_t position) {
-        found.push_back(toJson(document, *printer.state().settings, position));
-        return true;
-    });
-    return pageAnswer("documents", std::move(found), page);
+    return query.text ? search(TextSearch(query), page, printer, call.lookAgain)
+                      : Outcome(pageAnswer("documents", documentsOf(printer, query), page));
 }
 
 Outcome showHours(const Call& call)

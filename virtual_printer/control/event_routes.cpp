@@ -13,11 +13,9 @@ std::string eventOf(const char* name, const Json& data)
 
 Json noticeOf(const ControlledPrinter& printer)
 {
-    return {{"printer", printer.station.name},
-            {"exchange", printer.station.trace.end()},
-            {"paper", printer.roll.end()},
-            {"document", printer.present().document},
-            {"faults", printer.station.faults.list().size()}};
+    return {{"printer", printer.station.name},         {"changes", printer.changes},
+            {"exchange", printer.station.trace.end()}, {"paper", printer.roll.end()},
+            {"document", printer.present().document},  {"faults", printer.station.faults.list().size()}};
 }
 
 // A client of many changes a moment hears of the last ones only: it has no queue.

@@ -4,9 +4,8 @@
 #include "virtual_printer/faults/scenario.h"
 
 namespace virtual_printer {
-namespace {
 
-Json listOf(const Faults& faults)
+Json faultsToJson(const Faults& faults)
 {
     Json list = Json::array();
     for (const Armed& armed : faults.list()) {
@@ -14,6 +13,8 @@ Json listOf(const Faults& faults)
     }
     return {{"faults", list}};
 }
+
+namespace {
 
 // One, or those of a scenario.
 std::vector<Fault> faultsIn(const Json& body)
@@ -32,7 +33,7 @@ std::vector<Fault> faultsIn(const Json& body)
 
 Outcome showFaults(const Call& call)
 {
-    return jsonAnswer(listOf(call.printer().station.faults));
+    return jsonAnswer(faultsToJson(call.printer().station.faults));
 }
 
 Outcome armFaults(const Call& call)
@@ -48,14 +49,14 @@ Outcome armFaults(const Call& call)
         faults.arm(fault);
     }
     constexpr int created = 201;
-    return jsonAnswer(listOf(faults), created);
+    return jsonAnswer(faultsToJson(faults), created);
 }
 
 Outcome disarmFaults(const Call& call)
 {
     Faults& faults = call.printer().station.faults;
     faults.disarmAll();
-    return jsonAnswer(listOf(faults));
+    return jsonAnswer(faultsToJson(faults));
 }
 
 Outcome disarmFault(const Call& call)
@@ -69,7 +70,7 @@ Outcome disarmFault(const Call& call)
         throw ControlRefusal(status::notFound,
                              "There is no fault " + name.substr(0, 20) + " here; GET lists them.");
     }
-    return jsonAnswer(listOf(faults));
+    return jsonAnswer(faultsToJson(faults));
 }
 
 } // namespace virtual_printer

@@ -46,16 +46,28 @@ Found documentIn(const Call& call)
     const std::string& name = call.target.path.at(place);
     const Json asked = queryOf(Target("/?position=" + name));
     DocumentQuery query;
-    query.position = asked["position"].is_number_integer() ? asked["position"].get<std::int64_t>() : 0;
+    const auto position =
+        asked["position"].is_number_integer() ? asked["position"].get<std::int64_t>() : std::int64_t{0};
+    query.positions = {position, position};
     auto found = call.printer().station.printer.memory().documents(query);
     if (found.empty()) {
         throw ControlRefusal(status::notFound, "There is no document " + name.substr(0, 20) +
                                                    " in the journal; GET .../documents lists them.");
     }
-    return {std::move(found.front()), *query.position};
+    return {std::move(found.front()), position};
 }
 
 } // namespace
+
+Json rollLineToJson(const RollLine& line, const Settings& settings)
+{
+    Json json = {{"number", line.number},
+                 {"exchange", line.exchange},
+                 {"document", line.document},
+                 {"columns", settings.columns}};
+    json.update(lineToJson(line.line, settings));
+    return json;
+}
 
 Outcome showPaper(const Call& call)
 {
@@ -69,12 +81,7 @@ Outcome showPaper(const Call& call)
     HttpAnswer answer{.status = 200, .body = {}, .contentType = "application/x-ndjson"};
     const std::uint64_t begin = std::max(after + 1, roll.first());
     for (std::uint64_t number = begin; number < roll.end() && number < begin + limit; ++number) {
-        const RollLine& line = roll.at(number);
-        Json json = {{"number", line.number},
-                     {"exchange", line.exchange},
-                     {"document", line.document},
-                     {"columns", settingsOf(call).columns}};
-        json.update(lineToJson(line.line, settingsOf(call)));
+        const Json json = rollLineToJson(roll.at(number), settingsOf(call));
         answer.body += json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
     }
     return answer;

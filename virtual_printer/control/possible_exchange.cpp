@@ -179,7 +179,7 @@ const OtherExchange* otherCalled(std::string_view name)
 void requirePossible(const Json& expected, Stage stage, const std::string& place)
 {
     Json withValues = expected;
-    for (const char* member : {"repeatOf", "refusal"}) {
+    for (const char* member : {"repeatOf", "repeatedAfter", "refusal"}) {
         if (const auto found = withValues.find(member); found != withValues.end() && found->is_null()) {
             withValues.erase(found); // none of it
         }

@@ -18,6 +18,7 @@ constexpr std::array routes = {
     Route{"GET", "/printers", listPrinters},
     Route{"GET", "/events", followPrinters, true},
     Route{"GET", "/printers/{printer}/state", showState},
+    Route{"GET", "/printers/{printer}/news", showNews, true},
     Route{"GET", "/printers/{printer}/totals", showTotals},
     Route{"GET", "/printers/{printer}/totals/hours", showHours},
     Route{"GET", "/printers/{printer}/paper", showPaper, true},

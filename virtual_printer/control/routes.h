@@ -5,6 +5,7 @@
 #include "virtual_printer/control/controlled_printer.h"
 #include "virtual_printer/control/snapshots.h"
 
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,7 +25,9 @@ struct Call
     const ControlledPrinters& printers;
     Snapshots& snapshots;
     const State& whenNew;
-    const std::string& run;       // another one after each start of the program
+    const std::string& run; // another one after each start of the program
+    // Has everything that waits for something be looked at again, after others had their turn.
+    const std::function<void()>& lookAgain;
     ControlledPrinter* addressed; // none where the path names no printer
 
     [[nodiscard]] ControlledPrinter& printer() const { return *addressed; }
@@ -64,6 +67,9 @@ Outcome drawDocument(const Call& call);
 Outcome writeDocument(const Call& call);
 Outcome showPictures(const Call& call);
 
+// news_routes.cpp
+Outcome showNews(const Call& call);
+
 // document_routes.cpp
 Outcome showHours(const Call& call);
 Outcome listDocuments(const Call& call);
@@ -88,6 +94,10 @@ Outcome showFaults(const Call& call);
 Outcome armFaults(const Call& call);
 Outcome disarmFaults(const Call& call);
 Outcome disarmFault(const Call& call);
+
+// What several of them show.
+Json rollLineToJson(const RollLine& line, const Settings& settings);
+Json faultsToJson(const Faults& faults);
 
 // The numbers and texts of a query as the members of an object.
 Json queryOf(const Target& target);

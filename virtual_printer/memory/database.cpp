@@ -171,6 +171,11 @@ void Database::run(const char* sql) const
     }
 }
 
+std::int64_t Database::lastRow() const
+{
+    return sqlite3_last_insert_rowid(connection.get());
+}
+
 std::int64_t Database::whole(std::string_view sql) const
 {
     const Statement statement = prepare(sql);

@@ -98,6 +98,8 @@ public:
     [[nodiscard]] Statement prepare(std::string_view sql) const;
     // Statements without parameters and rows.
     void run(const char* sql) const;
+    // The number of the row that was inserted last.
+    [[nodiscard]] std::int64_t lastRow() const;
     // The value in the first column of the first row.
     [[nodiscard]] std::int64_t whole(std::string_view sql) const;
 

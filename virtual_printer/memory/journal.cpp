@@ -1,5 +1,7 @@
 #include "virtual_printer/memory/journal.h"
 
+#include "virtual_printer/memory/conditions.h"
+#include "virtual_printer/memory/fitting_documents.h"
 #include "virtual_printer/memory/members.h"
 #include "virtual_printer/memory/record.h"
 
@@ -9,11 +11,6 @@
 
 namespace virtual_printer {
 namespace {
-
-std::int64_t secondsOf(Moment moment)
-{
-    return moment.time_since_epoch().count();
-}
 
 // The checksum of everything before and of one more document; what it is looked up by counts too.
 std::uint32_t continued(std::int64_t before, std::int64_t kind, std::int64_t number, std::int64_t moment,
@@ -25,73 +22,6 @@ std::uint32_t continued(std::int64_t before, std::int64_t kind, std::int64_t num
     checksum.process_bytes(content.data(), content.size());
     return checksum.checksum();
 }
-
-// The conditions of a query and what stands for their question marks. The query must live as long.
-class Conditions
-{
-public:
-    explicit Conditions(const DocumentQuery& query)
-    {
-        if (!query.kinds.empty()) {
-            addKinds(query.kinds);
-        }
-        if (query.numbers && query.numbers->first == query.numbers->second) {
-            add("number = ?", {std::int64_t{query.numbers->first}}); // so that it comes before a wide period
-        } else if (query.numbers) {
-            add("number BETWEEN ? AND ?", {std::int64_t{query.numbers->first}, query.numbers->second});
-        }
-        if (query.moments) {
-            add("moment BETWEEN ? AND ?",
-                {secondsOf(query.moments->first), secondsOf(query.moments->second)});
-        }
-        if (query.closure) {
-            add("closure = ?", {std::int64_t{*query.closure}});
-        }
-        if (query.invoice) {
-            add("invoice = ?", {std::string_view(*query.invoice)});
-        }
-        if (query.transaction) {
-            add("till_transaction = ?", {std::string_view(*query.transaction)});
-        }
-        if (query.position) {
-            add("id = ?", {*query.position});
-        }
-        if (query.text) {
-            add("EXISTS (SELECT 1 FROM contents WHERE contents.id = documents.id AND instr(content, ?))",
-                {Bytes{*query.text}});
-        }
-        sql += query.onlyLast      ? " ORDER BY id DESC LIMIT 1"
-               : query.newestFirst ? " ORDER BY id DESC"
-                                   : " ORDER BY id";
-        if (query.most || query.skip > 0) {
-            constexpr std::int64_t all = -1;
-            sql += " LIMIT ? OFFSET ?";
-            values.insert(values.end(), {query.most.value_or(all), query.skip});
-        }
-    }
-
-    [[nodiscard]] const std::string& text() const { return sql; }
-    [[nodiscard]] std::span<const Parameter> parameters() const { return values; }
-
-private:
-    void add(std::string_view condition, Parameters parameters)
-    {
-        sql += values.empty() && sql.empty() ? " WHERE " : " AND ";
-        sql += condition;
-        values.insert(values.end(), parameters.begin(), parameters.end());
-    }
-    void addKinds(const std::vector<Document::Kind>& kinds)
-    {
-        std::string list;
-        for (const Document::Kind kind : kinds) {
-            list += (list.empty() ? "" : ", ") + std::to_string(static_cast<int>(kind));
-        }
-        add("kind IN (" + list + ")", {});
-    }
-
-    std::string sql;
-    std::vector<Parameter> values;
-};
 
 Parameter textOrNone(const std::string& text)
 {
@@ -107,7 +37,7 @@ Journal::Journal(const Database& shared)
       writeContent(database.prepare("INSERT INTO contents VALUES (last_insert_rowid(), ?)")),
       readChecksum(
           database.prepare("SELECT checksum FROM documents WHERE closure = ? ORDER BY id DESC LIMIT 1")),
-      writeClosure(database.prepare("INSERT INTO closures VALUES (?, ?, ?, ?)"))
+      writeClosure(database.prepare("INSERT INTO closures VALUES (?, ?, ?, ?)")), index(database)
 {
 }
 
@@ -121,6 +51,7 @@ void Journal::keep(const Document& document) const
     writeDocument.run({kind, std::int64_t{document.number}, std::int64_t{document.closure}, moment,
                        textOrNone(document.invoice), textOrNone(document.transaction), checksum});
     writeContent.run({Bytes{content}});
+    index.add(database.lastRow());
 }
 
 void Journal::keep(const Closure& closure) const
@@ -139,6 +70,7 @@ std::int64_t Journal::checksumOfDay(int closure) const
 void Journal::clearDocuments() const
 {
     database.run("DELETE FROM documents; DELETE FROM contents; UPDATE closures SET checksum = NULL");
+    index.clear();
 }
 
 void Journal::clearClosures() const
@@ -158,10 +90,15 @@ void Journal::cutBehind(const Ends& last) const
         database.prepare(std::string("DELETE FROM ") + table + " WHERE id > ?").run({last.document});
     }
     database.prepare("DELETE FROM closures WHERE number > ?").run({last.closure});
+    index.cutBehind(last.document);
 }
 
 void Journal::read(const DocumentQuery& query, const DocumentReader& reader) const
 {
+    if (query.text) {
+        readFound(query, reader);
+        return;
+    }
     const Conditions conditions(query);
     // The contents are looked up for a page only, not for all that is skipped in front of it.
     const Statement select = database.prepare(
@@ -178,11 +115,53 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     }
 }
 
+void Journal::readFound(const DocumentQuery& query, const DocumentReader& reader) const
+{
+    TextSearch search(query);
+    while (!goOn(search)) {
+    }
+    bool isWanted = true;
+    for (auto found = search.found().begin(); isWanted && found != search.found().end(); ++found) {
+        read({.positions = std::pair(*found, *found)}, [&](const Document& document, std::int64_t position) {
+            return isWanted = reader(document, position);
+        });
+    }
+}
+
+bool Journal::goOn(TextSearch& search) const
+{
+    search.beginAt(database.whole("SELECT max(id) FROM documents"));
+    constexpr auto blocksOfAStep = TextSearch::documentsOfAStep / SearchIndex::documentsOfABlock;
+    std::optional<FittingDocuments> fitting;
+    for (std::int64_t done = 0; done < blocksOfAStep; ++done) {
+        const auto block = search.nextBlock();
+        if (!block) {
+            return true;
+        }
+        std::uint64_t found = index.find(*block, search.text());
+        if (found != 0 && search.others()) {
+            if (!fitting) {
+                fitting.emplace(database, *search.others(), *block, blocksOfAStep - done);
+            }
+            found &= fitting->of(*block);
+        }
+        search.take(found);
+    }
+    return !search.nextBlock();
+}
+
 std::vector<int> Journal::numbersOf(const DocumentQuery& query) const
 {
+    std::vector<int> found;
+    if (query.text) {
+        readFound(query, [&](const Document& document, std::int64_t /*position*/) {
+            found.push_back(document.number);
+            return true;
+        });
+        return found;
+    }
     const Conditions conditions(query);
     const Statement select = database.prepare("SELECT number FROM documents" + conditions.text());
-    std::vector<int> found;
     Rows rows = select.rows(conditions.parameters());
     while (rows.next()) {
         found.push_back(static_cast<int>(rows.whole(0)));

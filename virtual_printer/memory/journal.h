@@ -4,7 +4,8 @@
 #pragma once
 
 #include "virtual_printer/memory/database.h"
-#include "virtual_printer/memory/memory.h"
+#include "virtual_printer/memory/search_index.h"
+#include "virtual_printer/memory/text_search.h"
 
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     void cutBehind(const Ends& last) const;
 
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
+    // False when there is a further step.
+    bool goOn(TextSearch& search) const;
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
     [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,
                                                 std::optional<std::pair<Moment, Moment>> moments) const;
@@ -39,12 +42,14 @@ public:
 
 private:
     [[nodiscard]] std::int64_t checksumOfDay(int closure) const;
+    void readFound(const DocumentQuery& query, const DocumentReader& reader) const;
 
     const Database& database;
     Statement writeDocument;
     Statement writeContent;
     Statement readChecksum;
     Statement writeClosure;
+    SearchIndex index;
 };
 
 } // namespace virtual_printer

@@ -158,6 +158,11 @@ std::vector<Document> Memory::documents(const DocumentQuery& query) const
     return found;
 }
 
+bool Memory::goOn(TextSearch& search) const
+{
+    return readFrom(contents->name, [&] { return contents->journal.goOn(search); });
+}
+
 std::vector<int> Memory::numbersOf(const DocumentQuery& query) const
 {
     return readFrom(contents->name, [&] { return contents->journal.numbersOf(query); });

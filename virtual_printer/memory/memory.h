@@ -42,18 +42,22 @@ struct DocumentQuery
     std::optional<int> closure{};
     std::optional<std::string> invoice{};
     std::optional<std::string> transaction{};
-    // A place in the journal, from 1.
-    std::optional<std::int64_t> position{};
-    std::optional<std::string> text{}; // somewhere in it, letter by letter
+    // From the first to the last of these places in the journal, which begin with 1.
+    std::optional<std::pair<std::int64_t, std::int64_t>> positions{};
+    std::optional<std::string> text{}; // within a line of it (searched_lines.h)
     bool onlyLast = false;             // the newest of them
     bool newestFirst = false;
     // A page of them: so many at most, without the first ones.
     std::optional<std::int64_t> most{};
     std::int64_t skip = 0;
+
+    bool operator==(const DocumentQuery&) const = default;
 };
 
 // With its place in the journal, from 1.
 using DocumentReader = std::function<bool(const Document&, std::int64_t position)>;
+
+class TextSearch;
 
 // Settings and pictures as they were when the last closure was committed. The passwords are not in it.
 struct Backup
@@ -101,6 +105,8 @@ public:
     // One after the other, until the reader returns false: a whole journal need not be held at once.
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
+    // One more step of a search for a text; false when there is a further one. `read` makes them all at once.
+    bool goOn(TextSearch& search) const;
     // Numbers only: for look-ups.
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
     [[nodiscard]] std::vector<Closure> closures(std::optional<std::pair<int, int>> numbers,

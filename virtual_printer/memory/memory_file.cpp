@@ -1,5 +1,8 @@
 #include "virtual_printer/memory/memory_file.h"
 
+#include "virtual_printer/memory/record.h"
+#include "virtual_printer/memory/search_index.h"
+
 #include <fstream>
 #include <system_error>
 #include <unistd.h> // on Windows too: the compiler's own
@@ -9,7 +12,8 @@ namespace {
 
 constexpr std::int64_t applicationId = 0x54464D70;
 // Goes up with every change that an older program would misread.
-constexpr std::int64_t schemaVersion = 1;
+// 2: documents are searched by lines of their own.
+constexpr std::int64_t schemaVersion = 2;
 
 // What is looked for lies apart from the contents, so that a search over all documents reads little. Row 0 of
 // the receipt is what is said of it as a whole, the rows behind it are its lines.
@@ -29,13 +33,30 @@ constexpr const char* tables = R"(
         content BLOB NOT NULL);
 )";
 
+void setVersion(const Database& database)
+{
+    database.run(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
+}
+
 void makeTables(const Database& database)
 {
     Transaction transaction(database);
     database.run(tables);
+    database.run(SearchIndex::table);
     database.run(("PRAGMA application_id = " + std::to_string(applicationId)).c_str());
-    database.run(("PRAGMA user_version = " + std::to_string(schemaVersion)).c_str());
+    setVersion(database);
     transaction.commit();
+}
+
+void bringUpToDate(const Database& database)
+try {
+    Transaction transaction(database);
+    database.run(SearchIndex::table);
+    SearchIndex(database).makeAnew(database.whole("SELECT max(id) FROM documents"));
+    setVersion(database);
+    transaction.commit();
+} catch (const DamagedRecord& error) {
+    throw DatabaseError(DatabaseError::Cause::damaged, error.what());
 }
 
 Database openOwnFile(const std::filesystem::path& file, const std::string& name)
@@ -51,6 +72,8 @@ Database openOwnFile(const std::filesystem::path& file, const std::string& name)
         throw std::runtime_error(name + " was written by a later version of this program (its format is " +
                                  std::to_string(version) + ", this program knows " +
                                  std::to_string(schemaVersion) + "); use that one.");
+    } else if (version < schemaVersion) {
+        bringUpToDate(database);
     }
     database.takeOverPages();
     return database;

@@ -35,6 +35,7 @@ Exchanged Recorder::begin(Exchanged::Kind kind, std::string_view bytes, Time now
     Exchanged exchanged;
     exchanged.till = till;
     exchanged.kind = kind;
+    exchanged.came = now;
     exchanged.heard(bytes);
     if (const Exchanged* repeated = findRepeated(exchanged)) {
         exchanged.repeatOf = repeated->number;
@@ -86,6 +87,10 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
     const bool isProbe = exchanged.kind == Exchanged::Kind::probe;
     exchanged.said(answer);
     exchanged.known = now;
+    if (const Exchanged* repeated = trace.find(exchanged.repeatOf)) {
+        exchanged.repeatedAfter =
+            std::chrono::duration_cast<std::chrono::milliseconds>(exchanged.came - repeated->came);
+    }
     const std::uint64_t number = trace.add(std::move(exchanged));
     first = first == 0 ? number : first;
     if (!isProbe) {

@@ -42,6 +42,8 @@ struct Exchanged
     // The exchange that this one repeats byte for byte, because that one's answer was no acceptance or has
     // not reached the till; 0 for none.
     std::uint64_t repeatOf = 0;
+    std::chrono::steady_clock::time_point came{};
+    std::chrono::milliseconds repeatedAfter{0}; // that one came so long before
     // Which try of the till's call this is: a serial link sends a refused request three times by itself, TCP
     // what has met silence. 1 begins a call.
     int attempt = 1;

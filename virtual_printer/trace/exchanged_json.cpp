@@ -103,6 +103,11 @@ void writeNumberOrNull(std::string& text, std::uint64_t number)
     text += number == 0 ? "null" : std::to_string(number);
 }
 
+void writeRepeatedAfter(std::string& text, const Exchanged& exchanged)
+{
+    text += exchanged.repeatOf == 0 ? "null" : std::to_string(exchanged.repeatedAfter.count());
+}
+
 using Of = const Exchanged&;
 
 constexpr std::array members = {
@@ -120,6 +125,7 @@ constexpr std::array members = {
     ExchangedMember{"toTill", [](std::string& text, Of e) { writeBytes(text, e.toTill); }, true},
     ExchangedMember{"cut", [](std::string& text, Of e) { writeFlag(text, e.isCut); }},
     ExchangedMember{"repeatOf", [](std::string& text, Of e) { writeNumberOrNull(text, e.repeatOf); }},
+    ExchangedMember{"repeatedAfter", writeRepeatedAfter},
     ExchangedMember{"attempt", [](std::string& text, Of e) { text += std::to_string(e.attempt); }},
     ExchangedMember{"refusal", writeRefusal},
     ExchangedMember{"executed", [](std::string& text, Of e) { writeFlag(text, e.isExecuted); }},

@@ -35,8 +35,7 @@ std::string_view reasonOf(int status)
 std::string startOf(int status, const std::string& contentType)
 {
     return "HTTP/1.1 " + std::to_string(status) + " " + std::string(reasonOf(status)) +
-           "\r\nContent-Type: " + contentType +
-           "\r\nCache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n";
+           "\r\nContent-Type: " + contentType + "\r\nX-Content-Type-Options: nosniff\r\n";
 }
 
 std::string_view connectionOf(BehindAnswer behind)
@@ -44,11 +43,16 @@ std::string_view connectionOf(BehindAnswer behind)
     return behind == BehindAnswer::connectionEnds ? "Connection: close\r\n" : "Connection: keep-alive\r\n";
 }
 
+constexpr std::string_view notKept = "Cache-Control: no-store\r\n";
+
 } // namespace
 
 std::string headOf(const HttpAnswer& answer, BehindAnswer behind)
 {
     std::string head = startOf(answer.status, answer.contentType);
+    const bool saysHowLong = std::any_of(answer.headers.begin(), answer.headers.end(),
+                                         [](const auto& header) { return header.first == "Cache-Control"; });
+    head += saysHowLong ? "" : notKept;
     for (const auto& [name, value] : answer.headers) {
         head.append(name).append(": ").append(value).append("\r\n");
     }
@@ -59,7 +63,7 @@ std::string headOf(const HttpAnswer& answer, BehindAnswer behind)
 std::string headOf(const Pieces& pieces, BehindAnswer behind)
 {
     constexpr int fine = 200;
-    return startOf(fine, pieces.contentType).append(connectionOf(behind)) +
+    return startOf(fine, pieces.contentType).append(notKept).append(connectionOf(behind)) +
            "Transfer-Encoding: chunked\r\n\r\n";
 }
 
@@ -78,7 +82,7 @@ std::string chunkOf(const Piece& piece)
 std::string headOf(const Stream& stream)
 {
     constexpr int fine = 200;
-    return startOf(fine, stream.contentType) + "Connection: close\r\n\r\n";
+    return startOf(fine, stream.contentType).append(notKept) + "Connection: close\r\n\r\n";
 }
 
 } // namespace virtual_printer

@@ -187,8 +187,8 @@ TEST_F(PaperUnderControl, TellsWhoHasChangedAndNothingOtherwise)
     EXPECT_EQ(stream.contentType, "text/event-stream");
     const std::string first = more();
     EXPECT_THAT(first, testing::StartsWith("event: start\ndata: {\"run\":\""));
-    EXPECT_THAT(first, HasSubstr("event: changed\ndata: {\"printer\":\"printer\",\"exchange\":1,\"paper\":1,"
-                                 "\"document\":0,\"faults\":0}\n\n"));
+    EXPECT_THAT(first, HasSubstr("event: changed\ndata: {\"printer\":\"printer\",\"changes\":0,"
+                                 "\"exchange\":1,\"paper\":1,\"document\":0,\"faults\":0}\n\n"));
     EXPECT_EQ(more(), "");
     get(at("state"));
     EXPECT_EQ(more(), "");

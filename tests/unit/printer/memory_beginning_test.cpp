@@ -76,6 +76,25 @@ TEST_F(MemoryBeginning, ComesBackAfterSales)
     EXPECT_EQ(history.find(memory, stepsInAll, stepsInAll), stepsInAll) << "and goes on as it did";
 }
 
+// What is searched is kept apart from the documents.
+TEST_F(MemoryBeginning, FindsNothingOfWhatWasTakenBack)
+{
+    sellTo(remembered);
+    memory.remember();
+    constexpr int manySteps = 1000;
+    sellTo(manySteps);
+    ASSERT_FALSE(memory.numbersOf({.text = "chlieb 50."}).empty());
+    memory.goBack();
+    EXPECT_TRUE(memory.numbersOf({.text = "chlieb 50."}).empty());
+    state = *memory.load();
+    Draft other(state, test::momentOf(state.standing->documents));
+    Document document = test::documentOf(*state.standing, Document::Kind::receipt, 77);
+    document.lines.push_back({.kind = Line::Kind::item, .text = "Mlieko"});
+    test::keep(other, document);
+    commit(other);
+    EXPECT_EQ(memory.numbersOf({.text = "mlieko"}), std::vector{77});
+}
+
 TEST_F(MemoryBeginning, ComesBackWhenTheReceiptWasLonger)
 {
     sellTo(remembered);

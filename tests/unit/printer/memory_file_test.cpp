@@ -112,7 +112,7 @@ TEST_F(MemoryFile, IsRefusedWhenALaterVersionHasWrittenIt)
     {
         const Memory memory(path);
     }
-    change("PRAGMA user_version = 2");
+    change("PRAGMA user_version = 3");
     EXPECT_THAT(refusalOf(path), HasSubstr("later version"));
 }
 

@@ -117,6 +117,7 @@ TEST(TraceAsJson, HasBytesFieldsByNameAndNoPassword)
     exchanged.refusal = Refusal::wrongPassword;
     exchanged.code = 8;
     exchanged.repeatOf = 6;
+    exchanged.repeatedAfter = std::chrono::seconds(3);
     exchanged.answer = "\xFF";
     exchanged.faults = {"the answer was lost"};
     const auto json = toJson(exchanged);
@@ -129,6 +130,7 @@ TEST(TraceAsJson, HasBytesFieldsByNameAndNoPassword)
     EXPECT_EQ(json.at("fromTill"), "1c 01 b7");
     EXPECT_EQ(json.at("toTill"), "15 08");
     EXPECT_EQ(json.at("repeatOf"), 6);
+    EXPECT_EQ(json.at("repeatedAfter"), 3000);
     EXPECT_EQ(json.at("refusal").at("name"), "wrongPassword");
     EXPECT_EQ(json.at("refusal").at("code"), 8);
     EXPECT_EQ(json.at("answer"), "\xEF\xBF\xBD"); // what is no UTF-8
@@ -140,6 +142,7 @@ TEST(TraceAsJson, HasNothingWhereNothingIs)
 {
     const auto json = toJson(Exchanged{});
     EXPECT_TRUE(json.at("repeatOf").is_null());
+    EXPECT_TRUE(json.at("repeatedAfter").is_null());
     EXPECT_TRUE(json.at("refusal").is_null());
     EXPECT_EQ(json.at("name"), "unknown");
     EXPECT_EQ(json.at("attempt"), 1);

@@ -150,6 +150,7 @@ TEST_F(TracedSession, KnowsTheTriesOfTcpAfterSilenceWithProbesBetween)
     const Exchanged& again = exchange(line, day, milliseconds(1));
     EXPECT_EQ(again.repeatOf, 1U);
     EXPECT_EQ(again.attempt, 2);
+    EXPECT_EQ(again.repeatedAfter, seconds(3) + milliseconds(1));
 }
 
 TEST_F(TracedSession, FindsWhatWasCarriedOutWithoutTheTillsKnowingAlsoLater)

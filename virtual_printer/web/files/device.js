@@ -105,7 +105,13 @@ export function makeDevice(printer, signal) {
         const isBusy = printer.faults.some(({ ended, fault }) => !ended && fault.kind === "busy");
         const isStopped = hardware.paper === "out" || hardware.cover === "open";
         lamps.ready.show(isStopped ? "bad" : state.situation === "overdue" ? "warn" : "good", isStopped ? "cannot print" : situationText(state));
-        lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
+        const paperFault = printer.faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
+        if (paperFault && hardware.paper !== "out") {
+            const isHit = paperFault.requestsHit > 0;
+            lamps.paper.show(isHit ? "bad" : "warn", isHit ? "out, by a fault" : "out for a request to come, by a fault");
+        } else {
+            lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
+        }
         lamps.cover.show(hardware.cover === "open" ? "bad" : "off", hardware.cover);
         lamps.busy.show(isBusy ? "warn" : "off", isBusy ? "lets tills wait" : "no");
         if (pending === 0) {

@@ -2,6 +2,32 @@
 
 export const isProbe = (exchange) => exchange.name === "probe";
 
+const isBlock = (exchange) => exchange.name === "block" || exchange.name === "damagedBlock";
+
+// What a block of an upload is, in the place of the fields that it has none of: of what, the which one, how long, whether
+// more follow. `earlier` are the exchanges before it, with their own blocks told already.
+export function tellBlock(exchange, earlier) {
+    const [start, length, ...rest] = exchange.fromTill.split(" ");
+    if (!isBlock(exchange) || start !== "3a") {
+        return;
+    }
+    const before = earlier.findLast(({ number, till, name }) => number < exchange.number && till === exchange.till && name !== "probe");
+    const repeated = earlier.find(({ number }) => number === exchange.repeatOf);
+    const isBehindBlock = before?.block !== undefined;
+    const isAgain = isBehindBlock && (before.name === "damagedBlock" || !before.executed);
+    const bytes = parseInt(length, 16) + 1;
+    exchange.block = {
+        of: isBehindBlock ? before.block.of : before?.name ?? "",
+        number: repeated?.block?.number ?? (isBehindBlock ? before.block.number + (isAgain ? 0 : 1) : 1),
+    };
+    exchange.fields = [
+        { name: "upload", value: exchange.block.of },
+        { name: "block", value: `block ${exchange.block.number}` },
+        { name: "length", value: bytes === 1 ? "1 byte" : `${bytes} bytes` },
+        { name: "end", value: rest[bytes] === "03" ? "the last" : rest[bytes] === "17" ? "more follow" : "" },
+    ];
+}
+
 // "Chlieb · 12.50 · A", without what is empty.
 export function summaryOf(exchange) {
     return exchange.fields.map((field) => String(field.value).trim()).filter(Boolean).join(" · ");
@@ -35,9 +61,10 @@ export function outcomeOf(exchange) {
 export function storyOf(exchange, later = []) {
     const story = [];
     if (exchange.repeatOf) {
+        const after = `after ${secondsOf(exchange.repeatedAfter)}`;
         story.push(exchange.attempt > 1
-            ? `The link sent exchange ${exchange.repeatOf} again by itself (attempt ${exchange.attempt}): it had heard no acceptance.`
-            : `These are the bytes of exchange ${exchange.repeatOf} once more: the till has sent them again.`);
+            ? `The link sent exchange ${exchange.repeatOf} again by itself ${after} (attempt ${exchange.attempt}): it had heard no acceptance.`
+            : `These are the bytes of exchange ${exchange.repeatOf} once more: the till has sent them again ${after}.`);
     }
     for (const fault of exchange.faults) {
         story.push(`Armed fault: ${fault}.`);
@@ -54,10 +81,13 @@ export function storyOf(exchange, later = []) {
     }
     const repeat = later.find(({ repeatOf }) => repeatOf === exchange.number);
     if (repeat) {
-        story.push(`Exchange ${repeat.number} repeats it: ${outcomeOf(repeat).text}${repeat.refusal ? `, ${repeat.refusal.name}` : ""}.`);
+        story.push(`Exchange ${repeat.number} repeats it after ${secondsOf(repeat.repeatedAfter)}: ${outcomeOf(repeat).text}${repeat.refusal ? `, ${repeat.refusal.name}` : ""}.`);
     }
     return story;
 }
+
+// "3.0 s".
+export const secondsOf = (milliseconds) => `${(milliseconds / 1000).toFixed(1)} s`;
 
 // "0.4 ms".
 export function durationOf({ microseconds: { decide, commit, answer } }) {

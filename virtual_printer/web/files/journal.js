@@ -6,21 +6,21 @@ import { drawDocument } from "./paper.js";
 const pageSize = 25;
 const kinds = { receipt: "Receipt", cancelledReceipt: "Cancelled", drawer: "Drawer", closure: "Closure", report: "Report" };
 
-// What was typed, as the query that it most likely means.
-function queryFor(text) {
+// What was typed, as the queries that it may mean: the first one that finds something is it.
+function queriesFor(text) {
     if (/^\d{4}-\d{2}-\d{2}$/.test(text)) {
-        return { from: text, to: text };
+        return [{ from: text, to: text }];
     }
     if (/^\d{1,7}$/.test(text)) {
-        return { number: text };
+        return [{ number: text }, { text }];
     }
-    return text === "" ? {} : { text };
+    return text === "" ? [{}] : [{ text }];
 }
 
 const titleOf = (document) => `${kinds[document.kind]}${document.number ? ` ${document.number}` : ""}`;
 
 export function makeJournal(sheet, printer, { showDocument }, signal) {
-    const wanted = element("input", { type: "search", placeholder: "number, 2026-01-31, or an item as printed" });
+    const wanted = element("input", { type: "search", placeholder: "number, day, item or sum", title: "17, 2026-01-31, chlieb or 12,50" });
     const kind = element("select", {}, element("option", { value: "" }, "All"), Object.entries(kinds).map(([value, title]) => element("option", { value }, title)));
     const body = element("tbody");
     const range = element("span", { class: "quiet", role: "status" });
@@ -31,14 +31,22 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
     let skip = 0;
     let question = 0;
 
+    async function find() {
+        let found;
+        for (const each of queriesFor(wanted.value.trim())) {
+            const query = new URLSearchParams({ ...each, ...(kind.value ? { kind: kind.value } : {}), order: "newest", skip, limit: pageSize });
+            found = await get(at(printer.name, `documents?${query}`));
+            if (found.documents.length > 0) {
+                break;
+            }
+        }
+        return found;
+    }
+
     async function load() {
         const mine = ++question;
-        const query = new URLSearchParams({ ...queryFor(wanted.value.trim()), order: "newest", skip, limit: pageSize });
-        if (kind.value) {
-            query.set("kind", kind.value);
-        }
         try {
-            const { documents, next } = await get(at(printer.name, `documents?${query}`));
+            const { documents, next } = await find();
             if (mine !== question) {
                 return;
             }

@@ -1,5 +1,5 @@
 // Puts the page together: the printers that there are, the one that is shown, and what the address says.
-import { get, whenLocked } from "./api.js";
+import { get, getText, whenLocked } from "./api.js";
 import { makeDevice } from "./device.js";
 import { element } from "./dom.js";
 import { makeFaults } from "./faults.js";
@@ -85,6 +85,14 @@ function show() {
     printers.filter(isWatched).forEach((each) => each.look());
 }
 
+// The program may be another one now: then its page is another one, too. The address says what is shown.
+async function loadAgainIfOther() {
+    const ownFolder = new URL(".", import.meta.url).pathname;
+    if (!(await getText("/")).includes(ownFolder)) {
+        window.location.reload();
+    }
+}
+
 async function load() {
     const { printers: found } = await get("/printers");
     const names = found.map(({ name }) => name);
@@ -101,9 +109,12 @@ const again = followChanges(({ type, data }) => {
     if (type === "start") {
         if (run !== null && run !== data.run) {
             printers.forEach((printer) => printer.forget()); // the program was started again
+            loadAgainIfOther().catch(() => {});
+        }
+        if ((run !== null && run !== data.run) || printers.length === 0) {
+            load().catch(() => {});
         }
         run = data.run;
-        load().catch(() => {});
     } else if (type === "changed") {
         const printer = printers.find(({ name }) => name === data.printer);
         if (printer && isWatched(printer)) {

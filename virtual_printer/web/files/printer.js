@@ -1,9 +1,13 @@
 // What is known of one printer: it asks again whenever it hears of a change, each question once at a time, and tells
 // its views what is new.
 import { at, get, getLines, Refused } from "./api.js";
+import { tellBlock } from "./exchange.js";
 
 const mostExchanges = 400;
 const mostLines = 2000;
+const mostAtFirst = 120;
+
+const whenIdle = (action) => (window.requestIdleCallback ?? setTimeout)(action);
 
 // Asks, and once more afterwards when it was to ask again meanwhile.
 function inTurn(ask) {
@@ -34,20 +38,17 @@ export class Printer extends EventTarget {
     constructor(name) {
         super();
         this.name = name;
-        this.askForState = inTurn(() => this.lookAtState());
-        this.askForPaper = inTurn(() => this.lookAtPaper());
-        this.askForTrace = inTurn(() => this.state && this.lookAtTrace());
-        this.askForFaults = inTurn(() => this.lookAtFaults());
+        this.ask = inTurn(() => this.askForNews());
         this.forget();
     }
 
     forget() {
         this.state = null;
         this.totals = null;
+        this.changes = -1; // that have been heard of
         this.faults = [];
         this.lines = []; // of the paper
         this.exchanges = []; // the oldest first
-        this.documentsSeen = -1;
         this.dispatchEvent(new CustomEvent("forgotten"));
     }
 
@@ -61,38 +62,37 @@ export class Printer extends EventTarget {
         this.dispatchEvent(new CustomEvent(what, { detail }));
     }
 
-    // Asks for what is new. `notice` is what the stream has told, if it has: what has not moved is not asked for.
+    // Asks for what is new. `notice` is what the stream has told, if it has: what is known is not asked for.
     async look(notice = null) {
-        if (document.hidden) {
-            return;
+        if (!document.hidden && notice?.changes !== this.changes) {
+            await this.ask();
         }
-        if (!this.state) {
-            await this.askForState(); // it says where the trace ends
-        }
-        const last = this.exchanges.at(-1);
-        const hasPrinted = notice?.paper !== (this.lines.at(-1)?.number ?? 0) + 1;
-        const hasExchanged = notice?.exchange !== (last?.number ?? 0) + 1 || last?.isOver === false;
-        await Promise.all([
-            hasPrinted && this.askForPaper(),
-            hasExchanged && this.askForTrace(),
-            this.askForState(),
-            (this.faults.length > 0 || notice?.faults !== 0) && this.askForFaults(),
-        ]);
     }
 
-    async lookAtState() {
-        const state = await get(at(this.name, "state"));
+    // At first the newest only, so that there is soon something to be seen.
+    async askForNews() {
+        const isFirst = this.state === null;
+        const changing = this.exchanges.find((exchange) => !exchange.isOver);
+        const query = new URLSearchParams({
+            line: this.lines.at(-1)?.number ?? 0,
+            exchange: changing ? changing.number - 1 : this.exchanges.at(-1)?.number ?? 0,
+            most: isFirst ? mostAtFirst : mostLines,
+        });
+        const { changes, state, totals, faults, paper, trace } = await get(at(this.name, `news?${query}`));
+        this.changes = changes;
         state.heardAt = Date.now();
         this.state = state;
+        const others = { totals, faults };
+        const areOther = Object.keys(others).filter((what) => JSON.stringify(this[what]) !== JSON.stringify(others[what]));
+        Object.assign(this, others);
         this.dropBefore(state.paper.first);
-        // A printer that is set back may have as many documents as before, and has new paper.
-        const journal = `${state.position.document} ${state.paper.first}`;
-        if (journal !== this.journalSeen) {
-            this.journalSeen = journal;
-            this.totals = await get(at(this.name, "totals"));
-            this.tell("totals");
-        }
+        this.addLines(paper);
+        this.addExchanges(trace);
+        areOther.forEach((what) => this.tell(what));
         this.tell("state");
+        if (isFirst) {
+            whenIdle(() => this.askForOlder().catch(() => {}));
+        }
     }
 
     // Torn off, or the printer has new paper.
@@ -104,49 +104,51 @@ export class Printer extends EventTarget {
         }
     }
 
-    async lookAtPaper() {
-        const last = this.lines.at(-1)?.number ?? 0;
-        const added = await getLines(at(this.name, `paper?after=${last}`));
+    addLines(added) {
         if (added.length === 0) {
             return;
         }
+        const isNew = this.lines.length === 0;
         this.lines.push(...added);
         const gone = this.lines.splice(0, Math.max(0, this.lines.length - mostLines));
-        this.tell("paper", { isNew: last === 0, added, gone });
+        this.tell("paper", { isNew, added, gone });
     }
 
     // What follows the last exchange that cannot change any more.
-    async lookAtTrace() {
-        const changing = this.exchanges.find((exchange) => !exchange.isOver);
-        const last = changing ? changing.number - 1 : this.exchanges.at(-1)?.number;
-        const after = last ?? Math.max(0, this.state.position.exchange - 1 - mostExchanges);
-        let added;
-        try {
-            added = await getLines(at(this.name, `trace?after=${after}`));
-        } catch (failure) {
-            if (failure.status !== 410) {
-                throw failure;
-            }
-            added = await getLines(at(this.name, "trace")); // what was missed is forgotten by the printer, too
-        }
-        added = added.slice(-mostExchanges);
+    addExchanges(all) {
+        const added = all.slice(-mostExchanges);
         if (added.length === 0) {
             return;
         }
         for (const exchange of added) {
             exchange.isOver = exchange.acknowledged || exchange.refusal !== null || exchange !== added.at(-1);
         }
+        added.forEach((exchange) => tellBlock(exchange, [...this.exchanges, ...added]));
         const kept = this.exchanges.filter((exchange) => exchange.number < added[0].number);
         this.exchanges = [...kept, ...added].slice(-mostExchanges);
         this.tell("trace", { added });
     }
 
-    async lookAtFaults() {
-        const { faults } = await get(at(this.name, "faults"));
-        const isSame = JSON.stringify(faults) === JSON.stringify(this.faults);
-        this.faults = faults;
-        if (!isSame) {
-            this.tell("faults");
+    // What was before the newest, when these are shown.
+    async askForOlder() {
+        const [{ number: line } = { number: 1 }] = this.lines;
+        const [{ number: exchange } = { number: 1 }] = this.exchanges;
+        const after = Math.max(0, exchange - 1 - (mostExchanges - mostAtFirst));
+        const [lines, exchanges] = await Promise.all([
+            line > this.state.paper.first ? getLines(at(this.name, `paper?limit=${line - this.state.paper.first}`)) : [],
+            exchange > 1 ? getLines(at(this.name, `trace?after=${after}&limit=${exchange - 1 - after}`)).catch(() => []) : [],
+        ]);
+        const olderLines = lines.filter(({ number }) => number >= this.state.paper.first && number < this.lines[0]?.number);
+        if (olderLines.length > 0) {
+            this.lines = [...olderLines, ...this.lines];
+            this.tell("paper", { isLonger: true });
+        }
+        const olderExchanges = exchanges.filter(({ number }) => number < this.exchanges[0]?.number);
+        if (olderExchanges.length > 0) {
+            olderExchanges.forEach((each) => { each.isOver = true; });
+            this.exchanges = [...olderExchanges, ...this.exchanges];
+            this.exchanges.forEach((exchange) => tellBlock(exchange, this.exchanges));
+            this.tell("trace", { older: olderExchanges });
         }
     }
 

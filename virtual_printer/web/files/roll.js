@@ -86,9 +86,10 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
     }
 
-    function take({ isNew, added, gone = [] }) {
+    function take({ isNew, isLonger, added, gone = [] }) {
         const wasAtEnd = isEndSeen();
-        if (isNew) {
+        const toEnd = paper.scrollHeight - paper.scrollTop;
+        if (isNew || isLonger) {
             elements.clear();
             paper.replaceChildren(hint);
             slip = null;
@@ -104,11 +105,16 @@ export function makeRoll(printer, { open, showExchange }, signal) {
             }
         }
         for (const line of added ?? printer.lines) {
-            add(line, !isNew && !gone.includes(line));
+            add(line, !isNew && !isLonger && !gone.includes(line));
         }
         hint.hidden = elements.size > 0;
         if (wasAtEnd || isNew) {
             showEnd();
+        } else if (isLonger) {
+            paper.scrollTop = paper.scrollHeight - toEnd;
+        }
+        if (isLonger && marked.length > 0) {
+            markExchange(marked[0].dataset.exchange, false);
         }
     }
 

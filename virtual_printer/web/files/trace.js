@@ -1,9 +1,10 @@
 // The link trace: every exchange, the newest first; one that is chosen tells its bytes, its fields and what happened.
 import { at, getLines } from "./api.js";
 import { button, element, labelled, setText } from "./dom.js";
-import { durationOf, isProbe, outcomeOf, storyOf, summaryOf, timeOf } from "./exchange.js";
+import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf } from "./exchange.js";
 
 const mostRows = 300;
+const rowsAtOnce = 40;
 
 function bytes(title, text) {
     return element("div", { class: "bytes" }, element("h3", {}, title),
@@ -36,6 +37,8 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     const body = element("tbody");
     const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
     const rows = new Map(); // by the number of the exchange
+    let waiting = []; // exchanges whose rows are not drawn yet, the oldest first
+    let frame = 0;
     let chosen = 0;
     let fetched = null; // the exchange that was chosen although the list no longer has it
 
@@ -57,7 +60,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             element("td", { class: "number" }, String(exchange.number)),
             element("td", { class: "time" }, timeOf(exchange.moment)),
             element("td", { class: "what" }, name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
-                exchange.repeatOf && element("span", { class: "chip repeat" }, `↻ repeats ${exchange.repeatOf}`),
+                exchange.repeatOf && element("span", { class: "chip repeat" }, `↻ repeats ${exchange.repeatOf} after ${secondsOf(exchange.repeatedAfter)}`),
                 exchange.faults.map((fault) => element("span", { class: "chip fault" }, fault))),
             element("td", {}, element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
             element("td", { class: "took" }, durationOf(exchange)));
@@ -86,16 +89,25 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     }
 
     function forgetOld() {
-        for (const [number, { row, detail }] of rows) {
-            if (rows.size <= mostRows) {
-                break;
-            }
-            if (number === chosen) {
-                continue;
-            }
+        if (rows.size <= mostRows) {
+            return;
+        }
+        const others = [...rows.keys()].filter((number) => number !== chosen).sort((a, b) => a - b);
+        for (const number of others.slice(0, rows.size - mostRows)) {
+            const { row, detail } = rows.get(number);
             row.remove();
             detail?.remove();
             rows.delete(number);
+        }
+    }
+
+    // The rows that are seen at once, and the others piece by piece, so that nobody waits for them.
+    function drawOlder(exchanges) {
+        waiting = exchanges;
+        cancelAnimationFrame(frame);
+        waiting.splice(-rowsAtOnce).reverse().forEach((exchange) => place(exchange, null));
+        if (waiting.length > 0) {
+            frame = requestAnimationFrame(() => drawOlder(waiting));
         }
     }
 
@@ -104,12 +116,16 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         body.replaceChildren();
         const newest = printer.exchanges.filter(isWanted).slice(-mostRows);
         const apart = newest.some(({ number }) => number === chosen) ? undefined : find(chosen);
-        [apart, ...newest].filter(Boolean).sort((a, b) => a.number - b.number).forEach((exchange) => place(exchange, body.firstChild));
+        drawOlder([apart, ...newest].filter(Boolean).sort((a, b) => a.number - b.number));
         empty.hidden = rows.size > 0;
         setText(empty, printer.exchanges.length > 0 ? `None of the last ${printer.exchanges.length} exchanges fits.` : "Nothing has gone over the link yet.");
     }
 
-    function take({ added }) {
+    function take({ added, older }) {
+        if (older && !hold.checked) {
+            drawOlder([...older.filter(isWanted).slice(-mostRows), ...waiting]);
+            return;
+        }
         if (!added) {
             draw();
             return;
@@ -154,6 +170,9 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         }
         chosen = number;
         draw();
+        while (!rows.has(number) && waiting.length > 0) {
+            drawOlder(waiting);
+        }
         showPaper(number, true);
         rows.get(number).row.scrollIntoView({ block: "center" });
     }

@@ -14,7 +14,7 @@ class OwnDeclarations : public clang::ASTConsumer
     {
         const clang::SourceManager& sources = context.getSourceManager();
         std::vector<clang::Decl*> own;
-        for (clang::Decl* declaration : context.getTranslationUnitDecl()->decls()) {
+        for (clang::Decl* declaration : context.getTranslationUnitDecl()->noload_decls()) {
             const auto place = sources.getExpansionLoc(declaration->getLocation());
             if (place.isValid() && !sources.isInSystemHeader(place)) {
                 own.push_back(declaration);

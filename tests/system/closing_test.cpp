@@ -119,7 +119,7 @@ TEST_F(Closing, BesideCallsThatWaitForTheirTurn)
         [&](wire::Connection& connection) {
             receiveRequest(connection);
             for (int call = 0; call < 4; ++call) {
-                waiting.push_back(std::async(std::launch::async, [] { return printJobCancel(1); }));
+                waiting.push_back(std::async(std::launch::async, printJobCancel, 1));
             }
             isInside.set_value();
             receiveUntilClosed(connection);

@@ -84,7 +84,7 @@ TEST_F(OutOfMemory, ACommandThrowsAndLeavesTheSessionToTheNext)
                      std::bad_alloc);
     }
     // On another thread: this one could take a lock again that was left behind.
-    auto next = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto next = std::async(std::launch::async, printJobCancel, 1);
     if (next.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
         std::fputs("the failed command has kept the lock\n", stderr);
         std::abort(); // the other thread waits for ever

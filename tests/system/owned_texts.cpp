@@ -1,8 +1,6 @@
 // The callers of all exports are made of templates, once for all tests of texts.
 #include "tests/system/owned_texts.h"
 
-#include <tuple>
-
 namespace telvofm::test {
 namespace {
 
@@ -15,19 +13,27 @@ struct TextCaller<function>
     static constexpr std::size_t textCount =
         (std::size_t{0} + ... + (std::is_same_v<Parameters, const char*> ? 1 : 0));
 
+    // Calls with all arguments, which are taken in their order: braces see to that.
+    struct Outcome
+    {
+        explicit Outcome(Parameters... values)
+        {
+            if constexpr (std::is_void_v<Result>) {
+                function(values...);
+                text = "nothing";
+            } else if constexpr (std::is_arithmetic_v<Result>) {
+                text = std::to_string(function(values...));
+            } else if constexpr (std::is_same_v<Result, const char*>) {
+                text = function(values...);
+            }
+        }
+
+        std::string text = "not called";
+    };
+
     static std::string call(CallArguments& arguments)
     {
-        const std::tuple<Parameters...> values{arguments.next<Parameters>()...};
-        if constexpr (std::is_void_v<Result>) {
-            std::apply(function, values);
-            return "nothing";
-        } else if constexpr (std::is_arithmetic_v<Result>) {
-            return std::to_string(std::apply(function, values));
-        } else if constexpr (std::is_same_v<Result, const char*>) {
-            return std::apply(function, values);
-        } else {
-            return "not called";
-        }
+        return Outcome{arguments.next<Parameters>()...}.text;
     }
 };
 

@@ -112,7 +112,7 @@ protected:
     {
         setLogginOff();
         auto held = printer.holdAnswers();
-        auto other = std::async(std::launch::async, [] { return printJobCancel(1); });
+        auto other = std::async(std::launch::async, printJobCancel, 1);
         waitUntil([this] { return !printer.takeReceived().empty(); });
         prepare(called);
         CallArguments arguments{texts(called, 'a')};

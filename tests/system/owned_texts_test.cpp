@@ -37,7 +37,7 @@ TEST_P(OwnedTexts, AndSoIsThePicture)
 {
     setLogginOff();
     auto held = printer.holdAnswers();
-    auto other = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto other = std::async(std::launch::async, printJobCancel, 1);
     waitUntil([this] { return !printer.takeReceived().empty(); });
 
     setLogginOn(log.c_str());

@@ -83,7 +83,7 @@ protected:
         } else {
             EXPECT_TRUE(printer.waitFor(sentBefore.size()));
         }
-        auto other = std::async(std::launch::async, [] { return printJobCancel(1); });
+        auto other = std::async(std::launch::async, printJobCancel, 1);
         EXPECT_EQ(other.wait_for(pause), std::future_status::timeout);
         EXPECT_EQ(printer.codes(), sentBefore);
 

@@ -22,7 +22,7 @@ class SerialClosing : public SerialLinkTest
 TEST_F(SerialClosing, BesideAPrinterThatIsOffIsDoneAtOnce)
 {
     printer.setLines(true, false);
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
     EXPECT_LT(closingTime(), margin);
     EXPECT_EQ(call.get(), closedPort);
@@ -106,7 +106,7 @@ TEST_F(SerialClosing, ItsLineIsWrittenBeforeItWaitsAndSoAreThoseOfOpenings)
         const std::string log = folder.file("calls.log");
         std::filesystem::remove(log);
         setLogginOff();
-        auto running = std::async(std::launch::async, [] { return printJobCancel(1); });
+        auto running = std::async(std::launch::async, printJobCancel, 1);
         receiveRequest(printer.line());
         setLogginOn(log.c_str());
         auto waiting = std::async(std::launch::async, run);

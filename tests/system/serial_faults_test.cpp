@@ -146,7 +146,7 @@ TEST_F(SerialFaults, AHangUpWhileTheAnswerIsAwaitedEndsTheCallAtOnce)
 TEST_F(SerialFaults, AHangUpWhileThePrinterIsNotReadyEndsTheCall)
 {
     printer.setLines(true, false);
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     EXPECT_EQ(call.wait_for(100ms), std::future_status::timeout);
     printer.line().close();
     ASSERT_EQ(call.wait_for(10s), std::future_status::ready);

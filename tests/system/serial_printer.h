@@ -35,7 +35,9 @@ public:
     template <typename Dialogue>
     [[nodiscard]] auto play(Dialogue dialogue)
     {
-        return std::async(std::launch::async, [this, dialogue] { return dialogue(connection); });
+        // As a function, so that the compiler makes a thread for each type of result, not for each dialogue.
+        std::function held = [this, dialogue] { return dialogue(connection); };
+        return std::async(std::launch::async, std::move(held));
     }
 
 private:

@@ -133,9 +133,9 @@ TEST_F(SerialReopen, AfterAClosingWithAReplacedSession)
 // The closing waits for the answer of a running call, and nobody can find its session any more.
 TEST_F(SerialReopen, WaitsForTheClosingOfAnotherThread)
 {
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     receiveRequest(printer.line());
-    auto closing = std::async(std::launch::async, [] { closeFM(); });
+    auto closing = std::async(std::launch::async, closeFM);
     EXPECT_EQ(closing.wait_for(300ms), std::future_status::timeout);
     auto opening = std::async(std::launch::async, [this] { return openFM(printer.name().c_str()); });
     EXPECT_EQ(opening.wait_for(300ms), std::future_status::timeout);
@@ -150,9 +150,9 @@ TEST_F(SerialReopen, WaitsForTheClosingOfAnotherThread)
 TEST_F(SerialReopen, DoesNotWaitForTheClosingOfAnotherPort)
 {
     SerialPrinter second(folder.file("second lines"));
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     receiveRequest(printer.line());
-    auto closing = std::async(std::launch::async, [] { closeFM(); });
+    auto closing = std::async(std::launch::async, closeFM);
     EXPECT_EQ(closing.wait_for(300ms), std::future_status::timeout);
     EXPECT_EQ(openFM(second.name().c_str()), 0);
     EXPECT_EQ(closing.wait_for(0ms), std::future_status::timeout);
@@ -163,7 +163,7 @@ TEST_F(SerialReopen, DoesNotWaitForTheClosingOfAnotherPort)
 TEST_F(SerialReopen, EndsACallThatWaitsOnTheOldSession)
 {
     printer.setLines(true, false);
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
     const auto started = std::chrono::steady_clock::now();
     EXPECT_EQ(openFM(printer.name().c_str()), 0);

@@ -19,7 +19,7 @@ class SerialWaits : public SerialLinkTest
 TEST_F(SerialWaits, APrinterThatIsNotReadyHoldsUpTheWriteUntilItIs)
 {
     printer.setLines(true, false);
-    auto call = std::async(std::launch::async, [] { return printJobCancel(1); });
+    auto call = std::async(std::launch::async, printJobCancel, 1);
     EXPECT_TRUE(printer.hearsNothing());
     EXPECT_EQ(call.wait_for(0ms), std::future_status::timeout);
     printer.setLines(true, true);
@@ -84,9 +84,9 @@ TEST_F(SerialWaits, ABusyPrinterIsWaitedForAndTheCallGoesOn)
 // One call waits for the printer, the others for their turn: none of them may take another step.
 TEST_F(SerialWaits, ABusyPrinterHoldsUpAClosingForOneStep)
 {
-    const auto cancel = [] { return printJobCancel(1); };
     std::array<std::future<int>, 3> calls;
-    std::generate(calls.begin(), calls.end(), [&] { return std::async(std::launch::async, cancel); });
+    std::generate(calls.begin(), calls.end(),
+                  [&] { return std::async(std::launch::async, printJobCancel, 1); });
     receiveRequest(printer.line());
     printer.setLines(false, true);
     EXPECT_LT(closingTime(), 15s + margin);

@@ -92,9 +92,9 @@ TEST_F(Threads, ClosingWaitsForARunningExchange)
         receiveUntilClosed(connection);
     });
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
-    auto sale = std::async(std::launch::async, [] { return sell("Chlieb", 0); });
+    auto sale = std::async(std::launch::async, sell, "Chlieb", 0);
     requestCame.get_future().wait();
-    auto closing = std::async(std::launch::async, [] { closeFM(); });
+    auto closing = std::async(std::launch::async, closeFM);
     EXPECT_EQ(closing.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
     mayAnswer.set_value();
     EXPECT_EQ(sale.get(), 0);
@@ -121,7 +121,7 @@ TEST_F(Threads, RawAccessDoesNotWaitForARunningExchangeAndUnspecifiedDataDoes)
         receiveUntilClosed(connection);
     });
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
-    auto sale = std::async(std::launch::async, [] { return sell("Chlieb", 0); });
+    auto sale = std::async(std::launch::async, sell, "Chlieb", 0);
     requestCame.get_future().wait();
 
     unsigned char byte = 'R';
@@ -155,7 +155,7 @@ TEST_F(Threads, SwitchesDoNotWaitForARunningExchange)
         receiveUntilClosed(connection);
     });
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
-    auto sale = std::async(std::launch::async, [] { return sell("Chlieb", 0); });
+    auto sale = std::async(std::launch::async, sell, "Chlieb", 0);
     requestCame.get_future().wait();
 
     auto switching = std::async(std::launch::async, [&folder] {

@@ -5,14 +5,56 @@
 
 #include "device/amount.h"
 
+#include <array>
 #include <atomic>
 #include <mutex>
 #include <new>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <variant>
 
 namespace telvofm {
+
+// A label or a value of a line. It refers to what stands in the call that is logged: a caller's text from its
+// copy.
+using LogPart = std::variant<std::string_view, char, bool, long long, const Amount*>;
+
+inline LogPart logPart(std::string_view text)
+{
+    return text;
+}
+inline LogPart logPart(const char* label)
+{
+    return std::string_view(label);
+}
+inline LogPart logPart(char character)
+{
+    return character;
+}
+inline LogPart logPart(bool flag)
+{
+    return flag;
+}
+inline LogPart logPart(int number)
+{
+    return static_cast<long long>(number);
+}
+inline LogPart logPart(unsigned int number)
+{
+    return static_cast<long long>(number);
+}
+inline LogPart logPart(std::size_t number)
+{
+    return static_cast<long long>(number);
+}
+inline LogPart logPart(const Amount& amount)
+{
+    return &amount;
+}
+
+void appendToLine(std::string& line, const LogPart& part);
 
 class CallLog
 {
@@ -22,8 +64,8 @@ public:
     void switchOff();
     [[nodiscard]] bool isOn() const { return enabled.load(std::memory_order_relaxed); }
 
-    // Appends a line in one write, whether the log is on or not.
-    void append(std::string_view line);
+    // Appends a line of these parts in one write, whether the log is on or not.
+    void append(std::span<const LogPart> parts);
 
 private:
     std::atomic<bool> enabled = true;
@@ -34,69 +76,13 @@ private:
 // The library's one call log. It is never destroyed, so that a thread that outlives main() can still use it.
 CallLog& callLog();
 
-// How each kind of value appears in a line.
-inline void appendToLine(std::string& line, std::string_view text)
-{
-    line.append(text);
-}
-inline void appendToLine(std::string& line, const char* label)
-{
-    line.append(label);
-}
-inline void appendToLine(std::string& line, char character)
-{
-    line.push_back(character);
-}
-inline void appendToLine(std::string& line, bool flag)
-{
-    line.push_back(flag ? '1' : '0');
-}
-inline void appendToLine(std::string& line, int number)
-{
-    line.append(NumberText::whole(number).view());
-}
-inline void appendToLine(std::string& line, unsigned int number)
-{
-    line.append(NumberText::whole(number).view());
-}
-inline void appendToLine(std::string& line, std::size_t number)
-{
-    line.append(NumberText::whole(static_cast<long long>(number)).view());
-}
-inline void appendToLine(std::string& line, const Amount& amount)
-{
-    amount.writeGeneral([&line](std::string_view digits) { line.append(digits); });
-}
-
-// The room that a value wants in any case; journals are long, and a line should be built in one piece.
-template <typename Part>
-std::size_t roomInLine(const Part& part)
-{
-    constexpr std::size_t numberRoom = 16;
-    if constexpr (std::is_convertible_v<const Part&, std::string_view> && !std::is_pointer_v<Part>) {
-        return std::string_view(part).size();
-    } else {
-        return numberRoom;
-    }
-}
-
-template <typename... Parts>
-std::string logLine(const Parts&... parts)
-{
-    static_assert((!std::is_same_v<Parts, const char*> && ...), "a caller's text is logged from its copy");
-    std::string line;
-    line.reserve((roomInLine(parts) + ... + 1));
-    (appendToLine(line, parts), ...);
-    line.push_back('\n');
-    return line;
-}
-
 // Writes one line made of literal labels and the values behind them, exactly as they stand in the call.
 template <typename... Parts>
 void logCall(const Parts&... parts)
 {
+    static_assert((!std::is_same_v<Parts, const char*> && ...), "a caller's text is logged from its copy");
     if (callLog().isOn()) {
-        callLog().append(logLine(parts...));
+        callLog().append(std::array{logPart(parts)...});
     }
 }
 
@@ -106,7 +92,7 @@ template <typename... Parts>
 void appendOutcome(const Parts&... parts)
 {
     try {
-        callLog().append(logLine(parts...));
+        callLog().append(std::array{logPart(parts)...});
     } catch (const std::bad_alloc&) {
         return;
     }

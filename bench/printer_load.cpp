@@ -6,6 +6,7 @@
 // It prints the share of a core that the process takes, commands and synchronised receipts a second, and the
 // exchanges that were not accepted; then the same beside a test that asks the control interface one thing
 // after the other, and how long these calls take.
+#include "bench/printer_process.h"
 #include "bench/sale_requests.h"
 
 #include <algorithm>
@@ -13,109 +14,23 @@
 #include <atomic>
 #include <boost/asio.hpp>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
-#include <spawn.h>
-#include <sstream>
 #include <stdexcept>
 #include <string>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
 namespace {
 
+using bench::PrinterProcess;
 using boost::asio::ip::tcp;
 using Clock = std::chrono::steady_clock;
 
 constexpr int printers = 50;
-
-class PrinterProcess
-{
-public:
-    PrinterProcess(const std::string& program, const std::filesystem::path& folder)
-    {
-        const std::filesystem::path ready = folder / "ready.json";
-        std::filesystem::remove(ready);
-        std::vector<std::string> arguments = {program, "--data",    folder,       "--ready",
-                                              ready,   "--control", "127.0.0.1:0"};
-        for (int number = 0; number < printers; ++number) {
-            arguments.emplace_back("--printer");
-            arguments.push_back("p" + std::to_string(number) + "=127.0.0.1:0");
-        }
-        std::vector<char*> pointers;
-        pointers.reserve(arguments.size() + 1);
-        for (std::string& argument : arguments) {
-            pointers.push_back(argument.data());
-        }
-        pointers.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        ::posix_spawn_file_actions_init(&actions);
-        ::posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-        if (::posix_spawn(&process, program.c_str(), &actions, nullptr, pointers.data(), environ) != 0) {
-            throw std::runtime_error("cannot start " + program);
-        }
-        while (!std::filesystem::exists(ready)) {
-            if (::waitpid(process, nullptr, WNOHANG) != 0) {
-                throw std::runtime_error("the printers did not start");
-            }
-            std::this_thread::yield();
-        }
-        const auto content = nlohmann::json::parse(std::ifstream(ready));
-        for (const auto& printer : content["printers"]) {
-            addresses.push_back(printer["address"]);
-        }
-        control = content["control"];
-    }
-    PrinterProcess(const PrinterProcess&) = delete;
-    PrinterProcess& operator=(const PrinterProcess&) = delete;
-    ~PrinterProcess()
-    {
-        ::kill(process, SIGTERM);
-        ::waitpid(process, nullptr, 0);
-    }
-
-    // Seconds of processor time, user's and system's.
-    [[nodiscard]] double processorTime() const
-    {
-        std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        std::istringstream fields(text.substr(text.rfind(')') + 2));
-        std::string skipped;
-        constexpr int fieldsBefore = 11;
-        for (int field = 0; field < fieldsBefore; ++field) {
-            fields >> skipped;
-        }
-        double user = 0;
-        double system = 0;
-        fields >> user >> system;
-        return (user + system) / static_cast<double>(::sysconf(_SC_CLK_TCK));
-    }
-
-    [[nodiscard]] double residentMegabytes() const
-    {
-        std::ifstream file("/proc/" + std::to_string(process) + "/statm");
-        double all = 0;
-        double resident = 0;
-        file >> all >> resident;
-        constexpr double megabyte = 1024 * 1024;
-        return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / megabyte;
-    }
-
-    std::vector<std::string> addresses;
-    std::string control;
-
-private:
-    pid_t process = 0;
-};
 
 struct Totals
 {
@@ -344,7 +259,12 @@ int main(int count, char** arguments)
         return 2;
     }
     try {
-        const PrinterProcess process(arguments[1], arguments[2]);
+        std::vector<std::string> names;
+        names.reserve(printers);
+        for (int number = 0; number < printers; ++number) {
+            names.push_back("p" + std::to_string(number));
+        }
+        const PrinterProcess process(arguments[1], arguments[2], names);
         for (const bool isControlled : {false, true}) {
             run("50 x 1 receipt/s", process, std::chrono::seconds(1), isControlled);
             run("as fast as it goes", process, std::chrono::milliseconds(0), isControlled);

@@ -1,8 +1,9 @@
 // What the virtual printer's memory costs: commits with and without synchronisation, starting with 100,000
-// receipts of five items, finding some of them again, and the memory that this takes. Databases lie in a
-// folder below the current one: the disk there is what is measured.
+// receipts of five items, the whole program too when it is named, finding some of them again, and the memory
+// that this takes. Databases lie in a folder below the current one: the disk there is what is measured.
 //
-//     printer_memory [RECEIPTS]
+//     printer_memory [RECEIPTS [PRINTER-PROGRAM]]
+#include "bench/printer_process.h"
 #include "virtual_printer/memory/text_search.h"
 
 #include <algorithm>
@@ -198,6 +199,19 @@ void measureStart(const char* title, const std::filesystem::path& file)
                 isLoaded ? "" : " (nothing there)");
 }
 
+// From nothing until it listens, with the file as its memory.
+void measureProgram(const std::string& program, const std::filesystem::path& file)
+{
+    std::vector<double> durations;
+    for (int round = 0; round < 9; ++round) {
+        const auto start = Clock::now();
+        const bench::PrinterProcess process(program, file.parent_path(), {file.stem().string()});
+        durations.push_back(microsecondsSince(start));
+    }
+    std::printf("start of the program: first %.1f ms, median %.1f ms\n", durations.front() / 1000,
+                median(durations) / 1000);
+}
+
 template <typename Search>
 void measureSearch(const char* title, Search search)
 {
@@ -268,12 +282,8 @@ void measureSearches(const Memory& memory, int receipts)
                   [&] { return std::vector<bool>(memory.isJournalWhole(middle / receiptsOfDay) ? 1 : 0); });
 }
 
-} // namespace
-
-int main(int count, char** arguments)
+void measure(int receipts, const std::string& program)
 {
-    constexpr int usualReceipts = 100'000;
-    const int receipts = count > 1 ? std::atoi(arguments[1]) : usualReceipts;
     const std::filesystem::path folder = "printer_memory.folder";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
@@ -295,6 +305,9 @@ int main(int count, char** arguments)
                 static_cast<double>(std::filesystem::file_size(file)) / receipts);
     measureStart("start", file);
     measureStart("start after a kill", killed);
+    if (!program.empty()) {
+        measureProgram(program, file);
+    }
     const Memory memory(file);
     measureSearches(memory, receipts);
     std::printf("resident: %.1f MB, %.1f MB of it before\n", residentMegabytes(), before);
@@ -303,4 +316,18 @@ int main(int count, char** arguments)
     fill(temporary, receipts);
     std::printf("resident with as many in a temporary memory: %.1f MB\n", residentMegabytes());
     std::filesystem::remove_all(folder);
+}
+
+} // namespace
+
+int main(int count, char** arguments)
+{
+    constexpr int usualReceipts = 100'000;
+    try {
+        measure(count > 1 ? std::atoi(arguments[1]) : usualReceipts, count > 2 ? arguments[2] : "");
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "printer_memory: %s\n", failure.what());
+        return 1;
+    }
+    return 0;
 }

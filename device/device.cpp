@@ -1,42 +1,13 @@
 #include "device/device.h"
 
 #include "device/character_map.h"
-#include "link/telvo06fm_exception.h"
+#include "device/reply_file.h"
 
 #include <chrono>
-#include <fstream>
 #include <mutex>
-#include <new>
 #include <utility>
 
 namespace telvofm {
-namespace {
-
-// Want of memory is one of the reasons for which a file cannot be opened.
-std::ofstream createdFile(std::string_view name)
-{
-    try {
-        std::ofstream file(std::string(name), std::ios::binary | std::ios::trunc);
-        if (file) {
-            return file;
-        }
-    } catch (const std::bad_alloc&) {
-        throw Telvo06FMException(code::transportFailure);
-    }
-    throw Telvo06FMException(code::transportFailure);
-}
-
-// A disk that is full is a failure too: the caller must not believe that the data is there.
-void writeWhole(std::ofstream& file, std::string_view data)
-{
-    file.write(data.data(), static_cast<std::streamsize>(data.size()));
-    file.close();
-    if (!file) {
-        throw Telvo06FMException(code::transportFailure);
-    }
-}
-
-} // namespace
 
 Device::Device(std::shared_ptr<LinkDriver> linkDriver)
     : lock(linkDriver->exchangeLock), driver(std::move(linkDriver))
@@ -86,17 +57,17 @@ std::string Device::query(const Request& request)
 
 void Device::queryToFile(const Request& request, std::string_view fileName)
 {
-    std::ofstream file = createdFile(fileName);
+    ReplyFile file(fileName);
     std::string reply = driver->queryStrict(request.bytes());
     convertReply(reply);
-    writeWhole(file, reply);
+    file.writeWhole(reply);
 }
 
 void Device::queryThenWriteFile(const Request& request, std::string_view fileName)
 {
     const std::string reply = query(request);
-    std::ofstream file = createdFile(fileName);
-    writeWhole(file, reply);
+    ReplyFile file(fileName);
+    file.writeWhole(reply);
 }
 
 void Device::upload(std::string_view data, bool isFinal)

@@ -1,20 +1,18 @@
 #include "graphics/bitmap_reader.h"
+#include "link/open_file.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 
 namespace telvofm::graphics {
 namespace {
 
 // Reads on until `bytes` is `size` long, or the file ends.
-void extend(std::vector<std::uint8_t>& bytes, std::uint64_t size, std::ifstream& file)
+void extend(std::vector<std::uint8_t>& bytes, std::uint64_t size, std::FILE* file)
 {
     const std::size_t begin = bytes.size();
     bytes.resize(std::max<std::uint64_t>(begin, size));
-    file.read(reinterpret_cast<char*>(bytes.data() + begin),
-              static_cast<std::streamsize>(bytes.size() - begin));
-    bytes.resize(begin + static_cast<std::size_t>(file.gcount()));
+    bytes.resize(begin + std::fread(bytes.data() + begin, 1, bytes.size() - begin, file));
 }
 
 } // namespace
@@ -25,15 +23,18 @@ std::optional<PackedBitmap> loadBitmapFile(const std::string& fileName)
     if (!std::filesystem::is_regular_file(fileName, failure)) {
         return std::nullopt; // a folder, a pipe or an endless device among them
     }
-    std::ifstream file(fileName, std::ios::binary);
+    const OpenFile file(std::fopen(fileName.c_str(), "rb"));
+    if (!file) {
+        return std::nullopt;
+    }
     std::vector<std::uint8_t> bytes;
-    extend(bytes, bitmapHeadSize, file);
+    extend(bytes, bitmapHeadSize, file.get());
     const auto end = endOfBitmap(bytes);
     const std::uintmax_t fileSize = std::filesystem::file_size(fileName, failure);
     if (!end || failure || *end > fileSize) {
         return std::nullopt;
     }
-    extend(bytes, *end, file);
+    extend(bytes, *end, file.get());
     return readBitmap(bytes);
 }
 

@@ -16,7 +16,9 @@ public:
     void lock()
     {
         std::unique_lock guard(state);
+        ++waiting;
         released.wait(guard, [this] { return isFree(); });
+        --waiting;
         take();
     }
 
@@ -24,11 +26,13 @@ public:
     bool try_lock_for(std::chrono::milliseconds limit)
     {
         std::unique_lock guard(state);
-        if (!released.wait_for(guard, limit, [this] { return isFree(); })) {
-            return false;
+        ++waiting;
+        const bool isInTime = released.wait_for(guard, limit, [this] { return isFree(); });
+        --waiting;
+        if (isInTime) {
+            take();
         }
-        take();
-        return true;
+        return isInTime;
     }
 
     bool try_lock() { return try_lock_for(std::chrono::milliseconds(0)); }
@@ -38,7 +42,9 @@ public:
         const std::scoped_lock guard(state);
         if (--depth == 0) {
             owner = {};
-            released.notify_one();
+            if (waiting > 0) {
+                released.notify_one();
+            }
         }
     }
 
@@ -54,6 +60,7 @@ private:
     std::condition_variable released;
     std::thread::id owner;
     int depth = 0;
+    int waiting = 0;
 };
 
 } // namespace telvofm

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
@@ -32,11 +33,7 @@ public:
     }
 
     // How often it has been filled: who waits for the network notes it before the wait.
-    std::uint64_t fillings()
-    {
-        const std::scoped_lock lock(state);
-        return filled;
-    }
+    [[nodiscard]] std::uint64_t fillings() const { return filled; }
 
     // Fills it through `receive`, which gets the room and returns the number of bytes. It is not called when
     // another thread has filled the buffer since `seen`: that thread has taken what the network had ready,
@@ -57,7 +54,7 @@ private:
     std::array<char, 256> bytes{};
     std::size_t position = 0;
     std::size_t count = 0;
-    std::uint64_t filled = 0;
+    std::atomic<std::uint64_t> filled = 0;
 };
 
 } // namespace telvofm

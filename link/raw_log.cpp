@@ -1,16 +1,9 @@
 #include "link/raw_log.h"
 
-#include <cstdio>
-#include <memory>
+#include "link/open_file.h"
 
 namespace telvofm {
 namespace {
-
-struct CloseFile
-{
-    void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 void appendHexadecimal(std::string& target, std::string_view bytes)
 {
@@ -30,7 +23,7 @@ void RawLog::switchOn(std::string_view newPath)
     const std::scoped_lock lock(settings);
     if (!newPath.empty()) {
         path = newPath;
-        const File emptied(std::fopen(path.c_str(), "w"));
+        const OpenFile emptied(std::fopen(path.c_str(), "w"));
     }
     if (!path.empty()) {
         enabled = true;
@@ -45,7 +38,7 @@ void RawLog::switchOff()
 void RawLog::append(std::string_view direction, std::string_view bytes)
 {
     const std::scoped_lock lock(settings);
-    const File file(std::fopen(path.c_str(), "a"));
+    const OpenFile file(std::fopen(path.c_str(), "a"));
     if (!file) {
         return;
     }

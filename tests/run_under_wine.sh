@@ -8,11 +8,13 @@
 folder=$(dirname "$0")/../build/log
 mkdir -p "$folder"
 said=$(mktemp "$folder/under-wine.XXXXXX")
-trap 'rm -f "$said"' EXIT
-"$@" >"$said" 2>&1
+complained=$said.errors
+trap 'rm -f "$said" "$complained"' EXIT
+"$@" >"$said" 2>"$complained"
 code=$?
 cat "$said"
-if [ $code -ne 0 ] && { [ ! -s "$said" ] || grep -q '^Inconsistency detected by ld.so' "$said"; }; then
+cat "$complained" >&2
+if [ $code -ne 0 ] && { [ ! -s "$said" -a ! -s "$complained" ] || grep -q '^Inconsistency detected by ld.so' "$said" "$complained"; }; then
     echo "run_under_wine: ended with $code and a start that went wrong; once more"
     "$@"
     code=$?

@@ -1,15 +1,18 @@
-// Turns a raw log into an exchange that a person can read, line by line: what the till asked, what the
-// printer said. The log may be broken off anywhere; what cannot be understood is shown in hexadecimal.
+// `telvofm decode`: turns a raw log into exchanges that a person or, as JSON, a program can read. The log may
+// be broken off or damaged anywhere; each such place is named.
 #pragma once
 
 #include "tools/code_pages.h"
+#include "tools/ending.h"
+#include "tools/output.h"
 
 #include <string>
-#include <string_view>
 
 namespace telvofm::tools {
 
-// Texts of the exchange are shown in UTF-8.
-std::string decodeRawLog(std::string_view rawLog, const CodePage& codePage);
+Ending decode(const std::string& file, const CodePage& codePage, Output& output);
+
+// The contents of a file that a person has named.
+std::string readNamedFile(const std::string& file);
 
 } // namespace telvofm::tools

@@ -1,7 +1,10 @@
 #include "tools/export_table.h"
 
+#include "tools/exported_function.h"
+
 #include <algorithm>
 #include <charconv>
+#include <limits>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -10,13 +13,24 @@ namespace telvofm::tools {
 namespace {
 
 template <typename Number>
+std::string wantedNumber()
+{
+    if constexpr (std::is_floating_point_v<Number>) {
+        return "number, such as 12.50";
+    } else {
+        return "whole number from " + std::to_string(std::numeric_limits<Number>::min()) + " to " +
+               std::to_string(std::numeric_limits<Number>::max());
+    }
+}
+
+template <typename Number>
 Number numberOf(const Argument& argument)
 {
     Number value{};
     const char* end = argument.text.data() + argument.text.size();
     const auto parsed = std::from_chars(argument.text.data(), end, value);
     if (argument.text.empty() || parsed.ec != std::errc() || parsed.ptr != end) {
-        throw std::invalid_argument("'" + argument.text + "' is no number that fits the parameter");
+        throw std::invalid_argument("'" + argument.text + "' is no " + wantedNumber<Number>());
     }
     return value;
 }
@@ -42,7 +56,7 @@ bool convert(std::type_identity<bool> /*type*/, const Argument& argument, CallCo
 char convert(std::type_identity<char> /*type*/, const Argument& argument, CallContext& /*context*/)
 {
     if (argument.text.size() != 1) {
-        throw std::invalid_argument("'" + argument.text + "' is not a single character");
+        throw std::invalid_argument("'" + argument.text + "' is no single character");
     }
     return argument.text.front();
 }
@@ -103,7 +117,7 @@ std::string resultText(bool flag)
 std::string resultText(ResultObject* object)
 {
     const bool isNull = object == nullptr;
-    destroyResultObject(object);
+    exported<decltype(destroyResultObject)>("destroyResultObject")(object);
     return isNull ? "null" : "result";
 }
 
@@ -113,32 +127,89 @@ requires(std::is_arithmetic_v<Number>) std::string resultText(Number number)
     return std::to_string(number);
 }
 
-template <typename Result, typename... Parameters, std::size_t... Index>
-std::string invoke(Result (*function)(Parameters...), std::span<const Argument> arguments,
-                   CallContext& context, std::index_sequence<Index...> /*indices*/)
+// Which parameter an argument is meant for stands before what is wrong with it.
+template <typename Type>
+Type converted(std::string_view parameter, const Argument& argument, CallContext& context)
 {
-    if constexpr (std::is_void_v<Result>) {
-        function(convert(std::type_identity<Parameters>{}, arguments[Index], context)...);
-        return "nothing";
-    } else {
-        return resultText(function(convert(std::type_identity<Parameters>{}, arguments[Index], context)...));
+    try {
+        return convert(std::type_identity<Type>{}, argument, context);
+    } catch (const std::invalid_argument& wrong) {
+        throw std::invalid_argument(std::string(parameter) + ": " + wrong.what());
     }
 }
 
-template <typename Result, typename... Parameters>
-Export entry(std::string_view name, Result (*function)(Parameters...))
+template <typename Result, typename... Types, std::size_t... Index>
+std::string invoke(Result (*function)(Types...), std::span<const Parameter> parameters,
+                   std::span<const Argument> arguments, CallContext& context,
+                   std::index_sequence<Index...> /*indices*/)
 {
-    return {name, sizeof...(Parameters), [=](std::span<const Argument> arguments, CallContext& context) {
-                if (arguments.size() != sizeof...(Parameters)) {
+    if constexpr (std::is_void_v<Result>) {
+        function(converted<Types>(parameters[Index].name, arguments[Index], context)...);
+        return "nothing";
+    } else {
+        return resultText(function(converted<Types>(parameters[Index].name, arguments[Index], context)...));
+    }
+}
+
+template <typename Type>
+constexpr Kind kindOf(std::string_view name)
+{
+    using Bare = std::remove_const_t<std::remove_pointer_t<Type>>;
+    if constexpr (std::is_same_v<Type, const char*>) {
+        return Kind::text;
+    } else if constexpr (std::is_same_v<Type, char*> || std::is_same_v<Type, unsigned char*>) {
+        return Kind::buffer;
+    } else if constexpr (std::is_same_v<Bare, ResultObject>) {
+        return Kind::result;
+    } else if constexpr (std::is_same_v<Type, unsigned int*>) {
+        return Kind::count;
+    } else if constexpr (std::is_pointer_v<Type>) {
+        return name == "marker" ? Kind::marker : Kind::bytes;
+    } else if constexpr (std::is_same_v<Type, char>) {
+        return Kind::character;
+    } else if constexpr (std::is_same_v<Type, bool>) {
+        return Kind::truth;
+    } else {
+        return std::is_floating_point_v<Type> ? Kind::number : Kind::whole;
+    }
+}
+
+template <typename... Types>
+std::vector<Parameter> parametersOf(std::string_view names)
+{
+    std::vector<Parameter> parameters;
+    [[maybe_unused]] const auto add = [&](auto kind) {
+        const std::string_view name = names.substr(0, names.find(' '));
+        names.remove_prefix(std::min(name.size() + 1, names.size()));
+        parameters.push_back({name, kind(name)});
+    };
+    (add(kindOf<Types>), ...);
+    return parameters;
+}
+
+template <typename Result, typename... Types>
+Export entry(std::string_view name, std::string_view names, std::type_identity<Result(Types...)> /*type*/)
+{
+    std::vector<Parameter> parameters = parametersOf<Types...>(names);
+    return {name, parameters, [=](std::span<const Argument> arguments, CallContext& context) {
+                if (arguments.size() != sizeof...(Types)) {
                     throw std::invalid_argument(std::string(name) + " takes " +
-                                                std::to_string(sizeof...(Parameters)) + " arguments, not " +
+                                                std::to_string(sizeof...(Types)) + " arguments, not " +
                                                 std::to_string(arguments.size()));
                 }
-                return invoke(function, arguments, context, std::index_sequence_for<Parameters...>{});
+                return invoke(exported<Result(Types...)>(name), parameters, arguments, context,
+                              std::index_sequence_for<Types...>{});
             }};
 }
 
 } // namespace
+
+CallContext::~CallContext()
+{
+    if (resultObject != nullptr) {
+        exported<decltype(destroyResultObject)>("destroyResultObject")(resultObject);
+    }
+}
 
 char* CallContext::newBuffer(std::size_t size)
 {
@@ -150,15 +221,15 @@ char* CallContext::newBuffer(std::size_t size)
 ResultObject* CallContext::result()
 {
     if (resultObject == nullptr) {
-        resultObject = createResultObject();
+        resultObject = exported<decltype(createResultObject)>("createResultObject")();
     }
     return resultObject;
 }
 
 std::span<const Export> exportTable()
 {
-    // A name is written once, so that it cannot stand beside another function.
-#define TELVOFM_ENTRY(name) entry(#name, &(name)),
+    // A name is written once, so that it cannot stand beside the type of another function.
+#define TELVOFM_ENTRY(name, parameters) entry(#name, parameters, std::type_identity<decltype(name)>{}),
     static const std::vector<Export> table = {
 #include "tools/export_table_entries.inc"
     };

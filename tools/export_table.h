@@ -19,6 +19,27 @@ struct Argument
     bool isWord = false;
 };
 
+// What a parameter takes.
+enum class Kind
+{
+    text,
+    character,
+    whole,
+    number,
+    truth,
+    bytes,  // a text that may hold 0x00; its size follows
+    buffer, // given as its size, which follows again
+    count,
+    result,
+    marker
+};
+
+struct Parameter
+{
+    std::string_view name;
+    Kind kind;
+};
+
 // What calls write to: the output buffer (filled with 0xAA before each call), the count, and the result
 // object, which is made at its first use and stays for later calls.
 class CallContext
@@ -27,7 +48,7 @@ public:
     CallContext() = default;
     CallContext(const CallContext&) = delete;
     CallContext& operator=(const CallContext&) = delete;
-    ~CallContext() { destroyResultObject(resultObject); }
+    ~CallContext();
 
     char* newBuffer(std::size_t size);
     ResultObject* result();
@@ -44,14 +65,14 @@ private:
 struct Export
 {
     std::string_view name;
-    std::size_t parameterCount;
+    std::vector<Parameter> parameters;
     // Returns the result as text: a number, `true` or `false`, the text itself, `null`, `result`, or
-    // `nothing`. Throws std::invalid_argument when an argument does not fit its parameter.
+    // `nothing`. Throws std::invalid_argument when an argument does not fit its parameter, and names that.
     std::function<std::string(std::span<const Argument>, CallContext&)> call;
 };
 
 std::span<const Export> exportTable();
-// Null when there is no export of this name.
+// Null when the table has no export of this name.
 const Export* findExport(std::string_view name);
 
 } // namespace telvofm::tools

@@ -1,52 +1,93 @@
 // The command-line tool `telvofm`.
+#include "tools/call.h"
+#include "tools/codes.h"
+#include "tools/command_line.h"
+#include "tools/completion.h"
+#include "tools/console.h"
 #include "tools/decode.h"
+#include "tools/doctor.h"
+#include "tools/exported_function.h"
+#include "tools/replay.h"
 
-#include <CLI/CLI.hpp>
-#include <cstdio>
-#include <fstream>
-#include <iterator>
+#include <algorithm>
 
+namespace telvofm::tools {
 namespace {
 
-int decode(const std::string& path, bool isSerial)
+Ending carryOut(const Task& task, Output& output)
 {
-    std::ifstream file(path, std::ios::binary);
-    const std::string rawLog{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) {
-        std::fprintf(stderr, "telvofm: %s cannot be read; name a raw log as setRawLogginOn writes it\n",
-                     path.c_str());
-        return 1;
+    switch (task.errand) {
+    case Errand::call:
+        return task.isList ? listFunctions(output) : callFunctions(task.printer, task.words, output);
+    case Errand::codes:
+        return showCodes(task.code, output);
+    case Errand::completion:
+        return writeBashCompletion(output);
+    case Errand::decode:
+        return decode(task.log, task.isSerial ? codePage852 : windows1250, output);
+    case Errand::doctor:
+        return examine(task.printer, output);
+    case Errand::replay:
+        return replay(task, output);
+    case Errand::none:
+        break;
     }
-    std::fputs(telvofm::tools::decodeRawLog(rawLog, isSerial ? telvofm::tools::codePage852
-                                                             : telvofm::tools::windows1250)
-                   .c_str(),
-               stdout);
-    return 0;
+    output.line(task.said);
+    output.document["said"] = task.said;
+    return Ending::done;
 }
 
-int run(int count, char** arguments)
+// The sentence for people, and for programs that read the document as well.
+Ending fail(Ending ending, const std::string& sentence, Output& output)
 {
-    CLI::App app("Tools around the TelvoFM library");
-    app.require_subcommand(1);
-    std::string path;
-    bool isSerial = false;
-    auto* decoding = app.add_subcommand("decode", "Show a raw log as an exchange, line by line");
-    decoding->add_option("RAWLOG", path, "A file that setRawLogginOn has made")
-        ->required()
-        ->check(CLI::ExistingFile);
-    decoding->add_flag("--serial", isSerial, "The log is of a serial link: texts are in code page 852");
-    CLI11_PARSE(app, count, arguments);
-    return decode(path, isSerial);
+    std::fprintf(stderr, "telvofm: %s\n", sentence.c_str());
+    output.document["error"] = {{"exitCode", static_cast<int>(ending)}, {"sentence", sentence}};
+    output.end();
+    return ending;
+}
+
+// Also a command line that cannot be understood is answered in JSON when it asks for it.
+bool asksForJson(const std::vector<std::string>& words)
+{
+    return std::find(words.begin(), words.end(), "--json") != words.end();
+}
+
+Ending run(const std::vector<std::string>& words, std::FILE* target)
+{
+    Output output(target, asksForJson(words));
+    try {
+        const Task task = readCommandLine(words);
+        output = Output(target, task.isJson);
+        const Ending ending = carryOut(task, output);
+        output.end();
+        return ending;
+    } catch (const Failure& failure) {
+        return fail(failure.ending, failure.what(), output);
+    } catch (const MissingFunction& missing) {
+        return fail(Ending::noLibrary, missing.what(), output);
+    } catch (const std::exception& failure) {
+        return fail(Ending::failed, failure.what(), output);
+    }
 }
 
 } // namespace
+} // namespace telvofm::tools
 
 int main(int count, char** arguments)
 {
+    using namespace telvofm::tools;
     try {
-        return run(count, arguments);
+        std::FILE* const target = takeStandardOutput();
+        const Ending ending = run(commandLine(count, arguments), target);
+        if (std::ferror(target) != 0 || std::fclose(target) != 0) {
+            throw Failure(Ending::noFile, "standard output cannot be written to; make room for it");
+        }
+        return static_cast<int>(ending);
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "telvofm: %s\n", failure.what());
+        return static_cast<int>(failure.ending);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "telvofm: %s\n", failure.what());
-        return 1;
+        return static_cast<int>(Ending::failed);
     }
 }

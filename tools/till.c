@@ -3,6 +3,7 @@
  * calls.
  *
  *     telvofm-till ADDRESS CALL-LOG RAW-LOG
+ *     telvofm-till --version
  *
  * It sells 12.50 + 3.20 + 4.99 and takes the 3.20 back: 17.49, paid with 10.00 in cash and 7.49 by card. Its
  * texts are in Windows-1250, as the library takes them.
@@ -63,6 +64,10 @@ static int sell(void)
 
 int main(int count, char** arguments)
 {
+    if (count == 2 && strcmp(arguments[1], "--version") == 0) {
+        puts("telvofm-till " TELVOFM_VERSION);
+        return 0;
+    }
     if (count != 4) {
         fputs("till: usage: telvofm-till ADDRESS CALL-LOG RAW-LOG\n", stderr);
         return 2;

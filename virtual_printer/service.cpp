@@ -146,7 +146,8 @@ private:
             return systemClock();
         }
         const auto kept = memory.load();
-        return clockFrom(*options.start - (kept ? kept->standing->clockOffset : std::chrono::seconds(0)));
+        const std::chrono::seconds offset = kept ? kept->standing->clockOffset : std::chrono::seconds(0);
+        return clockFrom(*options.start - offset, 1, lastMoment - offset);
     }
 
     // A line that has hung up comes again at another address.

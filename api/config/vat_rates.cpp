@@ -39,8 +39,8 @@ std::string labelled(const Values& values)
 {
     std::string text;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        appendToLine(text, pairLabels[i]);
-        appendToLine(text, asLogged(values[i]));
+        text.append(pairLabels[i]);
+        appendToLine(text, logPart(asLogged(values[i])));
     }
     return text;
 }

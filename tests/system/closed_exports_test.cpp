@@ -75,7 +75,7 @@ struct Export
 };
 
 constexpr Export exports[] = {
-#define TELVOFM_ENTRY(name) {#name, [] { return resultOf(&(name)); }},
+#define TELVOFM_ENTRY(name, parameters) {#name, [] { return resultOf(&(name)); }},
 #include "tools/export_table_entries.inc"
 #undef TELVOFM_ENTRY
 };

@@ -67,6 +67,35 @@ class DisarmedFaults(Printers):
         self.disarm()
         self.assertEqual(self.lines.read_bytes(), b"\x03")
 
+    def test_that_hold_the_same_lines_let_go_of_them_one_by_one(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.arm("ctsOff", milliseconds=60_000)
+        self.printer.arm("dsrOff", milliseconds=60_000)
+        self.assert_served(till)
+        self.assertEqual(self.lines.read_bytes(), b"\x00")
+        self.printer.arm("ctsOff", milliseconds=60_000)
+        self.assert_served(till)
+        self.disarm_the_first()
+        self.assertEqual(self.lines.read_bytes(), b"\x00")  # the third one still holds CTS
+        self.disarm_the_first()
+        self.assertEqual(self.lines.read_bytes(), b"\x02")
+        self.disarm_the_first()
+        self.assertEqual(self.lines.read_bytes(), b"\x03")
+
+    def test_that_hold_a_line_for_long_outlive_those_of_a_moment(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.arm("ctsOff", milliseconds=60_000)
+        self.printer.arm("dsrOff", milliseconds=20)
+        self.assert_served(till)
+        until(lambda: self.lines.read_bytes() != b"\x00")
+        self.assertEqual(self.lines.read_bytes(), b"\x02")
+        self.disarm()
+        self.assertEqual(self.lines.read_bytes(), b"\x03")
+
     def test_leave_the_port_closed_that_others_have_closed(self):
         self.printer.name = "printer"
         self.make_new()
@@ -149,6 +178,26 @@ class DisarmedFaults(Printers):
             end()
             till = self.till(TcpTill)
             self.assert_served(till)
+
+    def test_leave_a_printer_on_a_serial_line_switched_on(self):
+        self.printer.name = "pty"
+        for end in (self.disarm_the_first, self.printer.reset):
+            self.make_new()
+            till = self.till(SerialTill)
+            self.printer.arm("connectionRefused", milliseconds=60_000)
+            self.assertEqual(self.lines.read_bytes(), b"\x00")
+            end()
+            self.assertEqual(self.lines.read_bytes(), b"\x03")
+            self.assert_served(till)
+
+    def test_leave_it_on_when_its_time_has_come(self):
+        self.printer.name = "pty"
+        self.make_new()
+        till = self.till(SerialTill)
+        self.printer.arm("connectionRefused", milliseconds=60)
+        self.printer.arm("connectionRefused", milliseconds=30)
+        until(lambda: self.lines.read_bytes() == b"\x03")
+        self.assert_served(till)
 
     def test_let_go_of_tills_that_nobody_listened_to(self):
         self.printer.name = "printer"

@@ -240,6 +240,39 @@ class Control(unittest.TestCase):
             pass
         self.assertEqual(again.line(), "id: 2")
 
+    def test_gives_a_long_trace_out_in_pieces_on_a_connection_that_stays(self):
+        till = self.till()
+        till.socket.sendall(b"\x11" * 2000)
+        self.printer.wait(received=[{"name": "probe", "count": 2000}])
+        wire = self.wire()
+        wire.say("GET /printers/printer/trace HTTP/1.1\r\nHost: localhost\r\n\r\n")
+        head = []
+        while line := wire.line():
+            head.append(line.lower())
+        self.assertIn("transfer-encoding: chunked", head)
+        sizes, lines = [], b""
+        while size := int(wire.line(), 16):
+            sizes.append(size)
+            piece = b""
+            while len(piece) < size:
+                piece += wire.socket.recv(size - len(piece))
+            lines += piece
+            self.assertEqual(wire.line(), "")
+        self.assertEqual(wire.line(), "")
+        self.assertGreater(len(sizes), 5)
+        numbers = [json.loads(line)["number"] for line in lines.splitlines()]
+        self.assertEqual(numbers, list(range(numbers[0], numbers[0] + 2000)))
+        self.assertEqual(wire.ask("GET /printers HTTP/1.1")[0], 200)
+        # An older client knows no pieces.
+        old = self.wire()
+        old.say("GET /printers/printer/trace HTTP/1.0\r\nHost: localhost\r\n\r\n")
+        text = b""
+        while more := old.socket.recv(65536):
+            text += more
+        head, body = text.split(b"\r\n\r\n", 1)
+        self.assertNotIn(b"chunked", head.lower())
+        self.assertEqual(body, lines)
+
     def test_serves_several_clients_at_once_and_pipelined_requests(self):
         first, second = self.wire(), self.wire()
         self.assertEqual(first.ask("GET /printers HTTP/1.1")[0], 200)

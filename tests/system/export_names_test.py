@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Every list of the exports, and what the built library really exports, must hold the same names; and each name
-must lead to code.
+"""Every list of the exports, and what the built library really exports, must hold the same names; each name must
+lead to code, and the table of the tools must name its parameters as the header does.
 
     export_names_test.py SOURCE_FOLDER LIBRARY
 """
@@ -29,8 +29,31 @@ def listed_names(source):
         "api/telvofm.h": words(r"^TELVOFM_API\s[^;(]*?(\w+)\(", read("api/telvofm.h")),
         "api/telvofm.def": words(r"^\s+(\w+)\s*$", definition),
         "api/telvofm.map": words(r"(\w+);", exported),
-        "tools/export_table_entries.inc": words(r"^TELVOFM_ENTRY\((\w+)\)", read("tools/export_table_entries.inc")),
+        "tools/export_table_entries.inc": words(r"^TELVOFM_ENTRY\((\w+),", read("tools/export_table_entries.inc")),
     }
+
+
+def without_comments(header):
+    return re.sub(r"/\*.*?\*/", "", header, flags=re.DOTALL)
+
+
+def parameters_in_header(source):
+    """The names of each function's parameters."""
+    header = without_comments((source / "api/telvofm.h").read_text(encoding="utf-8"))
+    declared = re.findall(r"^TELVOFM_API\s[^;(]*?(\w+)\(([^)]*)\);", header, re.MULTILINE)
+    return {name: [] if parameters == "void" else [re.search(r"\w+$", one)[0] for one in parameters.split(",")]
+            for name, parameters in declared}
+
+
+def parameters_in_table(source):
+    entries = (source / "tools/export_table_entries.inc").read_text(encoding="utf-8").split("\nTELVOFM_ENTRY(")[1:]
+    return {entry.split(",")[0]: " ".join(re.findall(r'"([^"]*)"', entry)).split() for entry in entries}
+
+
+def wrong_parameters(source):
+    declared, listed = parameters_in_header(source), parameters_in_table(source)
+    return [f"tools/export_table_entries.inc: the parameters of {name} are {listed.get(name)}, the header's {names}"
+            for name, names in declared.items() if listed.get(name) != names]
 
 
 def run(*command):
@@ -67,6 +90,7 @@ def main():
     wrong += [f"a wrong address was not noticed: {name}" for name in overlooked(data)]
     if library.endswith(".dll"):
         wrong += [f"{library} needs {name}, which is not the system's" for name in foreign_dlls(library)]
+    wrong += wrong_parameters(source)
     if len(wanted) != 202 or len(set(wanted)) != len(wanted):
         wrong.append(f"the header declares {len(wanted)} names, {len(set(wanted))} different ones")
     for name, names in lists.items():

@@ -75,7 +75,7 @@ constexpr bool takesHundredths(std::string_view name)
 }
 
 constexpr Export exports[] = {
-#define TELVOFM_ENTRY(name)                                                                                  \
+#define TELVOFM_ENTRY(name, parameters)                                                                      \
     {#name, Caller<&(name)>::takesDouble || takesHundredths(#name), &Caller<&(name)>::call},
 #include "tools/export_table_entries.inc"
 #undef TELVOFM_ENTRY

@@ -32,7 +32,7 @@ struct TextCaller<function>
 };
 
 constexpr TextExport table[] = {
-#define TELVOFM_ENTRY(name) {#name, TextCaller<&(name)>::textCount, &TextCaller<&(name)>::call},
+#define TELVOFM_ENTRY(name, parameters) {#name, TextCaller<&(name)>::textCount, &TextCaller<&(name)>::call},
 #include "tools/export_table_entries.inc"
 #undef TELVOFM_ENTRY
 };

@@ -13,23 +13,30 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 
 LONGEST = 45  # seconds; the library's own waits end sooner, but for those without a limit
+AT_ONCE = "paper-out-in-the-morning"  # a scenario in which no call waits
 ITEMS = ("Chlieb", "Maslo")
 BEGIN, END = "<!-- played: begin -->\n", "<!-- played: end -->\n"
 
 
 def till(build, address, environment):
+    """What its calls returned, and how long they took."""
     with subprocess.Popen([build / "scenario_till", address], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
                           text=True, env=environment) as calls:
         try:
             _, said = calls.communicate(timeout=LONGEST)
+            result = f"ended with {calls.returncode}"
         except subprocess.TimeoutExpired:
             calls.kill()
-            calls.communicate()
-            return "waits without a limit"
+            _, said = calls.communicate()
+            result = re.findall("^calls (.*)", said, re.MULTILINE)[-1] + " waits without a limit"
+    lines = said.splitlines()
+    took = [float(line.split()[1]) for line in lines if line.startswith("took ")]
     # A text may have line ends where none belong.
-    return " / ".join(said.splitlines()) or f"ended with {calls.returncode}"
+    words = [line for line in lines if not line.startswith(("calls ", "took "))]
+    return " / ".join(words) or result, sum(took, 0.0)
 
 
 def device(paper):
@@ -52,6 +59,8 @@ def device(paper):
 
 
 def play(source, build, folder, name, link):
+    """What the printer has done, what the till was told, and the seconds that no call of the library took."""
+    began = time.monotonic()
     environment = dict(os.environ)
     lines = pathlib.Path(folder) / f"{name}.lines"
     lines.write_bytes(b"\x03")  # CTS and DSR are on
@@ -61,16 +70,16 @@ def play(source, build, folder, name, link):
                                stdout=subprocess.PIPE, text=True, env=environment)
     try:
         address = printer.stdout.readline().split()[-1]
-        result = till(build, address if link == "tcp" else "COM" + address, environment)
+        result, took = till(build, address if link == "tcp" else "COM" + address, environment)
     finally:
         printer.terminate()
         paper, _ = printer.communicate()
-    return device(paper), result
+    return device(paper), result, time.monotonic() - began - took
 
 
 def row(source, name, played):
     trouble = json.loads((source / f"scenarios/{name}.json").read_text(encoding="utf-8"))["trouble"]
-    cells = [f"`{name}`", trouble, *(f"{what}; **{result}**" for what, result in played)]
+    cells = [f"`{name}`", trouble, *(f"{what}; **{result}**" for what, result, _ in played)]
     return "| " + " | ".join(cells) + " |\n"
 
 
@@ -83,6 +92,9 @@ def main():
         played = {(name, link): pool.submit(play, source, build, folder, name, link)
                   for name in names for link in ("tcp", "serial")}
         rows = [row(source, name, [played[name, link].result() for link in ("tcp", "serial")]) for name in names]
+        # By itself: what all of them take together says nothing about one.
+        alone = [play(source, build, folder, AT_ONCE, link)[2] for link in ("tcp", "serial") for _ in range(3)]
+    print(f"a scenario by itself takes at most {max(alone):.2f} s besides the library's calls")
     page = source / "docs/scenarios.md"
     text = page.read_text(encoding="utf-8")
     before, rest = text.split(BEGIN)

@@ -1,9 +1,19 @@
-#include "tools/decode.h"
+#include "tools/decoded_lines.h"
 
 #include <gtest/gtest.h>
 
 namespace telvofm::tools {
 namespace {
+
+std::string decodeRawLog(std::string_view text, const CodePage& codePage)
+{
+    const RawLog log = readRawLog(text);
+    std::string all;
+    for (const std::string& line : decodedLines(log, unitsOf(log.runs), codePage)) {
+        all += line + "\n";
+    }
+    return all;
+}
 
 TEST(Decode, NamesCommandsAndShowsTheirFields)
 {
@@ -57,14 +67,37 @@ TEST(Decode, ShowsReplyBlocksAndTheirAnswers)
 TEST(Decode, MakesTheBestOfWhatIsBrokenOffOrUnknown)
 {
     EXPECT_EQ(decodeRawLog("C: 1c 01 \nS: 3a 05 61 \nS: 5a \nS: 15 \nnonsense\nC: 1c 01 77 41 ", windows1250),
-              "till     a request that is broken off: 1c 01 \n"
-              "printer  a block that is broken off: 3a 05 61 \n"
-              "printer  unknown byte 5a \n"
+              "till     a request that is broken off: 1c 01\n"
+              "printer  a block that is broken off: 3a 05 61\n"
+              "printer  unknown byte 5a\n"
               "printer  refused, the error code is missing\n"
-              "?        not a line of a raw log\n"
-              "till     a request that is broken off: 1c 01 77 41 \n");
+              "?        line 5: not a line of a raw log\n"
+              "till     a request that is broken off: 1c 01 77 41\n");
     EXPECT_EQ(decodeRawLog("", windows1250), "");
-    EXPECT_EQ(decodeRawLog("C: 1", windows1250), "");
+    EXPECT_EQ(decodeRawLog("C: 1", windows1250),
+              "?        line 1: the log is cut off in the middle of a byte\n");
+}
+
+TEST(Decode, GoesOnBehindWhatIsNoByte)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 e0 zz 04 f9 \nS: 06 6 \nC: 1c 01 e0 04 f9 ", windows1250),
+              "till     printJobCancel to device 1, checksum ok\n"
+              "?        line 1: 'zz' is no byte\n"
+              "printer  accepted\n"
+              "?        line 2: '6' is no byte\n"
+              "till     printJobCancel to device 1, checksum ok\n");
+}
+
+// The printer may pause inside a block, and the library then asks whether it is there.
+TEST(Decode, JoinsABlockThatProbesInterrupt)
+{
+    EXPECT_EQ(decodeRawLog("C: 1c 01 9f 04 86 \nS: 3a 02 \nC: 11 \nS: 61 \nC: 11 \nS: 62 63 03 5b \nC: 03 ",
+                           windows1250),
+              "till     getJournal to device 1, checksum ok\n"
+              "till     are you there?\n"
+              "till     are you there?\n"
+              "printer  last block \"abc\", checksum ok\n"
+              "till     last block received\n");
 }
 
 } // namespace

@@ -26,9 +26,9 @@ struct ClockSetting
 
 struct ControlledPrinter
 {
-    explicit ControlledPrinter(Station& at)
-        : station(at), started(at.printer.snapshot()), startedClock(at.printer.currentClock())
+    explicit ControlledPrinter(Station& at) : station(at), startedClock(at.printer.currentClock())
     {
+        at.printer.remember();
         since = present();
         roll.begin(at.printer);
     }
@@ -66,7 +66,6 @@ struct ControlledPrinter
     }
 
     Station& station;
-    Memory started; // what it kept when the program was started
     Clock startedClock;
     ClockSetting clock{};
     Position since{};

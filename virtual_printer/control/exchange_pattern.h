@@ -1,22 +1,14 @@
 // A part of an exchange as an assertion writes it: {"name": "payment", "fields": {"total": "12.50"}}.
 #pragma once
 
-#include "virtual_printer/control/message.h"
+#include "virtual_printer/control/possible_exchange.h"
 #include "virtual_printer/trace/exchanged.h"
 
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace virtual_printer {
-
-// What an exchange has come to; each is asserted by itself.
-enum class Stage
-{
-    received,
-    executed,
-    acknowledged
-};
 
 // An exchange as assertions see it: as the trace shows it, with its fields by name. Of its members only those
 // are made that somebody asks for.
@@ -26,8 +18,10 @@ public:
     explicit ExchangeView(const Exchanged& shown) : shownExchange(&shown) {}
 
     [[nodiscard]] const Exchanged& exchanged() const { return *shownExchange; }
-    // By its place in exchangedMembers().
+    // By its place in exchangedMembers(), as the trace shows it.
     const Json& member(std::size_t place);
+    // Their values by their names.
+    [[nodiscard]] Json fields() const;
 
 private:
     const Exchanged* shownExchange;
@@ -57,12 +51,19 @@ private:
     {
         std::size_t member; // its place in exchangedMembers()
         Json value;
+        std::string text; // of one that is compared as text; otherwise empty
     };
+    using FieldWanted = std::pair<std::string, std::string>;
+
+    // In how many places one of the parts differs.
+    static std::size_t placesIn(const Part& part, ExchangeView& view);
+    [[nodiscard]] std::size_t fieldsThatDiffer(const Exchanged& exchanged) const;
 
     Stage stage;
     Json expected;
     std::string name;        // empty for any
-    std::vector<Part> parts; // what takes long to make comes last
+    std::vector<Part> parts; // what takes long to make comes last; but for the fields
+    std::vector<FieldWanted> fields;
     Exchanged::Kind receivedKind = Exchanged::Kind::request;
 };
 

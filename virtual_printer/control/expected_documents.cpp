@@ -68,6 +68,10 @@ ExpectedDocuments::ExpectedDocuments(Json list) : expected(std::move(list))
 {
     for (std::size_t index = 0; index < expected.size(); ++index) {
         const std::string place = "committed[" + std::to_string(index) + "]";
+        if (expected[index].empty()) {
+            throw ControlRefusal(status::badRequest,
+                                 "\"" + place + R"(" says nothing; give a "kind" at least.)");
+        }
         requireForm(expected[index], formOfDocument(), place);
         kinds.insert(kindIn(expected[index], place));
     }

@@ -47,6 +47,12 @@ void ExpectedExchanges::take(const Json& assertion, const std::string& list, Sta
     for (std::size_t index = 0; index < found->size(); ++index) {
         const Json& entry = (*found)[index];
         const std::string place = list + "[" + std::to_string(index) + "]";
+        if (entry.empty()) {
+            throw ControlRefusal(status::badRequest,
+                                 "\"" + place +
+                                     R"(" says nothing; name a part of an exchange, or "count" alone for )"
+                                     "how many there are of any.");
+        }
         const std::int64_t wanted = Members(entry, place).whole("count", 1, 0, largestCount);
         entries.push_back({list, ExchangePattern(entry, stage, place), wanted});
     }

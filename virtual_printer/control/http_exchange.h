@@ -41,6 +41,20 @@ struct Later
     std::function<std::optional<HttpAnswer>(bool isOver)> look;
 };
 
+// An answer that is long to make: it is asked for piece by piece, each when the last one has gone, and
+// whoever else wants something is served in between. A piece that cannot be made any more throws; then the
+// connection ends before the answer does, and the client sees that.
+struct Piece
+{
+    std::string text;
+    bool isLast = false;
+};
+struct Pieces
+{
+    std::string contentType;
+    std::function<Piece()> next;
+};
+
 // An answer without an end. Whoever holds it asks for more after each change, but never before the last piece
 // has gone: a slow reader fills no memory. Empty: nothing new yet.
 struct Stream
@@ -49,6 +63,6 @@ struct Stream
     std::function<std::string()> more;
 };
 
-using Outcome = std::variant<HttpAnswer, Later, Stream>;
+using Outcome = std::variant<HttpAnswer, Later, Pieces, Stream>;
 
 } // namespace virtual_printer

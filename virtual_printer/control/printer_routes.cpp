@@ -12,7 +12,9 @@ void startClock(ControlledPrinter& printer, Moment moment, ClockSetting setting)
 {
     Printer& device = printer.station.printer;
     const Moment withoutOffset = moment - device.state().standing->clockOffset;
-    device.setClock(setting.stands ? standingClock(withoutOffset) : clockFrom(withoutOffset, setting.speed));
+    const Moment end = lastMoment - device.state().standing->clockOffset;
+    device.setClock(setting.stands ? standingClock(withoutOffset)
+                                   : clockFrom(withoutOffset, setting.speed, end));
     printer.clock = setting;
 }
 
@@ -60,7 +62,7 @@ Outcome resetPrinter(const Call& call)
     if (isNew) {
         device.takeOver(memoryOf(call.whenNew, device.now()));
     } else {
-        device.takeOver(printer.started);
+        device.goBack();
     }
     device.setClock(printer.startedClock);
     printer.clock = {};
@@ -84,7 +86,7 @@ Outcome changeClock(const Call& call)
     const Printer& device = printer.station.printer;
     const Moment moment = members.moment("now").value_or(device.now()) +
                           std::chrono::seconds(members.whole("forward", 0, 0, farthest));
-    if (moment > parseMoment("9999-12-31", Edge::last)) { // no date is written with more digits
+    if (moment > lastMoment) {
         throw ControlRefusal(status::badRequest, "The clock ends with the year 9999; give an earlier \"now\" "
                                                  "or a smaller \"forward\".");
     }

@@ -2,18 +2,15 @@
 #include "virtual_printer/control/routes.h"
 #include "virtual_printer/trace/exchanged_json.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
+#include <utility>
 
 namespace virtual_printer {
 namespace {
 
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
-
-std::string lineOf(const Exchanged& exchanged)
-{
-    return toJson(exchanged).dump(-1, ' ', false, Json::error_handler_t::replace);
-}
 
 // Nothing more becomes of it: whoever asks something else has given up what was to come.
 bool isOver(const Trace& trace, const Exchanged& exchanged)
@@ -37,9 +34,31 @@ std::string eventsAfter(const Trace& trace, std::uint64_t& last)
             break;
         }
         ++last;
-        events += "id: " + std::to_string(last) + "\nevent: exchange\ndata: " + lineOf(exchanged) + "\n\n";
+        events += "id: " + std::to_string(last) + "\nevent: exchange\ndata: " + toLine(exchanged) + "\n\n";
     }
     return events;
+}
+
+[[noreturn]] void refuseForgotten(const Trace& trace)
+{
+    throw ControlRefusal(status::gone, "The trace begins at exchange " + std::to_string(trace.first()) +
+                                           ", earlier ones are forgotten; ask without \"after\".");
+}
+
+// The lines from `next` up to, and without, `end`. What is forgotten before its turn has come is missed
+// aloud.
+Piece linesFrom(const Trace& trace, std::uint64_t& next, std::uint64_t end)
+{
+    constexpr std::size_t enough = 65'536;
+    Piece piece;
+    for (; next < end && piece.text.size() < enough; ++next) {
+        if (trace.isGone(next)) {
+            refuseForgotten(trace);
+        }
+        piece.text += toLine(*trace.find(next)) + "\n";
+    }
+    piece.isLast = next >= end;
+    return piece;
 }
 
 } // namespace
@@ -55,15 +74,18 @@ Outcome showTrace(const Call& call)
         members.whole("after", static_cast<std::int64_t>(trace.first()) - 1, 0, largest - 1));
     const std::int64_t limit = members.whole("limit", most, 1, most);
     if (trace.isGone(after + 1)) {
-        throw ControlRefusal(status::gone, "The trace begins at exchange " + std::to_string(trace.first()) +
-                                               ", earlier ones are forgotten; ask without \"after\".");
+        refuseForgotten(trace);
     }
-    HttpAnswer answer{.status = 200, .body = {}, .contentType = "application/x-ndjson"};
-    std::int64_t lines = 0;
-    for (std::uint64_t number = after + 1; number < trace.end() && lines < limit; ++number, ++lines) {
-        answer.body += lineOf(*trace.find(number)) + "\n";
+    std::uint64_t next = after + 1;
+    const std::uint64_t end = std::min(trace.end(), next + static_cast<std::uint64_t>(limit));
+    const std::string type = "application/x-ndjson";
+    Piece first = linesFrom(trace, next, end);
+    if (first.isLast) {
+        return HttpAnswer{.status = 200, .body = std::move(first.text), .contentType = type};
     }
-    return answer;
+    return Pieces{type, [&trace, next, end, first = std::move(first)]() mutable {
+                      return first.text.empty() ? linesFrom(trace, next, end) : std::exchange(first, {});
+                  }};
 }
 
 Outcome followTrace(const Call& call)

@@ -23,9 +23,18 @@ void setChecksum(std::string& block)
         block.begin(), block.end() - 1, 0, [](int sum, char byte) { return sum ^ static_cast<int>(byte); }));
 }
 
-void damageBlock(std::string& block, const Fault& fault)
+bool damagesBlock(FaultKind kind)
 {
-    switch (fault.kind) {
+    return kind == FaultKind::wrongChecksum || kind == FaultKind::wrongTerminator ||
+           kind == FaultKind::wrongLength || kind == FaultKind::blockRepeated;
+}
+
+std::string damageBlock(std::string& block, FaultKind kind)
+{
+    if (!isBlock(block)) {
+        return unfit("no block", block.size());
+    }
+    switch (kind) {
     case FaultKind::wrongChecksum:
         block.back() = static_cast<char>(static_cast<unsigned char>(block.back()) ^ everyBit);
         break;
@@ -36,54 +45,83 @@ void damageBlock(std::string& block, const Fault& fault)
     case FaultKind::wrongLength:
         ++block[1];
         break;
-    case FaultKind::blockRepeated:
+    default:
         block += std::string(block);
         break;
-    default:
-        break;
     }
+    return {};
 }
 
-void damage(std::string& answer, const Fault& fault, const std::string& answerBefore)
+std::string flipBit(std::string& answer, const Fault& fault)
 {
-    if (isBlock(answer)) {
-        damageBlock(answer, fault);
+    if (fault.byte >= answer.size()) {
+        return unfit("no such byte", answer.size());
     }
-    switch (fault.kind) {
-    case FaultKind::flippedBit:
-        if (fault.byte < answer.size()) {
-            answer[fault.byte] = static_cast<char>(static_cast<unsigned char>(answer[fault.byte]) ^
-                                                   (1U << static_cast<unsigned>(fault.bit)));
-        }
-        break;
-    case FaultKind::cut:
-        answer.resize(std::min(answer.size(), fault.byte));
-        break;
-    case FaultKind::extraBytes:
-        answer += fault.bytes;
-        break;
-    case FaultKind::noise:
-        answer = fault.bytes + answer;
-        break;
-    case FaultKind::staleAnswer:
-        answer = answerBefore;
-        break;
-    case FaultKind::executedNotAcknowledged:
-        answer = {refused, static_cast<char>(fault.code)};
-        break;
-    default:
-        break;
+    answer[fault.byte] = static_cast<char>(static_cast<unsigned char>(answer[fault.byte]) ^
+                                           (1U << static_cast<unsigned>(fault.bit)));
+    return {};
+}
+
+std::string cutOff(std::string& answer, std::size_t behind)
+{
+    if (behind >= answer.size()) {
+        return unfit("nothing to cut off", answer.size());
     }
+    answer.resize(behind);
+    return {};
+}
+
+std::string replaceBy(std::string& answer, const std::string& answerBefore)
+{
+    if (answerBefore.empty()) {
+        return "there was no answer before";
+    }
+    if (answerBefore == answer) {
+        return "the answer before was the same";
+    }
+    answer = answerBefore;
+    return {};
 }
 
 } // namespace
 
-std::string damaged(std::string answer, const Hits& hits, const std::string& answerBefore)
+bool damagesAnswer(FaultKind kind)
 {
-    for (const Faults::Hit& hit : hits) {
-        damage(answer, hit.fault, answerBefore);
+    return damagesBlock(kind) || kind == FaultKind::flippedBit || kind == FaultKind::cut ||
+           kind == FaultKind::extraBytes || kind == FaultKind::noise || kind == FaultKind::staleAnswer ||
+           kind == FaultKind::executedNotAcknowledged;
+}
+
+std::string unfit(std::string_view whatIsNotThere, std::size_t size)
+{
+    return "there is " + std::string(whatIsNotThere) + " in an answer of " +
+           (size == 1 ? "one byte" : std::to_string(size) + " bytes");
+}
+
+std::string damage(std::string& answer, const Fault& fault, const std::string& answerBefore)
+{
+    if (damagesAnswer(fault.kind) && answer.empty()) {
+        return "there was no answer";
     }
-    return answer;
+    switch (fault.kind) {
+    case FaultKind::flippedBit:
+        return flipBit(answer, fault);
+    case FaultKind::cut:
+        return cutOff(answer, fault.byte);
+    case FaultKind::extraBytes:
+        answer += fault.bytes;
+        return {};
+    case FaultKind::noise:
+        answer = fault.bytes + answer;
+        return {};
+    case FaultKind::staleAnswer:
+        return replaceBy(answer, answerBefore);
+    case FaultKind::executedNotAcknowledged:
+        answer = {refused, static_cast<char>(fault.code)};
+        return {};
+    default:
+        return damagesBlock(fault.kind) ? damageBlock(answer, fault.kind) : std::string();
+    }
 }
 
 } // namespace virtual_printer

@@ -1,5 +1,7 @@
 #include "virtual_printer/faults/delivery.h"
 
+#include "virtual_printer/faults/damage.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -7,30 +9,48 @@ namespace virtual_printer {
 
 using std::chrono::milliseconds;
 
-std::string allBytesOf(const Steps& steps)
-{
-    std::string bytes;
-    for (const Step& step : steps) {
-        if (const auto* send = std::get_if<Send>(&step.action)) {
-            bytes += send->bytes;
-        }
-    }
-    return bytes;
-}
-
 namespace {
 
-Steps piecesOf(const std::string& bytes, std::size_t first, std::size_t each, const Faults::Hit& hit)
+// What a busy printer says over TCP.
+constexpr char busyByte = 0x13;
+
+const Send* answerIn(const Step& step)
 {
-    Steps steps;
-    milliseconds after{0};
-    for (std::size_t place = 0; place < bytes.size(); after += *hit.fault.duration) {
-        const std::size_t size = place == 0 ? first : each;
-        steps.push_back(
-            {.after = after, .action = Send{bytes.substr(place, size)}, .putOff = {{.fault = hit.number}}});
-        place += size;
+    const auto* send = std::get_if<Send>(&step.action);
+    return send != nullptr && send->isAnswer ? send : nullptr;
+}
+
+bool isAnswer(const Step& step)
+{
+    return answerIn(step) != nullptr;
+}
+
+// Each answer in pieces, one behind the other.
+std::string divide(Steps& steps, std::size_t first, std::size_t each, const Faults::Hit& hit)
+{
+    if (const std::size_t size = answerOf(steps).size(); size <= first) {
+        return size == 0 ? "there was no answer" : unfit("nothing to divide", size);
     }
-    return steps;
+    Steps divided;
+    milliseconds next{0};
+    for (Step& step : steps) {
+        const Send* answer = answerIn(step);
+        if (answer == nullptr) {
+            divided.push_back(std::move(step));
+            continue;
+        }
+        next = std::max(next, step.after);
+        for (std::size_t place = 0; place < answer->bytes.size(); next += *hit.fault.duration) {
+            const std::size_t size = place == 0 ? first : each;
+            Step piece{
+                .after = next, .action = Send{answer->bytes.substr(place, size)}, .putOff = step.putOff};
+            piece.putOff.push_back({.fault = hit.number});
+            divided.push_back(std::move(piece));
+            place += size;
+        }
+    }
+    steps = std::move(divided);
+    return {};
 }
 
 void delay(Steps& steps, milliseconds duration, const PutOff& reason)
@@ -41,54 +61,67 @@ void delay(Steps& steps, milliseconds duration, const PutOff& reason)
     }
 }
 
-void prepend(Steps& steps, Step first)
+// For so long, and no longer than the fault.
+void holdLines(Steps& steps, SetLines lines, milliseconds duration)
 {
-    steps.insert(steps.begin(), std::move(first));
-}
-
-// Its lines come back with the end of the fault at the latest.
-Step linesOn(std::uint64_t fault, milliseconds after)
-{
-    return {.after = after, .action = SetLines{}, .putOff = {{.fault = fault, .by = after}}};
-}
-
-bool isBusyByte(const Step& step)
-{
-    const auto* send = std::get_if<Send>(&step.action);
-    return send != nullptr && send->bytes == std::string(1, busyByte);
+    const std::uint64_t fault = lines.fault;
+    const Step off{.action = lines, .putOff = {{.fault = fault}}};
+    const Step on{
+        .after = duration, .action = SetLines{.fault = fault}, .putOff = {{.fault = fault, .by = duration}}};
+    steps.insert(steps.begin(), {off, on});
 }
 
 // A busy printer says so in bytes over TCP, once for all that it is busy for, and with CTS on a serial line.
 void beBusy(Steps& steps, const Faults::Hit& hit, bool isSerial)
 {
     const milliseconds duration = hit.fault.duration.value_or(untilDisarmed);
-    std::erase_if(steps, isBusyByte);
+    std::erase_if(
+        steps, [](const Step& step) { return std::holds_alternative<Send>(step.action) && !isAnswer(step); });
     delay(steps, duration, {.fault = hit.number, .by = duration});
-    if (!isSerial) {
-        prepend(steps, {milliseconds(0), Send{std::string(1, busyByte)}});
-        return;
+    if (isSerial) {
+        holdLines(steps, {.clearToSend = false, .fault = hit.number}, duration);
+    } else {
+        steps.insert(steps.begin(), {milliseconds(0), Send{.bytes = {busyByte}, .isAnswer = false}});
     }
-    prepend(steps, linesOn(hit.number, duration));
-    prepend(steps, {milliseconds(0), SetLines{.clearToSend = false, .dataSetReady = true}});
 }
 
-void loseLink(Steps& steps, const Fault& fault, Action action)
+std::string loseAnswer(Steps& steps)
 {
-    if (fault.at.value_or(FaultMoment::answer) != FaultMoment::afterwards) {
-        steps.clear();
-    }
-    const milliseconds last = steps.empty() ? milliseconds(0) : steps.back().after;
-    steps.push_back({last, std::move(action)});
+    const bool isThere = !answerOf(steps).empty();
+    std::erase_if(steps, isAnswer);
+    return isThere ? "" : "there was no answer";
 }
 
+bool endsLink(const Step& step)
+{
+    return std::holds_alternative<CloseLink>(step.action) || std::holds_alternative<ResetLink>(step.action) ||
+           std::holds_alternative<AbandonLink>(step.action);
+}
+
+// In the place of the answer, or behind it.
+std::string loseLink(Steps& steps, const Fault& fault, Action action)
+{
+    if (std::any_of(steps.begin(), steps.end(), endsLink)) {
+        return "another fault has ended the link";
+    }
+    milliseconds last{0};
+    for (const Step& step : steps) {
+        last = isAnswer(step) ? std::max(last, step.after) : last;
+    }
+    if (fault.at.value_or(FaultMoment::answer) != FaultMoment::afterwards) {
+        std::erase_if(steps, isAnswer);
+    }
+    steps.push_back({last, std::move(action)});
+    return {};
+}
+
+// The power goes, and with it all that the printer had still to say.
 void losePower(Steps& steps, const Faults::Hit& hit, bool isSerial)
 {
     const milliseconds down = hit.fault.duration.value_or(milliseconds(0));
     steps.clear();
     if (isSerial) {
-        steps.push_back({milliseconds(0), ForgetSteps{}});
-        steps.push_back({milliseconds(0), SetLines{.clearToSend = false, .dataSetReady = false}});
-        steps.push_back(linesOn(hit.number, down));
+        steps = withoutPower(hit.number, down);
         return;
     }
     if (down.count() > 0) {
@@ -97,56 +130,100 @@ void losePower(Steps& steps, const Faults::Hit& hit, bool isSerial)
     steps.push_back({milliseconds(0), ResetLink{}});
 }
 
+std::string beLate(Steps& steps, const Faults::Hit& hit)
+{
+    if (answerOf(steps).empty()) {
+        return "there was no answer";
+    }
+    delay(steps, *hit.fault.duration, {.fault = hit.number});
+    return {};
+}
+
+std::string sayTwice(Steps& steps, const Faults::Hit& hit)
+{
+    const std::string answer = answerOf(steps);
+    if (answer.empty()) {
+        return "there was no answer";
+    }
+    const Step& last = *std::find_if(steps.rbegin(), steps.rend(), isAnswer);
+    Step again{.after = last.after + hit.fault.duration.value_or(milliseconds(0)),
+               .action = Send{answer},
+               .putOff = last.putOff};
+    again.putOff.push_back({.fault = hit.number});
+    steps.push_back(std::move(again));
+    return {};
+}
+
+std::string switchLine(Steps& steps, const Faults::Hit& hit, bool isSerial)
+{
+    if (!isSerial) {
+        return "TCP has no such line";
+    }
+    holdLines(steps,
+              {.clearToSend = hit.fault.kind != FaultKind::ctsOff,
+               .dataSetReady = hit.fault.kind != FaultKind::dsrOff,
+               .fault = hit.number},
+              *hit.fault.duration);
+    return {};
+}
+
 } // namespace
 
-void deliver(Steps& steps, const Faults::Hit& hit, bool isSerial)
+Steps withoutPower(std::uint64_t fault, milliseconds duration)
 {
+    Steps steps;
+    holdLines(steps, {.clearToSend = false, .dataSetReady = false, .fault = fault}, duration);
+    steps.insert(steps.begin(), {milliseconds(0), ForgetSteps{}});
+    return steps;
+}
+
+std::string answerOf(const Steps& steps)
+{
+    std::string bytes;
+    for (const Step& step : steps) {
+        if (const Send* answer = answerIn(step)) {
+            bytes += answer->bytes;
+        }
+    }
+    return bytes;
+}
+
+std::string deliver(Steps& steps, const Faults::Hit& hit, bool isSerial)
+{
+    constexpr std::size_t theRest = std::string::npos / 2;
     const Fault& fault = hit.fault;
-    const milliseconds duration = fault.duration.value_or(milliseconds(0));
     switch (fault.kind) {
     case FaultKind::requestLost:
     case FaultKind::silence:
+        loseAnswer(steps);
+        return {};
     case FaultKind::acknowledgeLost:
-        steps.clear();
-        break;
+        return loseAnswer(steps);
     case FaultKind::acknowledgeLate:
-        delay(steps, duration, {.fault = hit.number});
-        break;
+        return beLate(steps, hit);
     case FaultKind::acknowledgeTwice:
-        steps.push_back(
-            {.after = duration, .action = Send{allBytesOf(steps)}, .putOff = {{.fault = hit.number}}});
-        break;
+        return sayTwice(steps, hit);
     case FaultKind::busy:
         beBusy(steps, hit, isSerial);
-        break;
+        return {};
     case FaultKind::slow:
-        steps = piecesOf(allBytesOf(steps), 1, 1, hit);
-        break;
+        return divide(steps, 1, 1, hit);
     case FaultKind::split:
-        steps = piecesOf(allBytesOf(steps), std::max<std::size_t>(1, fault.byte), std::string::npos / 2, hit);
-        break;
+        return divide(steps, std::max<std::size_t>(1, fault.byte), theRest, hit);
     case FaultKind::connectionClosed:
-        loseLink(steps, fault, CloseLink{});
-        break;
+        return loseLink(steps, fault, CloseLink{});
     case FaultKind::connectionReset:
-        loseLink(steps, fault, ResetLink{});
-        break;
+        return loseLink(steps, fault, ResetLink{});
     case FaultKind::halfOpen:
-        loseLink(steps, fault, AbandonLink{hit.number});
-        break;
+        return loseLink(steps, fault, AbandonLink{hit.number});
     case FaultKind::powerLoss:
         losePower(steps, hit, isSerial);
-        break;
+        return {};
     case FaultKind::ctsOff:
     case FaultKind::dsrOff:
-        if (isSerial) {
-            prepend(steps, {milliseconds(0), SetLines{.clearToSend = fault.kind != FaultKind::ctsOff,
-                                                      .dataSetReady = fault.kind != FaultKind::dsrOff}});
-            steps.push_back(linesOn(hit.number, duration));
-        }
-        break;
+        return switchLine(steps, hit, isSerial);
     default:
-        break;
+        return {};
     }
 }
 

@@ -16,11 +16,58 @@ void acknowledge(Steps& steps, std::uint64_t exchange, std::size_t size)
 {
     std::size_t sent = 0;
     for (Step& step : steps) {
-        if (auto* send = std::get_if<Send>(&step.action); send != nullptr && sent < size) {
+        auto* send = std::get_if<Send>(&step.action);
+        if (send != nullptr && send->isAnswer && sent < size) {
             sent += send->bytes.size();
             send->acknowledges = sent < size ? 0 : exchange;
         }
     }
+}
+
+std::string whyNotCarriedOut(const Circumstances& around)
+{
+    return around.isRefused ? "the printer refused the request"
+           : around.isAsked ? "the request was not carried out"
+                            : "another fault kept the request from the printer";
+}
+
+// What a fault could not do because of what has become of the request; empty when it could.
+std::string hindered(const Hits& hits, const Faults::Hit& hit, const Circumstances& around)
+{
+    switch (hit.fault.kind) {
+    case FaultKind::refuse:
+        return losesRequest(hits) || find(hits, FaultKind::refuse) != &hit ? "another fault came before it"
+                                                                           : "";
+    case FaultKind::executedNotAcknowledged:
+        return around.isExecuted ? "" : whyNotCarriedOut(around);
+    case FaultKind::acknowledgedNotExecuted:
+        return around.isExecuted                     ? "nothing is carried out upon a question"
+               : around.isRefused || !around.isAsked ? whyNotCarriedOut(around)
+                                                     : "";
+    case FaultKind::diskFull:
+        return around.diskWasFull  ? ""
+               : around.isExecuted ? "nothing was to be written"
+                                   : whyNotCarriedOut(around);
+    case FaultKind::paperOut:
+        return around.isAsked ? "" : whyNotCarriedOut(around);
+    default:
+        return "";
+    }
+}
+
+// Whether it is done to an answer that leaves the printer.
+bool needsAnswer(FaultKind kind)
+{
+    return damagesAnswer(kind) || kind == FaultKind::acknowledgeLate || kind == FaultKind::acknowledgeTwice ||
+           kind == FaultKind::slow || kind == FaultKind::split;
+}
+
+// What becomes of the request, and not of its answer.
+bool isOfRequest(FaultKind kind)
+{
+    return kind == FaultKind::refuse || kind == FaultKind::requestLost || kind == FaultKind::silence ||
+           kind == FaultKind::acknowledgedNotExecuted || kind == FaultKind::diskFull ||
+           kind == FaultKind::paperOut;
 }
 
 } // namespace
@@ -53,26 +100,62 @@ Hits withMoreBlocks(const Hits& hits, int blocks)
     return rest;
 }
 
-Steps disturbed(std::string answer, std::uint64_t exchange, const Hits& hits, const Circumstances& around)
+Disturbed disturbed(std::string answer, std::uint64_t exchange, const Hits& hits, const Circumstances& around)
 {
     const std::string whole = answer;
-    Steps steps = {{milliseconds(0), Send{damaged(std::move(answer), hits, around.answerBefore)}}};
+    const Faults::Hit* power = find(hits, FaultKind::powerLoss);
+    Disturbed all;
     for (const Faults::Hit& hit : hits) {
-        deliver(steps, hit, around.isSerial);
+        const bool isPowerless = power != nullptr && power != &hit && !isOfRequest(hit.fault.kind);
+        std::string why = isPowerless ? "the power was lost" : hindered(hits, hit, around);
+        all.idle.push_back(why.empty() ? damage(answer, hit.fault, around.answerBefore) : std::move(why));
     }
-    std::erase_if(steps, [](const Step& step) {
+    all.steps = {{milliseconds(0), Send{std::move(answer)}}};
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        if (all.idle[index].empty()) {
+            all.idle[index] = deliver(all.steps, hits[index], around.isSerial);
+        }
+    }
+    std::erase_if(all.steps, [](const Step& step) {
         const auto* send = std::get_if<Send>(&step.action);
         return send != nullptr && send->bytes.empty();
     });
-    std::stable_sort(steps.begin(), steps.end(),
+    std::stable_sort(all.steps.begin(), all.steps.end(),
                      [](const Step& a, const Step& b) { return a.after < b.after; });
-    const std::string all = allBytesOf(steps);
-    if (!whole.empty() && all.starts_with(whole)) {
-        acknowledge(steps, exchange, whole.size());
-    } else if (!whole.empty() && all.starts_with(busyByte + whole)) {
-        acknowledge(steps, exchange, 1 + whole.size());
+    const std::string sent = answerOf(all.steps);
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        const FaultKind kind = hits[index].fault.kind;
+        if (all.idle[index].empty() && sent.empty() && needsAnswer(kind) && kind != FaultKind::cut) {
+            all.idle[index] = "no answer has left the printer";
+        }
     }
-    return steps;
+    if (!whole.empty() && sent.starts_with(whole)) {
+        acknowledge(all.steps, exchange, whole.size());
+    }
+    return all;
+}
+
+Hits doneOf(const Hits& hits, const Disturbed& all)
+{
+    Hits done;
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        if (all.idle[index].empty()) {
+            done.push_back(hits[index]);
+        }
+    }
+    return done;
+}
+
+std::vector<std::string> deedsOf(const Hits& hits, const Disturbed& all)
+{
+    std::vector<std::string> deeds;
+    for (std::size_t index = 0; index < hits.size(); ++index) {
+        const FaultRule& rule = ruleOf(hits[index].fault.kind);
+        deeds.push_back(all.idle[index].empty()
+                            ? std::string(rule.deed)
+                            : std::string(rule.name) + " did nothing: " + all.idle[index]);
+    }
+    return deeds;
 }
 
 ProbesMeanwhile probesDuring(const Hits& hits)

@@ -4,8 +4,8 @@
 #include "virtual_printer/faults/faults.h"
 #include "virtual_printer/faults/steps.h"
 
-#include <span>
 #include <string>
+#include <vector>
 
 namespace virtual_printer {
 
@@ -21,10 +21,27 @@ struct Circumstances
 {
     bool isSerial = false;
     std::string answerBefore{}; // the last one on this connection
+    // What the printer has made of the request, if it was asked.
+    bool isAsked = false;
+    bool isRefused = false;
+    bool isExecuted = false;
+    bool diskWasFull = false;
 };
 
+struct Disturbed
+{
+    Steps steps;
+    // Of each hit: why it could do nothing; empty where it did something.
+    std::vector<std::string> idle;
+};
 // `answer` is what the till would get, the first bytes of the answer of `exchange`.
-Steps disturbed(std::string answer, std::uint64_t exchange, const Hits& hits, const Circumstances& around);
+Disturbed disturbed(std::string answer, std::uint64_t exchange, const Hits& hits,
+                    const Circumstances& around);
+
+// Those that have done something.
+Hits doneOf(const Hits& hits, const Disturbed& all);
+// What each has done, or why it could do nothing, in a sentence.
+std::vector<std::string> deedsOf(const Hits& hits, const Disturbed& all);
 
 // How probes are answered after it, and for how long from then on.
 struct ProbesMeanwhile

@@ -24,6 +24,11 @@ bool beginsCall(const Fault& fault, const Occasion& occasion)
     return occasion.beginsCall && (!occasion.isBlock || fault.commandName == nameOfBlocks);
 }
 
+bool hasHitItsCalls(const Armed& one)
+{
+    return one.fault.calls && one.callsHit == *one.fault.calls;
+}
+
 } // namespace
 
 std::uint64_t Faults::arm(Fault fault)
@@ -64,17 +69,11 @@ void Faults::disarmAll()
 
 std::vector<Faults::Hit> Faults::hitsOf(const Occasion& occasion)
 {
-    constexpr std::size_t mostExchanges = 100;
     std::vector<Hit> all;
     for (Armed& one : armed) {
-        if (!hits(one, occasion)) {
-            continue;
+        if (hits(one, occasion)) {
+            all.push_back({one.number, one.fault});
         }
-        all.push_back({one.number, one.fault});
-        if (one.exchanges.size() == mostExchanges) {
-            one.exchanges.erase(one.exchanges.begin());
-        }
-        one.exchanges.push_back(occasion.exchange);
     }
     return all;
 }
@@ -82,35 +81,68 @@ std::vector<Faults::Hit> Faults::hitsOf(const Occasion& occasion)
 bool Faults::hits(Armed& one, const Occasion& occasion)
 {
     const Fault& fault = one.fault;
+    if (beginsCall(fault, occasion)) { // whichever it is, it is another one
+        one.hasEnded = one.hasEnded || hasHitItsCalls(one);
+    }
     if (one.hasEnded || !isSelected(fault, occasion)) {
         return false;
     }
-    const bool isNewCall = beginsCall(fault, occasion);
+    if (beginsCall(fault, occasion) || one.requestsMet == 0) { // it may be armed in the middle of a call
+        ++one.callsMet;
+        one.callIsHit = false;
+        one.callIsDrawn.reset();
+    }
     ++one.requestsMet;
-    one.callsMet += isNewCall || one.requestsMet == 1 ? 1 : 0; // it may be armed in the middle of a call
-    if (one.requestsMet < fault.fromRequest || one.callsMet < fault.fromCall) {
-        return false;
-    }
-    const bool isOfNewCall = isNewCall || one.callsHit == 0;
-    if (isOfNewCall && fault.calls && one.callsHit == *fault.calls) {
-        one.hasEnded = true;
-        return false;
-    }
-    if (!isDrawn(one)) {
-        return false;
-    }
-    one.callsHit += isOfNewCall ? 1 : 0;
-    ++one.requestsHit;
-    one.hasEnded = fault.requests && one.requestsHit == *fault.requests;
-    return true;
+    return one.requestsMet >= fault.fromRequest && one.callsMet >= fault.fromCall && isDrawn(one);
 }
 
-// The generator is the same everywhere; distributions are not.
-bool Faults::isDrawn(const Armed& one)
+void Faults::hasDone(std::uint64_t number, std::uint64_t exchange)
+{
+    constexpr std::size_t mostExchanges = 100;
+    const auto found =
+        std::find_if(armed.begin(), armed.end(), [number](const Armed& one) { return one.number == number; });
+    if (found == armed.end()) {
+        return;
+    }
+    found->callsHit += found->callIsHit ? 0 : 1;
+    found->callIsHit = true;
+    ++found->requestsHit;
+    found->hasEnded = found->fault.requests && found->requestsHit == *found->fault.requests;
+    if (exchange == 0) {
+        return;
+    }
+    if (found->exchanges.size() == mostExchanges) {
+        found->exchanges.erase(found->exchanges.begin());
+    }
+    found->exchanges.push_back(exchange);
+}
+
+void Faults::endCalls(bool isUploading)
+{
+    for (Armed& one : armed) {
+        const bool isOver = !isUploading || one.fault.commandName == nameOfBlocks;
+        one.hasEnded = one.hasEnded || (isOver && hasHitItsCalls(one));
+    }
+}
+
+// Once for a whole call where calls are counted, otherwise for each request.
+bool Faults::isDrawn(Armed& one)
 {
     if (one.fault.probability >= 1) {
         return true;
     }
+    if (!one.fault.calls) {
+        return draw(one);
+    }
+    if (!one.callIsDrawn) {
+        one.callIsDrawn = draw(one);
+    }
+    return *one.callIsDrawn;
+}
+
+// The generator is the same everywhere; distributions are not.
+bool Faults::draw(const Armed& one)
+{
     const auto chance = std::find_if(chances.begin(), chances.end(),
                                      [&](const Chance& own) { return own.number == one.number; });
     constexpr double outOf = 4294967296.0;

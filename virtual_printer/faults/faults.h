@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,6 @@ struct Occasion
     std::string_view commandName{}; // by which faults select it
     bool isBlock = false;           // of the upload that this command has announced
     bool beginsCall = true;         // a link that sends it again by itself begins none
-    std::uint64_t exchange = 0;     // its number in the trace
 };
 
 struct Armed
@@ -34,8 +34,11 @@ struct Armed
     Fault fault;
     int requestsMet = 0; // that it selects by their command
     int callsMet = 0;
-    int requestsHit = 0;
+    int requestsHit = 0; // where it has done something
     int callsHit = 0;
+    // Of the call that goes on: whether it is hit, and what was drawn for it.
+    bool callIsHit = false;
+    std::optional<bool> callIsDrawn{};
     bool hasEnded = false;
     std::vector<std::uint64_t> exchanges; // the last that it has hit
 };
@@ -61,7 +64,8 @@ public:
     // Also those that have ended, until they are disarmed.
     [[nodiscard]] const std::vector<Armed>& list() const { return armed; }
 
-    // Those that hit; nothing when nothing is armed, which costs nothing.
+    // Those that are to hit; nothing when nothing is armed, which costs nothing. What each then comes to is
+    // told by `hasDone`: one that could do nothing is not used up.
     struct Hit
     {
         std::uint64_t number = 0;
@@ -71,6 +75,12 @@ public:
     {
         return armed.empty() ? std::vector<Hit>() : hitsOf(occasion);
     }
+
+    // This one has done something to an exchange of the trace; to a connection with 0.
+    void hasDone(std::uint64_t number, std::uint64_t exchange);
+    // No further try of the last call can come: who has hit enough of them ends. While an upload goes on only
+    // its block has been a call.
+    void endCalls(bool isUploading);
 
     void watch(Observer observer) { observers.push_back(std::move(observer)); }
 
@@ -83,7 +93,8 @@ private:
 
     std::vector<Hit> hitsOf(const Occasion& occasion);
     bool hits(Armed& one, const Occasion& occasion);
-    bool isDrawn(const Armed& one);
+    bool isDrawn(Armed& one);
+    bool draw(const Armed& one);
     void tell(const Armed& one, Event event) const;
 
     std::vector<Armed> armed;

@@ -16,6 +16,7 @@ struct Send
     std::string bytes;
     // The exchange whose answer is whole with the last of these bytes; 0 when it is not.
     std::uint64_t acknowledges = 0;
+    bool isAnswer = true; // and not what a busy printer says before it
 };
 struct CloseLink // on a serial line: hang up
 {
@@ -34,14 +35,17 @@ struct RefuseConnections
     std::chrono::milliseconds duration{0};
     std::uint64_t fault = 0; // by which
 };
-// What the steps before it would still do does not come any more: the printer has no power.
+// What the steps before it would still do does not come any more: the printer has no power. Lines that are
+// off for want of power stay so.
 struct ForgetSteps
 {
 };
-struct SetLines // of a serial line, as the till sees them
+// Of a serial line, as the till sees them: a fault holds some off, and with both on lets go of them.
+struct SetLines
 {
     bool clearToSend = true;
     bool dataSetReady = true;
+    std::uint64_t fault = 0;
 };
 using Action =
     std::variant<Send, CloseLink, ResetLink, AbandonLink, RefuseConnections, ForgetSteps, SetLines>;

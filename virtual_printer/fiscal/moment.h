@@ -10,6 +10,10 @@ namespace virtual_printer {
 
 using Moment = std::chrono::local_seconds;
 
+// No date is written with more digits.
+inline constexpr Moment lastMoment = std::chrono::local_days(std::chrono::year(9999) / 12 / 31) +
+                                     std::chrono::hours(24) - std::chrono::seconds(1);
+
 // What a text without a time means, the first or the last second of its day, and one without seconds, those
 // of its minute.
 enum class Edge

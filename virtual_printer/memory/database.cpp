@@ -5,6 +5,11 @@
 namespace virtual_printer {
 namespace {
 
+// Each page that a commit touches goes whole into the log: with small ones a commit costs half.
+constexpr std::int64_t bytesOfPage = 1024;
+constexpr const char* choosePage = "PRAGMA page_size = 1024";
+constexpr const char* chooseLog = "PRAGMA journal_mode = WAL";
+
 DatabaseError::Cause causeOf(int code)
 {
     switch (code) {
@@ -123,7 +128,7 @@ Database::Database(const std::filesystem::path& file)
 {
     const std::u8string name = file.u8string();
     open(std::string(name.begin(), name.end()));
-    run("PRAGMA journal_mode = WAL");
+    run(chooseLog);
     run("PRAGMA synchronous = FULL");
 }
 
@@ -139,6 +144,7 @@ void Database::open(const std::string& name)
     if (sqlite3_db_readonly(opened, "main") != 0) {
         throw DatabaseError(DatabaseError::Cause::readOnly, "read-only");
     }
+    run(choosePage); // of a new file; one that is there keeps its own
     // Before anything reads the file: the log then needs no memory shared with other processes.
     run("PRAGMA locking_mode = EXCLUSIVE");
     run("PRAGMA cache_size = -1000"); // kilobytes: fifty printers in a process must not take what they like
@@ -196,6 +202,16 @@ void Database::copyFrom(const Database& other)
     sqlite3_backup_step(copy, allPages);
     if (sqlite3_backup_finish(copy) != SQLITE_OK) {
         fail(connection.get());
+    }
+}
+
+void Database::takeOverPages() const
+{
+    if (whole("PRAGMA page_size") != bytesOfPage) {
+        run("PRAGMA journal_mode = DELETE"); // the log fixes the size of a page
+        run(choosePage);
+        run("VACUUM");
+        run(chooseLog);
     }
 }
 

@@ -106,6 +106,9 @@ public:
     // Whether a commit returns only when the disk has everything; what was committed without reaches the disk
     // with the next one that does. The log is whole at any time either way.
     void synchronizeCommits(bool areSynchronized);
+    // Writes a file whose pages have another size than those of new files once more: only what has the same
+    // can be copied from each other.
+    void takeOverPages() const;
     // Everything that the other one holds takes the place of everything here, at once or not at all.
     void copyFrom(const Database& other);
     // Refuses to grow beyond this many bytes, as a full disk would.

@@ -78,6 +78,21 @@ void Journal::clearClosures() const
     database.run("DELETE FROM closures; UPDATE documents SET closure = 0");
 }
 
+Journal::Ends Journal::ends() const
+{
+    return {database.whole("SELECT max(id) FROM documents"),
+            database.whole("SELECT max(number) FROM closures")};
+}
+
+void Journal::cutBehind(const Ends& last) const
+{
+    for (const char* table : {"documents", "contents"}) {
+        database.prepare(std::string("DELETE FROM ") + table + " WHERE id > ?").run({last.document});
+    }
+    database.prepare("DELETE FROM closures WHERE number > ?").run({last.closure});
+    index.cutBehind(last.document);
+}
+
 void Journal::read(const DocumentQuery& query, const DocumentReader& reader) const
 {
     if (query.text) {

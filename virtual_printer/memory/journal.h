@@ -14,6 +14,13 @@ namespace virtual_printer {
 class Journal
 {
 public:
+    // The last document and the last closure; 0 when there is none.
+    struct Ends
+    {
+        std::int64_t document = 0;
+        std::int64_t closure = 0;
+    };
+
     explicit Journal(const Database& shared);
 
     void keep(const Document& document) const;
@@ -22,6 +29,8 @@ public:
     void clearDocuments() const;
     // The documents then belong to no closure: their numbers are used again.
     void clearClosures() const;
+    [[nodiscard]] Ends ends() const;
+    void cutBehind(const Ends& last) const;
 
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
     // False when there is a further step.

@@ -35,8 +35,9 @@ ChangedParts::ChangedParts(const State& before, const State& next)
 {
 }
 
-KeptState::KeptState(const Database& database)
-    : writePart(database.prepare("INSERT INTO parts VALUES (?, ?) "
+KeptState::KeptState(const Database& shared)
+    : database(shared),
+      writePart(database.prepare("INSERT INTO parts VALUES (?, ?) "
                                  "ON CONFLICT (name) DO UPDATE SET content = excluded.content")),
       readPart(database.prepare("SELECT content FROM parts WHERE name = ?")),
       copyPart(database.prepare("INSERT INTO parts SELECT ?2, content FROM parts WHERE name = ?1 "
@@ -118,10 +119,7 @@ void KeptState::writeReceipt(const Receipt* before, const Receipt* next) const
         cutReceipt.run({beforeTheHead});
         return;
     }
-    const std::string head = headToBytes(*next);
-    if (before == nullptr || headToBytes(*before) != head) {
-        writeReceiptRow.run({std::int64_t{0}, Bytes{head}});
-    }
+    writeReceiptRow.run({std::int64_t{0}, Bytes{headToBytes(*next)}}); // nearly always changed
     const std::vector<Line>& lines = next->document.lines;
     const std::size_t known = before == nullptr ? 0 : before->document.lines.size();
     for (std::size_t i = 0; i < lines.size(); ++i) {
@@ -131,6 +129,20 @@ void KeptState::writeReceipt(const Receipt* before, const Receipt* next) const
     }
     if (lines.size() < known) {
         cutReceipt.run({static_cast<std::int64_t>(lines.size())});
+    }
+}
+
+void KeptState::replace(const std::optional<State>& state, const std::optional<Backup>& backup) const
+{
+    database.run("DELETE FROM parts; DELETE FROM receipt");
+    if (state) {
+        ChangedParts all(State{}, *state);
+        all.standing = all.settings = all.pictures = true; // also those that are as in a new one
+        write(all, State{}, *state);
+    }
+    if (backup) {
+        writePart.run({savedSettingsName, Bytes{toBytes(*backup->settings)}});
+        writePart.run({savedPicturesName, Bytes{toBytes(*backup->pictures)}});
     }
 }
 

@@ -25,12 +25,15 @@ struct ChangedParts
 class KeptState
 {
 public:
-    explicit KeptState(const Database& database);
+    explicit KeptState(const Database& shared);
 
     [[nodiscard]] std::optional<State> load() const;
     // No state has been kept yet.
     [[nodiscard]] bool isEmpty() const;
     void write(const ChangedParts& changed, const State& before, const State& next) const;
+
+    // These in place of everything.
+    void replace(const std::optional<State>& state, const std::optional<Backup>& backup) const;
 
     // Keeps settings and pictures as they are now, in place of the last backup; the passwords not.
     void backUp() const;
@@ -43,6 +46,7 @@ private:
     [[nodiscard]] std::shared_ptr<const Receipt> loadReceipt() const;
     void writeReceipt(const Receipt* before, const Receipt* next) const;
 
+    const Database& database;
     Statement writePart;
     Statement readPart;
     Statement copyPart;

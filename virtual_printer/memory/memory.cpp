@@ -1,5 +1,6 @@
 #include "virtual_printer/memory/memory.h"
 
+#include "virtual_printer/memory/beginning.h"
 #include "virtual_printer/memory/journal.h"
 #include "virtual_printer/memory/kept_state.h"
 #include "virtual_printer/memory/memory_file.h"
@@ -31,11 +32,20 @@ struct Memory::Contents
     {
     }
 
+    // Something of it is about to go.
+    void copyBeginning()
+    {
+        if (beginning) {
+            beginning->copyBefore(database);
+        }
+    }
+
     std::string name; // for the user
     Database database;
     KeptState state;
     Journal journal;
     bool isEmpty = state.isEmpty(); // no state has been kept yet
+    std::optional<Beginning> beginning;
     std::optional<HolderNote> note; // goes first: afterwards the next holder's may lie there
 };
 
@@ -70,6 +80,9 @@ try {
     if (changesOnlyReceipt && !changed.receipt) {
         return;
     }
+    if (draft.service == Draft::Service::clearJournal || draft.service == Draft::Service::clearClosures) {
+        contents->copyBeginning();
+    }
     contents->database.synchronizeCommits(!changesOnlyReceipt);
     Transaction transaction(contents->database);
     if (draft.service == Draft::Service::clearJournal) {
@@ -102,8 +115,24 @@ std::optional<Backup> Memory::backup() const
 
 void Memory::copyFrom(const Memory& other)
 try {
+    contents->copyBeginning();
     contents->database.copyFrom(other.contents->database);
     contents->isEmpty = other.contents->isEmpty;
+} catch (const DatabaseError& error) {
+    throw DiskFull(contents->name + " could not be written: " + error.what() +
+                   "; make room on its disk, or give another folder.");
+}
+
+void Memory::remember()
+{
+    contents->beginning =
+        readFrom(contents->name, [&] { return Beginning(contents->state, contents->journal); });
+}
+
+void Memory::goBack()
+try {
+    contents->beginning->bringBack(contents->database, contents->state, contents->journal);
+    contents->isEmpty = contents->state.isEmpty();
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +
                    "; make room on its disk, or give another folder.");

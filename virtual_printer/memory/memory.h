@@ -95,6 +95,10 @@ public:
     [[nodiscard]] std::optional<Backup> backup() const;
     // Takes the place of everything that is kept, whole or not at all. Throws DiskFull.
     void copyFrom(const Memory& other);
+    // Remembers what is kept now, at no cost while it only grows, to go back to it, as often as one likes,
+    // whatever has been committed or copied since. Throws DiskFull.
+    void remember();
+    void goBack();
     // Beyond this many bytes the disk is full.
     void limitSize(std::int64_t bytes);
 

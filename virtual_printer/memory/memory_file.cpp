@@ -75,6 +75,7 @@ Database openOwnFile(const std::filesystem::path& file, const std::string& name)
     } else if (version < schemaVersion) {
         bringUpToDate(database);
     }
+    database.takeOverPages();
     return database;
 }
 

@@ -56,7 +56,7 @@ SearchIndex::SearchIndex(const Database& database)
     : readContents(database.prepare("SELECT id, content FROM contents WHERE id BETWEEN ? AND ?")),
       readBlock(database.prepare("SELECT lines FROM searched WHERE block = ?")),
       writeBlock(database.prepare("INSERT OR REPLACE INTO searched VALUES (?, ?)")),
-      removeAll(database.prepare("DELETE FROM searched"))
+      removeFrom(database.prepare("DELETE FROM searched WHERE block >= ?"))
 {
 }
 
@@ -75,9 +75,14 @@ void SearchIndex::makeAnew(std::int64_t documents) const
     }
 }
 
+void SearchIndex::cutBehind(std::int64_t position) const
+{
+    removeFrom.run({position / documentsOfABlock});
+}
+
 void SearchIndex::clear() const
 {
-    removeAll.run();
+    cutBehind(0);
 }
 
 std::uint64_t SearchIndex::find(std::int64_t block, std::string_view text) const

@@ -1,5 +1,6 @@
 #include "virtual_printer/printers/clock.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 
@@ -8,7 +9,6 @@ namespace {
 
 using std::chrono::floor;
 using std::chrono::seconds;
-using std::chrono::steady_clock;
 
 } // namespace
 
@@ -29,10 +29,17 @@ Clock systemClock()
     };
 }
 
-Clock clockFrom(Moment start, int speed)
+// Whole seconds and what is over them by themselves: all of it in nanoseconds is soon more than there is room
+// for.
+Clock clockFrom(Moment start, int speed, Moment end, const PresentTime& time)
 {
-    return [start, speed, began = steady_clock::now()] {
-        return start + floor<seconds>((steady_clock::now() - began) * speed);
+    return [start, speed, end, time, began = time()] {
+        const auto passed = time() - began;
+        const auto whole = floor<seconds>(passed);
+        if (whole > (end - start) / speed) {
+            return end;
+        }
+        return std::min(end, start + whole * speed + floor<seconds>((passed - whole) * speed));
     };
 }
 

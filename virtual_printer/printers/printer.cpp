@@ -135,7 +135,7 @@ Moment Printer::now() const
 
 Moment Printer::ownClock() const
 {
-    return clock() + current.standing->clockOffset;
+    return std::min(clock() + current.standing->clockOffset, lastMoment);
 }
 
 bool Printer::expectsBlocks() const
@@ -251,6 +251,12 @@ void Printer::takeOver(const Memory& other)
     }
     kept.copyFrom(other);
     current = std::move(*restored);
+}
+
+void Printer::goBack()
+{
+    kept.goBack();
+    current = kept.load().value();
 }
 
 Memory Printer::snapshot() const

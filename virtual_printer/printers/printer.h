@@ -27,6 +27,8 @@ struct Answer
     // What faults have made of it: it never came, or it is refused with this number, whatever it is.
     bool isLost = false;
     std::optional<unsigned char> refusesWith{};
+    // A block that has come again: nothing was decided.
+    bool isTakenAgain = false;
 
     // For the trace.
     bool isExecuted = false;
@@ -91,6 +93,9 @@ public:
     // Everything that `other` keeps takes the place of what is kept here; there is paper, cover
     // and drawer are closed, and the displays are empty. Throws what the memory throws.
     void takeOver(const Memory& other);
+    // Remembers what is kept now; `goBack` takes that over again, whatever has happened since.
+    void remember() { kept.remember(); }
+    void goBack();
     // Everything that is kept, in a memory of its own.
     [[nodiscard]] Memory snapshot() const;
     // The clock shows `moment` now, and is `started` from there: standing, running, running faster.

@@ -90,12 +90,9 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
         exchanged.repeatedAfter =
             std::chrono::duration_cast<std::chrono::milliseconds>(exchanged.came - repeated->came);
     }
+    exchanged.known = now;
     const std::uint64_t number = trace.add(std::move(exchanged));
-    constexpr std::size_t mostUnsent = 16; // the rest is lost
-    if (unsent.size() == mostUnsent) {
-        unsent.erase(unsent.begin());
-    }
-    unsent.push_back({number, now});
+    first = first == 0 ? number : first;
     if (!isProbe) {
         present = last = number;
         lastBegan = now;
@@ -116,16 +113,9 @@ void Recorder::goOn(std::string_view bytes, std::string_view answer, Reply reply
 
 void Recorder::hasAcknowledged(std::uint64_t number, Time now)
 {
-    const auto found = std::find_if(unsent.begin(), unsent.end(),
-                                    [number](const Unsent& answer) { return answer.number == number; });
-    if (found == unsent.end()) {
-        return;
-    }
-    const auto taken = std::chrono::duration_cast<std::chrono::microseconds>(now - found->since);
-    unsent.erase(found);
     lastIsAnswered = lastIsAnswered || number == last;
-    trace.change(number, [taken](Exchanged& exchanged) {
-        exchanged.answered = taken;
+    trace.change(number, [now](Exchanged& exchanged) {
+        exchanged.answered = std::chrono::duration_cast<std::chrono::microseconds>(now - exchanged.known);
         exchanged.isAcknowledged = exchanged.refusal == Refusal::none && exchanged.code == 0;
         const bool goesOn = exchanged.isAcknowledged && !exchanged.answer.empty(); // block by block
         exchanged.isOver = exchanged.isOver || !goesOn;
@@ -141,12 +131,20 @@ void Recorder::hasEnded(std::uint64_t number)
     }
 }
 
+bool Recorder::isCallOver() const
+{
+    const Exchanged* exchanged = trace.find(last);
+    return exchanged == nullptr || isAccepted(*exchanged) || exchanged->attempt == triesOfACall ||
+           (codePage == CodePage::windows1250 && lastIsAnswered);
+}
+
 void Recorder::hasGone()
 {
-    for (const Unsent& answer : unsent) {
-        hasEnded(answer.number);
+    for (std::uint64_t number = std::max(first, trace.first()); number < trace.end(); ++number) {
+        if (trace.find(number)->till == till) {
+            hasEnded(number);
+        }
     }
-    hasEnded(present);
 }
 
 } // namespace virtual_printer

@@ -7,7 +7,6 @@
 #include <chrono>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace virtual_printer {
 
@@ -40,27 +39,23 @@ public:
     void hasAcknowledged(std::uint64_t number, Time now);
     // All has been done that is done upon it, though its answer is not whole.
     void hasEnded(std::uint64_t number);
+    // No further try of the till's last call can come: what does come is another one.
+    [[nodiscard]] bool isCallOver() const;
     // The till has gone: nothing more becomes of what it was not told.
     void hasGone();
 
 private:
-    struct Unsent
-    {
-        std::uint64_t number;
-        Time since;
-    };
-
     [[nodiscard]] const Exchanged* findRepeated(const Exchanged& exchanged) const;
     [[nodiscard]] int attemptOf(const Exchanged& exchanged, Time now) const;
 
     Trace& trace;
     std::uint64_t till;
     CodePage codePage;
+    std::uint64_t first = 0;   // of this till
     std::uint64_t present = 0; // the exchange whose reply the till acknowledges
     std::uint64_t last = 0;    // of this till, probes left out
     Time lastBegan{};
     bool lastIsAnswered = false; // accepted or refused, with an answer that has left the printer whole
-    std::vector<Unsent> unsent;
 };
 
 } // namespace virtual_printer

@@ -16,13 +16,6 @@ struct Overloaded : Cases...
 template <typename... Cases>
 Overloaded(Cases...) -> Overloaded<Cases...>;
 
-Hindrance hindranceOf(const Hits& hits)
-{
-    return {.diskIsFull = has(hits, FaultKind::diskFull),
-            .paperIsOut = has(hits, FaultKind::paperOut),
-            .doesNothing = has(hits, FaultKind::acknowledgedNotExecuted)};
-}
-
 std::string_view nameOf(unsigned char command)
 {
     const auto rules = commandRules();
@@ -34,34 +27,6 @@ std::string_view nameOf(unsigned char command)
 
 } // namespace
 
-Steps TillSession::greet()
-{
-    const Hits hits = station.faults.meet({.kind = Occasion::Kind::connection});
-    return hits.empty() ? Steps() : disturbed("", 0, hits, {.isSerial = isSerial()});
-}
-
-void TillSession::endFault(std::uint64_t number)
-{
-    Hits rest = hitsOfLast;
-    if (std::erase_if(rest, [number](const Faults::Hit& hit) { return hit.number == number; }) != 0) {
-        goOnWith(std::move(rest));
-    }
-}
-
-// Of what has hit the last exchange, that is what still has an effect.
-void TillSession::goOnWith(Hits hits)
-{
-    hitsOfLast = std::move(hits);
-    meanwhile = probesDuring(hitsOfLast);
-    deafUntil = {};
-    for (const Faults::Hit& hit : hitsOfLast) {
-        if (hit.fault.kind == FaultKind::powerLoss) {
-            deafUntil =
-                std::max(deafUntil, lastHit + hit.fault.duration.value_or(std::chrono::milliseconds(0)));
-        }
-    }
-}
-
 // After a reset there is another one, which knows nothing of what this till and the one before have begun.
 void TillSession::followThePrinter()
 {
@@ -72,14 +37,14 @@ void TillSession::followThePrinter()
     exchange = Exchange();
     heard.clear();
     answerBefore.clear();
-    goOnWith({});
+    lasting.goOnWith({}, {});
 }
 
 Steps TillSession::take(std::string_view bytes, Time now)
 {
     constexpr std::chrono::seconds longestPause{5};
     followThePrinter();
-    if (now < deafUntil) {
+    if (lasting.arePowerless(now)) {
         return {};
     }
     if (now - lastByte > longestPause) {
@@ -119,14 +84,9 @@ void TillSession::answer(const Incoming& incoming, Time now)
                incoming);
 }
 
-Probes TillSession::answerToProbes(Time now) const
-{
-    return now - lastHit < meanwhile.duration ? meanwhile.answer : Probes::ready;
-}
-
 void TillSession::answerProbe(Time now)
 {
-    const Probes state = answerToProbes(now);
+    const Probes state = lasting.answerToProbes(now);
     const std::string bytes = state == Probes::ignored ? ""
                               : state == Probes::busy  ? Exchange::business()
                                                        : Exchange::readiness();
@@ -142,8 +102,11 @@ void TillSession::answerProbe(Time now)
 
 void TillSession::goOn(const std::string& more)
 {
-    const Hits hits = more.empty() ? Hits() : withMoreBlocks(hitsOfLast, blocksSent++);
-    std::string bytes = hits.empty() ? more : damaged(more, hits);
+    const Hits hits = more.empty() ? Hits() : lasting.ofNextBlock();
+    std::string bytes = more;
+    for (const Faults::Hit& hit : hits) {
+        damage(bytes, hit.fault);
+    }
     const auto reply = more.empty()           ? Recorder::Reply::taken
                        : exchange.isBetween() ? Recorder::Reply::givenUp
                                               : Recorder::Reply::goesOn;
@@ -164,10 +127,10 @@ void TillSession::execute(const Request& request, Time now)
     const Hits hits = station.faults.meet({.kind = Occasion::Kind::request,
                                            .command = request.command,
                                            .commandName = exchanged.name(),
-                                           .beginsCall = exchanged.attempt == 1,
-                                           .exchange = station.trace.end()});
-    settle(std::move(exchanged),
-           hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits), hits, now);
+                                           .beginsCall = exchanged.attempt == 1});
+    Answer answer =
+        hits.empty() ? station.printer.execute(request, codePage) : ask(request, hits, exchanged.rule);
+    settle(std::move(exchanged), std::move(answer), hits, now);
 }
 
 // One of an upload; none for the last one of an upload that comes again when it has been taken.
@@ -184,34 +147,17 @@ void TillSession::takeBlock(const Block* block, Time now)
                                            .command = uploading,
                                            .commandName = nameOf(uploading),
                                            .isBlock = true,
-                                           .beginsCall = exchanged.attempt == 1,
-                                           .exchange = station.trace.end()});
-    Answer answer; // to one that is accepted again
+                                           .beginsCall = exchanged.attempt == 1});
+    Answer answer{.isTakenAgain = true};
     if (losesRequest(hits)) {
-        answer.isLost = true;
+        answer = {.isLost = true};
     } else if (const auto* hit = find(hits, FaultKind::refuse)) {
-        answer.refusesWith = hit->fault.code;
+        answer = {.refusesWith = hit->fault.code};
     } else if (block != nullptr && !recorder.hasBeenTaken(exchanged)) {
-        answer = station.printer.takeBlock(block->data, block->isLast, codePage, hindranceOf(hits));
+        answer = station.printer.takeBlock(block->data, block->isLast, codePage, hindranceOf(hits, nullptr));
         lastBlock = station.trace.end();
     }
     settle(std::move(exchanged), std::move(answer), hits, now);
-}
-
-// What the printer decides and keeps where faults hit the request.
-Answer TillSession::ask(const Request& request, const Hits& hits)
-{
-    if (losesRequest(hits)) {
-        Answer nothing{.isLost = true};
-        for (const std::string& field : request.fields) {
-            nothing.fields.push_back(toUtf8(field, codePage));
-        }
-        return nothing;
-    }
-    if (const auto* hit = find(hits, FaultKind::refuse)) {
-        return {.refusesWith = hit->fault.code};
-    }
-    return station.printer.execute(request, codePage, hindranceOf(hits));
 }
 
 // Into the trace, and onto the wire.
@@ -231,63 +177,18 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     if (answer.data) {
         exchanged.replied(toUtf8(*answer.data, codePage));
     }
-    if (!hitsOfLast.empty()) {
-        goOnWith({});
+    if (!lasting.areNone()) {
+        lasting.goOnWith({}, {});
     }
     if (hits.empty()) {
         const std::uint64_t number = recorder.keep(std::move(exchanged), whole, now);
         station.printer.wasExchange(number);
         steps.push_back({std::chrono::milliseconds(0), Send{whole, number}});
     } else {
-        disturb(std::move(exchanged), whole, hits, now);
+        const bool isAsked = !answer.isLost && !answer.refusesWith && !answer.isTakenAgain;
+        disturb(std::move(exchanged), whole, hits, isAsked, now);
     }
     answerBefore = whole;
-}
-
-void TillSession::disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now)
-{
-    for (const Faults::Hit& hit : hits) {
-        exchanged.faults.emplace_back(ruleOf(hit.fault.kind).deed);
-    }
-    Steps all =
-        disturbed(whole, station.trace.end(), hits, {.isSerial = isSerial(), .answerBefore = answerBefore});
-    std::string said;
-    for (const Step& step : all) {
-        if (const auto* send = std::get_if<Send>(&step.action)) {
-            said += send->bytes;
-        }
-    }
-    const std::uint64_t number = recorder.keep(std::move(exchanged), said, now);
-    station.printer.wasExchange(number);
-    lastHit = now;
-    goOnWith(hits);
-    blocksSent = 1;
-    if (has(hits, FaultKind::powerLoss)) {
-        station.printer.restart();
-        exchange = Exchange();
-    }
-    letEnd(number, all);
-    steps.insert(steps.end(), all.begin(), all.end());
-}
-
-// What is not answered whole is over with the last thing that is done upon it, but for a reply: the till may
-// want its damaged block again.
-void TillSession::letEnd(std::uint64_t number, Steps& all)
-{
-    const auto sends = [](const Step& step) { return std::holds_alternative<Send>(step.action); };
-    const auto answers = [number](const Step& step) {
-        const auto* send = std::get_if<Send>(&step.action);
-        return send != nullptr && send->acknowledges == number;
-    };
-    const bool replyGoesOn = !exchange.isBetween() && std::any_of(all.begin(), all.end(), sends);
-    if (replyGoesOn || std::any_of(all.begin(), all.end(), answers)) {
-        return;
-    }
-    if (all.empty()) {
-        recorder.hasEnded(number);
-    } else {
-        all.back().ends = number;
-    }
 }
 
 std::string TillSession::bytesOf(const Answer& answer)

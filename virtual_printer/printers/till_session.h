@@ -6,6 +6,7 @@
 #include "virtual_printer/faults/disturb.h"
 #include "virtual_printer/language/exchange.h"
 #include "virtual_printer/printers/codes.h"
+#include "virtual_printer/printers/lasting_faults.h"
 #include "virtual_printer/printers/recorder.h"
 #include "virtual_printer/printers/station.h"
 
@@ -34,13 +35,15 @@ public:
     // requests would be taken for the rest of it.
     Steps take(std::string_view bytes, Time now);
     // What this fault still does here ends; what others do goes on.
-    void endFault(std::uint64_t number);
+    void endFault(std::uint64_t number) { lasting.end(number); }
+    // On a serial line a printer that is off for so long hears and says nothing, and its lines are off.
+    Steps switchOff(std::uint64_t fault, std::chrono::milliseconds duration, Time now);
     // The answer of this exchange has been handed over whole.
-    void hasAcknowledged(std::uint64_t number, Time now) { recorder.hasAcknowledged(number, now); }
+    void hasAcknowledged(std::uint64_t number, Time now);
     // The step with which this exchange ends has been taken.
-    void hasEnded(std::uint64_t number) { recorder.hasEnded(number); }
+    void hasEnded(std::uint64_t number);
     // The link is closed, from whichever side.
-    void hasGone() { recorder.hasGone(); }
+    void hasGone();
 
 private:
     void answer(const Incoming& incoming, Time now);
@@ -49,14 +52,15 @@ private:
     void execute(const Request& request, Time now);
     void takeBlock(const Block* block, Time now);
     void settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now);
-    Answer ask(const Request& request, const Hits& hits);
+    static Hindrance hindranceOf(const Hits& hits, const CommandRule* rule);
+    Answer ask(const Request& request, const Hits& hits, const CommandRule* rule);
     std::string bytesOf(const Answer& answer);
-    void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, Time now);
+    void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, bool isAsked, Time now);
+    void tellDone(const Hits& done, std::uint64_t exchangeHit);
     void letEnd(std::uint64_t number, Steps& all);
     [[nodiscard]] bool isSerial() const { return codePage == CodePage::cp852; }
     void followThePrinter();
-    void goOnWith(Hits hits);
-    [[nodiscard]] Probes answerToProbes(Time now) const;
+    void endCalls();
 
     Station& station;
     CodePage codePage;
@@ -71,12 +75,7 @@ private:
     std::uint64_t lastBlock = 0; // the exchange of the one that was taken last
     std::uint64_t begun = 0;     // the beginning of the printer that it talks to
 
-    // What faults still do after the exchange that they hit.
-    Hits hitsOfLast; // the further blocks of its reply are hit, too
-    Time lastHit{};
-    ProbesMeanwhile meanwhile;
-    Time deafUntil{}; // without power
-    int blocksSent = 0;
+    LastingFaults lasting;
     std::string answerBefore;
 };
 

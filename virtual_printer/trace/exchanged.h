@@ -63,6 +63,7 @@ struct Exchanged
 
     std::vector<std::string> faults; // what they did, a sentence each
 
+    std::chrono::steady_clock::time_point known{}; // its answer: decided, and on its way
     // How long each took; the answer from its being known to its last byte's being handed over.
     std::chrono::microseconds decided{0};
     std::chrono::microseconds committed{0};

@@ -1,5 +1,6 @@
 #include "virtual_printer/trace/exchanged_json.h"
 
+#include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
 
@@ -8,97 +9,132 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr unsigned bitsOfDigit = 4;
-constexpr unsigned lowDigit = 0x0F;
+constexpr std::string_view hiddenPassword = "****";
 
-// "1c 01 e0 04 f9".
-std::string hexadecimal(std::string_view bytes)
+bool isPlain(std::string_view text)
 {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string text;
-    text.reserve(bytes.size() * 3);
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        text += text.empty() ? "" : " ";
-        text += digits[value >> bitsOfDigit];
-        text += digits[value & lowDigit];
-    }
-    return text;
+    return std::all_of(text.begin(), text.end(),
+                       [](char each) { return each >= ' ' && each <= '~' && each != '"' && each != '\\'; });
 }
 
 // What is no UTF-8 must not keep the rest from being read.
-Json readable(std::string_view text)
+void writeText(std::string& text, std::string_view value)
 {
-    return Json::parse(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace));
-}
-
-Json fieldsOf(const Exchanged& exchanged)
-{
-    Json fields = Json::array();
-    for (std::size_t index = 0; index < exchanged.fields.size(); ++index) {
-        const Field* field = exchanged.rule == nullptr ? nullptr : &exchanged.rule->fields[index];
-        const bool isSecret = field != nullptr && field->kind == FieldKind::secret;
-        fields.push_back({{"name", field == nullptr ? "" : field->name},
-                          {"value", isSecret ? Json("****") : readable(exchanged.fields[index])}});
+    if (isPlain(value)) {
+        text.append("\"").append(value).append("\"");
+    } else {
+        text += Json(value).dump(-1, ' ', false, Json::error_handler_t::replace);
     }
-    return fields;
 }
 
-Json refusalOf(const Exchanged& exchanged)
+// "1c 01 e0 04 f9".
+void writeBytes(std::string& text, std::string_view bytes)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    text += '"';
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        const auto byte = static_cast<unsigned char>(bytes[index]);
+        if (index > 0) {
+            text += ' ';
+        }
+        text += digits[byte / digits.size()];
+        text += digits[byte % digits.size()];
+    }
+    text += '"';
+}
+
+void writeFlag(std::string& text, bool flag)
+{
+    text += flag ? "true" : "false";
+}
+
+std::string_view shownField(const Exchanged& exchanged, std::size_t index)
+{
+    const bool isSecret =
+        exchanged.rule != nullptr && exchanged.rule->fields[index].kind == FieldKind::secret;
+    return isSecret ? hiddenPassword : std::string_view(exchanged.fields[index]);
+}
+
+void writeFields(std::string& text, const Exchanged& exchanged)
+{
+    text += '[';
+    for (std::size_t index = 0; index < exchanged.fields.size(); ++index) {
+        text += index == 0 ? R"({"name":)" : R"(,{"name":)";
+        writeText(text, exchanged.rule == nullptr ? "" : exchanged.rule->fields[index].name);
+        text += R"(,"value":)";
+        writeText(text, shownField(exchanged, index));
+        text += '}';
+    }
+    text += ']';
+}
+
+void writeRefusal(std::string& text, const Exchanged& exchanged)
 {
     if (exchanged.refusal == Refusal::none) {
-        return nullptr;
+        text += "null";
+        return;
     }
-    const RefusalText& text = textOf(exchanged.refusal);
-    return {{"code", exchanged.code},
-            {"name", text.name},
-            {"sentence", sentenceOf(exchanged.refusal, exchanged.detail)}};
+    text += R"({"code":)" + std::to_string(exchanged.code) + R"(,"name":)";
+    writeText(text, textOf(exchanged.refusal).name);
+    text += R"(,"sentence":)";
+    writeText(text, sentenceOf(exchanged.refusal, exchanged.detail));
+    text += '}';
 }
 
-Json numberOrNull(std::uint64_t number)
+void writeFaults(std::string& text, const Exchanged& exchanged)
 {
-    return number == 0 ? Json() : Json(number);
+    text += '[';
+    for (const std::string& fault : exchanged.faults) {
+        text += &fault == &exchanged.faults.front() ? "" : ",";
+        writeText(text, fault);
+    }
+    text += ']';
 }
 
-Json repeatedAfterOf(const Exchanged& exchanged)
+void writeDurations(std::string& text, const Exchanged& exchanged)
 {
-    return exchanged.repeatOf == 0 ? Json() : Json(exchanged.repeatedAfter.count());
+    text += R"({"decide":)" + std::to_string(exchanged.decided.count());
+    text += R"(,"commit":)" + std::to_string(exchanged.committed.count());
+    text += R"(,"answer":)" + std::to_string(exchanged.answered.count()) + '}';
 }
 
-Json commandOf(const Exchanged& exchanged)
+void writeNumberOrNull(std::string& text, std::uint64_t number)
 {
-    return hexadecimal({reinterpret_cast<const char*>(&exchanged.command), 1});
+    text += number == 0 ? "null" : std::to_string(number);
 }
 
-Json durationsOf(const Exchanged& exchanged)
+void writeRepeatedAfter(std::string& text, const Exchanged& exchanged)
 {
-    return {{"decide", exchanged.decided.count()},
-            {"commit", exchanged.committed.count()},
-            {"answer", exchanged.answered.count()}};
+    text += exchanged.repeatOf == 0 ? "null" : std::to_string(exchanged.repeatedAfter.count());
 }
+
+using Of = const Exchanged&;
 
 constexpr std::array members = {
-    ExchangedMember{"number", [](const Exchanged& e) { return Json(e.number); }},
-    ExchangedMember{"till", [](const Exchanged& e) { return Json(e.till); }},
-    ExchangedMember{"moment", [](const Exchanged& e) { return Json(toText(e.moment)); }},
-    ExchangedMember{"name", [](const Exchanged& e) { return Json(e.name()); }},
-    ExchangedMember{"command", commandOf},
-    ExchangedMember{"address", [](const Exchanged& e) { return Json(e.address); }},
-    ExchangedMember{"fields", fieldsOf, true},
-    ExchangedMember{"fromTill", [](const Exchanged& e) { return Json(hexadecimal(e.fromTill)); }, true},
-    ExchangedMember{"toTill", [](const Exchanged& e) { return Json(hexadecimal(e.toTill)); }, true},
-    ExchangedMember{"cut", [](const Exchanged& e) { return Json(e.isCut); }},
-    ExchangedMember{"repeatOf", [](const Exchanged& e) { return numberOrNull(e.repeatOf); }},
-    ExchangedMember{"repeatedAfter", repeatedAfterOf},
-    ExchangedMember{"attempt", [](const Exchanged& e) { return Json(e.attempt); }},
-    ExchangedMember{"refusal", refusalOf},
-    ExchangedMember{"executed", [](const Exchanged& e) { return Json(e.isExecuted); }},
-    ExchangedMember{"committed", [](const Exchanged& e) { return Json(e.isCommitted); }},
-    ExchangedMember{"acknowledged", [](const Exchanged& e) { return Json(e.isAcknowledged); }},
-    ExchangedMember{"taken", [](const Exchanged& e) { return Json(e.isTaken); }},
-    ExchangedMember{"answer", [](const Exchanged& e) { return readable(e.answer); }, true},
-    ExchangedMember{"faults", [](const Exchanged& e) { return Json(e.faults); }},
-    ExchangedMember{"microseconds", durationsOf},
+    ExchangedMember{"number", [](std::string& text, Of e) { text += std::to_string(e.number); }},
+    ExchangedMember{"till", [](std::string& text, Of e) { text += std::to_string(e.till); }},
+    ExchangedMember{"moment", [](std::string& text, Of e) { writeText(text, toText(e.moment)); }},
+    ExchangedMember{"name", [](std::string& text, Of e) { writeText(text, e.name()); }},
+    ExchangedMember{"command",
+                    [](std::string& text, Of e) {
+                        writeBytes(text, {reinterpret_cast<const char*>(&e.command), 1});
+                    }},
+    ExchangedMember{"address", [](std::string& text, Of e) { text += std::to_string(e.address); }},
+    ExchangedMember{"fields", writeFields, true},
+    ExchangedMember{"fromTill", [](std::string& text, Of e) { writeBytes(text, e.fromTill); }, true},
+    ExchangedMember{"toTill", [](std::string& text, Of e) { writeBytes(text, e.toTill); }, true},
+    ExchangedMember{"cut", [](std::string& text, Of e) { writeFlag(text, e.isCut); }},
+    ExchangedMember{"repeatOf", [](std::string& text, Of e) { writeNumberOrNull(text, e.repeatOf); }},
+    ExchangedMember{"repeatedAfter", writeRepeatedAfter},
+    ExchangedMember{"attempt", [](std::string& text, Of e) { text += std::to_string(e.attempt); }},
+    ExchangedMember{"refusal", writeRefusal},
+    ExchangedMember{"executed", [](std::string& text, Of e) { writeFlag(text, e.isExecuted); }},
+    ExchangedMember{"committed", [](std::string& text, Of e) { writeFlag(text, e.isCommitted); }},
+    ExchangedMember{"acknowledged", [](std::string& text, Of e) { writeFlag(text, e.isAcknowledged); }},
+    ExchangedMember{"taken", [](std::string& text, Of e) { writeFlag(text, e.isTaken); }},
+    ExchangedMember{"answer", [](std::string& text, Of e) { writeText(text, e.answer); }, true},
+    ExchangedMember{"faults", writeFaults},
+    ExchangedMember{"microseconds", writeDurations},
 };
 
 } // namespace
@@ -108,13 +144,36 @@ std::span<const ExchangedMember> exchangedMembers()
     return members;
 }
 
+std::string toLine(const Exchanged& exchanged)
+{
+    std::string text = "{";
+    for (const ExchangedMember& member : members) {
+        text.append(text.size() == 1 ? "\"" : ",\"").append(member.name).append("\":");
+        member.write(text, exchanged);
+    }
+    return text + "}";
+}
+
 Json toJson(const Exchanged& exchanged)
 {
-    Json all = Json::object();
-    for (const ExchangedMember& member : members) {
-        all[std::string(member.name)] = member.of(exchanged);
+    return Json::parse(toLine(exchanged));
+}
+
+// Of several fields of one name the last one counts, as in an object.
+bool showsField(const Exchanged& exchanged, std::string_view name, std::string_view value)
+{
+    for (std::size_t index = exchanged.rule == nullptr ? 0 : exchanged.fields.size(); index > 0; --index) {
+        if (exchanged.rule->fields[index - 1].name == name) {
+            const std::string_view shown = shownField(exchanged, index - 1);
+            std::string text;
+            if (shown != value && !isPlain(shown)) {
+                writeText(text, shown);
+                return Json::parse(text) == value;
+            }
+            return shown == value;
+        }
     }
-    return all;
+    return false;
 }
 
 } // namespace virtual_printer

@@ -6,20 +6,25 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace virtual_printer {
 
-// Fields that are passwords are shown as "****"; the bytes are as they came.
+// On one line. Fields that are passwords are shown as "****"; the bytes are as they came.
+std::string toLine(const Exchanged& exchanged);
 nlohmann::ordered_json toJson(const Exchanged& exchanged);
 
 // The members of that object in their order, each by itself: whoever wants one of them need not make all.
 struct ExchangedMember
 {
     std::string_view name;
-    nlohmann::ordered_json (*of)(const Exchanged&);
+    void (*write)(std::string& text, const Exchanged& exchanged);
     bool isLong = false; // it may take long to make
 };
 std::span<const ExchangedMember> exchangedMembers();
+
+// Whether it shows a field of this name with this value, without making any of it.
+bool showsField(const Exchanged& exchanged, std::string_view name, std::string_view value);
 
 } // namespace virtual_printer

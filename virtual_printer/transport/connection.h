@@ -5,15 +5,14 @@
 
 #include "virtual_printer/printers/station.h"
 #include "virtual_printer/printers/till_session.h"
+#include "virtual_printer/transport/held_lines.h"
+#include "virtual_printer/transport/put_off_steps.h"
 
-#include <algorithm>
 #include <array>
 #include <boost/asio/buffer.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/write.hpp>
 #include <chrono>
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -45,6 +44,13 @@ public:
     {
         const auto self = this->shared_from_this(); // a fault may end it at once
         ended = std::move(afterwards);
+        putOff = std::make_shared<PutOffSteps>(
+            stream.get_executor(), [this] { return station.trace.begin(); },
+            [weak = this->weak_from_this()](const Step& step) {
+                if (const auto connection = weak.lock()) {
+                    connection->performLate(step);
+                }
+            });
         take(session.greet());
         goOn();
     }
@@ -64,20 +70,21 @@ public:
     // and who was left alone is heard again.
     void endFault(std::uint64_t number)
     {
+        const auto self = this->shared_from_this(); // what comes now may end it
         session.endFault(number);
-        std::vector<std::uint64_t> putOff; // going on with one may end them all
-        for (const auto& [place, later] : pending) {
-            if (isPutOffBy(later.step, number)) {
-                putOff.push_back(place);
-            }
-        }
-        for (const std::uint64_t place : putOff) {
-            hurry(place, number);
-        }
+        putOff->endFault(number);
         if (isAbandonedBy(number)) {
             end = End::none;
             hasFinished = false;
             goOn();
+        }
+    }
+
+    // As a printer on a serial line that somebody has switched off.
+    void switchOff(std::uint64_t fault, std::chrono::milliseconds duration)
+    {
+        if (!hasFinished) {
+            take(session.switchOff(fault, duration, std::chrono::steady_clock::now()));
         }
     }
 
@@ -123,94 +130,23 @@ private:
             if (step.after.count() == 0) {
                 perform(step);
             } else {
-                performLater(std::move(step));
+                putOff->add(std::move(step));
             }
         }
     }
 
-    // A step that is put off, of the printer that a reset may have made another.
-    struct Later
-    {
-        Step step;
-        std::uint64_t printer;
-        boost::asio::steady_timer timer;
-    };
-
-    void performLater(Step step)
-    {
-        boost::asio::steady_timer timer(stream.get_executor(), step.after);
-        pending.emplace(followingLater, Later{std::move(step), station.trace.begin(), std::move(timer)});
-        await(followingLater++);
-    }
-
-    void await(std::uint64_t place)
-    {
-        pending.at(place).timer.async_wait(
-            [self = this->shared_from_this(), place](const boost::system::error_code& failure) {
-                if (!failure) {
-                    self->performNow(place);
-                }
-            });
-    }
-
-    // Of another printer than the one that it is of, only the lines are still to come back.
-    void performNow(std::uint64_t place)
-    {
-        const auto node = pending.extract(place);
-        if (node.empty()) {
-            return;
-        }
-        const Later& later = node.mapped();
-        if (later.printer != station.trace.begin() && !std::holds_alternative<SetLines>(later.step.action)) {
-            return;
-        }
-        perform(later.step);
-        if (!isWriting) {
-            goOn();
-        }
-    }
-
-    static bool isPutOffBy(const Step& step, std::uint64_t fault)
-    {
-        return std::any_of(step.putOff.begin(), step.putOff.end(),
-                           [fault](const PutOff& one) { return one.fault == fault; });
-    }
-
-    // The fault that has put it off has gone: it is due so much earlier, or never.
-    void hurry(std::uint64_t place, std::uint64_t fault)
-    {
-        const auto found = pending.find(place);
-        if (found == pending.end()) {
-            return;
-        }
-        Step& step = found->second.step;
-        std::chrono::milliseconds earlier{0};
-        bool isGone = false;
-        for (const PutOff& one : step.putOff) {
-            if (one.fault == fault) {
-                isGone = isGone || !one.by;
-                earlier += one.by.value_or(std::chrono::milliseconds(0));
-            }
-        }
-        std::erase_if(step.putOff, [fault](const PutOff& one) { return one.fault == fault; });
-        if (std::holds_alternative<SetLines>(step.action) || (!isGone && step.putOff.empty())) {
-            performNow(place);
-        } else if (isGone) {
-            pending.erase(found);
-        } else {
-            found->second.timer.expires_at(found->second.timer.expiry() - earlier);
-            await(place);
-        }
-    }
-
-    // Nothing comes any more, and no line stays off.
+    // The printer has no power: it says nothing any more.
     void forgetSteps()
     {
-        const bool leavesLines = std::any_of(pending.begin(), pending.end(), [](const auto& one) {
-            return std::holds_alternative<SetLines>(one.second.step.action);
-        });
-        pending.clear();
-        if (leavesLines) {
+        actions.setLines(stream, lines.forget());
+        putOff->forget([this](const Step& step) { return lines.isAwaited(step); });
+    }
+
+    // The end of the line: nothing comes any more, and no line stays off.
+    void letGo()
+    {
+        putOff->forget([](const Step&) { return false; });
+        if (std::exchange(lines, {}).areHeld()) {
             actions.setLines(stream, {});
         }
     }
@@ -223,8 +159,8 @@ private:
             if (send->acknowledges != 0) {
                 acknowledged.push_back(send->acknowledges);
             }
-        } else if (const auto* lines = std::get_if<SetLines>(&action)) {
-            actions.setLines(stream, *lines);
+        } else if (const auto* wanted = std::get_if<SetLines>(&action)) {
+            actions.setLines(stream, lines.take(*wanted));
         } else if (const auto* refusal = std::get_if<RefuseConnections>(&action)) {
             actions.refuseConnections(*refusal);
         } else if (std::holds_alternative<ForgetSteps>(action)) {
@@ -238,6 +174,14 @@ private:
         }
         if (step.ends != 0) {
             session.hasEnded(step.ends);
+        }
+    }
+
+    void performLate(const Step& step)
+    {
+        perform(step);
+        if (!isWriting) {
+            goOn();
         }
     }
 
@@ -285,7 +229,7 @@ private:
     void finish()
     {
         hasFinished = true;
-        forgetSteps();
+        letGo();
         session.hasGone();
         if (end == End::reset) {
             actions.makeEndAnError(stream);
@@ -310,8 +254,8 @@ private:
     std::string waiting;
     std::string sending;
     std::vector<std::uint64_t> acknowledged; // when all that waits has been sent
-    std::map<std::uint64_t, Later> pending;  // in the order of the steps
-    std::uint64_t followingLater = 1;
+    std::shared_ptr<PutOffSteps> putOff;
+    HeldLines lines;
     std::uint64_t abandonedBy = 0; // the fault
     std::function<void()> ended = [] {};
 };

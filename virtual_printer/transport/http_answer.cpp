@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -39,6 +40,11 @@ std::string startOf(int status, const std::string& contentType)
 
 constexpr std::string_view notKept = "Cache-Control: no-store\r\n";
 
+std::string_view connectionOf(BehindAnswer behind)
+{
+    return behind == BehindAnswer::connectionEnds ? "Connection: close\r\n" : "Connection: keep-alive\r\n";
+}
+
 } // namespace
 
 std::string headOf(const HttpAnswer& answer, BehindAnswer behind)
@@ -50,8 +56,27 @@ std::string headOf(const HttpAnswer& answer, BehindAnswer behind)
     for (const auto& [name, value] : answer.headers) {
         head.append(name).append(": ").append(value).append("\r\n");
     }
-    head += behind == BehindAnswer::connectionEnds ? "Connection: close\r\n" : "Connection: keep-alive\r\n";
+    head += connectionOf(behind);
     return head + "Content-Length: " + std::to_string(answer.body.size()) + "\r\n\r\n";
+}
+
+std::string headOf(const Pieces& pieces, BehindAnswer behind)
+{
+    constexpr int fine = 200;
+    return startOf(fine, pieces.contentType).append(notKept).append(connectionOf(behind)) +
+           "Transfer-Encoding: chunked\r\n\r\n";
+}
+
+std::string chunkOf(const Piece& piece)
+{
+    constexpr int hexadecimal = 16;
+    std::array<char, sizeof(std::size_t) * 2> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), piece.text.size(), hexadecimal);
+    // An empty chunk would be the end.
+    std::string chunk =
+        piece.text.empty() ? "" : std::string(digits.data(), end.ptr) + "\r\n" + piece.text + "\r\n";
+    return chunk + (piece.isLast ? "0\r\n\r\n" : "");
 }
 
 std::string headOf(const Stream& stream)

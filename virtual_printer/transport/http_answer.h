@@ -14,6 +14,9 @@ enum class BehindAnswer
 };
 
 std::string headOf(const HttpAnswer& answer, BehindAnswer behind);
+// Its pieces follow as chunks, of which the last one says that it is the last.
+std::string headOf(const Pieces& pieces, BehindAnswer behind);
+std::string chunkOf(const Piece& piece);
 // Its pieces follow until the connection ends.
 std::string headOf(const Stream& stream);
 

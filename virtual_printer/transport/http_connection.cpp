@@ -1,11 +1,24 @@
 #include "virtual_printer/transport/http_connection.h"
 
 #include "virtual_printer/control/message.h"
-#include "virtual_printer/transport/http_answer.h"
 
 #include <utility>
 
 namespace virtual_printer {
+namespace {
+
+HttpAnswer joined(const Pieces& pieces)
+{
+    HttpAnswer answer{.status = 200, .body = {}, .contentType = pieces.contentType};
+    for (bool isMore = true; isMore;) {
+        const Piece piece = pieces.next();
+        answer.body += piece.text;
+        isMore = !piece.isLast;
+    }
+    return answer;
+}
+
+} // namespace
 
 void HttpConnection::start(boost::asio::ip::tcp::socket open, std::function<void()> afterwards)
 {
@@ -29,6 +42,7 @@ void HttpConnection::take(boost::asio::ip::tcp::socket open, std::function<void(
         reminder->cancel();
         later.reset();
         stream.reset();
+        pieces.reset();
         afterwards();
     });
 }
@@ -76,7 +90,8 @@ void HttpConnection::goOn()
         send(errorAnswer(unreadable->status, unreadable->sentence));
         return;
     }
-    const auto& [request, endsConnection] = std::get<HttpRequestReader::Whole>(next);
+    const auto& [request, knowsPieces, endsConnection] = std::get<HttpRequestReader::Whole>(next);
+    takesPieces = knowsPieces;
     isLast = endsConnection;
     isHead = request.method == "HEAD";
     begin(handler(request));
@@ -97,6 +112,8 @@ void HttpConnection::begin(Outcome outcome)
         send(*answer);
     } else if (auto* wait = std::get_if<Later>(&outcome)) {
         beginWait(std::move(*wait));
+    } else if (auto* inPieces = std::get_if<Pieces>(&outcome)) {
+        beginPieces(std::move(*inPieces));
     } else {
         beginStream(std::get<Stream>(std::move(outcome)));
     }
@@ -104,15 +121,52 @@ void HttpConnection::begin(Outcome outcome)
 
 void HttpConnection::send(const HttpAnswer& answer)
 {
-    const auto behind = isLast ? BehindAnswer::connectionEnds : BehindAnswer::connectionStays;
-    socket->write(headOf(answer, behind) + (isHead ? "" : answer.body), limits.answer,
-                  [self = shared_from_this()] {
-                      if (self->isLast) {
-                          self->socket->hangUp();
-                      } else {
-                          self->beginRequest();
-                      }
-                  });
+    socket->write(headOf(answer, behind()) + (isHead ? "" : answer.body), limits.answer,
+                  [self = shared_from_this()] { self->hasAnswered(); });
+}
+
+BehindAnswer HttpConnection::behind() const
+{
+    return isLast ? BehindAnswer::connectionEnds : BehindAnswer::connectionStays;
+}
+
+void HttpConnection::hasAnswered()
+{
+    if (isLast) {
+        socket->hangUp();
+    } else {
+        beginRequest();
+    }
+}
+
+void HttpConnection::beginPieces(Pieces begun)
+{
+    if (!takesPieces) {
+        send(joined(begun));
+        return;
+    }
+    pieces = std::move(begun);
+    sendNextPiece(headOf(*pieces, behind()));
+}
+
+// `before` goes with it.
+void HttpConnection::sendNextPiece(const std::string& before)
+{
+    Piece piece;
+    try {
+        piece = pieces->next();
+    } catch (const std::exception&) {
+        close(); // without the last chunk: the client sees that there is more
+        return;
+    }
+    socket->write(before + chunkOf(piece), limits.answer, [self = shared_from_this(), isEnd = piece.isLast] {
+        if (isEnd) {
+            self->pieces.reset();
+            self->hasAnswered();
+        } else {
+            self->sendNextPiece("");
+        }
+    });
 }
 
 void HttpConnection::beginWait(Later wait)

@@ -4,6 +4,7 @@
 
 #include "virtual_printer/control/http_exchange.h"
 #include "virtual_printer/transport/bounded_socket.h"
+#include "virtual_printer/transport/http_answer.h"
 #include "virtual_printer/transport/http_request_reader.h"
 
 #include <boost/asio/ip/tcp.hpp>
@@ -42,6 +43,10 @@ private:
     void beginWait(Later wait);
     void lookAtWait(bool isOver);
     void finishWait(const HttpAnswer& answer);
+    void hasAnswered();
+    [[nodiscard]] BehindAnswer behind() const;
+    void beginPieces(Pieces begun);
+    void sendNextPiece(const std::string& before);
     void beginStream(Stream begun);
     void sendMore();
     void sendPiece(std::string piece);
@@ -55,10 +60,12 @@ private:
     std::shared_ptr<BoundedSocket> socket;
     std::optional<boost::asio::steady_timer> reminder; // the end of a wait, or a stream's next heartbeat
     std::optional<Later> later;
+    std::optional<Pieces> pieces;
     std::optional<Stream> stream;
     std::chrono::steady_clock::time_point heard = std::chrono::steady_clock::now();
     bool isIdling = false;
     bool isHead = false; // its answer has no body
+    bool takesPieces = false;
     bool isLast = false; // nothing is read behind this answer
 };
 

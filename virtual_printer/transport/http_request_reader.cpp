@@ -12,6 +12,8 @@ namespace http = boost::beast::http;
 using Failure = boost::beast::error_code;
 using View = boost::beast::string_view;
 
+constexpr int firstWithPieces = 11; // HTTP/1.1
+
 // It calls these functions with what it finds.
 class HttpRequestReader::Parser : public http::basic_parser<true>
 {
@@ -25,13 +27,15 @@ public:
 
     HttpRequest request{};
     bool waitsForLeave = false;
+    bool knowsPieces = false;
 
 private:
-    void on_request_impl(http::verb /*method*/, View method, View target, int /*version*/,
+    void on_request_impl(http::verb /*method*/, View method, View target, int version,
                          Failure& /*failure*/) override
     {
         request.method = std::string(method);
         request.target = std::string(target);
+        knowsPieces = version >= firstWithPieces;
     }
 
     // Of a header that comes twice the first counts; with two hosts it is no request at all.
@@ -114,7 +118,7 @@ HttpRequestReader::Next HttpRequestReader::next()
             parser->is_header_done() && waiting.empty() && parser->request.body.empty();
         return NothingYet{waitsForLeave && std::exchange(parser->waitsForLeave, false)};
     }
-    Whole whole{std::move(parser->request), !parser->keep_alive()};
+    Whole whole{std::move(parser->request), parser->knowsPieces, !parser->keep_alive()};
     parser = std::make_unique<Parser>(limits);
     return whole;
 }

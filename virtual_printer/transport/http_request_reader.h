@@ -22,7 +22,8 @@ public:
     struct Whole
     {
         HttpRequest request;
-        bool isLast = false; // the client wants the connection to end behind the answer
+        bool takesPieces = false; // its version of HTTP knows them
+        bool isLast = false;      // the client wants the connection to end behind the answer
     };
     // It is no request of ours, and what follows is none either.
     struct Unreadable

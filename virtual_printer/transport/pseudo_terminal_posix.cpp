@@ -1,8 +1,7 @@
-#include "virtual_printer/transport/connection.h"
+#include "virtual_printer/transport/serial_line.h"
 #include "virtual_printer/transport/serial_link.h"
 
 #include <boost/asio/posix/stream_descriptor.hpp>
-#include <boost/asio/post.hpp>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -65,58 +64,22 @@ private:
     int tillsEnd = -1;
 };
 
-// One pseudo-terminal after the other: with a hang-up one goes, because a till that still holds its end would
-// keep it from being the same again.
-class TerminalLine : public std::enable_shared_from_this<TerminalLine>
-{
-public:
-    TerminalLine(boost::asio::io_context& shared, Station& at, const Codes& refusals,
-                 std::function<void(const std::string&)> announce)
-        : context(shared), station(at), codes(refusals), tellPath(std::move(announce))
-    {
-    }
-
-    void serve()
-    {
-        terminal.emplace();
-        LinkActions<stream_descriptor> actions;
-        actions.setLines = tellLines;
-        till = std::make_shared<Connection<stream_descriptor>>(
-            stream_descriptor(context, terminal->controller), station, CodePage::cp852, codes,
-            std::move(actions));
-        tellPath(terminal->path);
-        till->start([self = shared_from_this()] { self->goOn(); });
-    }
-    void endFault(std::uint64_t number) { till->endFault(number); }
-
-private:
-    void goOn()
-    {
-        if (!till->isAbandoned()) { // otherwise the line stays, and nobody listens
-            boost::asio::post(context, [self = shared_from_this()] { self->serve(); });
-        }
-    }
-
-    boost::asio::io_context& context;
-    Station& station;
-    const Codes& codes;
-    std::function<void(const std::string&)> tellPath;
-    std::optional<PseudoTerminal> terminal;
-    std::shared_ptr<Connection<stream_descriptor>> till;
-};
-
 } // namespace
 
 void servePseudoTerminal(boost::asio::io_context& context, Station& station, const Codes& codes,
                          std::function<void(const std::string&)> tellPath)
 {
-    const auto line = std::make_shared<TerminalLine>(context, station, codes, std::move(tellPath));
-    line->serve();
-    station.faults.watch([line](const Armed& one, Faults::Event event) {
-        if (event == Faults::Event::disarmed) {
-            line->endFault(one.number);
-        }
-    });
+    // One after the other: with a hang-up one goes, because a till that still holds its end would keep it
+    // from being the same again.
+    const auto terminal = std::make_shared<std::optional<PseudoTerminal>>();
+    SerialLine<stream_descriptor>::Kind line;
+    line.open = [&context, terminal, tellPath = std::move(tellPath)] {
+        terminal->emplace();
+        tellPath((*terminal)->path);
+        return stream_descriptor(context, (*terminal)->controller);
+    };
+    line.setLines = tellLines;
+    std::make_shared<SerialLine<stream_descriptor>>(context, station, codes, std::move(line))->begin();
 }
 
 } // namespace virtual_printer

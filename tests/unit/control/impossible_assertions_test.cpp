@@ -65,6 +65,58 @@ TEST_F(ImpossibleAssertions, AreRefusedWithTheirPlace)
     }
 }
 
+// Each part is possible by itself.
+TEST_F(ImpossibleAssertions, AreThoseWhosePartsContradictEachOther)
+{
+    const std::string never = ", and no exchange is both; leave one of them out.";
+    const std::vector<std::pair<std::string, std::string>> all = {
+        {R"({"executed": [{"name": "payment", "refusal": {"name": "alreadyPaid"}, "count": 0}]})",
+         R"("executed[0]" is executed and refused)" + never},
+        {R"({"acknowledged": [{"refusal": {}, "count": 0}]})",
+         R"("acknowledged[0]" is acknowledged and refused)" + never},
+        {R"({"received": [{"executed": true, "refusal": {"code": 32}, "count": 0}]})",
+         R"("received[0]" is executed and refused)" + never},
+        {R"({"received": [{"committed": true, "refusal": {"code": 32}, "count": 0}]})",
+         R"("received[0]" is committed and refused)" + never},
+        {R"({"received": [{"acknowledged": true, "refusal": {"code": 32}, "count": 0}]})",
+         R"("received[0]" is acknowledged and refused)" + never},
+        {R"({"received": [{"committed": true, "executed": false, "count": 0}]})",
+         R"("received[0]" is committed and not executed)" + never},
+        {R"({"executed": [{"name": "payment", "executed": false, "count": 0}]})",
+         R"("executed[0]" is executed and not executed)" + never},
+        {R"({"acknowledged": [{"acknowledged": false, "count": 0}]})",
+         R"("acknowledged[0]" is acknowledged and not acknowledged)" + never},
+        {R"({"received": [{"name": "probe", "executed": true, "count": 0}]})",
+         R"(What is called probe is never executed; ask whether it is "received".)"},
+        {R"({"received": [{"name": "damagedBlock", "acknowledged": true, "count": 0}]})",
+         R"(What is called damagedBlock is never acknowledged; ask whether it is "received".)"},
+        {R"({"received": [{"name": "payment", "command": "24", "count": 0}]})",
+         R"("received[0]" is called payment and has the code 24, and no command has both; it is 30.)"},
+        {R"({"executed": [{"command": "24", "fields": {"paymentNumber": "1"}, "count": 0}]})",
+         R"(There is no "executed[0].fields.paymentNumber")"},
+        {R"({"received": [{}]})",
+         R"("received[0]" says nothing; name a part of an exchange, or "count" alone )"
+         R"(for how many there are of any.)"},
+        {R"({"executed": [{"name": "payment"}, {}]})", R"("executed[1]" says nothing; )"},
+        {R"({"acknowledged": [{}]})", R"("acknowledged[0]" says nothing; )"},
+        {R"({"committed": [{}]})", R"("committed[0]" says nothing; give a "kind" at least.)"},
+    };
+    for (const auto& [assertion, sentence] : all) {
+        EXPECT_THAT(refusedWith(400, post(at("assert"), assertion)), HasSubstr(sentence)) << assertion;
+    }
+    for (const char* possible :
+         {R"({"received": [{"name": "payment", "command": "30", "count": 0}]})",
+          R"({"received": [{"command": "30", "fields": {"total": "1"}, "count": 0}]})",
+          R"({"received": [{"executed": false, "refusal": {}, "count": 0}]})",
+          R"({"received": [{"executed": true, "refusal": null, "count": 0}]})",
+          R"({"received": [{"acknowledged": true, "executed": false, "count": 0}]})",
+          R"({"received": [{"refusal": {"name": "alreadyPaid", "code": 32}, "count": 0}]})",
+          R"({"received": [{"name": "block", "command": "d2", "count": 0}]})",
+          R"({"executed": [{"count": 0}]})"}) {
+        EXPECT_EQ(post(at("assert"), possible).status, 200) << possible;
+    }
+}
+
 TEST_F(ImpossibleAssertions, AreNotThoseOfEverythingThatAnExchangeHas)
 {
     beginDay();

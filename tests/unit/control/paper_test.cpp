@@ -177,21 +177,27 @@ TEST_F(PaperUnderControl, HasTheLogosThatTillsHaveLoaded)
 
 TEST_F(PaperUnderControl, TellsWhoHasChangedAndNothingOtherwise)
 {
-    const auto events = std::get<Stream>(control.answer(requestFor("GET", "/events", "")));
-    EXPECT_EQ(events.contentType, "text/event-stream");
-    const std::string first = events.more();
+    const auto stream = std::get<Stream>(control.answer(requestFor("GET", "/events", "")));
+    const auto more = [&] { // for the description as well
+        std::string said = stream.more();
+        noteDown("GET", "/events", "",
+                 HttpAnswer{.status = 200, .body = said, .contentType = stream.contentType});
+        return said;
+    };
+    EXPECT_EQ(stream.contentType, "text/event-stream");
+    const std::string first = more();
     EXPECT_THAT(first, testing::StartsWith("event: start\ndata: {\"run\":\""));
     EXPECT_THAT(first, HasSubstr("event: changed\ndata: {\"printer\":\"printer\",\"changes\":0,"
                                  "\"exchange\":1,\"paper\":1,\"document\":0,\"faults\":0}\n\n"));
-    EXPECT_EQ(events.more(), "");
+    EXPECT_EQ(more(), "");
     get(at("state"));
-    EXPECT_EQ(events.more(), "");
+    EXPECT_EQ(more(), "");
     beginDay();
     sell("1.00");
-    EXPECT_THAT(events.more(), HasSubstr("\"exchange\":6,")); // all of them are one notice
-    EXPECT_EQ(events.more(), "");
+    EXPECT_THAT(more(), HasSubstr("\"exchange\":6,")); // all of them are one notice
+    EXPECT_EQ(more(), "");
     patch(at("hardware"), R"({"paper": "low"})");
-    EXPECT_THAT(events.more(), testing::StartsWith("event: changed\n"));
+    EXPECT_THAT(more(), testing::StartsWith("event: changed\n"));
 }
 
 } // namespace

@@ -50,6 +50,44 @@ TEST_F(TraceUnderControl, IsALineOfJsonForEachExchange)
     EXPECT_EQ(line["toTill"], "06");
 }
 
+// Fifty tills wait while a piece is made.
+TEST_F(TraceUnderControl, ComesInPiecesWhenItIsLong)
+{
+    constexpr int many = 3000;
+    for (int count = 0; count < many; ++count) {
+        tillSays("\x11");
+    }
+    const auto pieces = std::get<Pieces>(control.answer(requestFor("GET", at("trace"), "")));
+    EXPECT_EQ(pieces.contentType, "application/x-ndjson");
+    tillSays("\x11"); // it has been asked for before
+    std::string all;
+    for (bool isMore = true; isMore;) {
+        const Piece piece = pieces.next();
+        EXPECT_LT(piece.text.size(), 70'000U);
+        all += piece.text;
+        isMore = !piece.isLast;
+    }
+    EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), many);
+    EXPECT_THAT(all, testing::StartsWith(R"({"number":1,)"));
+    const std::size_t last = all.rfind('\n', all.size() - 2) + 1;
+    EXPECT_EQ(Json::parse(all.substr(last))["number"], many);
+}
+
+TEST_F(TraceUnderControl, MissesAloudWhatItForgetsWhileItComesInPieces)
+{
+    station.trace = Trace(Trace::Limits{.exchanges = 1000, .bytes = 10'000'000});
+    const auto say = [this](int times) {
+        for (int count = 0; count < times; ++count) {
+            tillSays("\x11");
+        }
+    };
+    say(1000);
+    const auto pieces = std::get<Pieces>(control.answer(requestFor("GET", at("trace"), "")));
+    say(1000);
+    EXPECT_FALSE(pieces.next().isLast); // it was made at once
+    EXPECT_THROW(pieces.next(), ControlRefusal);
+}
+
 TEST_F(TraceUnderControl, TellsThatItHasForgotten)
 {
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});

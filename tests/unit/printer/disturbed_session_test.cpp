@@ -56,9 +56,7 @@ std::vector<Expected> expectations()
         same(R"({"kind":"executedNotAcknowledged","code":49})", job, "0:1531"),
         same(R"({"kind":"acknowledgedNotExecuted"})", job, "0:06!"),
         same(R"({"kind":"wrongChecksum"})", asked, "0:" + pairsOf(changed(whole, end - 1, 0xFF))),
-        same(R"({"kind":"wrongChecksum"})", job, "0:06!"), // there is no block
         same(R"({"kind":"flippedBit","byte":2,"bit":5})", asked, "0:" + pairsOf(changed(whole, 2, 0x20))),
-        same(R"({"kind":"flippedBit","byte":9,"bit":5})", job, "0:06!"), // there is no such byte
         same(R"({"kind":"cut","byte":4})", asked, "0:" + good.substr(0, 8)),
         same(R"({"kind":"cut","byte":0})", job, ""),
         same(R"({"kind":"extraBytes","bytes":"00 ff"})", job, "0:0600ff!"),
@@ -85,6 +83,11 @@ std::vector<Expected> expectations()
     };
 }
 
+bool isOfSerialLine(std::string_view fault)
+{
+    return fault.find("ctsOff") != std::string_view::npos || fault.find("dsrOff") != std::string_view::npos;
+}
+
 // Over both links: the steps, that the trace names the fault, that it ends, and that a day afterwards is the
 // day of a printer that has never been armed.
 TEST(DisturbedSession, DoesWhatEachKindSaysAndIsThenAsIfNothingHadBeen)
@@ -98,8 +101,9 @@ TEST(DisturbedSession, DoesWhatEachKindSaysAndIsThenAsIfNothingHadBeen)
             tried.arm(expected.fault);
             EXPECT_EQ(textOf(tried.send(expected.bytes)),
                       link == CodePage::cp852 ? expected.onSerialLine : expected.overTcp);
+            const bool isIdle = link == CodePage::windows1250 && isOfSerialLine(expected.fault);
             EXPECT_EQ(tried.last().faults.size(), 1U);
-            EXPECT_TRUE(tried.station.faults.list().front().hasEnded);
+            EXPECT_NE(tried.station.faults.list().front().hasEnded, isIdle);
             tried.station.faults.disarmAll();
             if (expected.bytes ==
                 job) { // a printer that waits for the rest of a reply's answer hears no probe

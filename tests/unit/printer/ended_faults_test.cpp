@@ -42,6 +42,22 @@ TEST_P(EndedFaults, LeaveThePowerOn)
     EXPECT_EQ(till.heard(harmless), accepted);
 }
 
+TEST_P(EndedFaults, LeaveThePrinterSwitchedOn)
+{
+    till.heard(variable);
+    EXPECT_EQ(textOf(till.session.switchOff(1, milliseconds(60'000), till.now)),
+              "0:forget 0:cts-dsr- 60000:cts+dsr+");
+    till.session.switchOff(2, milliseconds(50), till.now);
+    EXPECT_EQ(till.heard("\x15"), ""); // the reply is forgotten as well
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(100))), "");
+    till.session.endFault(1);
+    EXPECT_EQ(till.heard("\x15"), "");
+    EXPECT_EQ(till.heard(harmless), accepted);
+    till.session.switchOff(3, milliseconds(50), till.now);
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(49))), "");
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(1))), accepted);
+}
+
 TEST_P(EndedFaults, LeaveTheRestOfAReplyWhole)
 {
     const std::string whole = till.heard(variable);
@@ -99,6 +115,48 @@ TEST_P(EndedFaults, ActFromTheNextRequestOnAlsoInTheMiddleOfACall)
     EXPECT_EQ(till.heard(end), "\x15\x4D");
 }
 
+// The call is over when no further try of it can come, and the fault with it.
+TEST_P(EndedFaults, AreThoseWhoseLastCallIsOver)
+{
+    const auto hasEnded = [this] { return till.station.faults.list().back().hasEnded; };
+    const bool isSerial = GetParam() == CodePage::cp852;
+    till.arm(R"({"kind":"refuse","code":77,"calls":1})");
+    till.heard(harmless);
+    EXPECT_EQ(hasEnded(), !isSerial); // which tries twice more
+    till.heard(harmless);
+    EXPECT_EQ(hasEnded(), !isSerial);
+    till.heard(harmless);
+    EXPECT_TRUE(hasEnded());
+    // An acceptance is the end of the call.
+    till.arm(R"({"kind":"acknowledgeTwice","calls":1})");
+    till.heard(harmless);
+    EXPECT_TRUE(hasEnded());
+    // Any other request is, whichever it is.
+    till.arm(R"({"kind":"acknowledgeLost","command":"E0","calls":1})");
+    till.heard(harmless);
+    EXPECT_FALSE(hasEnded());
+    till.heard(variable);
+    EXPECT_TRUE(hasEnded());
+    till.heard("\x03");
+    // And the end of the connection.
+    till.arm(R"({"kind":"acknowledgeLost","calls":1})");
+    till.heard(harmless);
+    EXPECT_FALSE(hasEnded());
+    till.session.hasGone();
+    EXPECT_TRUE(hasEnded());
+}
+
+TEST_P(EndedFaults, AreThoseWhoseUploadIsOver)
+{
+    till.arm(R"({"kind":"extraBytes","bytes":"aa","command":"loadGHMMC1","calls":1})");
+    EXPECT_EQ(till.heard(request(0xD2, {"1", "0"})), "\x06\xAA");
+    EXPECT_FALSE(till.station.faults.list().back().hasEnded);
+    EXPECT_EQ(till.heard(telvofm::test::blockOf("x", '\x17')), "\x06\xAA");
+    EXPECT_FALSE(till.station.faults.list().back().hasEnded);
+    till.heard(harmless);
+    EXPECT_TRUE(till.station.faults.list().back().hasEnded);
+}
+
 TEST_P(EndedFaults, OfAResetPrinterLeaveNothingToBeRepeated)
 {
     till.arm(R"({"kind":"acknowledgeLost"})");
@@ -124,7 +182,9 @@ TEST_P(EndedFaults, OfAResetPrinterLeaveNoAnswer)
     till.heard("\x03");
     till.station.trace.beginAnew();
     till.arm(R"({"kind":"staleAnswer"})");
-    EXPECT_EQ(till.heard(harmless), "");
+    EXPECT_EQ(till.heard(harmless), accepted);
+    EXPECT_THAT(till.last().faults,
+                testing::ElementsAre("staleAnswer did nothing: there was no answer before"));
 }
 
 const auto bothLinks = testing::Values(CodePage::windows1250, CodePage::cp852);

@@ -133,7 +133,7 @@ TEST(ArmedAsJson, SaysWhatItHasDone)
 {
     Faults faults;
     faults.arm({.kind = FaultKind::paperOut});
-    faults.meet({.exchange = 12});
+    faults.hasDone(faults.meet({}).front().number, 12);
     EXPECT_EQ(toJson(faults.list().front()).dump(),
               R"({"number":1,"fault":{"kind":"paperOut","requests":1},"ended":true,"requestsMet":1,)"
               R"("callsMet":1,"requestsHit":1,"callsHit":1,"exchanges":[12]})");

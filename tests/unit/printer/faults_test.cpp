@@ -17,12 +17,18 @@ protected:
     {
         std::string hits;
         for (const char request : requests) {
-            hits +=
-                faults.meet({.command = 0x30, .commandName = command, .beginsCall = request == 'n'}).empty()
-                    ? '-'
-                    : 'X';
+            hits += meet({.command = 0x30, .commandName = command, .beginsCall = request == 'n'}) ? 'X' : '-';
         }
         return hits;
+    }
+    // Whether one hits; it then does something to this exchange.
+    bool meet(const Occasion& occasion, std::uint64_t exchange = 1)
+    {
+        const Hits hits = faults.meet(occasion);
+        for (const Faults::Hit& hit : hits) {
+            faults.hasDone(hit.number, exchange);
+        }
+        return !hits.empty();
     }
 
     Faults faults;
@@ -35,6 +41,19 @@ TEST_F(ArmedFaults, HitOneRequestAndEnd)
     EXPECT_EQ(hitsOf("nnn"), "X--");
     EXPECT_TRUE(faults.list().front().hasEnded);
     EXPECT_EQ(faults.list().front().requestsHit, 1);
+}
+
+TEST_F(ArmedFaults, AreNotUsedUpByARequestToWhichTheyCouldDoNothing)
+{
+    fault.requests = 1;
+    fault.calls = 1;
+    faults.arm(fault);
+    EXPECT_EQ(faults.meet({}).size(), 1U);
+    EXPECT_FALSE(faults.list().front().hasEnded);
+    EXPECT_EQ(faults.list().front().requestsMet, 1);
+    EXPECT_EQ(faults.list().front().requestsHit + faults.list().front().callsHit, 0);
+    EXPECT_EQ(hitsOf("n"), "X");
+    EXPECT_TRUE(faults.list().front().hasEnded);
 }
 
 TEST_F(ArmedFaults, HitOnlyTheirCommand)
@@ -100,6 +119,51 @@ TEST_F(ArmedFaults, DrawTheSameFromTheSameSeed)
     EXPECT_NE(hitsOf(many), first);
 }
 
+// The chance is a call's, not that of each of its tries: all of them are hit or none.
+TEST_F(ArmedFaults, DrawOnceForAWholeCall)
+{
+    fault.probability = 0.5;
+    fault.calls = 20;
+    fault.seed = 3;
+    faults.arm(fault);
+    int callsHit = 0;
+    int callsSpared = 0;
+    while (!faults.list().front().hasEnded) {
+        const std::string hits = hitsOf("nrr");
+        ASSERT_TRUE(hits == "XXX" || hits == "---") << hits;
+        callsHit += hits == "XXX" ? 1 : 0;
+        callsSpared += hits == "---" ? 1 : 0;
+    }
+    EXPECT_EQ(callsHit, 20);
+    EXPECT_GT(callsSpared, 5);
+    EXPECT_EQ(faults.list().front().callsHit, 20);
+    EXPECT_EQ(faults.list().front().requestsHit, 60);
+}
+
+// With requests to count each of them has its own.
+TEST_F(ArmedFaults, DrawForEachRequestWithoutCallsToCount)
+{
+    fault.probability = 0.5;
+    fault.requests = 1000;
+    faults.arm(fault);
+    bool isDivided = false;
+    for (int count = 0; count < 50; ++count) {
+        const std::string hits = hitsOf("nrr");
+        isDivided = isDivided || (hits != "XXX" && hits != "---");
+    }
+    EXPECT_TRUE(isDivided);
+}
+
+TEST_F(ArmedFaults, OfAConnectionListNoExchange)
+{
+    fault.kind = FaultKind::connectionClosed;
+    fault.at = FaultMoment::connection;
+    faults.arm(fault);
+    EXPECT_TRUE(meet({.kind = Occasion::Kind::connection}, 0));
+    EXPECT_EQ(faults.list().front().requestsHit, 1);
+    EXPECT_TRUE(faults.list().front().exchanges.empty());
+}
+
 TEST_F(ArmedFaults, OfAConnectionMeetNoRequest)
 {
     fault.kind = FaultKind::connectionClosed;
@@ -108,9 +172,9 @@ TEST_F(ArmedFaults, OfAConnectionMeetNoRequest)
     faults.arm(fault);
     EXPECT_EQ(hitsOf("nn"), "--");
     const Occasion connection{.kind = Occasion::Kind::connection};
-    EXPECT_TRUE(faults.meet(connection).empty());
-    EXPECT_EQ(faults.meet(connection).size(), 1U);
-    EXPECT_TRUE(faults.meet(connection).empty());
+    EXPECT_FALSE(meet(connection));
+    EXPECT_TRUE(meet(connection, 0));
+    EXPECT_FALSE(meet(connection));
 }
 
 TEST_F(ArmedFaults, AreDisarmedByNumberAndTellOfIt)
@@ -134,7 +198,7 @@ TEST_F(ArmedFaults, SayWhichExchangesTheyHaveHit)
     fault.requests = 200;
     faults.arm(fault);
     for (std::uint64_t number = 1; number <= 150; ++number) {
-        EXPECT_EQ(faults.meet({.exchange = number}).size(), 1U);
+        EXPECT_TRUE(meet({}, number));
     }
     EXPECT_EQ(faults.list().front().exchanges.size(), 100U);
     EXPECT_EQ(faults.list().front().exchanges.front(), 51U);

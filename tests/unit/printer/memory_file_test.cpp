@@ -1,7 +1,9 @@
 // Which files are opened as a printer's memory, and what is said of the others.
 #include "tests/unit/own_folder.h"
 #include "tests/unit/printer/simulated_disk.h"
+#include "virtual_printer/fiscal/draft.h"
 #include "virtual_printer/memory/memory.h"
+#include "virtual_printer/printers/new_printer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -87,6 +89,22 @@ TEST_F(MemoryFile, IsOpenedBesideTheNoteOfAProcessThatWasKilled)
 {
     std::ofstream(note) << "process 1";
     EXPECT_EQ(refusalOf(path), "");
+}
+
+// As those of earlier builds were; a snapshot is restored into a memory page by page.
+TEST_F(MemoryFile, OfLargerPagesIsReadAndTakesOverTheContentsOfAnother)
+{
+    Memory other;
+    other.commit(State(), Draft(readyToSell(), Moment()));
+    {
+        Memory memory(path);
+        memory.copyFrom(other);
+    }
+    change("PRAGMA journal_mode = DELETE; PRAGMA page_size = 4096; VACUUM");
+    Memory memory(path);
+    EXPECT_TRUE(memory.load());
+    EXPECT_NO_THROW(memory.copyFrom(other));
+    EXPECT_TRUE(memory.load());
 }
 
 TEST_F(MemoryFile, IsRefusedWhenALaterVersionHasWrittenIt)

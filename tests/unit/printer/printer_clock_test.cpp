@@ -98,6 +98,33 @@ TEST_F(PrinterClock, StandsStillBehindTheOpenReceiptWhenItIsMovedBack)
     EXPECT_EQ(printer.state().standing->lastDocument, at("2026-01-31 12:30"));
 }
 
+// A year later than 9999 has no date that could be written.
+TEST_F(PrinterClock, StandsAtTheEndOfTheLastYear)
+{
+    auto time = std::chrono::steady_clock::time_point(std::chrono::hours(1));
+    const auto present = [&time] { return time; };
+    const Clock slow = clockFrom(at("9999-12-31 23:59"), 1, lastMoment, present);
+    const Clock fast = clockFrom(at("2026-01-31 12:00"), 86'400, lastMoment, present);
+    time += std::chrono::milliseconds(1500);
+    EXPECT_EQ(toText(slow()), "9999-12-31 23:59:01");
+    EXPECT_EQ(fast(), at("2026-02-02 00:00"));
+    time += minutes(1);
+    EXPECT_EQ(toText(slow()), "9999-12-31 23:59:59");
+    // 7973 years and 11 months of it; in nanoseconds there is room for 292 years.
+    time = std::chrono::steady_clock::time_point(std::chrono::hours(1)) + std::chrono::hours(24 * 20);
+    EXPECT_EQ(fast(), at("2026-01-31 12:00") + std::chrono::days(86'400 * 20));
+    time += std::chrono::hours(24 * 365);
+    EXPECT_EQ(toText(fast()), "9999-12-31 23:59:59");
+}
+
+TEST_F(PrinterClock, StandsAtTheEndOfTheLastYearAlsoWhenATillHasSetIt)
+{
+    Printer printer = startAt("2026-01-31 12:00");
+    send(printer, 0xBF, {"9999-12-31 23:59"});
+    clock += minutes(5);
+    EXPECT_EQ(toText(printer.now()), "9999-12-31 23:59:59");
+}
+
 // As clocks of the place do at the end of summer.
 TEST_F(PrinterClock, StandsStillWhileTheOneThatItWasStartedWithIsBehind)
 {

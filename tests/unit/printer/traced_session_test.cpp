@@ -66,6 +66,45 @@ TEST_F(TracedSession, HasWhatIsNoRequest)
     EXPECT_EQ(station.trace.find(3)->toTill, refused(Refusal::unknownCommand));
 }
 
+// A script sends many at once, and their answers leave together.
+TEST_F(TracedSession, KnowsOfEachAnswerHoweverManyWait)
+{
+    constexpr int many = 500;
+    std::string requests;
+    for (int count = 0; count < many; ++count) {
+        requests += request(0xE0);
+    }
+    const Steps steps = line.take(requests, now);
+    EXPECT_EQ(steps.size(), std::size_t{many});
+    for (const Step& step : steps) {
+        line.hasAcknowledged(std::get<Send>(step.action).acknowledges, now + milliseconds(3));
+    }
+    for (std::uint64_t number = station.trace.first(); number < station.trace.end(); ++number) {
+        const Exchanged& exchanged = *station.trace.find(number);
+        EXPECT_TRUE(exchanged.isAcknowledged && exchanged.isOver) << number;
+        EXPECT_EQ(exchanged.answered, milliseconds(3)) << number;
+    }
+}
+
+// What the till was not told when it went is over, and was not acknowledged.
+TEST_F(TracedSession, EndsEachExchangeWithTheTillHoweverManyWait)
+{
+    constexpr int many = 100;
+    std::string requests;
+    for (int count = 0; count < many; ++count) {
+        requests += request(0xE0);
+    }
+    line.take(requests, now);
+    exchange(serial, request(0xE0));
+    serial.take(request(0xE0), now); // another till's, which goes on
+    line.hasGone();
+    for (std::uint64_t number = station.trace.first(); number < station.trace.end(); ++number) {
+        const Exchanged& exchanged = *station.trace.find(number);
+        EXPECT_EQ(exchanged.isOver, number <= many + 1) << number;
+        EXPECT_EQ(exchanged.isAcknowledged, number == many + 1) << number;
+    }
+}
+
 TEST_F(TracedSession, TakesTheSameRequestAfterAnAcceptanceForANewOne)
 {
     openReceipt();

@@ -1,0 +1,84 @@
+// What can go wrong, as a value that says whether the printer has carried the command out.
+#pragma once
+
+#include "tables.hpp"
+
+#include <algorithm>
+#include <string>
+
+namespace telvofm {
+
+enum class Kind
+{
+    refused,        // the printer understood the call and refused it
+    notExecuted,    // nothing reached the printer
+    outcomeUnknown, // it may have been carried out, or not, or twice
+    textError,      // a text that cannot be sent; nothing was sent
+    amountError     // an amount that cannot be sent; nothing was sent
+};
+
+struct Failure
+{
+    Kind kind;
+    std::string call;     // the function of telvofm.h, empty if none was called
+    int code;             // what it returned
+    std::string name;     // the code's name
+    std::string happened; // what that means
+    Executed executed;
+    std::string advice; // what to do
+
+    // All of it as one text for a log or a cashier.
+    [[nodiscard]] std::string text() const
+    {
+        if (call.empty()) {
+            return happened;
+        }
+        const char* const said = executed == Executed::yes  ? "It was carried out."
+                                 : executed == Executed::no ? "It was not carried out."
+                                                            : "Whether it was carried out is unknown.";
+        return call + ": code " + std::to_string(code) + " (" + name + "): " + happened + " " + said + " " +
+               advice;
+    }
+};
+
+// Over TCP the library sends a request again that met silence for three seconds, and the printer may then
+// refuse what it has already done: a refusal that took longer than this many seconds is not believed.
+inline constexpr double slow = 2.5;
+
+// The failure of a call that returned a code after so many seconds.
+inline Failure failureOf(std::string_view call, int code, double seconds)
+{
+    constexpr CodeMeaning undocumented{
+        0,
+        0,
+        "undocumented",
+        "The library returned a code that it does not document.",
+        Executed::unknown,
+        "Ask the printer for its last receipt and totals before you repeat the call."};
+    const auto found =
+        std::find_if(tables::codes.begin(), tables::codes.end(), [code](const CodeMeaning& meaning) {
+            return meaning.first <= code && code <= meaning.last;
+        });
+    const CodeMeaning& meaning = found == tables::codes.end() ? undocumented : *found;
+    const Executed executed = code > 0 && seconds > slow ? Executed::unknown : meaning.executed;
+    const Kind kind = executed != Executed::no ? Kind::outcomeUnknown
+                      : code > 0               ? Kind::refused
+                                               : Kind::notExecuted;
+    return {
+        kind,     std::string(call),          code, std::string(meaning.name), std::string(meaning.happened),
+        executed, std::string(meaning.advice)};
+}
+
+// The failure of a call that returned 0 and left the printer with other totals than it should.
+inline Failure doubt(std::string_view call, std::string happened)
+{
+    return {Kind::outcomeUnknown, std::string(call), 0, "totals", std::move(happened),
+            Executed::unknown,    "Call recover()."};
+}
+
+inline Failure wrongArgument(Kind kind, std::string sentence)
+{
+    return {kind, "", 0, "", std::move(sentence), Executed::no, ""};
+}
+
+} // namespace telvofm

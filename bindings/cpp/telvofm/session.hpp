@@ -1,0 +1,221 @@
+// The connection to a printer, and every function of the library with texts in UTF-8.
+#pragma once
+
+#include "telvofm.h"
+
+#include "text.hpp"
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace telvofm {
+
+static_assert(sizeof(void*) == 8, "TelvoFM is a 64-bit library: build your program for a 64-bit system");
+
+class Decimal;
+class Receipt;
+
+// The printer's own names of the variables that a receipt asks for. These are those of the virtual printer.
+struct Questions
+{
+    std::string lastReceipt = "LAST_RECEIPT";
+    std::string lastTotal = "LAST_TOTAL";
+    std::string state = "STATE";
+    std::string closed = "closed"; // what `state` is while no receipt is open
+    std::string total = "TOTAL";
+    std::string due = "DUE";
+    bool canBeAsked = true; // false for a printer that knows none of this
+};
+
+namespace inside {
+
+// An argument as the library takes it; a text is encoded and lives until the call is over. The path of a file
+// goes out as the system's own bytes.
+template <typename Argument>
+auto converted(const Argument& argument)
+{
+    if constexpr (std::is_same_v<Argument, std::filesystem::path>) {
+        return Result<std::string>(argument.string());
+    } else if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
+        return encode(argument);
+    } else {
+        return Result<Argument>(argument);
+    }
+}
+
+template <typename Value>
+const char* passed(const Value& value) requires std::is_same_v<Value, std::string>
+{
+    return value.c_str();
+}
+template <typename Value>
+Value passed(const Value& value) requires(!std::is_same_v<Value, std::string>)
+{
+    return value;
+}
+
+template <typename Parameter>
+inline constexpr bool isBuffer = std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned int*>;
+
+} // namespace inside
+
+// A printer that is connected for as long as this lives. A program has one at a time: a second one beside it
+// is refused.
+class Session
+{
+public:
+    // "192.168.1.10:9100", or "COM3" for a serial port; `device` is the printer's own address.
+    static Result<Session> open(std::string_view address, int device = 1, Questions questions = {})
+    {
+        if (isOpen()) {
+            return wrongArgument(Kind::notExecuted,
+                                 "a session is open, and a program has one at a time; let it end first");
+        }
+        Session session(address, device, std::move(questions));
+        if (Outcome opened = session.connect(); !opened) {
+            return opened.error();
+        }
+        return session;
+    }
+
+    Session(Session&&) = default;
+    Session& operator=(Session&&) = delete;
+
+    // Closes the connection and opens it again. The library forgets the settings and pictures of the session.
+    Outcome reopen()
+    {
+        closeFM();
+        return connect();
+    }
+
+    // Calls a function of telvofm.h that returns 0 or a code: call("setHeader", setHeader, 1, "0000", 1,
+    // "Potraviny").
+    template <typename... Parameters, typename... Arguments>
+    Outcome call(std::string_view name, int (*function)(Parameters...), const Arguments&... arguments)
+    {
+        static_assert(!(inside::isBuffer<Parameters> || ...),
+                      "a buffer that is too short ends the process: use the function's twin for result "
+                      "objects, and read()");
+        return passOn(name, function, inside::converted(arguments)...);
+    }
+
+    // The bytes that a function delivers into a result object, which is its last argument and left out here:
+    // read("getJournalStructZ_ResultObject", getJournalStructZ_ResultObject, 1, 1, 20).
+    template <typename... Parameters, typename... Arguments>
+    Result<std::string> read(std::string_view name, int (*function)(Parameters...),
+                             const Arguments&... arguments)
+    {
+        const std::unique_ptr<ResultObject, decltype(&destroyResultObject)> result(createResultObject(),
+                                                                                   &destroyResultObject);
+        if (Outcome outcome = call(name, function, arguments..., result.get()); !outcome) {
+            return outcome.error();
+        }
+        const auto length = static_cast<unsigned>(getResultObjectLength(result.get())); // the low 32 bits
+        return std::string(getResultObjectString(result.get()), length);
+    }
+
+    // Opens the selling day. False when the printer refused, as it does when the day is open already.
+    // NOLINTNEXTLINE(readability-make-member-function-const): it changes the printer
+    Result<bool> beginDay(int saleMode = 0)
+    {
+        const int code = sellingDayBegin(device_, saleMode);
+        Failure failure =
+            failureOf("sellingDayBegin", code, 0); // late or not: then an earlier try has opened it
+        if (code != 0 && failure.kind != Kind::refused) {
+            return failure;
+        }
+        return code == 0;
+    }
+
+    // The text of a variable of the printer's.
+    Result<std::string> variable(std::string_view name)
+    {
+        return decoded(read("getVariableResultObject", getVariableResultObject, device_, name));
+    }
+    // The text of the last receipt.
+    Result<std::string> lastReceipt()
+    {
+        return decoded(read("getLastParagonResultObject", getLastParagonResultObject, device_));
+    }
+    // The text of the whole electronic journal.
+    Result<std::string> journal()
+    {
+        return decoded(read("getJournal_ResultObject", getJournal_ResultObject, device_));
+    }
+
+    // A receipt that is not begun yet. The session must outlive it and stay where it is.
+    Receipt receipt();
+    // A receipt that a till left when it was switched off: call recover() on it.
+    Receipt interruptedReceipt(std::string numberBefore, Decimal total);
+
+    [[nodiscard]] int device() const { return device_; }
+    [[nodiscard]] const Questions& questions() const { return questions_; }
+
+private:
+    // Closes the connection with the last owner of a session.
+    struct Connection
+    {
+        Connection() { isOpen() = true; }
+        ~Connection()
+        {
+            closeFM();
+            isOpen() = false;
+        }
+        Connection(const Connection&) = delete;
+        Connection& operator=(const Connection&) = delete;
+    };
+
+    Session(std::string_view address, int device, Questions questions)
+        : address_(address), device_(device), questions_(std::move(questions)),
+          connection_(std::make_unique<Connection>())
+    {
+    }
+
+    static bool& isOpen()
+    {
+        static bool is = false;
+        return is;
+    }
+
+    Outcome connect()
+    {
+        Outcome opened = call("openFM", openFM, address_);
+        if (!opened) {
+            closeFM(); // due after a failed open, too
+        }
+        return opened;
+    }
+
+    template <typename Function, typename... Converted>
+    Outcome passOn(std::string_view name, Function function, const Converted&... arguments)
+    {
+        const Failure* wrong = nullptr;
+        ((wrong = wrong == nullptr && !arguments.has_value() ? &arguments.error() : wrong), ...);
+        if (wrong != nullptr) {
+            return *wrong;
+        }
+        const auto started = std::chrono::steady_clock::now();
+        const int code = function(inside::passed(*arguments)...);
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - started;
+        if (code != 0) {
+            return failureOf(name, code, seconds.count());
+        }
+        return Done{seconds.count()};
+    }
+
+    static Result<std::string> decoded(const Result<std::string>& bytes)
+    {
+        return bytes ? Result<std::string>(decode(*bytes)) : bytes;
+    }
+
+    std::string address_;
+    int device_;
+    Questions questions_;
+    std::unique_ptr<Connection> connection_;
+};
+
+} // namespace telvofm

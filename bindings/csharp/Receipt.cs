@@ -1,0 +1,237 @@
+using System;
+using System.Globalization;
+using Telvofm.Raw;
+
+namespace Telvofm
+{
+    /// <summary>A receipt that compares its own total with the printer's, because a request whose answer was lost is sent
+    /// again, may be carried out twice, and returns 0. After any failure Recover tells what happened.</summary>
+    public sealed partial class Receipt
+    {
+        readonly Session session;
+        readonly Questions questions;
+        bool begun;
+        bool compared; // its total with the printer's, before the first payment
+        bool finished; // as far as the till goes: paid in full, or told to end
+        OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
+
+        /// <summary>The last receipt's number before this one began; null while it has not, or cannot be asked.</summary>
+        public string NumberBefore { get; private set; }
+
+        /// <summary>What is sold so far. Correct it after what went to the printer past this class.</summary>
+        public decimal Total { get; set; }
+
+        /// <summary>What is paid so far.</summary>
+        public decimal Paid { get; private set; }
+
+        internal Receipt(Session session)
+        {
+            this.session = session;
+            questions = session.Questions;
+        }
+
+        internal static Receipt Interrupted(Session session, string numberBefore, decimal total)
+        {
+            return new Receipt(session)
+            {
+                NumberBefore = numberBefore,
+                Total = total,
+                Paid = total,
+                begun = true,
+                finished = true,
+                doubt = OutcomeUnknownException.Doubt("recover", "The till was interrupted in this receipt.")
+            };
+        }
+
+        // ---- Selling ----
+
+        /// <summary>Opens the receipt; what the numbers mean is the printer's matter.</summary>
+        public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
+        {
+            NumberBefore = Asked(questions.LastNumber);
+            begun = true;
+            try
+            {
+                Send("paragonBegin", () => Functions.paragonBegin(session.Device, 0, saleType, commission, receiptType, recapitulation, picture));
+            }
+            catch (CallException failure)
+            {
+                begun = failure.Executed == Executed.Unknown;
+                throw;
+            }
+        }
+
+        /// <summary>Sells an item: `total` for `quantity` of `unit` at `unitPrice` each.</summary>
+        public void Sell(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
+        {
+            var item = new Item(name, total, vat, quantity, unitPrice, unit);
+            Line(total, "itemSale_str", () => Functions.itemSale_str(
+                session.Device, 0, item.Name, item.Total, item.Vat, item.Quantity, item.UnitPrice, item.Unit));
+        }
+
+        /// <summary>Takes an item of this receipt back, which was sold with the same arguments.</summary>
+        public void Void(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
+        {
+            var item = new Item(name, total, vat, quantity, unitPrice, unit);
+            Line(-total, "itemVoid_str", () => Functions.itemVoid_str(
+                session.Device, 0, item.Name, item.Total, item.Vat, item.Quantity, item.UnitPrice, item.Unit, null));
+        }
+
+        /// <summary>A discount of a sum on the item that was sold last; `operation` is the printer's number for that.</summary>
+        public void Discount(string description, decimal amount, char vat, int operation = 0)
+        {
+            byte[] words = Windows1250.Encode(description), sum = Amounts.Money(amount), letter = Windows1250.Encode(vat.ToString());
+            Line(-amount, "itemDiscount_str", () => Functions.itemDiscount_str(session.Device, 0, words, operation, sum, letter));
+        }
+
+        /// <summary>Takes a payment under the printer's payment type. More than is due is given back.</summary>
+        public void Pay(int type, decimal amount, string description)
+        {
+            byte[] total = Amounts.Money(Total), part = Amounts.Payment(amount), words = Windows1250.Encode(description);
+            if (!compared)
+            {
+                Compare("payment_str", questions.Total, Total, "the total");
+                compared = true;
+            }
+            try
+            {
+                Send("payment_str", () => Functions.payment_str(session.Device, 0, type, total, part, noExchange, words));
+            }
+            catch (OutcomeUnknownException)
+            {
+                Count(amount); // as it was meant
+                throw;
+            }
+            Count(amount);
+            Compare("payment_str", questions.Due, Due(), "what is due");
+        }
+
+        static readonly byte[] noExchange = Windows1250.Encode("0");
+
+        /// <summary>Ends the receipt and returns its number; an empty one if the printer cannot be asked.</summary>
+        public string End(int picture = 0)
+        {
+            finished = true;
+            Send("paragonEnd", () => Functions.paragonEnd(session.Device, 0, picture));
+            string number = Answer("paragonEnd", questions.LastNumber);
+            if (number == null)
+            {
+                return "";
+            }
+            if (number == NumberBefore)
+            {
+                throw Doubt("paragonEnd", "The printer's last receipt is still " + number + ".");
+            }
+            Compare("paragonEnd", questions.LastTotal, Total, "the total of the last receipt");
+            return number;
+        }
+
+        /// <summary>Cancels the receipt; the printer prints why.</summary>
+        public void Cancel(string description = "")
+        {
+            byte[] words = Windows1250.Encode(description);
+            session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, words));
+            begun = false;
+        }
+
+        // ---- Comparing ----
+
+        void Line(decimal value, string call, Func<int> function)
+        {
+            Send(call, function);
+            Total += value;
+        }
+
+        void Count(decimal amount)
+        {
+            Paid += amount;
+            finished = Due() == 0;
+        }
+
+        /// <summary>What is left to pay, or to pay out; more than that is given back.</summary>
+        decimal Due()
+        {
+            decimal due = Total - Paid;
+            return Math.Sign(due) == Math.Sign(Total) ? due : 0;
+        }
+
+        /// <summary>One call of this receipt. Whatever leaves its outcome open is remembered.</summary>
+        void Send(string call, Func<int> function)
+        {
+            if (doubt != null)
+            {
+                throw doubt;
+            }
+            try
+            {
+                session.Call(call, function);
+            }
+            catch (OutcomeUnknownException unknown)
+            {
+                doubt = unknown;
+                throw;
+            }
+        }
+
+        void Compare(string call, string question, decimal expected, string what)
+        {
+            if (doubt != null)
+            {
+                throw doubt;
+            }
+            string answer = Answer(call, question);
+            if (answer != null && NumberOf(answer) != expected)
+            {
+                throw Doubt(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.Written(expected) +
+                                  ": something was carried out twice, or not at all.");
+            }
+        }
+
+        /// <summary>What the printer answers; null when it cannot be asked. A question that fails leaves the call in doubt.</summary>
+        string Answer(string call, string question)
+        {
+            try
+            {
+                return Asked(question);
+            }
+            catch (CallException failure)
+            {
+                throw Doubt(call, "The printer does not say what it has done (" + failure.Call + ": code " + failure.Code + ").");
+            }
+        }
+
+        string Asked(string question)
+        {
+            return question == null ? null : session.Variable(question);
+        }
+
+        OutcomeUnknownException Doubt(string call, string happened)
+        {
+            doubt = OutcomeUnknownException.Doubt(call, happened);
+            return doubt;
+        }
+
+        static decimal? NumberOf(string text)
+        {
+            decimal number;
+            return decimal.TryParse(text.Trim(), NumberStyles.Number & ~NumberStyles.AllowThousands, CultureInfo.InvariantCulture, out number)
+                ? number : (decimal?)null;
+        }
+    }
+
+    /// <summary>The arguments of an item as bytes, all of them made before anything is sent.</summary>
+    sealed class Item
+    {
+        internal readonly byte[] Name, Total, Vat, Quantity, UnitPrice, Unit;
+
+        internal Item(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
+        {
+            Name = Windows1250.Encode(name);
+            Total = Amounts.Money(total);
+            Vat = Windows1250.Encode(vat.ToString());
+            Quantity = Amounts.Quantity(quantity);
+            UnitPrice = Amounts.Money(unitPrice);
+            Unit = Windows1250.Encode(unit);
+        }
+    }
+}

@@ -1,0 +1,99 @@
+using System;
+using Telvofm.Raw;
+
+namespace Telvofm
+{
+    public enum Verdict { Sold, NotSold, AskAPerson }
+
+    /// <summary>What the printer says has become of a receipt.</summary>
+    public sealed class Recovery
+    {
+        public readonly Verdict Verdict;
+        public readonly string Sentence;
+
+        /// <summary>The receipt's number if it is sold, otherwise empty.</summary>
+        public readonly string Number;
+
+        internal Recovery(Verdict verdict, string sentence, string number = "")
+        {
+            Verdict = verdict;
+            Sentence = sentence;
+            Number = number;
+        }
+
+        public override string ToString()
+        {
+            string verdict = Verdict == Verdict.Sold ? "sold" : Verdict == Verdict.NotSold ? "not sold" : "ask a person";
+            return verdict + ": " + Sentence;
+        }
+    }
+
+    public sealed partial class Receipt
+    {
+        /// <summary>Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
+        /// should be, and cancelled otherwise. Never fails, and may be called again.</summary>
+        public Recovery Recover()
+        {
+            if (!begun)
+            {
+                return new Recovery(Verdict.NotSold, "the receipt was not begun, or is cancelled");
+            }
+            if (NumberBefore == null)
+            {
+                return new Recovery(Verdict.AskAPerson, "this printer cannot be asked; look at its paper before this receipt is sold again");
+            }
+            try
+            {
+                session.Reopen();
+                Finish();
+                return Judged();
+            }
+            catch (CallException failure)
+            {
+                return new Recovery(Verdict.AskAPerson, "the printer does not say what it has done; look at its paper before this receipt " +
+                                                        "is sold again (" + failure.Call + ": code " + failure.Code + ")");
+            }
+        }
+
+        /// <summary>Ends or cancels the receipt if it is open. Whether that worked, Judged sees.</summary>
+        void Finish()
+        {
+            if (Asked(questions.LastNumber) != NumberBefore || Asked(questions.State) == questions.Closed)
+            {
+                return;
+            }
+            bool isPaid = finished && NumberOf(Asked(questions.Total)) == Total && NumberOf(Asked(questions.Due)) == 0;
+            try
+            {
+                if (isPaid)
+                {
+                    session.Call("paragonEnd", () => Functions.paragonEnd(session.Device, 0, 0));
+                }
+                else
+                {
+                    session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, null));
+                }
+            }
+            catch (CallException)
+            {
+            }
+        }
+
+        Recovery Judged()
+        {
+            string number = Asked(questions.LastNumber), total = Asked(questions.LastTotal);
+            bool isClosed = Asked(questions.State) == questions.Closed;
+            if (isClosed && number == NumberBefore)
+            {
+                return new Recovery(Verdict.NotSold, "receipt " + number + " is still the last one, and none is open; it can be sold again");
+            }
+            if (isClosed && NumberOf(total) == Total)
+            {
+                return new Recovery(Verdict.Sold, "receipt " + number + ", total " + Amounts.Written(Total), number);
+            }
+            return new Recovery(Verdict.AskAPerson,
+                "the printer's last receipt is " + number + " with " + total + (isClosed ? "" : ", and one is open") + "; the till sold " +
+                Amounts.Written(Total) + " after receipt " + NumberBefore + "; look at the paper before it is sold again");
+        }
+    }
+}

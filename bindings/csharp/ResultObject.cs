@@ -1,0 +1,53 @@
+using System;
+using System.Runtime.InteropServices;
+using Telvofm.Raw;
+
+namespace Telvofm
+{
+    /// <summary>Bytes of any length that the library fills. Released at the end of `using`, or with the last reference
+    /// to it; the bytes are copied out of it.</summary>
+    public sealed class ResultObject : SafeHandle
+    {
+        public ResultObject() : base(IntPtr.Zero, true)
+        {
+            SetHandle(Functions.createResultObject());
+            if (IsInvalid)
+            {
+                throw new OutOfMemoryException();
+            }
+        }
+
+        public override bool IsInvalid
+        {
+            get { return handle == IntPtr.Zero; }
+        }
+
+        /// <summary>For the raw layer's functions whose names end in ResultObject.</summary>
+        public IntPtr Pointer
+        {
+            get { return handle; }
+        }
+
+        public byte[] Bytes
+        {
+            get
+            {
+                var bytes = new byte[Functions.getResultObjectLength(handle)];
+                Marshal.Copy(Functions.getResultObjectString(handle), bytes, 0, bytes.Length);
+                GC.KeepAlive(this);
+                return bytes;
+            }
+        }
+
+        public string Text
+        {
+            get { return Windows1250.Decode(Bytes); }
+        }
+
+        protected override bool ReleaseHandle()
+        {
+            Functions.destroyResultObject(handle);
+            return true;
+        }
+    }
+}

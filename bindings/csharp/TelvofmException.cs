@@ -1,0 +1,105 @@
+using System;
+
+namespace Telvofm
+{
+    /// <summary>Whatever goes wrong here; the message says what to do.</summary>
+    public abstract class TelvofmException : Exception
+    {
+        protected TelvofmException(string message, Exception cause = null) : base(message, cause) { }
+    }
+
+    /// <summary>The library is missing, is another one, or is loaded into a 32-bit process.</summary>
+    public sealed class LibraryException : TelvofmException
+    {
+        internal LibraryException(string message, Exception cause = null) : base(message, cause) { }
+    }
+
+    /// <summary>A call that did not succeed.</summary>
+    public abstract class CallException : TelvofmException
+    {
+        /// <summary>The function of telvofm.h.</summary>
+        public string Call { get; private set; }
+
+        /// <summary>What it returned.</summary>
+        public int Code { get; private set; }
+
+        /// <summary>The code's name, what it means, and what to do.</summary>
+        public string Name { get; private set; }
+
+        public string Happened { get; private set; }
+
+        public string Advice { get; private set; }
+
+        /// <summary>Whether the printer has carried the command out.</summary>
+        public Executed Executed { get; private set; }
+
+        protected CallException(string call, int code, string name, string happened, Executed executed, string advice)
+            : base(call + ": code " + code + " (" + name + "): " + happened + " " + Sentence(executed) + " " + advice)
+        {
+            Call = call;
+            Code = code;
+            Name = name;
+            Happened = happened;
+            Executed = executed;
+            Advice = advice;
+        }
+
+        static string Sentence(Executed executed)
+        {
+            switch (executed)
+            {
+                case Executed.Yes: return "It was carried out.";
+                case Executed.No: return "It was not carried out.";
+                default: return "Whether it was carried out is unknown.";
+            }
+        }
+
+        /// <summary>What a call failed with that was answered in time, or late: then the printer may have refused what it
+        /// had done already.</summary>
+        internal static CallException Of(string call, int code, bool late)
+        {
+            CodeMeaning meaning = Array.Find(CodeMeaning.All, each => each.First <= code && code <= each.Last);
+            if (meaning == null)
+            {
+                return new OutcomeUnknownException(call, code, "undocumented", "The library returned a code that it does not document.",
+                                                   "Ask the printer for its last receipt and totals before you repeat the call.");
+            }
+            if (meaning.Executed != Executed.No || (late && code > 0))
+            {
+                return new OutcomeUnknownException(call, code, meaning.Name, meaning.Happened, meaning.Advice);
+            }
+            if (code > 0)
+            {
+                return new RefusedException(call, code, meaning.Name, meaning.Happened, meaning.Advice);
+            }
+            return new NotExecutedException(call, code, meaning.Name, meaning.Happened, meaning.Advice);
+        }
+    }
+
+    /// <summary>The printer understood the call and refused it.</summary>
+    public sealed class RefusedException : CallException
+    {
+        internal RefusedException(string call, int code, string name, string happened, string advice)
+            : base(call, code, name, happened, Executed.No, advice) { }
+    }
+
+    /// <summary>Nothing reached the printer.</summary>
+    public sealed class NotExecutedException : CallException
+    {
+        internal NotExecutedException(string call, int code, string name, string happened, string advice)
+            : base(call, code, name, happened, Executed.No, advice) { }
+    }
+
+    /// <summary>The printer may have carried the command out, or not, or twice.</summary>
+    public sealed class OutcomeUnknownException : CallException
+    {
+        internal OutcomeUnknownException(string call, int code, string name, string happened, string advice)
+            : base(call, code, name, happened, Executed.Unknown, advice) { }
+
+        /// <summary>After a call that returned 0 and left the printer with other totals than it should.</summary>
+        internal static OutcomeUnknownException Doubt(string call, string happened)
+        {
+            return new OutcomeUnknownException(call, 0, "totals", happened, "Call Recover.");
+        }
+    }
+}

@@ -1,0 +1,143 @@
+using System;
+using System.Globalization;
+using System.Linq;
+using System.Threading;
+using Telvofm;
+using Telvofm.Raw;
+
+/// <summary>The layer where the demo receipt does not come: LayerTest.exe ADDRESS. Prints what is wrong, and ends with 1 then.</summary>
+static class LayerTest
+{
+    static int failures;
+
+    static void Check(bool holds, string what)
+    {
+        if (!holds)
+        {
+            Console.WriteLine("wrong: " + what);
+            failures++;
+        }
+    }
+
+    static void CheckThrows<T>(string words, Action action) where T : Exception
+    {
+        try
+        {
+            action();
+            Check(false, "no " + typeof(T).Name + " with " + words);
+        }
+        catch (T expected)
+        {
+            Check(expected.Message.Contains(words), expected.Message + " has no " + words);
+        }
+    }
+
+    static void Texts()
+    {
+        byte[] every = Enumerable.Range(1, 255).Select(value => (byte)value).ToArray();
+        Check(Windows1250.Encode(Windows1250.Decode(every)).SequenceEqual(every.Concat(new byte[] { 0 })), "255 bytes and back");
+        Check(Windows1250.Decode(new byte[] { 0 }) == "\0", "a NUL is read");
+        Check(Windows1250.Encode("šč žťľ€").SequenceEqual(new byte[] { 0x9A, 0xE8, 0x20, 0x9E, 0x9D, 0xBE, 0x80, 0 }), "Windows-1250");
+        Check(Windows1250.Decode(new byte[] { 0x81, 0x83, 0x88, 0x90, 0x98 }) == "\u0081\u0083\u0088\u0090\u0098", "open bytes");
+        Check(Windows1250.Encode('ž') == 0x9E, "a letter");
+        Check(Windows1250.Encode(null).SequenceEqual(new byte[] { 0 }), "null is empty");
+        CheckThrows<TextException>("ñ (U+00F1) at position 2", () => Windows1250.Encode("Piña"));
+        CheckThrows<TextException>("(U+1F600) at position 1", () => Windows1250.Encode("a\U0001F600"));
+        CheckThrows<TextException>("(U+D83D) at position 0", () => Windows1250.Encode("\uD83D")); // half of a character
+        CheckThrows<TextException>("(U+030C) at position 1", () => Windows1250.Encode("s\u030C")); // another way to write š
+        CheckThrows<TextException>("NUL at position 6", () => Windows1250.Encode("Chlieb\0 tajný"));
+    }
+
+    static void TestFailures()
+    {
+        CallException refused = CallException.Of("itemSale_str", 26, false), late = CallException.Of("payment_str", 32, true);
+        Check(refused is RefusedException && refused.Executed == Executed.No, "a refusal");
+        Check(refused.Message.StartsWith("itemSale_str: code 26 (refused): ") && refused.Message.Contains("It was not carried out."), refused.Message);
+        Check(late is OutcomeUnknownException && late.Executed == Executed.Unknown, "a slow refusal");
+        foreach (int code in new[] { -10201, -10202, -10002, 64, -77 })
+        {
+            Check(CallException.Of("paragonEnd", code, false) is OutcomeUnknownException, "code " + code);
+        }
+        Check(CallException.Of("openFM", -1, true) is NotExecutedException, "what never left");
+        CheckThrows<LibraryException>("32 bits; build it for x64", () => Library.RequireBits(32));
+    }
+
+    static Receipt WithOneItem(Session session)
+    {
+        Receipt receipt = session.NewReceipt();
+        receipt.Begin();
+        receipt.Sell("Žemľa", 0.25m, 'A', 1, 0.25m, "ks");
+        return receipt;
+    }
+
+    static void OpenSession(Session session, string address)
+    {
+        CheckThrows<InvalidOperationException>("one at a time; close it first", () => new Session(address));
+        Check(!session.BeginDay(), "a new day whose acknowledge is lost");
+        Check(!session.BeginDay(), "a day that is open");
+        byte[] header = Windows1250.Encode("Potraviny Šťastný"), password = Windows1250.Encode("0000");
+        session.Call("setHeader", () => Functions.setHeader(session.Device, password, 1, header));
+        session.Call("freeID", () => Functions.freeID(session.Device, 1, Windows1250.Encode("ž")));
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('X'), 1));
+        CheckThrows<RefusedException>("getVariable", () => session.Variable("NOTHING_LIKE_THAT"));
+        for (int number = 1; number <= 3; number++)
+        {
+            Receipt receipt = WithOneItem(session);
+            receipt.Pay(1, 0.25m, "Hotovosť");
+            Check(receipt.End() == number.ToString(), "receipt " + number);
+        }
+        Check(session.Journal().Split(new[] { "Žemľa" }, StringSplitOptions.None).Length == 4, "three items in the journal");
+        Check(session.LastReceipt().Contains("Receipt 3"), "the last receipt");
+        session.Call("getJournal_str_tofile", () => Functions.getJournal_str_tofile(session.Device, FileName.Encode("žurnál.txt")));
+        CheckThrows<TextException>("NUL at position 1", () => FileName.Encode("a\0.txt"));
+        byte[] second = session.Read("getJournalStructZ_ResultObject", result => Functions.getJournalStructZ_ResultObject(session.Device, 2, 2, result));
+        Check(Windows1250.Decode(second).Contains("Receipt 2"), "the second receipt");
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
+        Check(session.BeginDay(), "a new day");
+    }
+
+    static void Recovering(Session session)
+    {
+        Receipt forgotten = WithOneItem(session);
+        forgotten.Pay(1, 0.25m, "Hotovosť");
+        CheckThrows<OutcomeUnknownException>("last receipt is still 3", () => forgotten.End());
+        Recovery recovery = forgotten.Recover();
+        Check(recovery.Verdict == Verdict.Sold && recovery.Number == "4", "a receipt whose end was forgotten, behind its like");
+        Receipt empty = session.NewReceipt();
+        empty.Begin();
+        Check(empty.Recover().Verdict == Verdict.NotSold, "a receipt without a line");
+
+        Receipt receipt = WithOneItem(session);
+        CheckThrows<AmountException>("2.675 has more than 2 decimals", () => receipt.Pay(1, 2.675m, ""));
+        CheckThrows<AmountException>("0.0001 has more than 3 decimals", () => receipt.Sell("Med", 1, 'A', 0.0001m, 1, "ks"));
+        CheckThrows<AmountException>("say the amount", () => receipt.Pay(1, 0, ""));
+        CheckThrows<RefusedException>("itemSale_str", () => receipt.Sell("Med", 1, 'H', 1, 1, "ks")); // no such rate; it goes on
+        receipt.Total += 1;
+        CheckThrows<OutcomeUnknownException>("the total is \"0.25\", for the till 1.25", () => receipt.Pay(1, 1.25m, ""));
+        CheckThrows<OutcomeUnknownException>("for the till 1.25", () => receipt.Sell("Med", 1, 'A', 1, 1, "ks"));
+        Check(receipt.Recover().Verdict == Verdict.NotSold, "a receipt of another total");
+        Check(receipt.Recover().Verdict == Verdict.NotSold, "asked again");
+
+        Receipt left = WithOneItem(session);
+        Receipt another = session.NewReceipt();
+        CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
+        Check(another.Recover().Verdict == Verdict.NotSold && session.Variable("STATE") == "open", "a receipt that was not begun");
+        Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
+        Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");
+        Check(session.InterruptedReceipt("1", 7).Recover().Verdict == Verdict.AskAPerson, "a receipt of somebody else");
+    }
+
+    static int Main(string[] arguments)
+    {
+        Thread.CurrentThread.CurrentCulture = CultureInfo.CreateSpecificCulture("sk-SK"); // with decimal commas
+        Texts();
+        TestFailures();
+        using (var session = new Session(arguments[0]))
+        {
+            OpenSession(session, arguments[0]);
+            Recovering(session);
+        }
+        new Session(arguments[0]).Dispose();
+        return failures == 0 ? 0 : 1;
+    }
+}

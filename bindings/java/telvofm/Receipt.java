@@ -1,0 +1,271 @@
+package telvofm;
+
+import java.math.BigDecimal;
+import java.util.function.IntSupplier;
+
+/**
+ * A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be carried
+ * out twice, and returns 0. After any failure recover tells what happened.
+ */
+public final class Receipt {
+    final Session session;
+    private final Functions functions;
+    private boolean begun;
+    private boolean compared; // its total with the printer's, before the first payment
+    private boolean finished; // as far as the till goes: paid in full, or told to end
+    private OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
+    private String numberBefore;
+    private BigDecimal total = BigDecimal.ZERO;
+    private BigDecimal paid = BigDecimal.ZERO;
+
+    Receipt(Session session) {
+        this.session = session;
+        functions = session.functions;
+    }
+
+    static Receipt interrupted(Session session, String numberBefore, BigDecimal total) {
+        Receipt receipt = new Receipt(session);
+        receipt.begun = true;
+        receipt.finished = true;
+        receipt.numberBefore = numberBefore;
+        receipt.total = total;
+        receipt.paid = total;
+        receipt.doubt = OutcomeUnknownException.doubt("recover", "The till was interrupted in this receipt.");
+        return receipt;
+    }
+
+    /** The last receipt's number before this one began; null while it has not, or when the printer cannot be asked. */
+    public String numberBefore() {
+        return numberBefore;
+    }
+
+    /** What is sold so far. */
+    public BigDecimal total() {
+        return total;
+    }
+
+    /** Corrects it after what went to the printer past this class. */
+    public void setTotal(BigDecimal total) {
+        this.total = total;
+    }
+
+    /** What is paid so far. */
+    public BigDecimal paid() {
+        return paid;
+    }
+
+    // ---- Selling ----
+
+    public void begin() {
+        begin(1, 0, 0, 1, 0);
+    }
+
+    /** Opens the receipt; what the numbers mean is the printer's matter. */
+    public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
+        numberBefore = asked(session.questions.lastReceipt);
+        begun = true;
+        try {
+            send("paragonBegin", () -> functions.paragonBegin(session.device, 0, saleType, commission, receiptType, recapitulation, picture));
+        } catch (RefusedException | NotExecutedException failure) {
+            begun = false;
+            throw failure;
+        }
+    }
+
+    /** Sells an item: `total` for `quantity` of `unit` at `unitPrice` each. */
+    public void sell(String name, BigDecimal total, char vat, BigDecimal quantity, BigDecimal unitPrice, String unit) {
+        byte[] words = Windows1250.encode(name), sum = Amounts.money(total), letter = Windows1250.encode(String.valueOf(vat));
+        byte[] amount = Amounts.quantity(quantity), price = Amounts.money(unitPrice), units = Windows1250.encode(unit);
+        line(total, "itemSale_str", () -> functions.itemSale_str(session.device, 0, words, sum, letter, amount, price, units));
+    }
+
+    /** Takes an item of this receipt back, which was sold with the same arguments; `void` is a word of Java's own. */
+    public void voidItem(String name, BigDecimal total, char vat, BigDecimal quantity, BigDecimal unitPrice, String unit) {
+        byte[] words = Windows1250.encode(name), sum = Amounts.money(total), letter = Windows1250.encode(String.valueOf(vat));
+        byte[] amount = Amounts.quantity(quantity), price = Amounts.money(unitPrice), units = Windows1250.encode(unit);
+        line(total.negate(), "itemVoid_str",
+                () -> functions.itemVoid_str(session.device, 0, words, sum, letter, amount, price, units, null));
+    }
+
+    public void discount(String description, BigDecimal amount, char vat) {
+        discount(description, amount, vat, 0);
+    }
+
+    /** A discount of a sum on the item that was sold last; `operation` is the printer's number for that. */
+    public void discount(String description, BigDecimal amount, char vat, int operation) {
+        byte[] words = Windows1250.encode(description), sum = Amounts.money(amount), letter = Windows1250.encode(String.valueOf(vat));
+        line(amount.negate(), "itemDiscount_str", () -> functions.itemDiscount_str(session.device, 0, words, operation, sum, letter));
+    }
+
+    /** Takes a payment under the printer's payment type. More than is due is given back. */
+    public void pay(int type, BigDecimal amount, String description) {
+        byte[] sum = Amounts.money(total), part = Amounts.payment(amount), words = Windows1250.encode(description);
+        byte[] noExchange = Windows1250.encode("0");
+        if (!compared) {
+            compare("payment_str", session.questions.total, total, "the total");
+            compared = true;
+        }
+        try {
+            send("payment_str", () -> functions.payment_str(session.device, 0, type, sum, part, noExchange, words));
+        } catch (OutcomeUnknownException unknown) {
+            count(amount); // as it was meant
+            throw unknown;
+        }
+        count(amount);
+        compare("payment_str", session.questions.due, due(), "what is due");
+    }
+
+    public String end() {
+        return end(0);
+    }
+
+    /** Ends the receipt and returns its number; an empty one if the printer cannot be asked. */
+    public String end(int picture) {
+        finished = true;
+        send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
+        String number = answer("paragonEnd", session.questions.lastReceipt);
+        if (number == null) {
+            return "";
+        }
+        if (number.equals(numberBefore)) {
+            throw doubted("paragonEnd", "The printer's last receipt is still " + number + ".");
+        }
+        compare("paragonEnd", session.questions.lastTotal, total, "the total of the last receipt");
+        return number;
+    }
+
+    /** Cancels the receipt; the printer prints the description. */
+    public void cancel(String description) {
+        byte[] words = Windows1250.encode(description);
+        session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
+        begun = false;
+    }
+
+    // ---- Comparing ----
+
+    private void line(BigDecimal value, String call, IntSupplier function) {
+        send(call, function);
+        total = total.add(value);
+    }
+
+    private void count(BigDecimal amount) {
+        paid = paid.add(amount);
+        finished = due().signum() == 0;
+    }
+
+    /** What is left to pay, or to pay out; more than that is given back. */
+    private BigDecimal due() {
+        BigDecimal due = total.subtract(paid);
+        return due.signum() == total.signum() ? due : BigDecimal.ZERO;
+    }
+
+    /** One call of this receipt. Whatever leaves its outcome open is remembered. */
+    private void send(String call, IntSupplier function) {
+        if (doubt != null) {
+            throw doubt;
+        }
+        try {
+            session.call(call, function);
+        } catch (OutcomeUnknownException unknown) {
+            doubt = unknown;
+            throw unknown;
+        }
+    }
+
+    private void compare(String call, String question, BigDecimal expected, String what) {
+        if (doubt != null) {
+            throw doubt;
+        }
+        String answer = answer(call, question);
+        if (answer != null && !isNumber(answer, expected)) {
+            throw doubted(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.written(expected)
+                    + ": something was carried out twice, or not at all.");
+        }
+    }
+
+    /** What the printer answers; null when it cannot be asked. A question that fails leaves the call in doubt. */
+    private String answer(String call, String question) {
+        try {
+            return asked(question);
+        } catch (CallException failure) {
+            throw doubted(call, "The printer does not say what it has done (" + failure.call + ": code " + failure.code + ").");
+        }
+    }
+
+    private String asked(String question) {
+        return question == null ? null : session.variable(question);
+    }
+
+    private OutcomeUnknownException doubted(String call, String happened) {
+        doubt = OutcomeUnknownException.doubt(call, happened);
+        return doubt;
+    }
+
+    private static boolean isNumber(String text, BigDecimal expected) {
+        try {
+            return new BigDecimal(text.trim()).compareTo(expected) == 0;
+        } catch (NumberFormatException none) {
+            return false;
+        }
+    }
+
+    // ---- Recovering ----
+
+    /**
+     * Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
+     * cancelled otherwise. Never fails, and may be called again.
+     */
+    public Recovery recover() {
+        if (!begun) {
+            return new Recovery(Recovery.Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled", "");
+        }
+        if (numberBefore == null) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON,
+                    "this printer cannot be asked; look at its paper before this receipt is sold again", "");
+        }
+        try {
+            session.reopen();
+            finish();
+            return judged();
+        } catch (CallException failure) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this "
+                    + "receipt is sold again (" + failure.call + ": code " + failure.code + ")", "");
+        }
+    }
+
+    /** Ends or cancels the receipt if it is open. Whether that worked, judged sees. */
+    private void finish() {
+        Questions questions = session.questions;
+        if (!asked(questions.lastReceipt).equals(numberBefore) || asked(questions.state).equals(questions.closed)) {
+            return;
+        }
+        boolean isPaid = finished && isNumber(asked(questions.total), total)
+                && isNumber(asked(questions.due), BigDecimal.ZERO);
+        try {
+            if (isPaid) {
+                session.call("paragonEnd", () -> functions.paragonEnd(session.device, 0, 0));
+            } else {
+                session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, null));
+            }
+        } catch (CallException seenByJudged) {
+            return;
+        }
+    }
+
+    private Recovery judged() {
+        Questions questions = session.questions;
+        String number = asked(questions.lastReceipt);
+        String lastTotal = asked(questions.lastTotal);
+        boolean isClosed = asked(questions.state).equals(questions.closed);
+        if (isClosed && number.equals(numberBefore)) {
+            return new Recovery(Recovery.Verdict.NOT_SOLD,
+                    "receipt " + number + " is still the last one, and none is open; it can be sold again", "");
+        }
+        if (isClosed && isNumber(lastTotal, total)) {
+            return new Recovery(Recovery.Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
+        }
+        return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the printer's last receipt is " + number + " with " + lastTotal
+                + (isClosed ? "" : ", and one is open") + "; the till sold " + Amounts.written(total) + " after receipt " + numberBefore
+                + "; look at the paper before it is sold again", "");
+    }
+}

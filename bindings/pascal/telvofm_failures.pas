@@ -1,0 +1,115 @@
+{ What can go wrong, as exceptions that say whether the printer has carried the command out. }
+unit telvofm_failures;
+
+{$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
+
+interface
+
+uses
+  SysUtils, telvofm_codes;
+
+type
+  { Whatever goes wrong here; the message says what to do. }
+  ETelvofm = class(Exception);
+
+  { The library is missing, is another one, or does not fit this program. }
+  ELibrary = class(ETelvofm);
+
+  { An amount that cannot be sent as it is. Nothing was sent. }
+  EAmount = class(ETelvofm);
+
+  { A text that cannot be sent as it is. Nothing was sent. }
+  EText = class(ETelvofm)
+  private
+    FPosition: Integer;
+  public
+    constructor Create(const Sentence: string; Position: Integer);
+    { Where in the text the character is, counted from 0. }
+    property Position: Integer read FPosition;
+  end;
+
+  { A call that did not succeed. }
+  ECall = class(ETelvofm)
+  private
+    FCall, FName, FHappened, FAdvice: string;
+    FCode: Integer;
+    FExecuted: TExecuted;
+  public
+    constructor Create(const Call: string; Code: Integer; const Name, Happened: string; Executed: TExecuted; const Advice: string);
+    { The function of telvofm.h. }
+    property Call: string read FCall;
+    { What it returned, and that code's name. }
+    property Code: Integer read FCode;
+    property Name: string read FName;
+    { What that means, whether the printer has carried the command out, and what to do. }
+    property Happened: string read FHappened;
+    property Executed: TExecuted read FExecuted;
+    property Advice: string read FAdvice;
+  end;
+
+  { The printer understood the call and refused it. }
+  ERefused = class(ECall);
+
+  { Nothing reached the printer. }
+  ENotExecuted = class(ECall);
+
+  { The printer may have carried the command out, or not, or twice. }
+  EOutcomeUnknown = class(ECall);
+
+{ What a call failed with that was answered in time, or slowly: then the printer may have refused what it had done already. }
+function FailureOf(const Call: string; Code: Integer; IsSlow: Boolean): ECall;
+
+{ After a call that returned 0 and left the printer with other totals than it should. }
+function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
+
+implementation
+
+constructor EText.Create(const Sentence: string; Position: Integer);
+begin
+  inherited Create(Sentence);
+  FPosition := Position;
+end;
+
+constructor ECall.Create(const Call: string; Code: Integer; const Name, Happened: string; Executed: TExecuted; const Advice: string);
+const
+  Sentences: array[TExecuted] of string =
+    ('It was carried out.', 'It was not carried out.', 'Whether it was carried out is unknown.');
+begin
+  inherited Create(Call + ': code ' + IntToStr(Code) + ' (' + Name + '): ' + Happened + ' ' + Sentences[Executed] + ' ' + Advice);
+  FCall := Call;
+  FCode := Code;
+  FName := Name;
+  FHappened := Happened;
+  FExecuted := Executed;
+  FAdvice := Advice;
+end;
+
+function FailureOf(const Call: string; Code: Integer; IsSlow: Boolean): ECall;
+var
+  Index: Integer;
+  Meaning: TCodeMeaning;
+begin
+  for Index := Low(CodeMeanings) to High(CodeMeanings) do
+  begin
+    Meaning := CodeMeanings[Index];
+    if (Meaning.First <= Code) and (Code <= Meaning.Last) then
+    begin
+      if (Meaning.Executed <> exNo) or (IsSlow and (Code > 0)) then
+        Result := EOutcomeUnknown.Create(Call, Code, string(Meaning.Name), string(Meaning.Happened), exUnknown, string(Meaning.Advice))
+      else if Code > 0 then
+        Result := ERefused.Create(Call, Code, string(Meaning.Name), string(Meaning.Happened), exNo, string(Meaning.Advice))
+      else
+        Result := ENotExecuted.Create(Call, Code, string(Meaning.Name), string(Meaning.Happened), exNo, string(Meaning.Advice));
+      Exit;
+    end;
+  end;
+  Result := EOutcomeUnknown.Create(Call, Code, 'undocumented', 'The library returned a code that it does not document.', exUnknown,
+    'Ask the printer for its last receipt and totals before you repeat the call.');
+end;
+
+function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
+begin
+  Result := EOutcomeUnknown.Create(Call, 0, 'totals', Happened, exUnknown, 'Call Recover.');
+end;
+
+end.

@@ -1,0 +1,146 @@
+{ Texts and amounts as the library takes them: bytes in Windows-1250. There is no other conversion in these units. }
+unit telvofm_texts;
+
+{$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
+
+interface
+
+{ The bytes of a text; PAnsiChar() of them is what the raw layer takes. Refuses a NUL and any character that Windows-1250 lacks. }
+function EncodeText(const Text: UnicodeString): RawByteString;
+
+{ The text of any bytes: all 256 have a character, and EncodeText gives back the same bytes, but for a NUL. }
+function DecodeText(const Bytes: RawByteString): UnicodeString;
+
+{ The name of a file, which is the system's matter and not the printer's: in UTF-8 on Linux, in the system's own code page on
+  Windows. }
+function EncodeFileName(const Name: UnicodeString): RawByteString;
+
+{ With exactly 2 decimals and a point; quantities have 3. Nothing is rounded: what does not fit is refused. }
+function MoneyText(Amount: Currency): RawByteString;
+function QuantityText(Amount: Currency): RawByteString;
+
+{ An amount paid. Zero is refused: for some printers it means all that is due. }
+function PaymentText(Amount: Currency): RawByteString;
+
+implementation
+
+uses
+  SysUtils, telvofm_failures, telvofm_windows_1250;
+
+var
+  ByteOf: array[WideChar] of Byte; { 0 for what Windows-1250 lacks }
+
+procedure FillByteOf;
+var
+  Value: Integer;
+begin
+  for Value := 1 to $7F do
+    ByteOf[WideChar(Value)] := Value;
+  for Value := $80 to $FF do
+    ByteOf[WideChar(UpperHalf[Value])] := Value;
+end;
+
+{ Characters beyond the first 65536 are two places of the string. }
+function CharacterAt(const Text: UnicodeString; Index: Integer): Cardinal;
+begin
+  Result := Ord(Text[Index]);
+  if (Result and $FC00 = $D800) and (Index < Length(Text)) and (Ord(Text[Index + 1]) and $FC00 = $DC00) then
+    Result := $10000 + (Result and $3FF) shl 10 + Cardinal(Ord(Text[Index + 1]) and $3FF);
+end;
+
+procedure Refuse(const Text: UnicodeString; Index: Integer; const CodePage: string);
+begin
+  if Text[Index] = #0 then
+    raise EText.Create(Format('The text has a NUL at position %d, where the printer''s text would end; take it out.', [Index - 1]),
+      Index - 1);
+  raise EText.Create(Format('The text has the character U+%.4x at position %d, which %s lacks; write it in another way.',
+    [CharacterAt(Text, Index), Index - 1, CodePage]), Index - 1);
+end;
+
+function EncodeText(const Text: UnicodeString): RawByteString;
+var
+  Index: Integer;
+  Target: PAnsiChar;
+begin
+  SetLength(Result, Length(Text));
+  Target := PAnsiChar(Result);
+  for Index := 1 to Length(Text) do
+  begin
+    if ByteOf[Text[Index]] = 0 then
+      Refuse(Text, Index, 'Windows-1250');
+    Target[Index - 1] := AnsiChar(ByteOf[Text[Index]]);
+  end;
+  SetCodePage(Result, 1250, False); { what they are, for whoever makes another string of them }
+end;
+
+function DecodeText(const Bytes: RawByteString): UnicodeString;
+var
+  Index: Integer;
+  Value: Byte;
+begin
+  SetLength(Result, Length(Bytes));
+  for Index := 1 to Length(Bytes) do
+  begin
+    Value := Ord(Bytes[Index]);
+    if Value < $80 then
+      Result[Index] := WideChar(Value)
+    else
+      Result[Index] := WideChar(UpperHalf[Value]);
+  end;
+end;
+
+function EncodeFileName(const Name: UnicodeString): RawByteString;
+var
+  Index: Integer;
+  Read: UnicodeString;
+begin
+  {$IFDEF MSWINDOWS}
+  Result := AnsiString(Name);
+  Read := UnicodeString(AnsiString(Name)); { with something similar in the place of what the code page lacks }
+  {$ELSE}
+  Result := UTF8Encode(Name);
+  Read := Name;
+  {$ENDIF}
+  for Index := 1 to Length(Name) do
+    if (Name[Index] = #0) or (Copy(Read, Index, 1) <> Name[Index]) then
+      Refuse(Name, Index, 'the system''s code page');
+end;
+
+function FixedText(Amount: Currency; Decimals: Integer): RawByteString;
+const
+  Units: array[2..3] of Int64 = (100, 10); { a Currency counts ten-thousandths }
+var
+  Scaled: Int64;
+  Digits: string;
+begin
+  Scaled := PInt64(@Amount)^;
+  if Scaled mod Units[Decimals] <> 0 then
+    raise EAmount.Create(Format('An amount of %d ten-thousandths has more than %d decimals; round it first.', [Scaled, Decimals]));
+  Digits := Format('%.*d', [Decimals + 1, Abs(Scaled div Units[Decimals])]);
+  Insert('.', Digits, Length(Digits) - Decimals + 1);
+  if Scaled < 0 then
+    Digits := '-' + Digits;
+  Result := EncodeText(UnicodeString(Digits));
+end;
+
+function MoneyText(Amount: Currency): RawByteString;
+begin
+  Result := FixedText(Amount, 2);
+end;
+
+function QuantityText(Amount: Currency): RawByteString;
+begin
+  Result := FixedText(Amount, 3);
+end;
+
+function PaymentText(Amount: Currency): RawByteString;
+begin
+  if Amount = 0 then
+    raise EAmount.Create('A payment of 0 can mean all that is due; say the amount.');
+  Result := MoneyText(Amount);
+end;
+
+initialization
+  FillByteOf;
+
+end.

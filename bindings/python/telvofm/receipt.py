@@ -1,0 +1,207 @@
+"""A receipt, from its beginning to its end, and what happened to it when something failed."""
+import decimal
+import enum
+import typing
+from decimal import Decimal
+
+from .amounts import money, paid as paid_text, quantity as quantity_text
+from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt
+
+
+class Verdict(enum.Enum):
+    SOLD = "sold"
+    NOT_SOLD = "not sold"
+    ASK_A_PERSON = "ask a person"
+
+
+class Recovery(typing.NamedTuple):
+    """What the printer says has become of a receipt; `number` if it is sold."""
+
+    verdict: Verdict
+    sentence: str
+    number: str = ""
+
+    def __str__(self):
+        return f"{self.verdict.value}: {self.sentence}"
+
+
+class Receipt:
+    """A receipt that compares its own total with the printer's; Session.receipt() makes it.
+
+    number_before   the last receipt's number before this one began
+    total           what is sold so far
+    paid            what is paid so far
+    """
+
+    def __init__(self, session):
+        self._session = session
+        self._begun = False
+        self._doubt = None  # the failure after which nothing more is sold into it
+        self.number_before = None
+        self.total = Decimal(0)
+        self.paid = Decimal(0)
+        self._is_compared = False  # its total with the printer's, before the first payment
+        self._is_finished = False  # as far as the till goes: paid in full, or told to end
+
+    @classmethod
+    def interrupted(cls, session, number_before, total):
+        receipt = cls(session)
+        receipt._begun = receipt._is_finished = True
+        receipt.number_before = number_before
+        receipt.total = receipt.paid = total
+        receipt._doubt = doubt("recover", "The till was interrupted in this receipt.")
+        return receipt
+
+    # ---- Selling ----
+
+    def begin(self, sale_type=1, commission=0, receipt_type=0, recapitulation=1, picture=0):
+        """Opens the receipt; what the numbers mean is the printer's matter."""
+        if self._session.questions:
+            self.number_before = self._session.variable(self._session.questions.last_receipt)
+        self._begun = True
+        try:
+            self._send("paragonBegin", self._session.device, 0, sale_type, commission, receipt_type, recapitulation, picture)
+        except (Refused, NotExecuted):
+            self._begun = False
+            raise
+
+    def sell(self, name, total, vat, quantity=1, unit_price=None, unit=""):
+        """Sells an item: `total` for `quantity` of `unit` at `unit_price` each, which is `total` if nothing is said."""
+        self._line("itemSale_str", total, name, money(total), vat, quantity_text(quantity),
+                   money(total if unit_price is None else unit_price), unit)
+
+    def void(self, name, total, vat, quantity=1, unit_price=None, unit=""):
+        """Takes an item of this receipt back, which was sold with the same arguments."""
+        self._line("itemVoid_str", -total, name, money(total), vat, quantity_text(quantity),
+                   money(total if unit_price is None else unit_price), unit, "")
+
+    def discount(self, description, amount, vat, operation=0):
+        """A discount of a sum on the item that was sold last; `operation` is the printer's number for that."""
+        self._line("itemDiscount_str", -amount, description, operation, money(amount), vat)
+
+    def pay(self, type, amount, description=""):
+        """Takes a payment: `amount` under the printer's payment type. More than is due is given back."""
+        arguments = (type, money(self.total), paid_text(amount), "0", description)
+        if not self._is_compared:
+            self._check("payment_str", "total", self.total, "the total")
+            self._is_compared = True
+        try:
+            self._send("payment_str", self._session.device, 0, *arguments)
+        except OutcomeUnknown:
+            self._count(amount)  # as it was meant
+            raise
+        self._count(amount)
+        self._check("payment_str", "due", self._due(), "what is due")
+
+    def end(self, picture=0):
+        """Ends the receipt and returns its number; an empty one if the printer cannot be asked."""
+        self._is_finished = True
+        self._send("paragonEnd", self._session.device, 0, picture)
+        if not self._session.questions:
+            return ""
+        number = self._ask("paragonEnd", "last_receipt")
+        if number == self.number_before:
+            self._fail(doubt("paragonEnd", f"The printer's last receipt is still {number}."))
+        self._check("paragonEnd", "last_total", self.total, "the total of the last receipt")
+        return number
+
+    def cancel(self, description=""):
+        """Cancels the receipt; the printer prints that."""
+        self._session.call("destroyParagon", self._session.device, 0, description)
+        self._begun = False
+
+    # ---- Comparing ----
+
+    def _send(self, call, *arguments):
+        """Sends one call of this receipt. Whatever leaves its outcome open is remembered."""
+        if self._doubt:
+            raise self._doubt
+        try:
+            self._session.call(call, *arguments)
+        except OutcomeUnknown as failure:
+            self._doubt = failure
+            raise
+
+    def _line(self, call, value, *arguments):
+        self._send(call, self._session.device, 0, *arguments)
+        self.total += value
+
+    def _count(self, amount):
+        self.paid += amount
+        self._is_finished = self._due() == 0
+
+    def _due(self):
+        """What is left to pay, or to pay out; more than that is given back."""
+        due = self.total - self.paid
+        return due if due * self.total > 0 else Decimal(0)
+
+    def _check(self, call, question, expected, what):
+        if self._doubt:
+            raise self._doubt
+        if not self._session.questions:
+            return
+        answer = self._ask(call, question)
+        if _number(answer) != expected:
+            self._fail(doubt(call, f"For the printer {what} is {answer!r}, for the till {money(expected)}: something was carried out "
+                                   "twice, or not at all."))
+
+    def _ask(self, call, question):
+        try:
+            return self._session.variable(getattr(self._session.questions, question))
+        except Failure as failure:
+            self._fail(doubt(call, f"The printer does not say what it has done ({failure.call}: code {failure.code})."))
+
+    def _fail(self, failure):
+        self._doubt = failure
+        raise failure
+
+    # ---- Recovering ----
+
+    def recover(self):
+        """Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
+        cancelled otherwise. Never fails, and may be called again."""
+        if not self._begun:
+            return Recovery(Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled")
+        if not self._session.questions or self.number_before is None:
+            return Recovery(Verdict.ASK_A_PERSON, "this printer cannot be asked; look at its paper before this receipt is sold again")
+        try:
+            self._session.reopen()
+            self._finish()
+            return self._judge()
+        except Failure as failure:
+            return Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
+                                                  f"sold again ({failure.call}: code {failure.code})")
+
+    def _finish(self):
+        """Ends or cancels the receipt if it is open. Whether that worked, _judge() sees."""
+        questions, variable = self._session.questions, self._session.variable
+        if variable(questions.last_receipt) != self.number_before or variable(questions.state) == questions.closed:
+            return
+        is_paid = (self._is_finished and _number(variable(questions.total)) == self.total
+                   and _number(variable(questions.due)) == 0)
+        try:
+            if is_paid:
+                self._session.call("paragonEnd", self._session.device, 0, 0)
+            else:
+                self._session.call("destroyParagon", self._session.device, 0, "")
+        except Failure:
+            pass
+
+    def _judge(self):
+        questions, variable = self._session.questions, self._session.variable
+        number, total = variable(questions.last_receipt), variable(questions.last_total)
+        is_closed = variable(questions.state) == questions.closed
+        if is_closed and number == self.number_before:
+            return Recovery(Verdict.NOT_SOLD, f"receipt {number} is still the last one, and none is open; it can be sold again")
+        if is_closed and _number(total) == self.total:
+            return Recovery(Verdict.SOLD, f"receipt {number}, total {money(self.total)}", number)
+        return Recovery(Verdict.ASK_A_PERSON, f"the printer's last receipt is {number} with {total}"
+                                              f"{'' if is_closed else ', and one is open'}; the till sold {money(self.total)} after receipt "
+                                              f"{self.number_before}; look at the paper before it is sold again")
+
+
+def _number(text):
+    try:
+        return Decimal(text.strip())
+    except decimal.InvalidOperation:
+        return None

@@ -1,0 +1,36 @@
+"""Texts as the library takes them: bytes in Windows-1250. There is no other conversion in this package."""
+import os
+import sys
+import unicodedata
+
+from .failures import TextError
+from .windows_1250 import UPPER_HALF
+
+_CHARACTERS = "".join(map(chr, range(0x80))) + UPPER_HALF
+_BYTES = {character: byte for byte, character in enumerate(_CHARACTERS)}
+
+
+def encode(text):
+    """The bytes of a text. Refuses a NUL and any character that Windows-1250 lacks."""
+    for position, character in enumerate(text):
+        if character == "\0":
+            raise TextError(f"a NUL stands at position {position} of {text!r}; the printer would never see what follows it",
+                            character, position)
+        if character not in _BYTES:
+            name = unicodedata.name(character, "a character without a name")
+            raise TextError(f'"{character}" (U+{ord(character):04X}, {name}) at position {position} of {text!r} is not in '
+                            "Windows-1250; write it another way", character, position)
+    return bytes(map(_BYTES.__getitem__, text))
+
+
+def decode(data):
+    """The text of any bytes: all 256 have a character, and encode() gives back the same bytes, but for a NUL."""
+    return "".join(map(_CHARACTERS.__getitem__, data))
+
+
+def encode_path(path):
+    """The name of a file, which is the system's matter and not the printer's."""
+    encoded = os.fspath(path).encode("mbcs", "strict") if sys.platform == "win32" else os.fsencode(path)
+    if b"\0" in encoded:
+        raise TextError(f"a NUL stands in the name {path!r}", "\0", encoded.index(b"\0"))
+    return encoded

@@ -1,0 +1,78 @@
+#!/usr/bin/python3 -B
+"""The generator stops at what it does not know, names what is stale, and the table of characters is the right one."""
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+top = pathlib.Path(__file__).resolve().parent.parent.parent
+sys.path.insert(0, str(top / "bindings"))
+from generator.characters import read_characters  # noqa: E402
+from generator.codes import WrongCodes, read_codes  # noqa: E402
+from generator.interface import UnknownType, read_functions  # noqa: E402
+
+
+class Generator(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def file(self, name, text):
+        path = self.folder / name
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def test_reads_all_exports(self):
+        names = [function.name for function in read_functions(top / "api/telvofm.h")]
+        exported = (top / "api/telvofm.def").read_text(encoding="ascii").split("EXPORTS")[1].split()
+        self.assertEqual(sorted(names), sorted(exported))
+
+    def test_stops_at_an_unknown_type(self):
+        with self.assertRaisesRegex(UnknownType, 'price of itemSale is of the C type "float".*say there what it is'):
+            read_functions(self.file("telvofm.h", "int itemSale(int device, float price);"))
+        with self.assertRaisesRegex(UnknownType, 'what getRate returns is of the C type "long double"'):
+            read_functions(self.file("telvofm.h", "long double getRate(void);"))
+
+    def test_stops_at_a_header_that_is_no_c(self):
+        with self.assertRaisesRegex(UnknownType, "telvofm.h is no C"):
+            read_functions(self.file("telvofm.h", "int itemSale(int device"))
+
+    def test_stops_at_a_code_that_says_too_little(self):
+        with self.assertRaisesRegex(WrongCodes, "whether it was executed"):
+            read_codes(self.file("codes.json", json.dumps([{"code": 1, "executed": "perhaps"}])))
+
+    def test_narrow_codes_come_before_the_range_that_holds_them(self):
+        ranges = [(code.first, code.last) for code in read_codes(top / "api/codes.json")]
+        self.assertLess(ranges.index((64, 64)), ranges.index((1, 255)))
+
+    def test_characters_are_those_of_windows_1250(self):
+        for byte, point in enumerate(read_characters(top / "bindings/windows_1250.json"), 0x80):
+            if byte in (0x81, 0x83, 0x88, 0x90, 0x98):
+                self.assertEqual(point, byte)
+            else:
+                self.assertEqual(chr(point), bytes([byte]).decode("cp1250"))
+
+    def test_names_what_is_stale(self):
+        shutil.copytree(top / "bindings", self.folder / "bindings")
+        for path in ("api/telvofm.h", "api/codes.json", "tools/codes.inc", "docs/codes.md"):
+            if (top / path).exists():
+                (self.folder / path).parent.mkdir(exist_ok=True)
+                shutil.copy(top / path, self.folder / path)
+        check = [self.folder / "bindings/generate.py", "--check"]
+        self.assertEqual(subprocess.run(check, capture_output=True, text=True, check=False).stderr, "")
+        header = self.folder / "api/telvofm.h"
+        header.write_text(header.read_text(encoding="utf-8").replace("int getVersion(void)", "int64_t getVersion(void)"),
+                          encoding="utf-8")
+        ended = subprocess.run(check, capture_output=True, text=True, check=False)
+        self.assertEqual(ended.returncode, 1)
+        for name in ("raw.py", "Functions.cs", "telvofm_functions.pas", "Functions.java"):
+            self.assertIn(name, ended.stderr)
+        self.assertEqual(len(ended.stderr.splitlines()), 1)
+
+
+if __name__ == "__main__":
+    unittest.main()

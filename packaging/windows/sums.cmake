@@ -1,0 +1,12 @@
+# The sums of all files of the archive, whose parts CPack has laid into folders beside this one.
+cmake_path(GET CMAKE_INSTALL_PREFIX FILENAME archive)
+set(sums "")
+foreach(component IN ITEMS library development tools)
+    set(part ${CMAKE_INSTALL_PREFIX}/../../${component}/${archive})
+    file(GLOB_RECURSE names LIST_DIRECTORIES OFF RELATIVE ${part} ${part}/*)
+    foreach(name IN LISTS names)
+        file(SHA256 ${part}/${name} sum)
+        string(APPEND sums "${sum}  ${name}\n")
+    endforeach()
+endforeach()
+file(WRITE ${CMAKE_INSTALL_PREFIX}/SHA256SUMS "${sums}")

@@ -1,0 +1,90 @@
+#!/usr/bin/env python3
+"""What is shipped: how large it is, how it is hardened, what it needs of the system, and that neither a folder nor a
+moment of its making has got into it.
+
+    shipped_library_test.py SOURCE_FOLDER BUILD_FOLDER LIBRARY
+"""
+import json
+import pathlib
+import re
+import subprocess
+import sys
+
+LARGEST_DLL = 850_000  # bytes
+SYSTEM_LIBRARIES = {"libstdc++.so.6", "libgcc_s.so.1", "libm.so.6", "libc.so.6", "ld-linux-x86-64.so.2"}
+
+
+def said_by(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def newest(prefix, needs):
+    """The newest version of a symbol that is needed, as the system's loader compares them."""
+    versions = re.findall(prefix + r"_([0-9.]+)\)", needs)
+    return max(versions, key=lambda version: [int(part) for part in version.split(".")])
+
+
+def wrong_with_elf(library, documentation):
+    header, dynamic, needs = (said_by("readelf", "--wide", "--program-headers", library),
+                              said_by("readelf", "--wide", "--dynamic", library), said_by("objdump", "-T", library))
+    needed = set(re.findall(r"\(NEEDED\)\s+Shared library: \[(.*?)\]", dynamic))
+    glibc, runtime = newest("GLIBC", needs), newest("GLIBCXX", needs)
+    checks = {
+        "part of it stays writable: no GNU_RELRO": "GNU_RELRO" in header,
+        "names are looked up late, and their table stays writable: no BIND_NOW": "BIND_NOW" in dynamic,
+        "its stack may be executed": re.search(r"GNU_STACK\s.*\sRW\s", header),
+        "no stack protector": "__stack_chk_fail" in needs,
+        "it says where libraries are looked for": not re.search(r"\((RPATH|RUNPATH)\)", dynamic),
+        "stream classes have come in": not re.search(r"basic_[io]?f?stream|basic_filebuf", needs),
+        f"it needs {sorted(needed)}": needed <= SYSTEM_LIBRARIES,
+        "the C++ runtime is linked in": "libstdc++.so.6" in needed,
+        "it holds symbols": ".symtab" not in said_by("readelf", "--wide", "--sections", library),
+        f"docs/packages.md does not say that it needs glibc {glibc}": f"glibc {glibc}" in documentation,
+        f"docs/packages.md does not say that it needs GLIBCXX_{runtime}": f"GLIBCXX_{runtime}" in documentation,
+    }
+    return [trouble for trouble, is_right in checks.items() if not is_right]
+
+
+def wrong_with_dll(library, _):
+    header = said_by("x86_64-w64-mingw32-objdump", "-p", library)
+    size = pathlib.Path(library).stat().st_size
+    checks = {
+        f"it has {size} bytes, more than {LARGEST_DLL}": size <= LARGEST_DLL,
+        "it holds the moment of its making": re.search(r"Time/Date\s+Thu Jan  1 00:00:00 1970", header),
+        "it has no place of its own in memory each time": "DYNAMIC_BASE" in header,
+        "it may not lie above four gigabytes": "HIGH_ENTROPY_VA" in header,
+        "its data may be executed": "NX_COMPAT" in header,
+        "it holds symbols": not re.search(r"^SYMBOL TABLE:\n.*\bsec\b", said_by(
+            "x86_64-w64-mingw32-objdump", "-t", library), re.MULTILINE),
+    }
+    return [trouble for trouble, is_right in checks.items() if not is_right]
+
+
+def not_fortified(build):
+    """A compiler leaves no trace where it finds nothing to fortify, so its command is asked: the last -O counts."""
+    commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+    ours = [command for command in commands if re.search(r"/telvofm(_inside)?\.dir/", command["command"])]
+    return [f"{command['file']} is not fortified" for command in ours
+            if "-D_FORTIFY_SOURCE=2" not in command["command"]
+            or re.findall(r" -O(\S+)", command["command"])[-1] != "2"] or ([] if ours else ["no file is compiled"])
+
+
+def main():
+    source, build, library = (pathlib.Path(argument).resolve() for argument in sys.argv[1:4])
+    documentation = (source / "docs/packages.md").read_text(encoding="utf-8")
+    look = wrong_with_dll if library.suffix == ".dll" else wrong_with_elf
+    wrong = look(library, documentation)
+    if library.suffix != ".dll":
+        wrong += not_fortified(build)
+    symbols = pathlib.Path(f"{library}.debug")
+    for file in (library, symbols):
+        content = file.read_bytes()
+        wrong += [f"{file.name} names the folder {folder}" for folder in (source, build) if bytes(folder) in content]
+    if symbols.stat().st_size < library.stat().st_size:
+        wrong.append(f"{symbols.name} is smaller than the library")
+    if wrong:
+        sys.exit(f"{library}:\n" + "\n".join(wrong))
+    print(f"{library.stat().st_size} bytes")
+
+
+main()

@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""`telvofm decode`: a raw log as exchanges, whole or damaged."""
+import unittest
+
+from tool import DONE, NO_FILE, TROUBLE, WRONG_USE, ToolTest, telvofm
+
+# printJobCancel is refused; getVariable TOTAL answers 0.00 and a line end; destroyParagon is sent twice.
+# 1c^01^92^54^4f^54^41^4c^00^04 is c9; 3a^05^30^2e^30^30^0d^0a^03 is 25; 1c^01^2b^30^00^8a^e1^00^04 is 69.
+LOG = (b"C: 1c 01 e0 04 f9 \nS: 15 05 \n"
+       b"C: 1c 01 92 54 4f 54 41 4c 00 04 c9 \nS: 3a 05 30 2e 30 30 0d 0a 03 25 \nC: 03 "
+       b"1c 01 2b 30 00 8a e1 00 04 69 11 1c 01 2b 30 00 8a e1 00 04 69 \nS: 06 ")
+
+
+class Decode(ToolTest):
+    def test_shows_lines(self):
+        said = telvofm("decode", self.file("raw.log", LOG))
+        self.assertEqual(said.code, DONE, said)
+        self.assertEqual(said.output.splitlines(), [
+            "till     printJobCancel to device 1, checksum ok",
+            "printer  refused with error 5",
+            'till     getVariable to device 1 "TOTAL", checksum ok',
+            'printer  last block "0.00\\x0D\\x0A", checksum ok',
+            "till     last block received",
+            'till     destroyParagon to device 1 "0" "Šá", checksum ok',
+            "till     are you there?",
+            'till     destroyParagon to device 1 "0" "Šá", checksum ok',
+            "printer  accepted"])
+
+    def test_shows_exchanges_in_json(self):
+        document = telvofm("decode", "--json", self.file("raw.log", LOG)).json
+        self.assertEqual(document["damages"], [])
+        exchanges = document["exchanges"]
+        self.assertEqual([exchange["outcome"] for exchange in exchanges], ["refused", "reply", "none", "accepted"])
+        self.assertEqual(exchanges[0]["refusal"], 5)
+        self.assertEqual(exchanges[1]["reply"], {"text": "0.00\r\n", "bytes": "30 2e 30 30 0d 0a"})
+        self.assertEqual(exchanges[1]["request"], {
+            "line": 3, "bytes": "1c 01 92 54 4f 54 41 4c 00 04 c9", "whole": True, "command": "getVariable",
+            "device": 1, "fields": ["TOTAL"], "checksum": "right"})
+        self.assertEqual(exchanges[3]["request"]["fields"], ["0", "Šá"])
+
+    def test_reads_texts_of_serial_links_in_their_code_page(self):
+        log = self.file("raw.log", b"C: 1c 01 2b 30 00 e6 a0 00 04 44 \n")
+        self.assertIn('"Šá"', telvofm("decode", "--serial", log).output)
+
+    def test_names_damaged_places_and_goes_on(self):
+        log = self.file("raw.log", LOG.replace(b"S: 15 05 ", b"S: 15 0x 05 ").replace(b"S: 3a", b"gone\nS: 3a") + b"\nC: 1c 0")
+        said = telvofm("decode", log)
+        self.assertEqual(said.code, TROUBLE)
+        self.assertEqual(said.sentences, [
+            "telvofm: the log is damaged in 4 places, the first in line 2: '0x' is no byte"])
+        lines = said.output.splitlines()
+        self.assertIn("printer  refused with error 5", lines)
+        self.assertIn("?        line 4: not a line of a raw log", lines)
+        self.assertIn("printer  accepted", lines)
+        self.assertIn("till     a request that is broken off: 1c", lines)
+        self.assertIn("?        line 8: the log is cut off in the middle of a byte", lines)
+        document = telvofm("decode", "--json", log).json
+        self.assertEqual([(one["line"], one["what"]) for one in document["damages"]], [
+            (2, "'0x' is no byte"), (4, "not a line of a raw log"), (8, "the log is cut off in the middle of a byte"),
+            (8, "a request is broken off")])
+        self.assertEqual(len(document["exchanges"]), 5)
+
+    def test_wants_a_raw_log(self):
+        self.assert_refused(telvofm("decode", self.folder / "nothing"), NO_FILE, "nothing cannot be read")
+        self.assert_refused(telvofm("decode", self.folder), NO_FILE, "cannot be read")
+        self.assert_refused(telvofm("decode", self.file("empty", b"")), NO_FILE, "is no raw log")
+        self.assert_refused(telvofm("decode", self.file("text", b"Hello\n")), NO_FILE, "is no raw log")
+        self.assert_refused(telvofm("decode"), WRONG_USE, "RAWLOG", "telvofm decode --help")
+
+
+unittest.main()

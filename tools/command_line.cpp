@@ -1,0 +1,248 @@
+#include "tools/command_line.h"
+
+#include "api/telvofm.h"
+#include "tools/ending.h"
+#include "tools/nearest_name.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+
+namespace telvofm::tools {
+namespace {
+
+void addCommon(CLI::App& command, Task& task)
+{
+    command.allow_windows_style_options(false); // a path may begin with "/"
+    command.add_flag("--json", task.isJson, "Write one JSON document and nothing else to standard output");
+}
+
+void addLibrary(CLI::App& command, Task& task)
+{
+    command.add_option("--library", task.printer.library,
+                       "The library's file; without it the one beside this tool or the system's");
+}
+
+CLI::Option* addPrinter(CLI::App& command, Task& task)
+{
+    auto* const printer = command.add_option("-p,--printer", task.printer.address,
+                                             "HOST, HOST:PORT, COM7 or, on Linux, COM/dev/ttyUSB0");
+    command.add_option("--baud", task.printer.baud, "The speed of a serial port: 57600 or 115200")
+        ->check(CLI::IsMember({57600, 115200}))
+        ->needs(printer);
+    return printer;
+}
+
+void addLogs(CLI::App& command, Task& task)
+{
+    command.add_option("--call-log", task.printer.callLog, "Append the calls to this file");
+    command.add_option("--raw-log", task.printer.rawLog, "Write every byte on the link into this file");
+}
+
+void addCall(CLI::App& app, Task& task)
+{
+    auto& call = *app.add_subcommand("call", "Call functions of the library by their names");
+    addCommon(call, task);
+    addLibrary(call, task);
+    auto* const printer = addPrinter(call, task);
+    call.add_option("--stop-bits", task.printer.stopBits, "1, 2, or 15 for one and a half")
+        ->check(CLI::IsMember({1, 2, 15}))
+        ->needs(printer)
+        ->excludes("--baud");
+    addLogs(call, task);
+    call.add_flag("--list", task.isList, "List the functions with their arguments");
+    call.prefix_command();
+    call.footer(
+        "Options stand before the function. Buffers, result objects and sizes are left out; texts are\n"
+        "in UTF-8, bytes hexadecimal pairs or @FILE.\n\nExamples:\n"
+        "  telvofm call getVersion\n"
+        "  telvofm call -p 192.168.1.10:9100 getVariable 1 TOTAL\n"
+        "  telvofm call -p COM7 --json printReport 1 X 0\n"
+        "  telvofm call -p 192.168.1.10 prepareGraphicHeader 1 logo.bmp --then loadGHMMC 1 1 0");
+}
+
+void addDecode(CLI::App& app, Task& task)
+{
+    auto& decode = *app.add_subcommand("decode", "Show a raw log as exchanges");
+    addCommon(decode, task);
+    decode.add_option("RAWLOG", task.log, "A file that setRawLogginOn has made")->required();
+    decode.add_flag("--serial", task.isSerial, "The log is of a serial link: texts are in code page 852");
+    decode.footer("Damaged places are named, and the decoding goes on behind them.\n\nExamples:\n"
+                  "  telvofm decode raw.log\n"
+                  "  telvofm decode --serial --json raw.log");
+}
+
+void addReplay(CLI::App& app, Task& task)
+{
+    auto& replay = *app.add_subcommand(
+        "replay", "Repeat the calls of a call log, or the requests of a raw log, on a printer");
+    addCommon(replay, task);
+    addLibrary(replay, task);
+    addPrinter(replay, task);
+    addLogs(replay, task);
+    replay.add_option("LOG", task.log, "A call log or a raw log")->required();
+    replay.add_flag("--dry-run", task.isDryRun, "Show what would be done; no printer is needed");
+    replay.add_flag("--go-on", task.goesOn, "Go on behind a difference instead of stopping");
+    replay.add_option("--password", task.password, "Take this for passwords that the call log hides");
+    replay.add_option("--files", task.folder, "Keep the files that replayed calls write in this folder");
+    replay.footer("Use a printer for tests: whatever the log sold is sold again.\n\nExamples:\n"
+                  "  telvofm replay --dry-run fmlog.txt\n"
+                  "  telvofm replay -p 127.0.0.1:9100 fmlog.txt\n"
+                  "  telvofm replay -p 127.0.0.1:9100 --go-on --json raw.log");
+}
+
+void addDoctor(CLI::App& app, Task& task)
+{
+    auto& doctor = *app.add_subcommand("doctor", "Look for what keeps a till from its printer");
+    addCommon(doctor, task);
+    addLibrary(doctor, task);
+    addPrinter(doctor, task);
+    doctor.footer("Prints nothing on the printer and sends it no command.\n\nExamples:\n"
+                  "  telvofm doctor\n"
+                  "  telvofm doctor -p COM/dev/ttyUSB0\n"
+                  "  telvofm doctor -p 192.168.1.10:9100 --json");
+}
+
+void addCodes(CLI::App& app, Task& task)
+{
+    auto& codes = *app.add_subcommand("codes", "Say what a returned code means, and what to do");
+    addCommon(codes, task);
+    codes.add_option("CODE", task.code, "The code; without it all are shown");
+    codes.footer("Examples:\n"
+                 "  telvofm codes -10202\n"
+                 "  telvofm codes --json");
+}
+
+void addCompletion(CLI::App& app, Task& task)
+{
+    auto& completion = *app.add_subcommand("completion", "Write what completes this tool's words in a shell");
+    addCommon(completion, task);
+    completion.add_option("SHELL", task.shell, "bash")->required()->check(CLI::IsMember({"bash"}));
+    completion.footer("Examples:\n"
+                      "  telvofm completion bash > /etc/bash_completion.d/telvofm\n"
+                      "  source <(telvofm completion bash)");
+}
+
+void describe(CLI::App& app, Task& task)
+{
+    app.allow_windows_style_options(false);
+    app.set_version_flag("--version", "telvofm " TELVOFM_VERSION);
+    app.require_subcommand(0, 1); // what is missing is said in words of our own
+    app.footer("Exit codes:\n"
+               "  0  done\n"
+               "  1  the printer refused a call\n"
+               "  2  the command line is wrong\n"
+               "  3  the library is missing or the wrong one\n"
+               "  4  a file cannot be read or written\n"
+               "  5  the link failed: a negative code\n"
+               "  6  something was found: damage, a difference, something to mend\n"
+               "  7  the tool itself failed\n\n"
+               "Examples:\n"
+               "  telvofm doctor -p 192.168.1.10:9100\n"
+               "  telvofm call -p 192.168.1.10:9100 getVariable 1 TOTAL\n"
+               "  telvofm codes -10202\n"
+               "  telvofm decode raw.log");
+    addCall(app, task);
+    addCodes(app, task);
+    addCompletion(app, task);
+    addDecode(app, task);
+    addDoctor(app, task);
+    addReplay(app, task);
+}
+
+Errand errandNamed(const std::string& name)
+{
+    static const std::map<std::string, Errand> commands = {
+        {"call", Errand::call},     {"codes", Errand::codes},   {"completion", Errand::completion},
+        {"decode", Errand::decode}, {"doctor", Errand::doctor}, {"replay", Errand::replay}};
+    return commands.at(name);
+}
+
+// The help of the command that was asked for, or of all.
+const CLI::App& chosen(const CLI::App& app)
+{
+    const auto commands = app.get_subcommands();
+    return commands.empty() ? app : *commands.front();
+}
+
+// The parser itself would call it unexpected.
+void refuseUnknownCommand(const CLI::App& app, const std::vector<std::string>& words)
+{
+    if (words.empty()) {
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const CLI::App* command : app.get_subcommands({})) {
+        names.emplace_back(command->get_name());
+    }
+    const std::string& word = words.front();
+    if (!word.starts_with('-') && std::find(names.begin(), names.end(), word) == names.end()) {
+        const std::string_view nearest = nearestName(word, names);
+        throw Failure(Ending::wrongUse,
+                      "there is no command " + word +
+                          (nearest.empty() ? "; 'telvofm --help' lists them"
+                                           : "; did you mean " + std::string(nearest) + "?"));
+    }
+}
+
+void requirePossible(const Task& task)
+{
+    if (task.errand == Errand::call && !task.isList && task.words.empty()) {
+        throw Failure(Ending::wrongUse, "no function is named; write: telvofm call FUNCTION ARGUMENT...");
+    }
+    if (task.errand == Errand::replay && !task.isDryRun && task.printer.address.empty()) {
+        throw Failure(Ending::wrongUse, "no printer is named; name one with --printer, or add --dry-run");
+    }
+}
+
+} // namespace
+
+Task readCommandLine(std::vector<std::string> words)
+{
+    Task task;
+    CLI::App app("The tool beside the TelvoFM library", "telvofm");
+    describe(app, task);
+    refuseUnknownCommand(app, words);
+    try {
+        std::reverse(words.begin(), words.end()); // as the parser takes them
+        app.parse(std::move(words));
+    } catch (const CLI::CallForVersion& version) {
+        task.said = version.what();
+        return task;
+    } catch (const CLI::Success& /*help*/) {
+        task.said = chosen(app).help("telvofm");
+        return task;
+    } catch (const CLI::ParseError& wrong) {
+        const std::string& command = chosen(app).get_name();
+        throw Failure(Ending::wrongUse, std::string(wrong.what()) + "; 'telvofm " +
+                                            (command == "telvofm" ? "" : command + " ") +
+                                            "--help' shows what can be written");
+    }
+    const CLI::App& command = chosen(app);
+    if (&command == &app) {
+        throw Failure(Ending::wrongUse, "no command is named; 'telvofm --help' lists them");
+    }
+    task.errand = errandNamed(command.get_name());
+    task.words = command.remaining();
+    requirePossible(task);
+    return task;
+}
+
+std::vector<CommandWords> commandWords()
+{
+    Task unused;
+    CLI::App app("", "telvofm");
+    describe(app, unused);
+    std::vector<CommandWords> all;
+    for (const CLI::App* command : std::as_const(app).get_subcommands({})) {
+        all.push_back({command->get_name(), {}});
+        for (const CLI::Option* option : command->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                all.back().options.push_back("--" + name);
+            }
+        }
+    }
+    return all;
+}
+
+} // namespace telvofm::tools

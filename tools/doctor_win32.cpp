@@ -1,0 +1,91 @@
+// The doctor's look at a serial port on Windows.
+#include "tools/doctor.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <numeric>
+#include <windows.h>
+
+namespace telvofm::tools {
+namespace {
+
+struct Closer
+{
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using Port = std::unique_ptr<void, Closer>;
+
+std::string shortName(const std::string& name)
+{
+    constexpr std::string_view prefix = R"(\\.\)";
+    return name.starts_with(prefix) ? name.substr(prefix.size()) : name;
+}
+
+Finding whyClosed(const std::string& name, DWORD error)
+{
+    if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION) {
+        return {"holder", Health::bad, "Another program holds " + name + ".",
+                "End it; Windows does not say which it is, and as a rule it is a till or a service tool."};
+    }
+    const auto ports = serialPorts();
+    const std::string others = ports.empty() ? "" : ", or name " + ports.front();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        return {"port", Health::bad, "There is no port " + name + ".", "Plug its adapter in" + others + "."};
+    }
+    return {"port", Health::bad, name + " cannot be opened: error " + std::to_string(error) + ".",
+            "Plug its adapter in again" + others + "."};
+}
+
+Finding line(const std::string& about, const std::string& name, bool isOn, const std::string& whenOff)
+{
+    if (isOn) {
+        return {about, Health::good, name + " is on.", {}};
+    }
+    return {about, Health::bad, name + " is off: " + whenOff,
+            "Check that the printer is on and ready, and that its cable has all the handshake lines."};
+}
+
+} // namespace
+
+Findings examineSerialPort(const std::string& name)
+{
+    const std::string own = shortName(name);
+    const HANDLE opened = ::CreateFileA((R"(\\.\)" + own).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) {
+        return {whyClosed(own, ::GetLastError())};
+    }
+    const Port port(opened);
+    Findings findings = {{"port", Health::good, "The port " + own + " is there, and you may open it.", {}},
+                         {"holder", Health::good, "No other program holds it.", {}}};
+    DWORD lines = 0;
+    if (::GetCommModemStatus(port.get(), &lines) == FALSE) {
+        findings.push_back({"lines", Health::bad,
+                            own + " has no modem lines, and the library cannot write without.",
+                            "Use a serial port with all the handshake lines."});
+        return findings;
+    }
+    findings.push_back(
+        line("cts", "CTS", (lines & MS_CTS_ON) != 0, "a call returns -10103 at once and writes nothing."));
+    findings.push_back(line("dsr", "DSR", (lines & MS_DSR_ON) != 0, "a call waits for it without limit."));
+    return findings;
+}
+
+std::vector<std::string> serialPorts()
+{
+    std::vector<char> names(65536);
+    const DWORD size = ::QueryDosDeviceA(nullptr, names.data(), static_cast<DWORD>(names.size()));
+    std::vector<std::string> ports;
+    for (const char* name = names.data(); name < names.data() + size && *name != '\0';) {
+        const std::string device = name;
+        if (device.starts_with("COM")) {
+            ports.push_back(device);
+        }
+        name += device.size() + 1;
+    }
+    std::sort(ports.begin(), ports.end());
+    return ports;
+}
+
+} // namespace telvofm::tools

@@ -95,6 +95,25 @@ withPage("an exchange that the list no longer has is shown all the same, and sta
     await seesText(page.locator(".preview .slip"), "One more");
 });
 
+withPage("what happens while nobody looks is there when somebody does", async ({ till, page }) => {
+    const hide = (isHidden) => page.evaluate((value) => {
+        Object.defineProperty(document, "hidden", { value, configurable: true });
+        document.dispatchEvent(new Event("visibilitychange"));
+    }, isHidden);
+    await till.begin();
+    await till.item("Item before", "0.01");
+    await seesText(page.locator(".slip .item"), "Item before");
+    await hide(true);
+    for (let item = 0; item < 250; item += 1) {
+        assert.equal(await till.item(`Item ${item}`, "0.01"), 0);
+    }
+    await hide(false);
+    await becomes(251, () => page.locator(".slip .item").count());
+    await becomes(253, () => page.locator(".exchange").count());
+    const numbers = await page.locator(".exchange .number").allInnerTexts();
+    assert.deepEqual(numbers.map(Number), Array.from({ length: 253 }, (_, index) => 253 - index));
+});
+
 withPage("going back to as many documents as before is seen everywhere", async ({ till, page, printer }) => {
     await page.getByRole("tab", { name: "Journal" }).click();
     await till.sell("Chlieb", "1.00");

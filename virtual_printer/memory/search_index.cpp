@@ -56,7 +56,7 @@ SearchIndex::SearchIndex(const Database& database)
     : readContents(database.prepare("SELECT id, content FROM contents WHERE id BETWEEN ? AND ?")),
       readBlock(database.prepare("SELECT lines FROM searched WHERE block = ?")),
       writeBlock(database.prepare("INSERT OR REPLACE INTO searched VALUES (?, ?)")),
-      remove(database.prepare("DELETE FROM searched WHERE block >= ?"))
+      removeFrom(database.prepare("DELETE FROM searched WHERE block >= ?"))
 {
 }
 
@@ -75,14 +75,14 @@ void SearchIndex::makeAnew(std::int64_t documents) const
     }
 }
 
+void SearchIndex::cutBehind(std::int64_t position) const
+{
+    removeFrom.run({position / documentsOfABlock});
+}
+
 void SearchIndex::clear() const
 {
     cutBehind(0);
-}
-
-void SearchIndex::cutBehind(std::int64_t document) const
-{
-    remove.run({document / documentsOfABlock});
 }
 
 std::uint64_t SearchIndex::find(std::int64_t block, std::string_view text) const

@@ -26,9 +26,9 @@ public:
     void add(std::int64_t position) const;
     // All whole blocks of a journal of so many documents that was kept without them.
     void makeAnew(std::int64_t documents) const;
+    // The document at this place is the last one that stays.
+    void cutBehind(std::int64_t position) const;
     void clear() const;
-    // The journal ends with this document now.
-    void cutBehind(std::int64_t document) const;
 
     // Which documents of a block have the folded text in a line. The lowest bit is that of the first one.
     [[nodiscard]] std::uint64_t find(std::int64_t block, std::string_view text) const;
@@ -39,7 +39,7 @@ private:
     Statement readContents;
     Statement readBlock;
     Statement writeBlock;
-    Statement remove;
+    Statement removeFrom;
 };
 
 } // namespace virtual_printer

@@ -86,11 +86,11 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
 {
     const bool isProbe = exchanged.kind == Exchanged::Kind::probe;
     exchanged.said(answer);
-    exchanged.known = now;
     if (const Exchanged* repeated = trace.find(exchanged.repeatOf)) {
         exchanged.repeatedAfter =
             std::chrono::duration_cast<std::chrono::milliseconds>(exchanged.came - repeated->came);
     }
+    exchanged.known = now;
     const std::uint64_t number = trace.add(std::move(exchanged));
     first = first == 0 ? number : first;
     if (!isProbe) {

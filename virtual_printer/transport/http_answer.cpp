@@ -38,12 +38,12 @@ std::string startOf(int status, const std::string& contentType)
            "\r\nContent-Type: " + contentType + "\r\nX-Content-Type-Options: nosniff\r\n";
 }
 
+constexpr std::string_view notKept = "Cache-Control: no-store\r\n";
+
 std::string_view connectionOf(BehindAnswer behind)
 {
     return behind == BehindAnswer::connectionEnds ? "Connection: close\r\n" : "Connection: keep-alive\r\n";
 }
-
-constexpr std::string_view notKept = "Cache-Control: no-store\r\n";
 
 } // namespace
 

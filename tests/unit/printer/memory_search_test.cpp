@@ -182,6 +182,24 @@ TEST_F(MemorySearch, ForgetsWhatIsCleared)
     EXPECT_THAT(findText("makovník"), ElementsAre(50));
 }
 
+TEST_F(MemorySearch, ForgetsWhatCameBehindWhatItGoesBackTo)
+{
+    keep({receiptWith(1, "Rožok", 20)});
+    Draft draft(State(), momentOf(0));
+    draft.standing().documents = 1; // a state, to go back to
+    memory.commit(State(), draft);
+    sell(2, 70);
+    memory.remember();
+    sell(71, 200);
+    EXPECT_THAT(findText("makovník"), ElementsAre(50, 100, 150, 200));
+    memory.goBack();
+    EXPECT_THAT(findText("makovník"), ElementsAre(50));
+    std::vector<Document> others(40, receiptWith(7, "Koláč", 300));
+    keep(others);
+    EXPECT_THAT(findText("makovník"), ElementsAre(50));
+    EXPECT_THAT(findText("koláč"), SizeIs(40));
+}
+
 TEST_F(MemorySearch, HoldsForAMemoryOfAnEarlierVersion)
 {
     sell(1, 130);

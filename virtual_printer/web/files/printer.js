@@ -5,6 +5,7 @@ import { tellBlock } from "./exchange.js";
 
 const mostExchanges = 400;
 const mostLines = 2000;
+const mostAtOnce = 200; // that news tell
 const mostAtFirst = 120;
 
 const whenIdle = (action) => (window.requestIdleCallback ?? setTimeout)(action);
@@ -76,7 +77,7 @@ export class Printer extends EventTarget {
         const query = new URLSearchParams({
             line: this.lines.at(-1)?.number ?? 0,
             exchange: changing ? changing.number - 1 : this.exchanges.at(-1)?.number ?? 0,
-            most: isFirst ? mostAtFirst : mostLines,
+            most: isFirst ? mostAtFirst : mostAtOnce,
         });
         const { changes, state, totals, faults, paper, trace } = await get(at(this.name, `news?${query}`));
         this.changes = changes;
@@ -86,11 +87,12 @@ export class Printer extends EventTarget {
         const areOther = Object.keys(others).filter((what) => JSON.stringify(this[what]) !== JSON.stringify(others[what]));
         Object.assign(this, others);
         this.dropBefore(state.paper.first);
+        const hasMissed = this.dropBeforeGap(paper, trace);
         this.addLines(paper);
         this.addExchanges(trace);
         areOther.forEach((what) => this.tell(what));
         this.tell("state");
-        if (isFirst) {
+        if (isFirst || hasMissed) {
             whenIdle(() => this.askForOlder().catch(() => {}));
         }
     }
@@ -102,6 +104,21 @@ export class Printer extends EventTarget {
             this.lines = this.lines.slice(gone.length);
             this.tell("paper", { added: [], gone });
         }
+    }
+
+    // More has happened than news tell at once: what is known does not go on from the last one.
+    dropBeforeGap(lines, exchanges) {
+        const isBehindGap = (known, added) => known.length > 0 && added.length > 0 && added[0].number > known.at(-1).number + 1;
+        const missesLines = isBehindGap(this.lines, lines);
+        const missesExchanges = isBehindGap(this.exchanges, exchanges);
+        if (missesLines) {
+            this.lines = [];
+        }
+        if (missesExchanges) {
+            this.exchanges = [];
+            this.tell("trace");
+        }
+        return missesLines || missesExchanges;
     }
 
     addLines(added) {

@@ -15,4 +15,10 @@ valgrind --tool=callgrind --toggle-collect=itemSale --callgrind-out-file="$profi
     "$program" --calls "$calls" >/dev/null
 total=$(awk '/^(summary|totals):/ { print $2; exit }' "$profile")
 echo "itemSale: $((total / calls)) user-space instructions per call, over $calls calls"
+readonly most=3000
+if ((total / calls > most)); then
+    echo "item_sale_instructions: a sale took $((total / calls)) instructions, at most $most are wanted; see which function below has grown" >&2
+    outcome=1
+fi
 callgrind_annotate --threshold=95 "$profile" | awk '/Ir +file:function/ { shown = 1 } shown' | head -30
+exit "${outcome:-0}"

@@ -176,7 +176,7 @@ private:
             call("POST", here + "faults", R"({"kind": "refuse", "code": 49, "command": "fiscalization"})"),
             call("DELETE", here + "faults", ""),
             call("PATCH", here + "hardware", R"({"drawer": "closed"})"),
-            call("GET", here + "trace?limit=100", "")};
+            call("GET", here + "trace?limit=50", "")};
         while (!isEnding) {
             for (const std::string& bytes : calls) {
                 const auto start = Clock::now();

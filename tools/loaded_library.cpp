@@ -99,7 +99,8 @@ LoadedLibrary loadLibrary(const std::string& name)
     }
     const ExportedFunction getVersionFound = exportedFunction("getVersion");
     if (getVersionFound == nullptr) {
-        fail(name + " is not this library: it has no function getVersion; name " + libraryNames().back());
+        fail((name.empty() ? libraryNames().back() : name) +
+             " is not this library: it has no function getVersion; name " + libraryNames().back());
     }
     std::error_code unknown;
     LoadedLibrary library{fs::weakly_canonical(fileOf(getVersionFound), unknown),

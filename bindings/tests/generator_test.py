@@ -2,6 +2,7 @@
 """The generator stops at what it does not know, names what is stale, and the table of characters is the right one."""
 import json
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -55,6 +56,19 @@ class Generator(unittest.TestCase):
                 self.assertEqual(point, byte)
             else:
                 self.assertEqual(chr(point), bytes([byte]).decode("cp1250"))
+
+    def test_lets_no_language_convert_texts_or_truths_itself(self):
+        for name, declaration, forbidden in (
+                ("python/telvofm/raw.py", r'^ +"\w+": \(.*', r': \(c_char_p|wchar|c_bool'),
+                ("csharp/generated/Functions.cs", r".*\bextern\b.*", r"\b(string|bool|char|StringBuilder)\b|CharSet"),
+                ("java/generated/telvofm/Functions.java", r"^ +\w[\w\[\]]* \w+\(.*", r"\b(boolean|String|WString|char)\b"),
+                ("pascal/generated/telvofm_functions.pas", r"^ +\w+: *(?:function|procedure).*",
+                 r"(?i)\b(cbool|longbool|wordbool|bytebool|char|string|ansistring|pwidechar|pchar)\b")):
+            text = (top / "bindings" / name).read_text(encoding="utf-8")
+            declarations = re.findall(declaration, text, re.MULTILINE)
+            self.assertEqual(len(declarations), 202, name)
+            for each in declarations:
+                self.assertNotRegex(each, forbidden)
 
     def test_names_what_is_stale(self):
         shutil.copytree(top / "bindings", self.folder / "bindings")

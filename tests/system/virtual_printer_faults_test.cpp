@@ -83,6 +83,28 @@ TEST_F(ScenarioOfPrinter, LeavesATillAloneAndServesTheNext)
     EXPECT_EQ(first.heard(), "");
 }
 
+// The printer listens while its answer waits, and no more when that has gone.
+TEST_F(ScenarioOfPrinter, LeavesATillAloneBehindALateAnswer)
+{
+    const PrinterProcess printer(with(R"({"kind": "acknowledgeLate", "milliseconds": 50},
+                                         {"kind": "halfOpen", "at": "afterwards"})"));
+    const int port = printer.port();
+    {
+        const RawTill first(port);
+        first.say(request(job));
+        EXPECT_EQ(first.hear(1), "\x06");
+        for (bool isServed = false; !isServed;) {
+            const RawTill second(port);
+            second.say(request(job));
+            isServed = second.hear(1) == "\x06";
+        }
+        first.say(request(job));
+        EXPECT_TRUE(RawTill(port).isAccepted(job)); // by then the other one would have been answered
+        EXPECT_EQ(first.heard(), "");
+    }
+    EXPECT_TRUE(RawTill(port).isAccepted(job)) << "also when the one that was left alone has gone";
+}
+
 TEST_F(ScenarioOfPrinter, LosesItsPowerAndServesAgain)
 {
     const PrinterProcess printer(with(R"({"kind": "powerLoss", "milliseconds": 300, "command": "20"})"));

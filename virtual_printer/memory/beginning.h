@@ -17,10 +17,12 @@ public:
 
     // The memory is about to lose something that it held then.
     void copyBefore(const Database& changed);
-    // Inside no transaction.
+    // Inside no transaction; whole or not at all.
     void bringBack(Database& database, const KeptState& kept, const Journal& journal) const;
 
 private:
+    void takeBack(Database& database, const KeptState& kept, const Journal& journal) const;
+
     std::optional<State> state;
     std::optional<Backup> backup;
     Journal::Ends ends;

@@ -115,6 +115,13 @@ private:
                                                                   const boost::system::error_code& failure,
                                                                   std::size_t count) {
             self->isReading = false;
+            if (failure == boost::asio::error::operation_aborted && self->stream.is_open()) {
+                self->goOn(); // who was left alone meanwhile may be heard again already
+                return;
+            }
+            if (self->isAbandoned()) {
+                return; // what comes is heard by nobody
+            }
             if (failure) {
                 self->finish();
                 return;
@@ -236,6 +243,9 @@ private:
         }
         if (end != End::abandon) {
             close();
+        } else {
+            boost::system::error_code ignored;
+            stream.cancel(ignored); // a read that began before
         }
         // Who is left alone may be heard again, and then go.
         const auto afterwards = end == End::abandon ? ended : std::exchange(ended, [] {});

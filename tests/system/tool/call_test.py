@@ -106,7 +106,7 @@ class OnAPrinter(ToolTest):
         calls = said.json["calls"]
         self.assertEqual([call["returned"] for call in calls], [0] * 6)
         self.assertEqual(calls[-1]["data"], {"text": "12.50", "bytes": "31 32 2e 35 30"})
-        self.assertIn("Čaj šťavnatý", printer.paper)
+        self.assertIn("Čaj šťavnatý", printer.paper_showing("Hotovosť"))
         self.assertIn("Hotovosť", printer.paper)
 
     def test_stops_at_a_refusal_and_tells_its_meaning(self):
@@ -149,13 +149,13 @@ class OnAPrinter(ToolTest):
         raw = self.folder / "raw.log"
         said = telvofm("call", "-p", "COM" + printer.address, "--raw-log", raw, *SALE, environment=MODEM_LINES)
         self.assertEqual(said.code, DONE, said)
-        self.assertIn("Čaj šťavnatý", printer.paper)
+        self.assertIn("Čaj šťavnatý", printer.paper_showing("Čaj šťavnatý"))
         self.assertIn('"Čaj šťavnatý"', telvofm("decode", "--serial", raw).output)
         printer.end()
         second = self.printer("--pty")
         again = telvofm("replay", "-p", "COM" + second.address, raw, environment=MODEM_LINES)
         self.assertEqual(again.code, DONE, again)
-        self.assertIn("Čaj šťavnatý", second.paper)
+        self.assertIn("Čaj šťavnatý", second.paper_showing("Čaj šťavnatý"))
 
     def test_writes_no_log_unless_it_is_told_to(self):
         printer = self.printer()

@@ -37,7 +37,7 @@ class Network(ToolTest):
 
     def test_prints_nothing(self):
         printer = self.printer()
-        before = printer.paper
+        before = printer.paper_showing("listening on")
         findings(printer.address)
         self.assertEqual(printer.paper, before)
 

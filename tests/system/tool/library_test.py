@@ -71,6 +71,12 @@ class Library(ToolTest):
         self.assert_refused(self.call(self.compiled("old.so", "int getVersion(void) { return 105; }")), NO_LIBRARY,
                             "version 105", "106")
 
+    def test_that_is_another_library_beside_the_tool(self):
+        tool = self.alone()
+        shutil.copy(self.compiled("other.so", "int other(void) { return 1; }"), tool.parent / "libtelvofm.so")
+        said = telvofm("call", "getVersion", tool=tool)
+        self.assert_refused(said, NO_LIBRARY, ": libtelvofm.so is not this library", "getVersion")
+
     def test_that_lacks_a_function(self):
         names = ["getVersion", "setLogginOff", "closeFM"]
         poor = self.compiled("poor.so", "".join(f"int {name}(void) {{ return 106; }}" for name in names))

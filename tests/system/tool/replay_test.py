@@ -23,7 +23,7 @@ class WithLogsOfASale(ToolTest):
         said = telvofm("call", "-p", first.address, "--call-log", self.calls, "--raw-log", self.raw, *SALE,
                        "--then", "getVariable", 1, "LAST_TOTAL", "--then", "getVariable", 1, "DUE")
         self.assertEqual(said.code, DONE, said)
-        self.sold = sold(first.paper)
+        self.sold = sold(first.paper_showing("Hotovosť"))
         first.end()
         self.second = self.printer()
 
@@ -33,7 +33,7 @@ class WithLogsOfASale(ToolTest):
             self.assertEqual(said.code, DONE, said)
             self.assertEqual((said.json["repeated"], said.json["different"], said.json["damages"]), (count, 0, []))
             self.assertEqual(len(self.sold), 4)
-            self.assertEqual(sold(self.second.paper), self.sold)
+            self.assertEqual(sold(self.second.paper_showing("Hotovosť")), self.sold)
             self.second.end()
             self.second = self.printer()
 
@@ -48,7 +48,7 @@ class WithLogsOfASale(ToolTest):
         said = telvofm("replay", "-p", self.second.address, "--go-on", self.calls)
         self.assertEqual(said.code, TROUBLE)
         self.assertEqual(said.output.splitlines()[-1], "9 of 9 calls repeated, 1 different")
-        self.assertEqual(sold(self.second.paper), self.sold)
+        self.assertEqual(sold(self.second.paper_showing("Hotovosť")), self.sold)
 
     def test_notices_another_answer(self):
         log = self.calls.read_bytes()
@@ -88,7 +88,7 @@ class WithLogsOfASale(ToolTest):
         self.assertEqual(said.code, TROUBLE)
         self.assertEqual([(one["line"], one["what"]) for one in said.json["damages"]], [
             (3, "not a line of a call log"), (5, "not a line of a call log"), (11, "the log is cut off here")])
-        self.assertEqual((said.json["different"], sold(self.second.paper)), (0, self.sold))
+        self.assertEqual((said.json["different"], sold(self.second.paper_showing("Hotovosť"))), (0, self.sold))
 
     def test_leaves_out_requests_that_are_broken_off(self):
         self.raw.write_text(self.raw.read_text() + "\nC: 1c 01 e0 ")

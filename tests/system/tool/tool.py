@@ -81,6 +81,13 @@ class Printer:
     def paper(self):
         return pathlib.Path(self._paper.name).read_text(encoding="utf-8")
 
+    def paper_showing(self, text):
+        """The printer answers first and prints then: until the text is there, or half a minute."""
+        limit = time.monotonic() + 30
+        while text not in (paper := self.paper) and time.monotonic() < limit:
+            time.sleep(0.02)
+        return paper
+
     def end(self):
         self._process.kill()
         self._process.wait()

@@ -131,6 +131,33 @@ TEST_F(MemoryBeginning, ComesBackWithItsBackupAfterTheClosuresWereCleared)
     EXPECT_EQ(*memory.backup()->settings, *backup->settings);
 }
 
+// Whichever operation of the disk fails: the memory is as it was just before, or as remembered.
+TEST_F(MemoryBeginning, ComesBackWholeOrNotAtAll)
+{
+    sellTo(remembered);
+    memory.remember();
+    sellTo(remembered + 1);
+    carryOut(Draft::Service::clearJournal);
+    int failures = 0;
+    for (bool isBack = false; !isBack; ++failures) {
+        int left = failures;
+        disk.failureOf = [&left](const SimulatedDisk::Operation& /*operation*/) {
+            constexpr int full = 13;
+            return left-- == 0 ? full : 0;
+        };
+        try {
+            memory.goBack();
+            isBack = true;
+        } catch (const DiskFull&) {
+            EXPECT_TRUE(memory.documents({}).empty()) << failures;
+            EXPECT_TRUE(test::haveSameParts(*memory.load(), state)) << failures;
+        }
+    }
+    disk.failureOf = nullptr;
+    EXPECT_GT(failures, 2);
+    EXPECT_TRUE(isAsRemembered());
+}
+
 TEST_F(MemoryBeginning, HasNoBackupThatWasMadeLater)
 {
     sellTo(1);

@@ -194,7 +194,7 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     await page.emulateMedia({ media: "screen" });
     await page.getByRole("tab", { name: "Trace" }).click();
     await page.emulateMedia({ media: "print" }); // elsewhere the roll is printed, whatever the journal has open
-    assert.equal(await page.locator(".paper .slip").last().isVisible(), true);
+    await page.locator(".paper .slip").last().waitFor();
     assert.equal(await page.locator(".preview .slip").isVisible(), false);
     const pdf = await page.pdf();
     assert.equal(pdf.subarray(0, 5).toString(), "%PDF-");

@@ -73,11 +73,11 @@ void servePseudoTerminal(boost::asio::io_context& context, Station& station, con
     // from being the same again.
     const auto terminal = std::make_shared<std::optional<PseudoTerminal>>();
     SerialLine<stream_descriptor>::Kind line;
-    line.open = [&context, terminal, tellPath = std::move(tellPath)] {
+    line.open = [&context, terminal] {
         terminal->emplace();
-        tellPath((*terminal)->path);
         return stream_descriptor(context, (*terminal)->controller);
     };
+    line.announce = [terminal, tellPath = std::move(tellPath)] { tellPath((*terminal)->path); };
     line.setLines = tellLines;
     std::make_shared<SerialLine<stream_descriptor>>(context, station, codes, std::move(line))->begin();
 }

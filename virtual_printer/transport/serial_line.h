@@ -19,6 +19,8 @@ public:
     {
         std::function<Stream()> open;
         std::function<void(Stream&, const SetLines&)> setLines;
+        // Tills may come: its lines stand as the faults want them.
+        std::function<void()> announce = [] {};
         std::function<void()> hasFailed = [] {}; // without being told to
     };
 
@@ -33,6 +35,7 @@ public:
         for (const Armed& one : station.faults.list()) {
             take(one, Faults::Event::armed);
         }
+        kind.announce();
         station.faults.watch([line = this->shared_from_this()](const Armed& one, Faults::Event event) {
             line->take(one, event);
         });
@@ -71,7 +74,10 @@ private:
             kind.hasFailed();
         }
         if (!till->isAbandoned()) { // otherwise the line stays, and nobody listens
-            boost::asio::post(context, [self = this->shared_from_this()] { self->serve(); });
+            boost::asio::post(context, [self = this->shared_from_this()] {
+                self->serve();
+                self->kind.announce();
+            });
         }
     }
 

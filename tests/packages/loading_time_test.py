@@ -14,6 +14,7 @@ import tempfile
 
 LONGEST = 1000  # microseconds
 TIMES = 10
+MOST_TIMES = 100  # on a machine that has no quiet moment
 
 
 def said_by(*command):
@@ -56,11 +57,12 @@ def main():
                 sys.exit(f"the control library imports from {imports(control)}, the library from {imports(library)}")
         else:
             control = control_for_linux(library, compiler, pathlib.Path(place))
-        shortest = {library: [], control: []}
-        for _ in range(TIMES):
-            for file, times in shortest.items():
-                times.append(int(said_by(*program, file)))
-    ours, theirs = (min(times) for times in shortest.values())
+        ours = theirs = float("inf")
+        times = 0
+        while times < TIMES or (ours - theirs > LONGEST and times < MOST_TIMES):
+            ours = min(ours, int(said_by(*program, library)))
+            theirs = min(theirs, int(said_by(*program, control)))
+            times += 1
     print(f"loaded in {ours} microseconds, the control library in {theirs}")
     if ours - theirs > LONGEST:
         sys.exit(f"that is more than {LONGEST} longer")

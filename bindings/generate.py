@@ -28,7 +28,7 @@ def generated():
     files = {}
     for language in (python, csharp, pascal, java, cpp):
         files.update(language.files(functions, characters, meanings))
-    files.update(documents.files(meanings, TOP))
+    files.update(documents.files(characters, meanings, TOP))
     return files
 
 

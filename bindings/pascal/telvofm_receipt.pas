@@ -85,6 +85,12 @@ uses
 
 { ---- Selling ---- }
 
+type
+  { What a line says of its item, as the library takes it; the record owns the texts while the call runs. }
+  TTextsOfItem = record
+    Name, Total, Vat, Quantity, UnitPrice, UnitName: RawByteString;
+  end;
+
 constructor TReceipt.Create(Session: TSession);
 begin
   inherited Create;
@@ -121,36 +127,37 @@ begin
   end;
 end;
 
+function TextsOfItem(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
+  const UnitName: UnicodeString): TTextsOfItem;
+begin
+  Result.Name := EncodeText(Name);
+  Result.Total := MoneyText(Total);
+  Result.Vat := EncodeText(Vat);
+  Result.Quantity := QuantityText(Quantity);
+  Result.UnitPrice := MoneyText(UnitPrice);
+  Result.UnitName := EncodeText(UnitName);
+end;
+
 procedure TReceipt.Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
   const UnitName: UnicodeString);
 var
-  Words, Sum, Letter, Amount, Price, Units: RawByteString;
+  Texts: TTextsOfItem;
 begin
-  Words := EncodeText(Name);
-  Sum := MoneyText(Total);
-  Letter := EncodeText(Vat);
-  Amount := QuantityText(Quantity);
-  Price := MoneyText(UnitPrice);
-  Units := EncodeText(UnitName);
+  Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
   Start('itemSale_str');
-  Line(Total, Functions.itemSale_str(FSession.Device, 0, PAnsiChar(Words), PAnsiChar(Sum), PAnsiChar(Letter), PAnsiChar(Amount),
-    PAnsiChar(Price), PAnsiChar(Units)));
+  Line(Total, Functions.itemSale_str(FSession.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
+    PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName)));
 end;
 
 procedure TReceipt.Void(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
   const UnitName: UnicodeString);
 var
-  Words, Sum, Letter, Amount, Price, Units: RawByteString;
+  Texts: TTextsOfItem;
 begin
-  Words := EncodeText(Name);
-  Sum := MoneyText(Total);
-  Letter := EncodeText(Vat);
-  Amount := QuantityText(Quantity);
-  Price := MoneyText(UnitPrice);
-  Units := EncodeText(UnitName);
+  Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
   Start('itemVoid_str');
-  Line(-Total, Functions.itemVoid_str(FSession.Device, 0, PAnsiChar(Words), PAnsiChar(Sum), PAnsiChar(Letter), PAnsiChar(Amount),
-    PAnsiChar(Price), PAnsiChar(Units), nil));
+  Line(-Total, Functions.itemVoid_str(FSession.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
+    PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName), nil));
 end;
 
 procedure TReceipt.Discount(const Description: UnicodeString; Amount: Currency; Vat: WideChar; Operation: Integer);

@@ -23,6 +23,10 @@ WANTED = """
     share/man/man1/telvofm-printer.1
     share/man/man1/telvofm.1
     share/man/man3/telvofm.3
+    share/bash-completion/completions/telvofm
+    share/telvofm/bindings/c/last_receipt.c
+    share/telvofm/bindings/cpp/demo_receipt.cpp
+    share/telvofm/bindings/demo_receipt.md
     share/telvofm/bindings/python/telvofm/__init__.py
 """.split()
 
@@ -35,15 +39,22 @@ def main():
         missing = [name for name in WANTED if not (prefix / name).exists()]
         if missing:
             sys.exit(f"not installed: {missing}")
-        run(prefix / "bin/telvofm", "--version")
-
         library, = prefix.rglob("libtelvofm.so.1")
+        loaded = run(prefix / "bin/telvofm", "doctor", "--json", env={**os.environ, "LD_LIBRARY_PATH": ""})
+        if str(library.parent) not in loaded:
+            sys.exit(f"the installed tool loads another library than {library}: {loaded}")
         libraries = {**os.environ, "LD_LIBRARY_PATH": str(library.parent)}
         with Printer(prefix / "bin/telvofm-printer") as printer:
             till = pathlib.Path(folder) / "till"
             with_pkg_config(prefix, till, printer.address)
             run(till, env=libraries, cwd=folder)
             printer.expect_receipt()
+
+            demo = prefix / "share/telvofm/bindings/python/demo_receipt.py"
+            said = run(sys.executable, "-B", demo, printer.address, env={**os.environ, "TELVOFM_LIBRARY": str(library)})
+            if "sold" not in said or "not sold" in said:
+                sys.exit(f"the installed Python layer said {said}")
+            printer.pass_over("Hotovosť")
 
             with_find_package(prefix, pathlib.Path(folder) / "build", printer.address)
             run(pathlib.Path(folder) / "build/ninja/till", cwd=folder)

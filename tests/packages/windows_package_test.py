@@ -22,6 +22,7 @@ WANTED = """
     bindings/python/telvofm/__init__.py
     bin/telvofm.dll
     bin/telvofm-printer.exe
+    bin/telvofm.exe
     doc/docs/integration.md
     include/telvofm.h
     include/telvofm.hpp

@@ -84,6 +84,8 @@ def main():
         root = unpacked(build, pathlib.Path(packing))
         check_content(root)
         root = root.rename(place / "telvofm")
+        if "106" not in run(wine, root / "bin/telvofm.exe", "call", "getVersion"):
+            sys.exit("the archive's tool does not call the archive's library")
         shutil.copy(root / "bin/telvofm.dll", place)
         with Printer(wine, root / "bin/telvofm-printer.exe") as printer:
             for till in tills(root, place, printer.address):

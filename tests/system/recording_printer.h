@@ -28,8 +28,8 @@ public:
     [[nodiscard]] std::unique_lock<std::mutex> holdAnswers() { return std::unique_lock(answers); }
 
 private:
-    // What comes, taken from the system in large pieces: byte by byte a long text took seconds under Wine on a busy
-    // machine, and the library asked whether the printer was still there.
+    // What comes, taken from the system in large pieces: byte by byte a long text took seconds under Wine on
+    // a busy machine, and the library asked whether the printer was still there.
     class Incoming
     {
     public:

@@ -14,7 +14,8 @@ void Beginning::copyBefore(const Database& changed)
     }
     Database all;
     all.copyFrom(changed);
-    takeBack(all, KeptState(all), Journal(all)); // what has come since, so that it is brought back in one step
+    takeBack(all, KeptState(all),
+             Journal(all)); // what has come since, so that it is brought back in one step
     copy.emplace(std::move(all));
 }
 

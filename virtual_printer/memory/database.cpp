@@ -10,6 +10,14 @@ constexpr std::int64_t bytesOfPage = 1024;
 constexpr const char* choosePage = "PRAGMA page_size = 1024";
 constexpr const char* chooseLog = "PRAGMA journal_mode = WAL";
 
+// One thread uses all databases of the process: no locks around them, and no count of their memory, which
+// needs one. Only before the first database is opened; a process that has used one already goes on as it is.
+bool configure()
+{
+    return sqlite3_config(SQLITE_CONFIG_SINGLETHREAD) == SQLITE_OK &&
+           sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+}
+
 DatabaseError::Cause causeOf(int code)
 {
     switch (code) {
@@ -134,6 +142,7 @@ Database::Database(const std::filesystem::path& file)
 
 void Database::open(const std::string& name)
 {
+    [[maybe_unused]] static const bool isWithoutLocks = configure();
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(
         name.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);

@@ -1,4 +1,5 @@
 // What an item sale costs at least: the system calls that the library makes for one, and nothing around them.
+// There is one implementation per platform.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +23,7 @@ public:
     static void appendToFile(const std::string& path, std::string_view line);
 
 private:
-    int handle;
+    std::uintptr_t handle; // wide enough for either platform
 };
 
 } // namespace bench

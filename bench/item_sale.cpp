@@ -1,50 +1,34 @@
 // Measures itemSale over loopback TCP beside a bare loop that makes the same system calls, call by call in
-// turn, with the call log off and on. Prints the medians and their ratio; at most 1.05 is wanted of both.
+// turn, with the call log off and on. Prints the medians and their ratio.
 //
-//     item_sale              measures
-//     item_sale --calls N    only calls itemSale N times with the log off, for a profiler
+//     item_sale PORT              measures; sale_printer listens on the port for two connections
+//     item_sale PORT --calls N [LOG-FILE]
+//                                 only calls itemSale N times, for a profiler; for one connection
 #include "bench/bare_loop.h"
-#include "bench/loopback_printer.h"
+#include "bench/cores.h"
+#include "bench/in_turn.h"
+#include "bench/sale_exchange.h"
 #include "telvofm.h"
 
-#include <algorithm>
 #include <atomic>
 #include <charconv>
-#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <new>
-#include <numeric>
-#include <optional>
-#include <vector>
+#include <string>
+#include <string_view>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 std::atomic<std::size_t> allocations = 0;
 
-constexpr int warmUpCalls = 2000;
-constexpr int measuredCalls = 20000;
 constexpr const char* libraryLog = "item_sale_library.txt";
 constexpr const char* bareLog = "item_sale_bare.txt";
 constexpr std::string_view logLine =
     "itemSale Device 1, row 0, commodityName Chlieb, total price 12.5, vat A, "
     "amount 1.5, unit price 8.3333, unit ks\n";
-
-std::string saleRequest()
-{
-    const std::string end(1, '\0');
-    return "\x1C\x01\x24" + ("0" + end) + "Chlieb" + end + "12.50" + end + "A" + end + "1.500" + end +
-           "8.33" + end + "ks " + end + "\x04";
-}
-
-char checksumOf(std::string_view request)
-{
-    return std::accumulate(request.begin(), request.end(), '\0',
-                           [](char sum, char byte) { return static_cast<char>(sum ^ byte); });
-}
 
 void require(bool isTrue, const char* what)
 {
@@ -59,50 +43,21 @@ void sell()
     require(itemSale(1, 0, "Chlieb", 12.5, 'A', 1.5, 8.3333, "ks") == 0, "the sale failed");
 }
 
-template <typename Call>
-double microseconds(Call call)
-{
-    const auto started = Clock::now();
-    call();
-    return std::chrono::duration<double, std::micro>(Clock::now() - started).count();
-}
-
-double median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
-// Calls both in turn, each of them first in every second round.
 template <typename Library, typename Bare>
 void compare(const char* title, Library library, Bare bare)
 {
-    std::vector<double> ofLibrary;
-    std::vector<double> ofBare;
-    for (int call = -warmUpCalls; call < measuredCalls; ++call) {
-        const bool libraryFirst = call % 2 == 0;
-        const double first = libraryFirst ? microseconds(library) : microseconds(bare);
-        const double second = libraryFirst ? microseconds(bare) : microseconds(library);
-        if (call >= 0) {
-            ofLibrary.push_back(libraryFirst ? first : second);
-            ofBare.push_back(libraryFirst ? second : first);
-        }
-    }
-    const double libraryMedian = median(ofLibrary);
-    const double bareMedian = median(ofBare);
-    std::printf("%-8s  itemSale %7.2f us   bare loop %7.2f us   ratio %.3f\n", title, libraryMedian,
-                bareMedian, libraryMedian / bareMedian);
+    const bench::InTurn medians = bench::callInTurn(library, bare);
+    std::printf("%-8s  itemSale %7.2f us   bare loop %7.2f us   ratio %.3f\n", title, medians.first,
+                medians.second, medians.first / medians.second);
 }
 
-void measure(bench::LoopbackPrinter& printer, const std::string& request)
+void measure(std::uint16_t port)
 {
-    const char checksum = checksumOf(request);
-    const bench::BareLoop bareLoop(printer.port());
-    printer.serve(2, request.size() + 1);
+    const bench::BareLoop bareLoop(port);
+    const std::string request = bench::saleRequest();
+    const char checksum = bench::checksumOf(request);
     const auto exchange = [&] { require(bareLoop.exchange(request, checksum), "the bare loop failed"); };
 
-    setLogginOff();
     compare("log off", sell, exchange);
     const std::size_t before = allocations;
     sell();
@@ -115,27 +70,14 @@ void measure(bench::LoopbackPrinter& printer, const std::string& request)
     });
     std::filesystem::remove(libraryLog);
     std::filesystem::remove(bareLog);
-    closeFM(); // before the bare loop's connection, so that the printer ends
 }
 
-void callOnly(bench::LoopbackPrinter& printer, const std::string& request, int calls)
+template <typename Number>
+Number numberIn(std::string_view text)
 {
-    printer.serve(1, request.size() + 1);
-    for (int call = 0; call < calls; ++call) {
-        sell();
-    }
-    closeFM();
-}
-
-std::optional<int> callsAskedFor(int count, char** arguments)
-{
-    int calls = 0;
-    if (count != 3 || std::string_view(arguments[1]) != "--calls") {
-        return std::nullopt;
-    }
-    const std::string_view number = arguments[2];
-    std::from_chars(number.data(), number.data() + number.size(), calls);
-    return calls;
+    Number number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
 }
 
 } // namespace
@@ -163,18 +105,24 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 
 int main(int count, char** arguments)
 {
-    const std::string request = saleRequest();
+    const bool isForProfiler = count >= 4 && std::string_view(arguments[2]) == "--calls";
+    require(count == 2 || isForProfiler, "usage: item_sale PORT [--calls N [LOG-FILE]]");
     setLogginOff();
-    bench::LoopbackPrinter printer;
-    const std::string address = "127.0.0.1:" + std::to_string(printer.port());
+    const std::string address = "127.0.0.1:" + std::string(arguments[1]);
     require(openFM(address.c_str()) == 0, "the library could not connect");
-    if (const auto calls = callsAskedFor(count, arguments)) {
-        callOnly(printer, request, *calls);
-        return EXIT_SUCCESS;
+    if (isForProfiler) {
+        if (count == 5) {
+            setLogginOn(arguments[4]);
+        }
+        for (int call = numberIn<int>(arguments[3]); call > 0; --call) {
+            sell();
+        }
+    } else {
+        if (!bench::pinToCore(0)) {
+            std::puts("one core: the scheduler decides the ratio");
+        }
+        measure(numberIn<std::uint16_t>(arguments[1]));
     }
-    if (!bench::pinToCore(0) || std::thread::hardware_concurrency() < 2) {
-        std::puts("fewer than two cores: the scheduler decides the ratio");
-    }
-    measure(printer, request);
+    closeFM();
     return EXIT_SUCCESS;
 }

@@ -1,6 +1,6 @@
 #include "bench/journal_printer.h"
 
-#include "bench/loopback_printer.h"
+#include "bench/cores.h"
 #include "bench/reply_block.h"
 
 #include <algorithm>

@@ -7,8 +7,8 @@
 // off but for one row.
 //
 //     journal_throughput [ROUNDS [LARGEST-SIZE-IN-MEGABYTES]]
+#include "bench/cores.h"
 #include "bench/journal_printer.h"
-#include "bench/loopback_printer.h"
 #include "telvofm.h"
 
 #include <algorithm>

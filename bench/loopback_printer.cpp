@@ -1,12 +1,12 @@
 #include "bench/loopback_printer.h"
 
+#include "bench/cores.h"
+
 #include <arpa/inet.h>
 #include <array>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
-#include <pthread.h>
-#include <sched.h>
 #include <stdexcept>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -33,17 +33,6 @@ bool receiveRequest(int handle, std::size_t length)
 }
 
 } // namespace
-
-bool pinToCore(unsigned int core)
-{
-    if (core >= std::thread::hardware_concurrency()) {
-        return false;
-    }
-    cpu_set_t cores;
-    CPU_ZERO(&cores);
-    CPU_SET(core, &cores);
-    return pthread_setaffinity_np(pthread_self(), sizeof cores, &cores) == 0;
-}
 
 LoopbackPrinter::LoopbackPrinter() : listener(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
 {

@@ -9,9 +9,6 @@
 
 namespace bench {
 
-// Binds the calling thread to one core; false where the machine has no such core.
-bool pinToCore(unsigned int core);
-
 class LoopbackPrinter
 {
 public:

@@ -1,0 +1,217 @@
+#!/usr/bin/env python3
+"""Every figure of the benchmarks beside what it is measured against, as one table and one chart.
+
+    figures.py BUILD-FOLDER WINDOWS-BUILD-FOLDER WORK-FOLDER [--write]
+
+Prints the table and fails when a figure that is promised is missed. With --write the table and the chart of
+docs/performance.md are made anew. What each program prints lies in WORK-FOLDER. Keep the machine quiet meanwhile.
+"""
+import contextlib
+import dataclasses
+import datetime
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import time
+
+from chart import chart
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+TABLE = ROOT / "docs/performance.md"
+CHART = ROOT / "docs/pictures/performance.svg"
+BEGIN, END = "<!-- figures: scripts/bench --write -->", "<!-- end of figures -->"
+
+
+@dataclasses.dataclass
+class Figure:
+    what: str
+    ours: str
+    beside: str  # what it is measured against, with its own figure
+    ratio: float  # ours to the other, in the unit of the promise
+    most: float = None  # promised: at most
+    least: float = None  # promised: at least
+
+    def promise(self):
+        if self.most is not None:
+            return f"at most {self.most:g}"
+        return f"at least {self.least:g}" if self.least is not None else ""
+
+    def is_kept(self):
+        return (self.most is None or self.ratio <= self.most) and (self.least is None or self.ratio >= self.least)
+
+
+def said(work, name, *command, **more):
+    """What a benchmark prints, kept in the work folder too."""
+    run = subprocess.run([str(word) for word in command], capture_output=True, text=True, check=False, **more)
+    (work / f"{name}.txt").write_text(run.stdout + run.stderr, encoding="utf-8")
+    if run.returncode != 0:
+        sys.exit(f"figures: {name} failed: {(run.stderr or run.stdout).strip()[-300:]}")
+    return run.stdout
+
+
+@contextlib.contextmanager
+def sale_printer(build, connections):
+    """A printer that accepts every sale; its port."""
+    with subprocess.Popen([build / "sale_printer", str(connections)], stdout=subprocess.PIPE, text=True) as printer:
+        try:
+            yield printer.stdout.readline().strip()
+        except BaseException:
+            printer.kill()
+            raise
+
+
+def exchanges(build, windows, work):
+    """The least of three runs: whatever else the machine does makes a ratio worse, or the other side slower."""
+    for title, program, most in (("Linux", [build / "item_sale"], 1.03),
+                                 ("DLL under Wine", ["wine", windows / "item_sale.exe"], 1.1)):
+        for log in ("off", "on"):
+            best = None
+            for run in range(3):
+                with sale_printer(build, 2) as port:
+                    text = said(work, f"item_sale {title} {run}", *program, port, cwd=work)
+                found = re.search(rf"log {log} +itemSale +([\d.]+) us +bare loop +([\d.]+) us +ratio ([\d.]+)", text)
+                ours, bare, ratio = (float(number) for number in found.groups())
+                if best is None or ratio < best.ratio:
+                    best = Figure(f"Exchange, {title}, log {log}", f"{ours:.1f} µs",
+                                  f"the same system calls: {bare:.1f} µs", ratio, most=most)
+            yield best
+
+
+def modbus(build, _, work):
+    with sale_printer(build, 1) as port:
+        text = said(work, "modbus_write", build / "modbus_write", port)
+    ours, other, ratio = (float(number) for number in re.search(
+        r"itemSale +([\d.]+) us +libmodbus +([\d.]+) us +ratio ([\d.]+)", text).groups())
+    yield Figure("Exchange, Linux, log off", f"{ours:.1f} µs", f"a write of the same size by libmodbus: {other:.1f} µs",
+                 ratio, most=1.4)
+
+
+def journals(build, _, work):
+    text = said(work, "journal_throughput", build / "journal_throughput", cwd=work)
+    rows = re.findall(r"^ *(\d+) +([\d.]+) +([\d.]+) +([\d.]+) +[\d.]+ +([\d.]+)$", text, re.MULTILINE)
+    for size, ours, bare, ratio, _ in rows:
+        if int(size) >= 1 << 20:
+            yield Figure(f"Journal of {int(size) >> 20} MB", f"{1000 / float(ours):.0f} MB/s",
+                         f"the same system calls: {1000 / float(bare):.0f} MB/s", float(ratio), least=0.97)
+    for size, log, ratio in re.findall(r"(\d+) bytes with the call log (\w+): peak/reply ([\d.]+)", text):
+        yield Figure(f"Journal of {int(size) >> 20} MB, log {log}: most memory", f"{ratio} times the reply",
+                     "the reply itself", float(ratio))
+
+
+def layouts(build, _, work):
+    text = said(work, "logo_layouts", build / "logo_layouts", cwd=work)
+    for size, ours, plain, ratio, copied in re.findall(
+            r"^(.+?): ([\d.]+) billion dots/s, plain loop ([\d.]+), ratio ([\d.]+); .* takes 1/([\d.]+)", text,
+            re.MULTILINE):
+        yield Figure(f"Layouts of a picture of {size}", f"{ours} billion dots/s",
+                     f"a loop over the dots: {plain} (memcpy of the result: {copied} times ours)", float(ratio),
+                     least=20)
+
+
+def serial(build, _, work):
+    text = said(work, "serial_throughput", build / "serial_throughput")
+    rate = {reader.strip(): float(share) for reader, share in re.findall(
+        r"^(bare loop|library) +[\d.]+ +[\d.]+ +([\d.]+) +[\d.]+$", text, re.MULTILINE)}
+    yield Figure("Serial reply at 115,200 baud", f"{rate['library']:.2f} % of the line rate",
+                 f"a bare loop: {rate['bare loop']:.2f} %", rate["library"], least=99)
+
+
+def loading(build, windows, work):
+    test = ROOT / "tests/packages/loading_time_test.py"
+    for title, library, compiler, program in (
+            ("libtelvofm.so", build / "libtelvofm.so", "cc", [build / "loading_time"]),
+            ("telvofm.dll under Wine", windows / "telvofm.dll", "x86_64-w64-mingw32-gcc",
+             ["wine", windows / "loading_time.exe"])):
+        text = said(work, f"loading {library.suffix}", sys.executable, "-B", test, library, compiler, work, *program)
+        ours, control = (int(number) for number in re.search(r"in (\d+) micro.* in (\d+)", text).groups())
+        yield Figure(f"Loading {title}", f"{ours / 1000:.2f} ms",
+                     f"a library with the same imports and no code: {control / 1000:.2f} ms", (ours - control) / 1000,
+                     most=1)
+
+
+def instructions(build, _, work):
+    text = said(work, "instructions", sys.executable, "-B", ROOT / "bench/instructions.py", build)
+    off, on = (int(number) for number in re.search(r"(\d+) instructions .* off, (\d+) with", text).groups())
+    yield Figure("Instructions of an itemSale, log off", f"{off:,}", "", off, most=3000)
+    yield Figure("Instructions of an itemSale, log on", f"{on:,}", "", on)
+
+
+def synchronized_writes_a_second(folder):
+    """What the disk allows a loop that writes 4 KB and has it synchronised, over two seconds."""
+    path, count, page = folder / "synchronized", 0, bytes(4096)
+    file = os.open(path, os.O_WRONLY | os.O_CREAT)
+    begun = time.monotonic()
+    while time.monotonic() - begun < 2:
+        os.pwrite(file, page, count % 1000 * len(page))
+        os.fdatasync(file)
+        count += 1
+    lasted = time.monotonic() - begun
+    os.close(file)
+    path.unlink()
+    return count / lasted
+
+
+def virtual_printer(build, _, work):
+    folder = work / "load"
+    folder.mkdir()
+    text = said(work, "printer_load", build / "printer_load", build / "telvofm-printer", folder)
+    slow, fast = (re.search(rf"^{title} +(\d+) commands/s +(\d+) receipts/s +([\d.]+) %", text, re.MULTILINE).groups()
+                  for title in ("50 x 1 receipt/s", "as fast as it goes"))
+    disk = synchronized_writes_a_second(folder)
+    yield Figure("50 virtual printers, a receipt a second each", f"{slow[2]} % of a core", "", float(slow[2]), most=25)
+    yield Figure("50 virtual printers, commands", f"{int(fast[0]):,} a second", "", int(fast[0]), least=10000)
+    yield Figure("50 virtual printers, synchronised receipts", f"{int(fast[1]):,} a second",
+                 f"a loop that writes and synchronises: {disk:,.0f} a second", int(fast[1]), least=1500)
+
+
+def machine():
+    """What was measured on, as far as the system tells."""
+    processor = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8"))
+    system = re.search(r'PRETTY_NAME="(.*)"', pathlib.Path("/etc/os-release").read_text(encoding="utf-8"))
+    wine = subprocess.run(["wine", "--version"], capture_output=True, text=True, check=False).stdout.split()
+    return (f"{os.cpu_count()} processors ({processor[1] if processor else 'unnamed'}), {system[1]}, Linux "
+            f"{os.uname().release}, {wine[0] if wine else 'no Wine'}, a virtual machine whose disk is virtual, too")
+
+
+def ratio_of(figure):
+    return f"{figure.ratio:,.0f}" if figure.ratio >= 100 else f"{figure.ratio:.2f}"
+
+
+def table(figures):
+    lines = [f"Measured on {datetime.date.today()}: {machine()}.", "",
+             "| what | ours | beside it | ratio or figure | promised |", "|---|---|---|---|---|"]
+    lines += [f"| {f.what} | {f.ours} | {f.beside} | {ratio_of(f)} | {f.promise()} |" for f in figures]
+    return "\n".join(lines)
+
+
+def write(figures):
+    page = TABLE.read_text(encoding="utf-8")
+    before, after = page.split(BEGIN)[0], page.split(END)[1]
+    TABLE.write_text(f"{before}{BEGIN}\n{table(figures)}\n{END}{after}", encoding="utf-8")
+    shown = [f for f in figures if f.what.startswith(("Exchange", "Journal")) and f.promise()]
+    CHART.write_text(chart("Time of a call, in times of the same work without the library",
+                           [(f"{f.what}, beside {f.beside.split(':')[0]}",
+                             1 / f.ratio if f.least else f.ratio) for f in shown]), encoding="utf-8")
+
+
+def main():
+    build, windows, work = (pathlib.Path(name).resolve() for name in sys.argv[1:4])
+    work.mkdir(parents=True, exist_ok=True)
+    figures = []
+    for measure in (exchanges, modbus, journals, layouts, serial, loading, instructions, virtual_printer):
+        for figure in measure(build, windows, work):
+            missed = "" if figure.is_kept() else "   MISSED"
+            print(f"{figure.what:48} {figure.ours:>22}   {figure.beside:64} {ratio_of(figure):>8} "
+                  f"{figure.promise():>14}{missed}", flush=True)
+            figures.append(figure)
+    if "--write" in sys.argv:
+        write(figures)
+    missed = [figure.what for figure in figures if not figure.is_kept()]
+    if missed:
+        sys.exit(f"figures: missed: {'; '.join(missed)}; is the machine quiet?")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,78 @@
+#!/usr/bin/env python3
+"""The instructions of one itemSale, everything that it calls included, held against those that are written down.
+
+    instructions.py BUILD-FOLDER            fails when they differ by more than 3 %, or are more than 3,000
+    instructions.py BUILD-FOLDER --write    writes them down anew
+
+The system's own are not counted, so that the machine's load changes nothing. Another compiler makes other code:
+with one that is not the one written down nothing is compared.
+"""
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+RECORD = pathlib.Path(__file__).with_name("instructions.json")
+MOST = 3000  # with the call log off
+TOLERANCE = 0.03
+FEW, MANY = 200, 1200  # what is done once falls out of the difference
+
+
+def counted(build, calls, log):
+    """Of so many calls in a fresh process; counting is on only inside itemSale."""
+    with tempfile.TemporaryDirectory(dir=build) as folder:
+        profile = pathlib.Path(folder, "profile")
+        logging = [str(pathlib.Path(folder, "calls.txt"))] if log else []
+        with subprocess.Popen([build / "sale_printer", "1"], stdout=subprocess.PIPE, text=True) as printer:
+            port = printer.stdout.readline().strip()
+            run = subprocess.run(
+                ["valgrind", "--tool=callgrind", "--toggle-collect=itemSale", f"--callgrind-out-file={profile}",
+                 build / "item_sale", port, "--calls", str(calls), *logging],
+                capture_output=True, text=True, check=False)
+            if run.returncode != 0:
+                printer.kill()
+                sys.exit(f"instructions: the sales failed: {run.stderr.strip()[-300:]}")
+        return int(re.search(r"^(?:summary|totals): (\d+)", profile.read_text(encoding="utf-8"), re.MULTILINE)[1])
+
+
+def per_call(build, log):
+    return round((counted(build, MANY, log) - counted(build, FEW, log)) / (MANY - FEW))
+
+
+def compiler_of(build):
+    """Its name and first number."""
+    for file in build.glob("CMakeFiles/*/CMakeCXXCompiler.cmake"):
+        text = file.read_text(encoding="utf-8")
+        return " ".join(re.search(rf'CMAKE_CXX_COMPILER_{part} "(\w+)', text)[1] for part in ("ID", "VERSION"))
+    return sys.exit(f"instructions: {build} is not configured")
+
+
+def complaint(found, known):
+    """What is wrong with what was found, in one sentence; None when nothing is."""
+    if found["log off"] > MOST:
+        return f"a sale took {found['log off']} instructions, at most {MOST} are wanted"
+    if known["compiler"] != found["compiler"]:
+        print(f"written down for {known['compiler']}, this is {found['compiler']}: not compared")
+        return None
+    for title in ("log off", "log on"):
+        if abs(found[title] - known[title]) > TOLERANCE * known[title]:
+            return (f"with the {title} a sale takes {found[title]} instructions, {known[title]} were written down; "
+                    "if that is meant, write it down with --write")
+    return None
+
+
+def main():
+    build = pathlib.Path(sys.argv[1]).resolve()
+    found = {"compiler": compiler_of(build), "log off": per_call(build, False), "log on": per_call(build, True)}
+    print(f"itemSale: {found['log off']} instructions with the call log off, {found['log on']} with it on")
+    if "--write" in sys.argv:
+        RECORD.write_text(json.dumps(found, indent=4) + "\n", encoding="utf-8")
+    wrong = complaint(found, json.loads(RECORD.read_text(encoding="utf-8")))
+    if wrong:
+        sys.exit(f"instructions: {wrong}")
+
+
+if __name__ == "__main__":
+    main()

@@ -20,5 +20,5 @@ if ((total / calls > most)); then
     echo "item_sale_instructions: a sale took $((total / calls)) instructions, at most $most are wanted; see which function below has grown" >&2
     outcome=1
 fi
-callgrind_annotate --threshold=95 "$profile" | awk '/Ir +file:function/ { shown = 1 } shown' | head -30
+callgrind_annotate --threshold=95 "$profile" | awk '/Ir +file:function/ { shown = 1 } shown && ++lines <= 30'
 exit "${outcome:-0}"

@@ -57,11 +57,15 @@ def wrong_with_elf(library, documentation):
     return [trouble for trouble, is_right in checks.items() if not is_right]
 
 
-def wrong_with_dll(library, _):
+def wrong_with_dll(library, documentation):
     header = said_by("x86_64-w64-mingw32-objdump", "-p", library)
+    imports = {name.lower() for name in re.findall(r"DLL Name: (\w+)\.dll", header, re.IGNORECASE)}
+    said = re.search(r"imports from ([\w, ]+) only", documentation).group(1)
+    documented = {name.lower() for name in re.findall(r"\w+", said)} - {"and"}
     size = pathlib.Path(library).stat().st_size
     checks = {
         f"it has {size} bytes, more than {LARGEST_DLL}": size <= LARGEST_DLL,
+        f"it imports from {sorted(imports)}, docs/packages.md says {said}": imports == documented,
         "it holds the moment of its making": re.search(r"Time/Date\s+Thu Jan  1 00:00:00 1970", header),
         "it has no place of its own in memory each time": "DYNAMIC_BASE" in header,
         "it may not lie above four gigabytes": "HIGH_ENTROPY_VA" in header,

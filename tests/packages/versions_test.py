@@ -21,7 +21,7 @@ COPIES = {
 MADE_COPIES = {
     "packaging/telvofm.pc": r"^Version: (\S+)$",
     "packaging/telvofmConfigVersion.cmake": r'^set\(PACKAGE_VERSION "(.*)"\)$',
-    "CPackConfig.cmake": r'^set\(CPACK_PACKAGE_VERSION "(.*)"\)$',
+    "CPackConfig.cmake": r'^set\(CPACK_PACKAGE_(?:VERSION "(.*)"|FILE_NAME "telvofm-([\d.]+)-.*")\)$',
 }
 
 

@@ -3,6 +3,7 @@
 #include "api/call_log.h"
 #include "api/frame.h"
 #include "api/telvofm.h"
+#include "link/endless_wait.h"
 #include "link/raw_log.h"
 #include "link/serial_driver.h"
 #include "link/tcp_driver.h"
@@ -106,11 +107,12 @@ void endSessions(IsMeant isMeant)
 void waitForEndingSessions(const std::string& port)
 {
     std::unique_lock lock(sessions().lock);
-    sessions().hasEnded.wait(lock, [&] {
+    const auto isFree = [&] {
         const auto& ending = sessions().ending;
         return std::none_of(ending.begin(), ending.end(),
                             [&](const Session& session) { return session.port == port; });
-    });
+    };
+    waitUntil(isFree, sessions().hasEnded, lock);
 }
 
 // Makes the session the current one and opens its link. A failed open leaves both in place.

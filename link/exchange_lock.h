@@ -3,6 +3,8 @@
 // thread sanitizer does not know.
 #pragma once
 
+#include "link/endless_wait.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -17,7 +19,7 @@ public:
     {
         std::unique_lock guard(state);
         ++waiting;
-        released.wait(guard, [this] { return isFree(); });
+        waitUntil([this] { return isFree(); }, released, guard);
         --waiting;
         take();
     }

@@ -3,6 +3,8 @@
 // of the system for good.
 #pragma once
 
+#include "link/endless_wait.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -15,7 +17,7 @@ public:
     void lock()
     {
         std::unique_lock guard(state);
-        released.wait(guard, [this] { return users == none; });
+        waitUntil([this] { return users == none; }, released, guard);
         users = alone;
     }
 
@@ -49,7 +51,7 @@ public:
     void lock_shared()
     {
         std::unique_lock guard(state);
-        released.wait(guard, [this] { return users != alone; });
+        waitUntil([this] { return users != alone; }, released, guard);
         ++users;
     }
 

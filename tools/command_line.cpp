@@ -53,8 +53,9 @@ void addCall(CLI::App& app, Task& task)
     call.add_flag("--list", task.isList, "List the functions with their arguments");
     call.prefix_command();
     call.footer(
-        "Options stand before the function. Buffers, result objects and sizes are left out; texts are\n"
-        "in UTF-8, bytes hexadecimal pairs or @FILE.\n\nExamples:\n"
+        "Behind the options: FUNCTION [ARGUMENT...] [--then FUNCTION [ARGUMENT...]]...\n\n"
+        "Buffers, result objects and sizes are left out; texts are in UTF-8, bytes hexadecimal pairs\n"
+        "or @FILE.\n\nExamples:\n"
         "  telvofm call getVersion\n"
         "  telvofm call -p 192.168.1.10:9100 getVariable 1 TOTAL\n"
         "  telvofm call -p COM7 --json printReport 1 X 0\n"
@@ -210,7 +211,8 @@ Task readCommandLine(std::vector<std::string> words)
         task.said = version.what();
         return task;
     } catch (const CLI::Success& /*help*/) {
-        task.said = chosen(app).help("telvofm");
+        const CLI::App& command = chosen(app);
+        task.said = &command == &app ? app.help() : command.help("telvofm");
         return task;
     } catch (const CLI::ParseError& wrong) {
         const std::string& command = chosen(app).get_name();

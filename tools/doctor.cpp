@@ -2,6 +2,7 @@
 
 #include "tools/export_table.h"
 #include "tools/exported_function.h"
+#include "tools/output.h"
 #include "tools/paths.h"
 
 #include <algorithm>

@@ -3,12 +3,13 @@
 
 #include "tools/ending.h"
 #include "tools/finding.h"
-#include "tools/output.h"
 #include "tools/printer_session.h"
 
 #include <string>
 
 namespace telvofm::tools {
+
+class Output;
 
 // The library first, then the way to the printer if one is named.
 Ending examine(const PrinterOptions& printer, Output& output);

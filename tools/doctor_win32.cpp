@@ -2,9 +2,9 @@
 #include "tools/doctor.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
-#include <numeric>
+#include <string_view>
+#include <utility>
 #include <windows.h>
 
 namespace telvofm::tools {
@@ -46,6 +46,26 @@ Finding line(const std::string& about, const std::string& name, bool isOn, const
             "Check that the printer is on and ready, and that its cable has all the handshake lines."};
 }
 
+// All of the system's, each with its NUL.
+std::string namesOfDevices()
+{
+    std::string names(32768, '\0');
+    for (;;) {
+        const DWORD size = ::QueryDosDeviceA(nullptr, names.data(), static_cast<DWORD>(names.size()));
+        if (size != 0 || ::GetLastError() != ERROR_INSUFFICIENT_BUFFER) {
+            names.resize(size);
+            return names;
+        }
+        names.resize(2 * names.size());
+    }
+}
+
+bool isPortName(std::string_view device)
+{
+    return device.starts_with("COM") && device.size() > 3 &&
+           device.find_first_not_of("0123456789", 3) == std::string_view::npos;
+}
+
 } // namespace
 
 Findings examineSerialPort(const std::string& name)
@@ -74,17 +94,18 @@ Findings examineSerialPort(const std::string& name)
 
 std::vector<std::string> serialPorts()
 {
-    std::vector<char> names(65536);
-    const DWORD size = ::QueryDosDeviceA(nullptr, names.data(), static_cast<DWORD>(names.size()));
+    const std::string names = namesOfDevices();
     std::vector<std::string> ports;
-    for (const char* name = names.data(); name < names.data() + size && *name != '\0';) {
-        const std::string device = name;
-        if (device.starts_with("COM")) {
+    for (std::size_t start = 0; start < names.size();) {
+        const std::string device = names.c_str() + start;
+        if (isPortName(device)) {
             ports.push_back(device);
         }
-        name += device.size() + 1;
+        start += device.size() + 1;
     }
-    std::sort(ports.begin(), ports.end());
+    std::sort(ports.begin(), ports.end(), [](const std::string& one, const std::string& other) {
+        return std::pair(one.size(), one) < std::pair(other.size(), other); // COM9 before COM10
+    });
     return ports;
 }
 

@@ -20,8 +20,9 @@ foreach(package IN ITEMS
     install(FILES /usr/share/doc/${package}/copyright DESTINATION licences RENAME ${package}.txt COMPONENT development)
 endforeach()
 # These speak of texts that Debian has in one place.
-foreach(licence IN ITEMS Apache-2.0 GPL-2 GPL-3 LGPL-2.1)
-    install(FILES /usr/share/common-licenses/${licence} DESTINATION licences/common-licenses COMPONENT development)
+foreach(licence IN ITEMS Apache-2.0 Artistic GFDL-1.2 GPL GPL-2 GPL-3 LGPL LGPL-2 LGPL-2.1)
+    file(REAL_PATH /usr/share/common-licenses/${licence} text) # the names without a number lead to the newest
+    install(FILES ${text} DESTINATION licences/common-licenses RENAME ${licence} COMPONENT development)
 endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION licences RENAME telvofm.txt COMPONENT development)
 install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/windows/licences.md

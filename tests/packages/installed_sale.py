@@ -1,10 +1,12 @@
-"""Sells with programs that are built from nothing but what is installed in a folder."""
+"""Sells with programs that are built from nothing but what is installed in a folder, as docs/packages.md says."""
 import os
 import pathlib
+import re
 import subprocess
 import sys
 
-HERE = pathlib.Path(__file__).parent
+HERE = pathlib.Path(__file__).resolve().parent
+DOCUMENTED = HERE.parent.parent / "docs/packages.md"
 
 
 def run(*command, **more):
@@ -41,36 +43,51 @@ class Printer:
         if not any("Chlieb" in line for line in paper) or "12.50" not in paper[-1]:
             sys.exit("the receipt is not on the paper:\n" + "".join(paper))
 
+    def expect_demo_receipt(self, said):
+        """What an example has said, and its receipt up to the last payment."""
+        if not re.search(r"^sold: receipt \d+, total 23\.59$", said, re.MULTILINE):
+            sys.exit(f"the example said {said}")
+        if not any("Hotovosť" in line for line in self.process.stdout):
+            sys.exit("the demo receipt is not on the paper")
 
-    def pass_over(self, last):
-        """Reads the paper up to a line with this text."""
-        if not any(last in line for line in self.process.stdout):
-            sys.exit(f"{last} is not on the paper")
+
+def documented(way):
+    """What docs/packages.md says to somebody who builds a till in this way, piece by piece."""
+    row, = re.findall(rf"^\| {re.escape(way)} \| (.*) \|$", DOCUMENTED.read_text(encoding="utf-8"), re.MULTILINE)
+    return re.findall("`([^`]+)`", row)
 
 
-def with_pkg_config(folder, program, address, compiler="gcc"):
-    """Builds a program with what pkg-config finds in a folder."""
+def till(place, address):
+    """The program of a till as till.c in a folder of its own."""
+    place.mkdir(parents=True, exist_ok=True)
+    text = (HERE / "sale.c").read_text(encoding="utf-8").replace('"ADDRESS"', f'"{address}"')
+    (place / "till.c").write_text(text, encoding="utf-8")
+    return place
+
+
+def with_pkg_config(folder, place, address, *, of_example):
+    """Builds till.c with what pkg-config finds in a folder, and so, into OF_EXAMPLE, the folder's own example in C++."""
     description, = folder.rglob("telvofm.pc")
-    flags = run("pkg-config", "--cflags", "--libs", "telvofm",
-                env={**os.environ, "PKG_CONFIG_LIBDIR": str(description.parent)}).split()
-    run(compiler, "-Wall", "-Werror", f'-DADDRESS="{address}"', HERE / "sale.c", "-o", program, *flags)
+    example, = folder.rglob("cpp/demo_receipt.cpp")
+    command = documented("pkg-config")[0]
+    in_cpp = command.replace("gcc till.c", f"g++ -std=c++20 {example}").replace("-o till", of_example)
+    for line in (command, in_cpp):
+        run("sh", "-c", line, cwd=till(place, address), env={**os.environ, "PKG_CONFIG_LIBDIR": str(description.parent)})
 
 
-def with_find_package(folder, build, address, *arguments):
-    """Builds a program with what CMake's find_package finds in a folder."""
-    project = build / "project"
-    project.mkdir(parents=True)
-    (project / "CMakeLists.txt").write_text(f"""
+def with_find_package(folder, place, address, *arguments):
+    """Builds till.c with what CMake's find_package finds in a folder."""
+    find, link, variable = documented("CMake")
+    (till(place, address) / "CMakeLists.txt").write_text(f"""
         cmake_minimum_required(VERSION 3.25)
         project(till LANGUAGES C)
-        find_package(telvofm 1.0 REQUIRED)
-        add_executable(till {HERE}/sale.c)
-        target_compile_definitions(till PRIVATE ADDRESS="{address}")
-        target_link_libraries(till PRIVATE telvofm::telvofm)
+        {find}
+        add_executable(till till.c)
+        {link}
         """, encoding="utf-8")
     configuration, = folder.rglob("telvofmConfig.cmake")
-    said = run("cmake", "-G", "Ninja", "-S", project, "-B", build / "ninja", f"-DCMAKE_PREFIX_PATH={folder}", *arguments)
-    run("cmake", "--build", build / "ninja")
-    found = (build / "ninja/CMakeCache.txt").read_text(encoding="utf-8")
+    said = run("cmake", "-G", "Ninja", "-S", place, "-B", place / "build", f"-D{variable}={folder}", *arguments)
+    run("cmake", "--build", place / "build")
+    found = (place / "build/CMakeCache.txt").read_text(encoding="utf-8")
     if f"telvofm_DIR:PATH={configuration.parent}\n" not in found:
         sys.exit(f"another telvofm was found than that of {folder}:\n{said}")

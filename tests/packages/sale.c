@@ -1,5 +1,5 @@
 /*
- * Sells one receipt at ADDRESS, which it is compiled with; ends with 0, or with which of its steps failed. It
+ * Sells one receipt at ADDRESS, which the tests fill in; ends with 0, or with which of its steps failed. It
  * uses nothing but telvofm.h: a toolchain without a C library of its own can build it.
  */
 #include <telvofm.h>
@@ -13,7 +13,7 @@ int main(void)
     if (getVersion() != 106) {
         return 1;
     }
-    if (openFM(ADDRESS) != 0) {
+    if (openFM("ADDRESS") != 0) {
         return 2;
     }
     if (sellingDayBegin(1, 0) < 0) { /* refused when the day is open already */

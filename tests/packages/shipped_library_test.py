@@ -11,6 +11,8 @@ import subprocess
 import sys
 
 LARGEST_DLL = 850_000  # bytes
+# What the oldest systems have that are to load it.
+NEWEST = {"GLIBC": "2.34", "GLIBCXX": "3.4.29"}
 SYSTEM_LIBRARIES = {"libstdc++.so.6", "libgcc_s.so.1", "libm.so.6", "libc.so.6", "ld-linux-x86-64.so.2"}
 
 
@@ -18,17 +20,23 @@ def said_by(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
+def number(version):
+    """As the system's loader compares them."""
+    return [int(part) for part in version.split(".")]
+
+
 def newest(prefix, needs):
-    """The newest version of a symbol that is needed, as the system's loader compares them."""
-    versions = re.findall(prefix + r"_([0-9.]+)\)", needs)
-    return max(versions, key=lambda version: [int(part) for part in version.split(".")])
+    """The newest version that is needed, and the symbols of it."""
+    symbols = re.findall(rf"\({prefix}_([0-9.]+)\)\s+(\w+)", needs)
+    version = max((version for version, _ in symbols), key=number)
+    return version, [symbol for of_version, symbol in symbols if of_version == version]
 
 
 def wrong_with_elf(library, documentation):
     header, dynamic, needs = (said_by("readelf", "--wide", "--program-headers", library),
                               said_by("readelf", "--wide", "--dynamic", library), said_by("objdump", "-T", library))
     needed = set(re.findall(r"\(NEEDED\)\s+Shared library: \[(.*?)\]", dynamic))
-    glibc, runtime = newest("GLIBC", needs), newest("GLIBCXX", needs)
+    (glibc, of_glibc), (runtime, of_runtime) = newest("GLIBC", needs), newest("GLIBCXX", needs)
     checks = {
         "part of it stays writable: no GNU_RELRO": "GNU_RELRO" in header,
         "names are looked up late, and their table stays writable: no BIND_NOW": "BIND_NOW" in dynamic,
@@ -39,17 +47,25 @@ def wrong_with_elf(library, documentation):
         f"it needs {sorted(needed)}": needed <= SYSTEM_LIBRARIES,
         "the C++ runtime is linked in": "libstdc++.so.6" in needed,
         "it holds symbols": ".symtab" not in said_by("readelf", "--wide", "--sections", library),
+        f"it needs glibc {glibc} for {of_glibc}": number(glibc) <= number(NEWEST["GLIBC"]),
+        f"it needs GLIBCXX_{runtime} for {of_runtime}": number(runtime) <= number(NEWEST["GLIBCXX"]),
         f"docs/packages.md does not say that it needs glibc {glibc}": f"glibc {glibc}" in documentation,
+        f"docs/packages.md does not say that glibc {glibc} is for {of_glibc}":
+            all(f"`{symbol}`" in documentation for symbol in of_glibc),
         f"docs/packages.md does not say that it needs GLIBCXX_{runtime}": f"GLIBCXX_{runtime}" in documentation,
     }
     return [trouble for trouble, is_right in checks.items() if not is_right]
 
 
-def wrong_with_dll(library, _):
+def wrong_with_dll(library, documentation):
     header = said_by("x86_64-w64-mingw32-objdump", "-p", library)
+    imports = {name.lower() for name in re.findall(r"DLL Name: (\w+)\.dll", header, re.IGNORECASE)}
+    said = re.search(r"imports from ([\w, ]+) only", documentation).group(1)
+    documented = {name.lower() for name in re.findall(r"\w+", said)} - {"and"}
     size = pathlib.Path(library).stat().st_size
     checks = {
         f"it has {size} bytes, more than {LARGEST_DLL}": size <= LARGEST_DLL,
+        f"it imports from {sorted(imports)}, docs/packages.md says {said}": imports == documented,
         "it holds the moment of its making": re.search(r"Time/Date\s+Thu Jan  1 00:00:00 1970", header),
         "it has no place of its own in memory each time": "DYNAMIC_BASE" in header,
         "it may not lie above four gigabytes": "HIGH_ENTROPY_VA" in header,

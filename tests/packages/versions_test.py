@@ -1,13 +1,42 @@
 #!/usr/bin/env python3
-"""One version in the header, the library and every program.
+"""One version in the header, the library, every program, and whatever else names it.
 
     versions_test.py SOURCE_FOLDER VERSION LIBRARY [--under WINE] PROGRAM...
 """
+import json
 import pathlib
 import re
 import struct
 import subprocess
 import sys
+
+
+# What stands in each file for people, or for other programs: where it names the version.
+COPIES = {
+    "CHANGELOG.md": r"\A# .*\n+## (\S+)",
+    "docs/control.md": r'"version":"([^"]+)"',
+    "docs/packages.md": r"The version, (\S+), is|libtelvofm\.so\.(\d+\.\d+\.\d+)",
+    "packaging/debian/changelog": r"\Atelvofm \((\S+)-\d+\) ",
+}
+MADE_COPIES = {
+    "packaging/telvofm.pc": r"^Version: (\S+)$",
+    "packaging/telvofmConfigVersion.cmake": r'^set\(PACKAGE_VERSION "(.*)"\)$',
+    "CPackConfig.cmake": r'^set\(CPACK_PACKAGE_(?:VERSION "(.*)"|FILE_NAME "telvofm-([\d.]+)-.*")\)$',
+}
+
+
+def versions_of_files(folder, patterns):
+    found = {}
+    for name, pattern in patterns.items():
+        text = (folder / name).read_text(encoding="utf-8")
+        said = {"".join(match.groups(default="")) for match in re.finditer(pattern, text, re.MULTILINE)}
+        found[name] = said.pop() if len(said) == 1 else f"{sorted(said)}"
+    return found
+
+
+def version_of_description(source):
+    description = json.loads((source / "virtual_printer/control/openapi.json").read_text(encoding="utf-8"))
+    return {"openapi.json": description["info"]["version"]}
 
 
 def version_of_header(header):
@@ -47,8 +76,10 @@ def version_of_program(command):
 
 def main():
     source, version, library, *programs = sys.argv[1:]
-    library = pathlib.Path(library)
-    found = version_of_header((pathlib.Path(source) / "api/telvofm.h").read_text(encoding="utf-8"))
+    source, library = pathlib.Path(source), pathlib.Path(library)
+    found = version_of_header((source / "api/telvofm.h").read_text(encoding="utf-8"))
+    found |= versions_of_files(source, COPIES) | versions_of_files(library.parent, MADE_COPIES)
+    found |= version_of_description(source)
     found |= version_of_dll(library) if library.suffix == ".dll" else version_of_elf(library, version)
     emulator = []
     if programs[:1] == ["--under"]:

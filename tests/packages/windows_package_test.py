@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Packs a build for Windows, unpacks it in Wine's drive C, and sells there on the virtual printer of the archive, with
 programs that are built from nothing but what it holds: by mingw through both import libraries, by clang and lld-link,
-which stand for Microsoft's toolchain, and by CMake.
+which stand for Microsoft's toolchain, and by CMake. The licences are those of what is linked in, and no page there has a
+dead link.
 
-    windows_package_test.py BUILD_FOLDER WINE
+    windows_package_test.py SOURCE_FOLDER BUILD_FOLDER WINE
 """
 import os
 import pathlib
@@ -12,9 +13,12 @@ import sys
 import tempfile
 import zipfile
 
-from installed_sale import HERE, Printer, run, with_find_package
+from installed_sale import Printer, documented, run, till, with_find_package
+from linked_in import wrong_licences
+from links import dead_links
 
 MINGW = "x86_64-w64-mingw32-gcc-posix"
+PROGRAMS = ("telvofm.dll", "telvofm.exe", "telvofm-printer.exe")
 WANTED = """
     bindings/csharp/generated/Functions.cs
     bindings/java/telvofm/Session.java
@@ -29,10 +33,9 @@ WANTED = """
     lib/libtelvofm.dll.a
     lib/telvofm.def
     lib/telvofm.lib
-    licences/gcc-mingw-w64-x86-64-posix-runtime.txt
-    licences/mingw-w64-x86-64-dev.txt
-    licences/libcli11-dev.txt
     licences/telvofm.txt
+    scenarios/bad-cable.json
+    testing/telvofm_printer.py
 """.split()
 
 
@@ -50,7 +53,7 @@ def unpacked(build, place):
     return place / archives[1].name.removesuffix(".zip")
 
 
-def check_content(root):
+def check_content(root, source, build):
     missing = [name for name in WANTED if not (root / name).is_file()]
     if missing:
         sys.exit(f"not in the archive: {missing}")
@@ -59,42 +62,44 @@ def check_content(root):
     files = {str(file.relative_to(root)) for file in root.rglob("*") if file.is_file()} - {"SHA256SUMS"}
     if summed != files:
         sys.exit(f"SHA256SUMS and the archive differ in {sorted(summed ^ files)}")
+    wrong = dead_links(root) + wrong_licences(source, build, root / "licences", PROGRAMS)
+    if wrong:
+        sys.exit("\n".join(wrong))
 
 
-def tills(root, place, address):
-    """Programs by each way of linking; the DLL lies beside them."""
-    include, defined = f"-I{root}/include", f'-DADDRESS="{address}"'
-    source, library = HERE / "sale.c", root / "lib/telvofm.lib"
-    run(MINGW, include, defined, source, f"-L{root}/lib", "-ltelvofm", "-o", place / "mingw.exe")
-    yield "mingw.exe"
-    run(MINGW, include, defined, source, library, "-o", place / "mingw_other_library.exe")
-    yield "mingw_other_library.exe"
-    run("clang", "--target=x86_64-pc-windows-msvc", "-ffreestanding", include, defined, "-c", source,
-        "-o", place / "sale.obj")
-    run("lld-link", "/nodefaultlib", "/entry:main", "/subsystem:console", f"/out:{place}/lld_link.exe",
-        place / "sale.obj", library)
+def tills(root, address):
+    """Programs by each way of linking, in the archive's folder."""
+    till(root, address)
+    run("sh", "-c", documented("mingw")[0], cwd=root)
+    yield "till.exe"
+    run(MINGW, "-Iinclude", "till.c", "lib/telvofm.lib", "-o", "other_library.exe", cwd=root)
+    yield "other_library.exe"
+    run("clang", "--target=x86_64-pc-windows-msvc", "-ffreestanding", "-Iinclude", "-c", "till.c", "-o", "till.obj", cwd=root)
+    run("lld-link", "/nodefaultlib", "/entry:main", "/subsystem:console", "/out:lld_link.exe", "till.obj", "lib/telvofm.lib",
+        cwd=root)
     yield "lld_link.exe"
 
 
 def main():
-    build, wine = pathlib.Path(sys.argv[1]).resolve(), sys.argv[2]
+    source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+    wine = sys.argv[3]
     drive = pathlib.Path(os.environ["WINEPREFIX"]) / "drive_c"
     with tempfile.TemporaryDirectory(dir=build) as packing, tempfile.TemporaryDirectory(dir=drive) as folder:
         place = pathlib.Path(folder)
         root = unpacked(build, pathlib.Path(packing))
-        check_content(root)
+        check_content(root, source, build)
         root = root.rename(place / "telvofm")
         if "106" not in run(wine, root / "bin/telvofm.exe", "call", "getVersion"):
             sys.exit("the archive's tool does not call the archive's library")
-        shutil.copy(root / "bin/telvofm.dll", place)
+        shutil.copy(root / "bin/telvofm.dll", root)  # beside the programs
         with Printer(wine, root / "bin/telvofm-printer.exe") as printer:
-            for till in tills(root, place, printer.address):
-                run(wine, till, cwd=place)
+            for program in tills(root, printer.address):
+                run(wine, program, cwd=root)
                 printer.expect_receipt()
             with_find_package(root, pathlib.Path(packing) / "cmake", printer.address,
                               "-DCMAKE_SYSTEM_NAME=Windows", f"-DCMAKE_C_COMPILER={MINGW}")
-            shutil.copy(pathlib.Path(packing) / "cmake/ninja/till.exe", place)
-            run(wine, "till.exe", cwd=place)
+            shutil.copy(pathlib.Path(packing) / "cmake/build/till.exe", root / "by_cmake.exe")
+            run(wine, "by_cmake.exe", cwd=root)
             printer.expect_receipt()
 
 

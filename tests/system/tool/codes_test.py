@@ -55,6 +55,8 @@ class Help(ToolTest):
             self.assertEqual((said.code, said.errors), (DONE, ""))
             examples = said.output.split("Examples:\n")[1]
             self.assertIn(" ".join(["  telvofm", *words]), examples)
+            self.assertIn("\n" + " ".join(["Usage: telvofm", *words, "[OPTIONS]"]), said.output)
+        self.assertIn("FUNCTION [ARGUMENT...]", telvofm("call", "--help").output)
 
     def test_lists_the_exit_codes(self):
         listed = re.findall(r"^  (\d)  ", telvofm("--help").output, re.MULTILINE)

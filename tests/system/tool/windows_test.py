@@ -1,5 +1,9 @@
 #!/usr/bin/env python3
 """The tool for Windows under Wine: what is its own there, and that the rest is the same."""
+import os
+import pathlib
+import pty
+import tty
 import unittest
 
 from tool import (DONE, NO_FILE, NO_LIBRARY, REFUSED, SOURCE, TROUBLE, WRONG_USE, ToolTest, telvofm)
@@ -45,6 +49,46 @@ class WithoutPrinter(ToolTest):
         self.assertEqual(said.code, TROUBLE)
         self.assertEqual([one["health"] for one in said.json["findings"]], ["good", "bad"])
         self.assertIn("There is no port COM77.", said.json["findings"][1]["sentence"])
+
+
+class ComPort(ToolTest):
+    """A COM port of Wine's, which is a pseudo-terminal with the modem lines of the native release build. Another program
+    that holds it is not seen here: Wine opens a port for everybody, where Windows refuses the second."""
+
+    LINES = SOURCE / "build/release/libmodem_lines.so"
+    PORT = "COM11"  # from COM7 on Wine leaves the ports as they are set
+
+    def setUp(self):
+        super().setUp()
+        master, slave = pty.openpty()
+        tty.setraw(slave)
+        for end in (master, slave):
+            self.addCleanup(os.close, end)
+        device = pathlib.Path(os.environ["WINEPREFIX"], "dosdevices", self.PORT.lower())
+        device.unlink(missing_ok=True)
+        device.symlink_to(os.ttyname(slave))
+        self.addCleanup(device.unlink)
+
+    def examine(self, *, lines=None, name=PORT):
+        environment = {"WINEDEBUG": "-all"}
+        if lines is not None:
+            environment |= {"LD_PRELOAD": str(self.LINES), "MODEM_LINES": str(self.file("lines", bytes([lines, 0])))}
+        said = telvofm("doctor", "--json", "-p", name, environment=environment)
+        found = {one["about"]: one["health"] for one in said.json["findings"]}
+        self.assertEqual(said.code, TROUBLE if "bad" in found.values() else DONE, said)
+        self.assertEqual(found.pop("library"), "good", said)
+        return found
+
+    def test_with_each_of_its_lines(self):
+        if not self.LINES.exists():
+            self.skipTest(f"{self.LINES} is missing; the native release build makes it")
+        there = {"port": "good", "holder": "good"}
+        self.assertEqual(self.examine(lines=3), {**there, "cts": "good", "dsr": "good", "opening": "good"})
+        self.assertEqual(self.examine(lines=2), {**there, "cts": "bad", "dsr": "good"})
+        self.assertEqual(self.examine(lines=1, name="\\\\.\\" + self.PORT), {**there, "cts": "good", "dsr": "bad"})
+
+    def test_without_lines(self):
+        self.assertEqual(self.examine(), {"port": "good", "holder": "good", "lines": "bad"})
 
 
 class OnAPrinter(ToolTest):

@@ -20,6 +20,7 @@
 #include "telvofm/decimal.hpp"
 #include "telvofm/failure.hpp"
 #include "telvofm/receipt.hpp"
+#include "telvofm/recovery.hpp"
 #include "telvofm/result.hpp"
 #include "telvofm/session.hpp"
 #include "telvofm/text.hpp"

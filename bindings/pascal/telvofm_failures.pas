@@ -50,7 +50,7 @@ type
   { The printer understood the call and refused it. }
   ERefused = class(ECall);
 
-  { Nothing reached the printer. }
+  { Nothing reached the printer: none is open, or the session is closed. }
   ENotExecuted = class(ECall);
 
   { The printer may have carried the command out, or not, or twice. }
@@ -58,6 +58,9 @@ type
 
 { What a call failed with that was answered in time, or slowly: then the printer may have refused what it had done already. }
 function FailureOf(const Call: string; Code: Integer; IsSlow: Boolean): ECall;
+
+{ Of a call on a session that is closed. }
+function ClosedFailure(const Call: string): ENotExecuted;
 
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
@@ -105,6 +108,11 @@ begin
   end;
   Result := EOutcomeUnknown.Create(Call, Code, 'undocumented', 'The library returned a code that it does not document.', exUnknown,
     'Ask the printer for its last receipt and totals before you repeat the call.');
+end;
+
+function ClosedFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This session is closed.', exNo, 'Open another session.');
 end;
 
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;

@@ -5,6 +5,8 @@
 #include "tests/system/printer_process.h"
 #include "tests/unit/own_folder.h"
 
+#include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -161,6 +163,68 @@ TEST_F(CppSession, ReadsAndCallsAnyFunction)
     EXPECT_NE(session_->lastReceipt().value_or("").find("Med"), std::string::npos);
     EXPECT_NE(session_->journal().value_or("").find("Šťastný"), std::string::npos);
     EXPECT_FALSE(session_->read("getJournalStructU_ResultObject", getJournalStructU_ResultObject, 1, "ñ"));
+}
+
+TEST_F(CppSession, TakesATruthForOneByte)
+{
+    for (const bool truth : {true, false}) {
+        EXPECT_TRUE(session_->call("freeID", freeID, 1, truth, "ščžťľ"));
+        setAutoTwoLineItem(truth);
+        EXPECT_EQ(isAutoTwoLineItem(), truth);
+    }
+}
+
+// counting_telvofm.c stands in front of the library.
+TEST_F(CppSession, ReleasesEachResultObjectOnce)
+{
+    const test::OwnFolder folder;
+    const auto counted = [file = folder.file("result_objects")] {
+        int created = 0;
+        int released = 0;
+        int wrong = -1;
+        std::string word;
+        std::ifstream(file) >> word >> created >> word >> released >> word >> wrong;
+        return std::array{created, released, wrong};
+    };
+    ASSERT_EQ(setenv("TELVOFM_RESULT_OBJECTS", folder.file("result_objects").c_str(), 1), 0);
+    EXPECT_TRUE(session_->variable("STATE"));
+    const auto [before, releasedBefore, wrongBefore] = counted();
+    EXPECT_EQ(before, releasedBefore);
+    EXPECT_TRUE(session_->journal());
+    EXPECT_FALSE(session_->variable("NOTHING_LIKE_THAT"));
+    EXPECT_FALSE(session_->variable("ñ")); // refused with the object at hand
+    Session elsewhere = std::move(*session_);
+    EXPECT_FALSE(session_->lastReceipt()); // NOLINT(bugprone-use-after-move): it is closed, and says so
+    EXPECT_EQ(counted(), (std::array{before + 4, before + 4, 0}));
+    ASSERT_EQ(unsetenv("TELVOFM_RESULT_OBJECTS"), 0);
+}
+
+TEST_F(CppSession, ThatHasEndedLeavesTheNextOneAlone)
+{
+    Receipt receipt = begun();
+    {
+        const Session ended = std::move(*session_);
+        EXPECT_TRUE(ended.isOpen());
+        EXPECT_FALSE(session_->isOpen()); // NOLINT(bugprone-use-after-move): it is closed, and says so
+        EXPECT_TRUE(receipt.sell("Syr", 3, "A", 1, 3, "ks"));
+    }
+    EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
+    auto another = Session::open(address_);
+    ASSERT_TRUE(another) << another.error().text();
+    setAutoTwoLineItem(true); // is forgotten when a connection is opened
+    const Outcome reopened = session_->reopen();
+    ASSERT_FALSE(reopened);
+    EXPECT_EQ(reopened.error().text().find("openFM: code -1 (notOpen): This session is closed."), 0U);
+    EXPECT_EQ(reopened.error().kind, Kind::notExecuted);
+    EXPECT_FALSE(session_->beginDay());
+    EXPECT_FALSE(receipt.cancel());
+    const Recovery recovery = receipt.recover();
+    EXPECT_EQ(recovery.text().find("ask a person: the session of this receipt is closed"), 0U);
+    EXPECT_TRUE(isAutoTwoLineItem());
+    EXPECT_EQ(another->variable("STATE").value_or(""), "open");
+    EXPECT_EQ(
+        another->interruptedReceipt(receipt.numberBefore().value_or(""), receipt.total()).recover().verdict,
+        Verdict::notSold);
 }
 
 TEST_F(CppSession, NamesOfFilesAreTheSystemsMatter)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Packs a build for Debian, lets lintian look at the packages, and sells with a program that is built from nothing but
-what they hold, on the virtual printer that they hold.
+"""Packs a build for Debian, lets lintian look at the packages, and sells with programs in every language that are built
+from nothing but what they hold, on the virtual printer that they hold.
 
     debian_packages_test.py SOURCE_FOLDER BUILD_FOLDER VERSION
 """
@@ -9,6 +9,7 @@ import pathlib
 import sys
 import tempfile
 
+from first_steps import sell_in_every_language
 from installed_sale import Printer, run, with_pkg_config
 
 PACKAGES = {"libtelvofm1", "libtelvofm-dev", "telvofm-tools", "libtelvofm1-dbg"}
@@ -43,6 +44,7 @@ def main():
             with_pkg_config(root, place / "till", printer.address)
             run(place / "till", env=libraries, cwd=place)
             printer.expect_receipt()
+        sell_in_every_language(root / "usr", place)
 
 
 main()

@@ -42,12 +42,6 @@ class Printer:
             sys.exit("the receipt is not on the paper:\n" + "".join(paper))
 
 
-    def pass_over(self, last):
-        """Reads the paper up to a line with this text."""
-        if not any(last in line for line in self.process.stdout):
-            sys.exit(f"{last} is not on the paper")
-
-
 def with_pkg_config(folder, program, address, compiler="gcc"):
     """Builds a program with what pkg-config finds in a folder."""
     description, = folder.rglob("telvofm.pc")

@@ -19,6 +19,7 @@
 
 #include "telvofm/decimal.hpp"
 #include "telvofm/failure.hpp"
+#include "telvofm/file_name.hpp"
 #include "telvofm/receipt.hpp"
 #include "telvofm/recovery.hpp"
 #include "telvofm/result.hpp"

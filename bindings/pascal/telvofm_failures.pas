@@ -23,6 +23,7 @@ type
   private
     FPosition: Integer;
   public
+    { With a sentence that names the character. }
     constructor Create(const Sentence: string; Position: Integer);
     { Where in the text the character is, counted from 0. }
     property Position: Integer read FPosition;
@@ -35,15 +36,19 @@ type
     FCode: Integer;
     FExecuted: TExecuted;
   public
+    { With all of it; the message is made of them. }
     constructor Create(const Call: string; Code: Integer; const Name, Happened: string; Executed: TExecuted; const Advice: string);
     { The function of telvofm.h. }
     property Call: string read FCall;
-    { What it returned, and that code's name. }
+    { What it returned. }
     property Code: Integer read FCode;
+    { The code's name. }
     property Name: string read FName;
-    { What that means, whether the printer has carried the command out, and what to do. }
+    { What that means, in one sentence. }
     property Happened: string read FHappened;
+    { Whether the printer has carried the command out. }
     property Executed: TExecuted read FExecuted;
+    { What to do, in one sentence. }
     property Advice: string read FAdvice;
   end;
 

@@ -5,8 +5,6 @@
 #include "tests/system/printer_process.h"
 #include "tests/unit/own_folder.h"
 
-#include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -165,6 +163,11 @@ TEST_F(CppSession, ReadsAndCallsAnyFunction)
     EXPECT_FALSE(session_->read("getJournalStructU_ResultObject", getJournalStructU_ResultObject, 1, "ñ"));
 }
 
+// A session's call() does not compile with these.
+static_assert(inside::fillsABuffer(&getJournal) && inside::fillsABuffer(&getParagonIDs) &&
+              inside::fillsABuffer(&getJournal_str_count) && inside::fillsABuffer(&getBCKP));
+static_assert(!inside::fillsABuffer(&getJournal_ResultObject) && !inside::fillsABuffer(&setHeader));
+
 TEST_F(CppSession, TakesATruthForOneByte)
 {
     for (const bool truth : {true, false}) {
@@ -172,31 +175,6 @@ TEST_F(CppSession, TakesATruthForOneByte)
         setAutoTwoLineItem(truth);
         EXPECT_EQ(isAutoTwoLineItem(), truth);
     }
-}
-
-// counting_telvofm.c stands in front of the library.
-TEST_F(CppSession, ReleasesEachResultObjectOnce)
-{
-    const test::OwnFolder folder;
-    const auto counted = [file = folder.file("result_objects")] {
-        int created = 0;
-        int released = 0;
-        int wrong = -1;
-        std::string word;
-        std::ifstream(file) >> word >> created >> word >> released >> word >> wrong;
-        return std::array{created, released, wrong};
-    };
-    ASSERT_EQ(setenv("TELVOFM_RESULT_OBJECTS", folder.file("result_objects").c_str(), 1), 0);
-    EXPECT_TRUE(session_->variable("STATE"));
-    const auto [before, releasedBefore, wrongBefore] = counted();
-    EXPECT_EQ(before, releasedBefore);
-    EXPECT_TRUE(session_->journal());
-    EXPECT_FALSE(session_->variable("NOTHING_LIKE_THAT"));
-    EXPECT_FALSE(session_->variable("ñ")); // refused with the object at hand
-    Session elsewhere = std::move(*session_);
-    EXPECT_FALSE(session_->lastReceipt()); // NOLINT(bugprone-use-after-move): it is closed, and says so
-    EXPECT_EQ(counted(), (std::array{before + 4, before + 4, 0}));
-    ASSERT_EQ(unsetenv("TELVOFM_RESULT_OBJECTS"), 0);
 }
 
 TEST_F(CppSession, ThatHasEndedLeavesTheNextOneAlone)

@@ -3,6 +3,7 @@
 
 #include "telvofm.h"
 
+#include "file_name.hpp"
 #include "text.hpp"
 
 #include <chrono>
@@ -39,7 +40,7 @@ template <typename Argument>
 auto converted(const Argument& argument)
 {
     if constexpr (std::is_same_v<Argument, std::filesystem::path>) {
-        return Result<std::string>(argument.string());
+        return encodeFileName(argument);
     } else if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
         return encode(argument);
     } else {
@@ -62,6 +63,12 @@ template <typename Parameter>
 inline constexpr bool isBuffer =
     std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned char*> ||
     std::is_same_v<Parameter, unsigned int*>;
+
+template <typename... Parameters>
+constexpr bool fillsABuffer(int (*)(Parameters...))
+{
+    return (isBuffer<Parameters> || ...);
+}
 
 } // namespace inside
 
@@ -108,7 +115,7 @@ public:
     template <typename... Parameters, typename... Arguments>
     Outcome call(std::string_view name, int (*function)(Parameters...), const Arguments&... arguments)
     {
-        static_assert(!(inside::isBuffer<Parameters> || ...),
+        static_assert(!inside::fillsABuffer(static_cast<int (*)(Parameters...)>(nullptr)),
                       "a buffer that is too short ends the process: use the function's twin for result "
                       "objects, and read()");
         return passOn(name, function, inside::converted(arguments)...);

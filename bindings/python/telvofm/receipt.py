@@ -51,6 +51,7 @@ class Receipt:
 
     @classmethod
     def interrupted(cls, session, number_before, total):
+        """Session.interrupted_receipt() makes it."""
         receipt = cls(session)
         receipt._begun = receipt._is_finished = True
         receipt.number_before = number_before

@@ -67,6 +67,16 @@ class Recovering(WithPrinter):
         self.assertEqual((recovery.verdict, recovery.number), (telvofm.Verdict.SOLD, "1"))
         self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
 
+    def test_end_that_nobody_answers_in_time_is_sold(self):  # after 18 seconds, in which three requests wait
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        self.printer.arm("halfOpen", command="paragonEnd", at="answer")
+        with self.assertRaises(telvofm.OutcomeUnknown) as lost:
+            receipt.end()
+        self.assertEqual((lost.exception.code, lost.exception.executed), (-10202, "unknown"))
+        recovery = receipt.recover()
+        self.assertEqual((recovery.verdict, recovery.number), (telvofm.Verdict.SOLD, "1"))
+
     def test_foreign_receipt_behind_ours_wants_a_person(self):
         receipt = self.begun_receipt()
         receipt.pay(1, Decimal("4.00"))

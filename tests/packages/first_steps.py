@@ -43,6 +43,7 @@ def sell_in_every_language(prefix, place):
     if list(steps) != LANGUAGES:
         sys.exit(f"there are first steps in {list(steps)}")
     environment = {name: value for name, value in os.environ.items() if name not in ("TELVOFM_LIBRARY", "LD_LIBRARY_PATH")}
+    environment["JAVA_TOOL_OPTIONS"] = "-XX:TieredStopAtLevel=1 -XX:+UseSerialGC"  # programs of a second need no second compiler
     papers = {}
     with FiscalPrinter(program=str(prefix / "bin/telvofm-printer")) as printer:
         for language, (file, program, commands) in steps.items():

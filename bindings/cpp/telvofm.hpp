@@ -19,7 +19,9 @@
 
 #include "telvofm/decimal.hpp"
 #include "telvofm/failure.hpp"
+#include "telvofm/file_name.hpp"
 #include "telvofm/receipt.hpp"
+#include "telvofm/recovery.hpp"
 #include "telvofm/result.hpp"
 #include "telvofm/session.hpp"
 #include "telvofm/text.hpp"

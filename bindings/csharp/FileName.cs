@@ -8,7 +8,8 @@ namespace Telvofm
     /// code page on Windows.</summary>
     public static class FileName
     {
-        /// <summary>The bytes of a name with a NUL behind them, as the raw layer wants it.</summary>
+        /// <summary>The bytes of a name with a NUL behind them, as the raw layer wants it. Throws TextException for a NUL in it, and
+        /// for a character that the system's code page lacks.</summary>
         public static byte[] Encode(string name)
         {
             int nul = name.IndexOf('\0');

@@ -45,7 +45,12 @@ namespace Telvofm
 
         // ---- Selling ----
 
-        /// <summary>Opens the receipt; what the numbers mean is the printer's matter.</summary>
+        // What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes
+        // nothing more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts
+        // with more decimals than money (2) or quantities (3) have. After these two nothing was sent.
+
+        /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and leaves no receipt
+        /// open when it was refused.</summary>
         public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
         {
             NumberBefore = Asked(questions.LastNumber);
@@ -61,7 +66,8 @@ namespace Telvofm
             }
         }
 
-        /// <summary>Sells an item: `total` for `quantity` of `unit` at `unitPrice` each.</summary>
+        /// <summary>Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a VAT rate. The
+        /// library sends no more than 3 bytes of `unit`. Throws CallException, TextException and AmountException.</summary>
         public void Sell(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
         {
             var item = new Item(name, total, vat, quantity, unitPrice, unit);
@@ -69,7 +75,7 @@ namespace Telvofm
                 session.Device, 0, item.Name, item.Total, item.Vat, item.Quantity, item.UnitPrice, item.Unit));
         }
 
-        /// <summary>Takes an item of this receipt back, which was sold with the same arguments.</summary>
+        /// <summary>Takes an item of this receipt back, which was sold with the same arguments. Throws as Sell does.</summary>
         public void Void(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
         {
             var item = new Item(name, total, vat, quantity, unitPrice, unit);
@@ -77,14 +83,17 @@ namespace Telvofm
                 session.Device, 0, item.Name, item.Total, item.Vat, item.Quantity, item.UnitPrice, item.Unit, null));
         }
 
-        /// <summary>A discount of a sum on the item that was sold last; `operation` is the printer's number for that.</summary>
+        /// <summary>A discount of a sum on the item that was sold last; `operation` is the printer's number for that. Throws as Sell
+        /// does.</summary>
         public void Discount(string description, decimal amount, char vat, int operation = 0)
         {
             byte[] words = Windows1250.Encode(description), sum = Amounts.Money(amount), letter = Windows1250.Encode(vat.ToString());
             Line(-amount, "itemDiscount_str", () => Functions.itemDiscount_str(session.Device, 0, words, operation, sum, letter));
         }
 
-        /// <summary>Takes a payment under the printer's payment type. More than is due is given back.</summary>
+        /// <summary>Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10
+        /// bytes of `description`. Throws as Sell does, AmountException also for 0, and OutcomeUnknownException when the printer's
+        /// total or what is due is not the till's.</summary>
         public void Pay(int type, decimal amount, string description)
         {
             byte[] total = Amounts.Money(Total), part = Amounts.Payment(amount), words = Windows1250.Encode(description);
@@ -108,7 +117,9 @@ namespace Telvofm
 
         static readonly byte[] noExchange = Windows1250.Encode("0");
 
-        /// <summary>Ends the receipt and returns its number; an empty one if the printer cannot be asked.</summary>
+        /// <summary>Ends the receipt and returns its number; an empty one if the printer cannot be asked. `picture` is the printer's
+        /// number of one, 0 for none. Throws CallException; OutcomeUnknownException also when the printer's last receipt is not
+        /// this one.</summary>
         public string End(int picture = 0)
         {
             finished = true;
@@ -126,7 +137,7 @@ namespace Telvofm
             return number;
         }
 
-        /// <summary>Cancels the receipt; the printer prints why.</summary>
+        /// <summary>Cancels the receipt; the printer prints the description. Throws CallException and TextException.</summary>
         public void Cancel(string description = "")
         {
             byte[] words = Windows1250.Encode(description);

@@ -3,12 +3,26 @@ using Telvofm.Raw;
 
 namespace Telvofm
 {
-    public enum Verdict { Sold, NotSold, AskAPerson }
+    /// <summary>What has become of a receipt.</summary>
+    public enum Verdict
+    {
+        /// <summary>It is sold; nothing is to be sold again.</summary>
+        Sold,
+
+        /// <summary>It is not, and none is open: it can be sold again.</summary>
+        NotSold,
+
+        /// <summary>The printer does not say; a person has to look at the paper.</summary>
+        AskAPerson
+    }
 
     /// <summary>What the printer says has become of a receipt.</summary>
     public sealed class Recovery
     {
+        /// <summary>What has become of it.</summary>
         public readonly Verdict Verdict;
+
+        /// <summary>Why, in one sentence for the cashier or a log.</summary>
         public readonly string Sentence;
 
         /// <summary>The receipt's number if it is sold, otherwise empty.</summary>
@@ -21,6 +35,7 @@ namespace Telvofm
             Number = number;
         }
 
+        /// <summary>"sold: ", "not sold: " or "ask a person: ", and the sentence.</summary>
         public override string ToString()
         {
             string verdict = Verdict == Verdict.Sold ? "sold" : Verdict == Verdict.NotSold ? "not sold" : "ask a person";
@@ -31,12 +46,18 @@ namespace Telvofm
     public sealed partial class Receipt
     {
         /// <summary>Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-        /// should be, and cancelled otherwise. Never fails, and may be called again.</summary>
+        /// should be, and cancelled otherwise. Throws nothing for what the printer does, and may be called again. When its session
+        /// is closed it asks nobody, whoever has opened another: a person has to look.</summary>
         public Recovery Recover()
         {
             if (!begun)
             {
                 return new Recovery(Verdict.NotSold, "the receipt was not begun, or is cancelled");
+            }
+            if (!session.IsOpen)
+            {
+                return new Recovery(Verdict.AskAPerson, "the session of this receipt is closed; look at the printer's paper before it is sold " +
+                                                        "again, or recover it as an interrupted receipt of another session");
             }
             if (NumberBefore == null)
             {

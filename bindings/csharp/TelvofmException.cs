@@ -5,6 +5,7 @@ namespace Telvofm
     /// <summary>Whatever goes wrong here; the message says what to do.</summary>
     public abstract class TelvofmException : Exception
     {
+        /// <summary>With a sentence, and what it comes from.</summary>
         protected TelvofmException(string message, Exception cause = null) : base(message, cause) { }
     }
 
@@ -23,16 +24,19 @@ namespace Telvofm
         /// <summary>What it returned.</summary>
         public int Code { get; private set; }
 
-        /// <summary>The code's name, what it means, and what to do.</summary>
+        /// <summary>The code's name.</summary>
         public string Name { get; private set; }
 
+        /// <summary>What it means, in one sentence.</summary>
         public string Happened { get; private set; }
 
+        /// <summary>What to do, in one sentence.</summary>
         public string Advice { get; private set; }
 
         /// <summary>Whether the printer has carried the command out.</summary>
         public Executed Executed { get; private set; }
 
+        /// <summary>With all of it; the message is made of them.</summary>
         protected CallException(string call, int code, string name, string happened, Executed executed, string advice)
             : base(call + ": code " + code + " (" + name + "): " + happened + " " + Sentence(executed) + " " + advice)
         {
@@ -88,6 +92,12 @@ namespace Telvofm
     {
         internal NotExecutedException(string call, int code, string name, string happened, string advice)
             : base(call, code, name, happened, Executed.No, advice) { }
+
+        /// <summary>Of a call on a session that is closed.</summary>
+        internal static NotExecutedException Closed(string call)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "This session is closed.", "Open another session.");
+        }
     }
 
     /// <summary>The printer may have carried the command out, or not, or twice.</summary>

@@ -20,7 +20,8 @@ namespace Telvofm
             return found;
         }
 
-        /// <summary>The bytes of a text with a NUL behind them, as the raw layer wants each text. Null is empty.</summary>
+        /// <summary>The bytes of a text with a NUL behind them, as the raw layer wants each text. Null is empty. Throws
+        /// TextException for a NUL in it, and for a character that Windows-1250 lacks; says which and where.</summary>
         public static byte[] Encode(string text)
         {
             text = text ?? "";
@@ -32,13 +33,13 @@ namespace Telvofm
             return encoded;
         }
 
-        /// <summary>A letter as the byte that it is, for what the raw layer takes as a byte.</summary>
+        /// <summary>A letter as the byte that it is, for what the raw layer takes as a byte. Throws TextException.</summary>
         public static byte Encode(char letter)
         {
             return ByteOf(letter.ToString(), 0);
         }
 
-        /// <summary>The text of bytes, each of them one character; NULs among them stay.</summary>
+        /// <summary>The text of any bytes, each of them one character; NULs among them stay. Encode gives the same bytes back.</summary>
         public static string Decode(byte[] text)
         {
             var decoded = new StringBuilder(text.Length);

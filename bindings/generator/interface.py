@@ -40,6 +40,11 @@ class Function(typing.NamedTuple):
     result: str
     parameters: tuple
 
+    def fills_a_buffer(self):
+        """Whether it writes into memory of the caller's. One that is too short ends the process, so that the raw layers keep
+        these functions apart, and the layers above do not call them."""
+        return any(parameter.kind in ("buffer", "count") for parameter in self.parameters)
+
 
 def kind_of(kinds, spelling, place):
     if spelling not in kinds:

@@ -28,10 +28,26 @@ def parameter_of(parameter):
 def raw(functions):
     lines = [NOTE.format("api/telvofm.h"), "package telvofm;", "", "import com.sun.jna.Library;", "import com.sun.jna.Pointer;", "",
              "/**",
-             f" * The {len(functions)} functions of telvofm.h. A text is bytes that end with a NUL, never a String: JNA would write it in",
-             " * another code page. A returned text is the library's own memory. A truth value is a byte, 0 or 1.",
+             " * The functions of telvofm.h, but for those of BufferFunctions. A text is bytes that end with a NUL, never a String: JNA",
+             " * would write it in another code page. A returned text is the library's own memory. A truth value is a byte, and any but 0",
+             " * is true.",
              " */",
              "public interface Functions extends Library {"]
+    return with_declarations(lines, (function for function in functions if not function.fills_a_buffer()))
+
+
+def buffers(functions):
+    filling = [function for function in functions if function.fills_a_buffer()]
+    lines = [NOTE.format("api/telvofm.h"), "package telvofm;", "", "import com.sun.jna.Library;", "",
+             "/**",
+             f" * The {len(filling)} functions of telvofm.h that fill a buffer of the caller's, for Native.load. One that is too short ends the",
+             " * process, so that Session.call refuses them: most have a twin among Functions that fills a result object.",
+             " */",
+             "public interface BufferFunctions extends Library {"]
+    return with_declarations(lines, filling)
+
+
+def with_declarations(lines, functions):
     for function in functions:
         parameters = ", ".join(parameter_of(parameter) for parameter in function.parameters)
         lines.append(f"    {TYPES[function.result]} {function.name}({parameters});")
@@ -58,11 +74,17 @@ def codes_file(codes):
              "    /** Whether the printer has carried a command out. */",
              "    public enum Executed { YES, NO, UNKNOWN }",
              "",
+             "    /** The first of the codes. */",
              "    public final int first;",
+             "    /** The last of them. */",
              "    public final int last;",
+             "    /** Their name. */",
              "    public final String name;",
+             "    /** What they mean, in one sentence. */",
              "    public final String happened;",
+             "    /** Whether the printer has carried the command out. */",
              "    public final Executed executed;",
+             "    /** What to do, in one sentence. */",
              "    public final String advice;",
              "",
              "    private CodeMeaning(int first, int last, String name, String happened, Executed executed, String advice) {",
@@ -91,5 +113,6 @@ def quoted(text):
 def files(functions, characters, codes):
     folder = "bindings/java/generated/telvofm/"
     return {folder + "Functions.java": raw(functions),
+            folder + "BufferFunctions.java": buffers(functions),
             folder + "Windows1250Table.java": characters_file(characters),
             folder + "CodeMeaning.java": codes_file(codes)}

@@ -50,7 +50,8 @@ def names_of(functions, width=110):
 def raw(functions):
     lines = [NOTE.format("api/telvofm.h"),
              "{ The functions of telvofm.h. A text is a pointer to bytes that end with #0, in Windows-1250, never a string: the",
-             "  compiler would write it in another code page. A returned text is the library's own memory. }",
+             "  compiler would write it in another code page. A returned text is the library's own memory. A Boolean is a byte, and any",
+             "  but 0 is true. }",
              "unit telvofm_functions;",
              "",
              "{$IFDEF FPC}{$MODE DELPHI}{$ENDIF}",
@@ -63,13 +64,23 @@ def raw(functions):
              "",
              "  { Filled by LoadTelvofm: each field with the function of its name. }",
              "  TFunctions = record"]
-    lines += [field_of(function) for function in functions]
+    filling = [function for function in functions if function.fills_a_buffer()]
+    others = [function for function in functions if not function.fills_a_buffer()]
+    lines += [field_of(function) for function in others]
     lines += ["  end;", "",
+              "  { Those that fill a buffer of the caller's. One that is too short ends the process, so that TSession.Start refuses them:",
+              "    most have a twin among TFunctions that fills a result object. }",
+              "  TBufferFunctions = record",
+              *[field_of(function) for function in filling],
+              "  end;", "",
               "const",
-              f"  FunctionCount = {len(functions)};",
-              "  { The names of the fields, in their order. }",
-              "  FunctionNames: array[0..FunctionCount - 1] of PAnsiChar = ("]
-    return "\n".join([*lines, *names_of(functions), "  );", "", "implementation", "", "end.", ""])
+              "  { The names of the fields, in their order. }"]
+    return "\n".join([*lines, *array_of_names("Function", others), "", *array_of_names("BufferFunction", filling),
+                      "", "implementation", "", "end.", ""])
+
+
+def array_of_names(what, functions):
+    return [f"  {what}Count = {len(functions)};", f"  {what}Names: array[0..{what}Count - 1] of PAnsiChar = (", *names_of(functions), "  );"]
 
 
 def characters_file(characters):

@@ -23,6 +23,7 @@ type
   private
     FPosition: Integer;
   public
+    { With a sentence that names the character. }
     constructor Create(const Sentence: string; Position: Integer);
     { Where in the text the character is, counted from 0. }
     property Position: Integer read FPosition;
@@ -35,22 +36,26 @@ type
     FCode: Integer;
     FExecuted: TExecuted;
   public
+    { With all of it; the message is made of them. }
     constructor Create(const Call: string; Code: Integer; const Name, Happened: string; Executed: TExecuted; const Advice: string);
     { The function of telvofm.h. }
     property Call: string read FCall;
-    { What it returned, and that code's name. }
+    { What it returned. }
     property Code: Integer read FCode;
+    { The code's name. }
     property Name: string read FName;
-    { What that means, whether the printer has carried the command out, and what to do. }
+    { What that means, in one sentence. }
     property Happened: string read FHappened;
+    { Whether the printer has carried the command out. }
     property Executed: TExecuted read FExecuted;
+    { What to do, in one sentence. }
     property Advice: string read FAdvice;
   end;
 
   { The printer understood the call and refused it. }
   ERefused = class(ECall);
 
-  { Nothing reached the printer. }
+  { Nothing reached the printer: none is open, or the session is closed. }
   ENotExecuted = class(ECall);
 
   { The printer may have carried the command out, or not, or twice. }
@@ -58,6 +63,9 @@ type
 
 { What a call failed with that was answered in time, or slowly: then the printer may have refused what it had done already. }
 function FailureOf(const Call: string; Code: Integer; IsSlow: Boolean): ECall;
+
+{ Of a call on a session that is closed. }
+function ClosedFailure(const Call: string): ENotExecuted;
 
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
@@ -105,6 +113,11 @@ begin
   end;
   Result := EOutcomeUnknown.Create(Call, Code, 'undocumented', 'The library returned a code that it does not document.', exUnknown,
     'Ask the printer for its last receipt and totals before you repeat the call.');
+end;
+
+function ClosedFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This session is closed.', exNo, 'Open another session.');
 end;
 
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;

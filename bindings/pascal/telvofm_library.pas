@@ -11,9 +11,11 @@ uses
 var
   { The raw layer; filled by LoadTelvofm. }
   Functions: TFunctions;
+  { The part of it that sessions do not call, because a buffer that is too short ends the process. }
+  BufferFunctions: TBufferFunctions;
 
 { Loads the library that the variable TELVOFM_LIBRARY names, or that the system finds under its usual name: once, and again after a
-  failure. A session does it by itself. }
+  failure. A session does it by itself. Raises ELibrary when there is none that fits. }
 procedure LoadTelvofm;
 
 { Raises ELibrary unless a program of so many bits can load the library. }
@@ -60,29 +62,33 @@ begin
     Result := UsualName;
 end;
 
+{ Finds as many functions as there are names, one behind the other. }
+procedure Fill(Target: PPointer; const Names: array of PAnsiChar; Handle: TLibrary; const Name: string);
+var
+  Index: Integer;
+begin
+  for Index := Low(Names) to High(Names) do
+  begin
+    Target^ := GetProcAddress(Handle, Names[Index]);
+    if Target^ = nil then
+      raise ELibrary.CreateFmt('%s is not this TelvoFM: it has no function %s; let TELVOFM_LIBRARY name the right library',
+        [Name, Names[Index]]);
+    Inc(Target);
+  end;
+end;
+
 procedure LoadTelvofm;
 var
   Name: string;
   Handle: TLibrary;
-  Found: Pointer;
-  Target: PPointer;
-  Index: Integer;
 begin
   if IsLoaded then
     Exit;
   RequireBits(SizeOf(Pointer) * 8);
   Name := NameOfLibrary;
   Handle := Opened(Name);
-  Target := @Functions;
-  for Index := 0 to FunctionCount - 1 do
-  begin
-    Found := GetProcAddress(Handle, FunctionNames[Index]);
-    if Found = nil then
-      raise ELibrary.CreateFmt('%s is not this TelvoFM: it has no function %s; let TELVOFM_LIBRARY name the right library',
-        [Name, FunctionNames[Index]]);
-    Target^ := Found;
-    Inc(Target);
-  end;
+  Fill(@Functions, FunctionNames, Handle, Name);
+  Fill(@BufferFunctions, BufferFunctionNames, Handle, Name);
   if Functions.getVersion() <> Version then
     raise ELibrary.CreateFmt('%s has version %d of the interface, and these units need %d; take both from the same release',
       [Name, Functions.getVersion(), Version]);

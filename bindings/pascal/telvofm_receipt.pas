@@ -6,23 +6,19 @@ unit telvofm_receipt;
 interface
 
 uses
-  telvofm_session;
+  telvofm_recovery, telvofm_session;
 
 type
-  TVerdict = (vdSold, vdNotSold, vdAskAPerson);
-
-  { What the printer says has become of a receipt; Number if it is sold. }
-  TRecovery = record
-    Verdict: TVerdict;
-    Sentence: string;
-    Number: UnicodeString;
-  end;
-
   { A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be
-    carried out twice, and returns 0. After any failure Recover tells what happened. }
+    carried out twice, and returns 0. After any failure Recover tells what happened.
+
+    What is sent raises ERefused (the receipt goes on), ENotExecuted or EOutcomeUnknown (it takes nothing more), each an ECall. Texts go
+    out in Windows-1250: EText names a character that it lacks. EAmount is for amounts with more decimals than money (2) or quantities
+    (3) have. After these two nothing was sent. }
   TReceipt = class
   private
     FSession: TSession;
+    FSessionNumber: Integer;
     FIsBegun: Boolean;
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
     FIsFinished: Boolean; { as far as the till goes: paid in full, or told to end }
@@ -30,6 +26,7 @@ type
     FCall, FDoubt: string;
     FNumberBefore: UnicodeString;
     FTotal, FPaid: Currency;
+    function Session: TSession;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
     function Due: Currency;
@@ -38,18 +35,18 @@ type
     procedure Compare(const Question: UnicodeString; Expected: Currency; const What: string);
     function Answer(const Question: UnicodeString): UnicodeString;
     procedure RaiseDoubt(const Happened: string);
-    procedure Finish;
-    function Judged: TRecovery;
   public
-    { One that is not begun yet; free it before the session. }
+    { One that is not begun yet; sends nothing. }
     constructor Create(Session: TSession);
-    { One that a till left when it was switched off: call Recover on it. }
+    { One that a till left when it was switched off: call Recover on it. The number of the last receipt before it, and its total, are
+      those that the till kept; it counts as paid in full. }
     constructor CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
 
-    { Opens the receipt; what the numbers mean is the printer's matter. }
+    { Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused. }
     procedure BeginReceipt(SaleType: Integer = 1; Commission: Integer = 0; ReceiptType: Integer = 0; Recapitulation: Integer = 1;
       Picture: Integer = 0);
-    { Sells an item: Total for Quantity of UnitName at UnitPrice each. }
+    { Sells an item: Total for Quantity of UnitName at UnitPrice each, under the printer's letter of a VAT rate. The library sends no
+      more than 3 bytes of UnitName. }
     procedure Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
       const UnitName: UnicodeString);
     { Takes an item of this receipt back, which was sold with the same arguments. }
@@ -57,26 +54,27 @@ type
       const UnitName: UnicodeString);
     { A discount of a sum on the item that was sold last; Operation is the printer's number for that. }
     procedure Discount(const Description: UnicodeString; Amount: Currency; Vat: WideChar; Operation: Integer = 0);
-    { Takes a payment under the printer's payment type. More than is due is given back. }
+    { Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10 bytes of
+      Description. Raises EAmount also for 0, and EOutcomeUnknown when the printer's total or what is due is not the till's. }
     procedure Pay(PaymentType: Integer; Amount: Currency; const Description: UnicodeString);
-    { Ends the receipt and returns its number; an empty one if the printer cannot be asked. }
+    { Ends the receipt and returns its number; an empty one if the printer cannot be asked. Picture is the printer's number of one, 0
+      for none. Raises EOutcomeUnknown also when the printer's last receipt is not this one. }
     function EndReceipt(Picture: Integer = 0): UnicodeString;
     { Cancels the receipt; the printer prints the description. }
     procedure Cancel(const Description: UnicodeString = '');
 
     { Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-      cancelled otherwise. Never fails, and may be called again. }
+      cancelled otherwise. Raises nothing for what the printer does, and may be called again. When the session is freed it asks
+      nobody, whoever has opened another: a person has to look. }
     function Recover: TRecovery;
 
     { The last receipt's number before this one began; empty while it has not, or when the printer cannot be asked. }
     property NumberBefore: UnicodeString read FNumberBefore;
     { What is sold so far. Correct it after what went to the printer past this class. }
     property Total: Currency read FTotal write FTotal;
+    { What is paid so far. }
     property Paid: Currency read FPaid;
   end;
-
-{ "sold: ", "not sold: " or "ask a person: ", and the sentence. }
-function RecoveryText(const Recovery: TRecovery): string;
 
 implementation
 
@@ -85,16 +83,20 @@ uses
 
 { ---- Selling ---- }
 
-type
-  { What a line says of its item, as the library takes it; the record owns the texts while the call runs. }
-  TTextsOfItem = record
-    Name, Total, Vat, Quantity, UnitPrice, UnitName: RawByteString;
-  end;
-
 constructor TReceipt.Create(Session: TSession);
 begin
   inherited Create;
   FSession := Session;
+  FSessionNumber := Session.Number;
+  FCall := 'paragonBegin';
+end;
+
+{ The session; it may have been freed. }
+function TReceipt.Session: TSession;
+begin
+  if not IsOpenSession(FSessionNumber) then
+    raise ClosedFailure(FCall);
+  Result := FSession;
 end;
 
 constructor TReceipt.CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
@@ -112,12 +114,12 @@ end;
 
 procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
 begin
-  if FSession.Questions.LastReceipt <> '' then
-    FNumberBefore := FSession.Variable(FSession.Questions.LastReceipt);
+  if Session.Questions.LastReceipt <> '' then
+    FNumberBefore := Session.Variable(Session.Questions.LastReceipt);
   FIsBegun := True;
   try
     Start('paragonBegin');
-    Check(Functions.paragonBegin(FSession.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
+    Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
   except
     on Failure: ECall do
     begin
@@ -127,17 +129,6 @@ begin
   end;
 end;
 
-function TextsOfItem(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
-  const UnitName: UnicodeString): TTextsOfItem;
-begin
-  Result.Name := EncodeText(Name);
-  Result.Total := MoneyText(Total);
-  Result.Vat := EncodeText(Vat);
-  Result.Quantity := QuantityText(Quantity);
-  Result.UnitPrice := MoneyText(UnitPrice);
-  Result.UnitName := EncodeText(UnitName);
-end;
-
 procedure TReceipt.Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
   const UnitName: UnicodeString);
 var
@@ -145,7 +136,7 @@ var
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
   Start('itemSale_str');
-  Line(Total, Functions.itemSale_str(FSession.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
+  Line(Total, Functions.itemSale_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName)));
 end;
 
@@ -156,7 +147,7 @@ var
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
   Start('itemVoid_str');
-  Line(-Total, Functions.itemVoid_str(FSession.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
+  Line(-Total, Functions.itemVoid_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName), nil));
 end;
 
@@ -168,7 +159,7 @@ begin
   Sum := MoneyText(Amount);
   Letter := EncodeText(Vat);
   Start('itemDiscount_str');
-  Line(-Amount, Functions.itemDiscount_str(FSession.Device, 0, PAnsiChar(Words), Operation, PAnsiChar(Sum), PAnsiChar(Letter)));
+  Line(-Amount, Functions.itemDiscount_str(Session.Device, 0, PAnsiChar(Words), Operation, PAnsiChar(Sum), PAnsiChar(Letter)));
 end;
 
 procedure TReceipt.Pay(PaymentType: Integer; Amount: Currency; const Description: UnicodeString);
@@ -182,12 +173,12 @@ begin
   Start('payment_str');
   if not FIsCompared then
   begin
-    Compare(FSession.Questions.Total, FTotal, 'the total');
+    Compare(Session.Questions.Total, FTotal, 'the total');
     FIsCompared := True;
     Start('payment_str');
   end;
   try
-    Check(Functions.payment_str(FSession.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), PAnsiChar(NoExchange), PAnsiChar(Words)));
+    Check(Functions.payment_str(Session.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), PAnsiChar(NoExchange), PAnsiChar(Words)));
   except
     on EOutcomeUnknown do
     begin
@@ -196,20 +187,20 @@ begin
     end;
   end;
   Count(Amount);
-  Compare(FSession.Questions.Due, Due, 'what is due');
+  Compare(Session.Questions.Due, Due, 'what is due');
 end;
 
 function TReceipt.EndReceipt(Picture: Integer): UnicodeString;
 begin
   FIsFinished := True;
   Start('paragonEnd');
-  Check(Functions.paragonEnd(FSession.Device, 0, Picture));
-  Result := Answer(FSession.Questions.LastReceipt);
+  Check(Functions.paragonEnd(Session.Device, 0, Picture));
+  Result := Answer(Session.Questions.LastReceipt);
   if Result = '' then
     Exit;
   if Result = FNumberBefore then
     RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
-  Compare(FSession.Questions.LastTotal, FTotal, 'the total of the last receipt');
+  Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
 end;
 
 procedure TReceipt.Cancel(const Description: UnicodeString);
@@ -217,8 +208,8 @@ var
   Words: RawByteString;
 begin
   Words := EncodeText(Description);
-  FSession.Start('destroyParagon');
-  FSession.Check(Functions.destroyParagon(FSession.Device, 0, PAnsiChar(Words)));
+  Session.Start('destroyParagon');
+  Session.Check(Functions.destroyParagon(Session.Device, 0, PAnsiChar(Words)));
   FIsBegun := False;
 end;
 
@@ -230,13 +221,13 @@ begin
   if FIsInDoubt then
     raise DoubtOf(FCall, FDoubt);
   FCall := Call;
-  FSession.Start(Call);
+  Session.Start(Call);
 end;
 
 procedure TReceipt.Check(Code: Integer);
 begin
   try
-    FSession.Check(Code);
+    Session.Check(Code);
   except
     on Unknown: EOutcomeUnknown do
     begin
@@ -280,22 +271,11 @@ begin
   Result := '';
   if Question <> '' then
     try
-      Result := FSession.Variable(Question);
+      Result := Session.Variable(Question);
     except
       on Failure: ECall do
         RaiseDoubt('The printer does not say what it has done (' + Failure.Call + ': code ' + IntToStr(Failure.Code) + ').');
     end;
-end;
-
-function IsAmount(const Text: UnicodeString; Expected: Currency): Boolean;
-var
-  Form: TFormatSettings;
-  Value: Currency;
-begin
-  Form := FormatSettings;
-  Form.DecimalSeparator := '.';
-  Form.ThousandSeparator := #0;
-  Result := TryStrToCurr(Trim(string(Text)), Value, Form) and (Value = Expected);
 end;
 
 procedure TReceipt.Compare(const Question: UnicodeString; Expected: Currency; const What: string);
@@ -312,82 +292,17 @@ end;
 
 { ---- Recovering ---- }
 
-function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString = ''): TRecovery;
-begin
-  Result.Verdict := Verdict;
-  Result.Sentence := Sentence;
-  Result.Number := Number;
-end;
-
 function TReceipt.Recover: TRecovery;
 begin
   if not FIsBegun then
-    Exit(Recovered(vdNotSold, 'the receipt was not begun, or is cancelled'));
-  if FNumberBefore = '' then
-    Exit(Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again'));
-  try
-    FSession.Reopen;
-    Finish;
-    Result := Judged;
-  except
-    on Failure: ECall do
-      Result := Recovered(vdAskAPerson, 'the printer does not say what it has done; look at its paper before this receipt is sold again (' +
-        Failure.Call + ': code ' + IntToStr(Failure.Code) + ')');
-  end;
-end;
-
-{ Ends or cancels the receipt if it is open. Whether that worked, Judged sees. }
-procedure TReceipt.Finish;
-var
-  IsPaid: Boolean;
-begin
-  if (FSession.Variable(FSession.Questions.LastReceipt) <> FNumberBefore) or
-    (FSession.Variable(FSession.Questions.State) = FSession.Questions.Closed) then
-    Exit;
-  IsPaid := FIsFinished and IsAmount(FSession.Variable(FSession.Questions.Total), FTotal) and
-    IsAmount(FSession.Variable(FSession.Questions.Due), 0);
-  try
-    if IsPaid then
-    begin
-      FSession.Start('paragonEnd');
-      FSession.Check(Functions.paragonEnd(FSession.Device, 0, 0));
-    end
-    else
-    begin
-      FSession.Start('destroyParagon');
-      FSession.Check(Functions.destroyParagon(FSession.Device, 0, nil));
-    end;
-  except
-    on ECall do
-      Exit;
-  end;
-end;
-
-function TReceipt.Judged: TRecovery;
-var
-  Number, LastTotal: UnicodeString;
-  IsClosed: Boolean;
-  Open: string;
-begin
-  Number := FSession.Variable(FSession.Questions.LastReceipt);
-  LastTotal := FSession.Variable(FSession.Questions.LastTotal);
-  IsClosed := FSession.Variable(FSession.Questions.State) = FSession.Questions.Closed;
-  if IsClosed and (Number = FNumberBefore) then
-    Exit(Recovered(vdNotSold, 'receipt ' + string(Number) + ' is still the last one, and none is open; it can be sold again'));
-  if IsClosed and IsAmount(LastTotal, FTotal) then
-    Exit(Recovered(vdSold, 'receipt ' + string(Number) + ', total ' + string(MoneyText(FTotal)), Number));
-  Open := '';
-  if not IsClosed then
-    Open := ', and one is open';
-  Result := Recovered(vdAskAPerson, 'the printer''s last receipt is ' + string(Number) + ' with ' + string(LastTotal) + Open +
-    '; the till sold ' + string(MoneyText(FTotal)) + ' after receipt ' + string(FNumberBefore) + '; look at the paper before it is sold again');
-end;
-
-function RecoveryText(const Recovery: TRecovery): string;
-const
-  Words: array[TVerdict] of string = ('sold: ', 'not sold: ', 'ask a person: ');
-begin
-  Result := Words[Recovery.Verdict] + Recovery.Sentence;
+    Result := Recovered(vdNotSold, 'the receipt was not begun, or is cancelled')
+  else if not IsOpenSession(FSessionNumber) then
+    Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
+      'recover it as an interrupted receipt of another session')
+  else if FNumberBefore = '' then
+    Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
+  else
+    Result := AskedRecovery(FSession, FNumberBefore, FTotal, FIsFinished);
 end;
 
 end.

@@ -24,13 +24,18 @@ const
 type
   { Bytes of any length, which the library holds until the last reference to them goes. }
   IResultData = interface
-    { For the functions of the raw layer whose names end in ResultObject. }
+    { For the functions of the raw layer whose names end in ResultObject; good as long as the reference to this. }
     function Target: PResultObject;
+    { What it holds, copied; NULs are bytes like others. }
     function Bytes: RawByteString;
+    { What it holds, decoded from Windows-1250. }
     function Text: UnicodeString;
   end;
 
-  { A printer that is connected until the session is freed. A program has one at a time. }
+  { A printer that is connected until the session is freed. A program has one at a time.
+
+    What is sent raises ERefused, ENotExecuted or EOutcomeUnknown, each an ECall; a text that Windows-1250 cannot hold raises EText
+    before anything is sent. }
   TSession = class
   private
     FAddress: RawByteString;
@@ -38,14 +43,20 @@ type
     FQuestions: TQuestions;
     FCall: string;
     FStarted, FLastMilliseconds: UInt64;
+    FNumber: Integer;
     procedure Open;
   public
-    { Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes. }
+    { Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes; Device is the printer's own address, whose low byte is sent.
+      Raises ELibrary when there is no library that fits, EInvalidOpException while another session is open, and ENotExecuted when
+      no printer answers. }
     constructor Create(const Address: UnicodeString; Device: Integer = 1); overload;
+    { The same for a printer that has other names for what a receipt asks; NoQuestions is for one that cannot be asked. }
     constructor Create(const Address: UnicodeString; Device: Integer; const Questions: TQuestions); overload;
+    { Closes the connection. }
     destructor Destroy; override;
 
-    { Closes the connection and opens it again. The library forgets the settings and pictures of the session. }
+    { Closes the connection and opens it again. The library forgets the settings and pictures of the session. Raises ENotExecuted when
+      the printer does not answer. }
     procedure Reopen;
 
     { Any function of the raw layer that returns 0 or a code, in two lines, because the time that it takes counts:
@@ -53,28 +64,42 @@ type
         Session.Start('clearDisplay');
         Session.Check(Functions.clearDisplay(Session.Device, 0, nil));
 
-      and one that fills a result object, which is Result.Target of a Result := Session.NewResult. }
+      and one that fills a result object, which is Data.Target of a Data := Session.NewResult. Texts for it are made by EncodeText,
+      names of files by EncodeFileName.
+
+      Start raises EArgumentException for a function that fills a buffer. }
     procedure Start(const Call: string);
+    { Raises ERefused, ENotExecuted or EOutcomeUnknown unless the code is 0. }
     procedure Check(Code: Integer);
+    { An empty result object, which is released with the last reference to it. }
     function NewResult: IResultData;
 
-    { Opens the selling day. False when the printer refused, as it does when the day is open already. }
-    function BeginDay: Boolean;
-    { The text of a variable of the printer's. }
+    { Opens the selling day; SaleMode is the printer's number. False when the printer refused, as it does when the day is open
+      already. Raises ENotExecuted or EOutcomeUnknown otherwise. }
+    function BeginDay(SaleMode: Integer = 0): Boolean;
+    { The text of a variable of the printer's. Raises ERefused when it has none of that name. }
     function Variable(const Name: UnicodeString): UnicodeString;
+    { The text of the last receipt. }
     function LastReceipt: UnicodeString;
+    { The text of the whole electronic journal, of any length. }
     function Journal: UnicodeString;
 
+    { The printer's own address. }
     property Device: Integer read FDevice;
     { How long the last call took. }
     property LastMilliseconds: UInt64 read FLastMilliseconds;
+    { How the printer calls what a receipt asks for. }
     property Questions: TQuestions read FQuestions;
+    { Which of all sessions of this program it is; no other one ever has the same. }
+    property Number: Integer read FNumber;
   end;
+
+{ Whether the session of this number is open. A receipt asks it before it uses a session that may have been freed. }
+function IsOpenSession(Number: Integer): Boolean;
 
 implementation
 
 uses
-  {$IFNDEF FPC} Windows, {$ENDIF}
   SysUtils, telvofm_failures, telvofm_library, telvofm_texts;
 
 const
@@ -95,6 +120,11 @@ type
 
 var
   OpenOne: TSession = nil;
+  LastNumber: Integer = 0;
+
+{$IFNDEF FPC}
+function GetTickCount64: UInt64; stdcall; external 'kernel32.dll';
+{$ENDIF}
 
 { ---- Result objects ---- }
 
@@ -146,8 +176,10 @@ begin
   LoadTelvofm;
   if OpenOne <> nil then
     raise EInvalidOpException.Create('A session is open, and a program has one at a time; free it first.');
-  Open;
   OpenOne := Self;
+  Inc(LastNumber);
+  FNumber := LastNumber;
+  Open;
 end;
 
 destructor TSession.Destroy;
@@ -177,8 +209,24 @@ begin
   Open;
 end;
 
+function IsOpenSession(Number: Integer): Boolean;
+begin
+  Result := (OpenOne <> nil) and (OpenOne.FNumber = Number);
+end;
+
+procedure RequireNoBuffer(const Call: string);
+var
+  Index: Integer;
+begin
+  for Index := Low(BufferFunctionNames) to High(BufferFunctionNames) do
+    if Call = string(BufferFunctionNames[Index]) then
+      raise EArgumentException.Create(Call + ' fills a buffer, and one that is too short ends the process; use its twin for result ' +
+        'objects, or the raw layer if it has none.');
+end;
+
 procedure TSession.Start(const Call: string);
 begin
+  RequireNoBuffer(Call);
   FCall := Call;
   FStarted := GetTickCount64;
 end;
@@ -195,12 +243,12 @@ begin
   Result := TResultData.Create;
 end;
 
-function TSession.BeginDay: Boolean;
+function TSession.BeginDay(SaleMode: Integer): Boolean;
 begin
   Result := True;
   try
     Start('sellingDayBegin');
-    Check(Functions.sellingDayBegin(FDevice, 0));
+    Check(Functions.sellingDayBegin(FDevice, SaleMode));
   except
     on Failure: ECall do
     begin

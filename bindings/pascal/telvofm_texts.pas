@@ -5,22 +5,38 @@ unit telvofm_texts;
 
 interface
 
-{ The bytes of a text; PAnsiChar() of them is what the raw layer takes. Refuses a NUL and any character that Windows-1250 lacks. }
+{ The bytes of a text; PAnsiChar() of them is what the raw layer takes, as long as they live. Raises EText for a NUL and for any
+  character that Windows-1250 lacks; says which and where. }
 function EncodeText(const Text: UnicodeString): RawByteString;
 
 { The text of any bytes: all 256 have a character, and EncodeText gives back the same bytes, but for a NUL. }
 function DecodeText(const Bytes: RawByteString): UnicodeString;
 
 { The name of a file, which is the system's matter and not the printer's: in UTF-8 on Linux, in the system's own code page on
-  Windows. }
+  Windows. Raises EText for a NUL and for what that code page lacks. }
 function EncodeFileName(const Name: UnicodeString): RawByteString;
 
-{ With exactly 2 decimals and a point; quantities have 3. Nothing is rounded: what does not fit is refused. }
+{ With exactly 2 decimals and a point. Nothing is rounded: raises EAmount for what has more. }
 function MoneyText(Amount: Currency): RawByteString;
+
+{ With exactly 3 decimals and a point. Nothing is rounded: raises EAmount for what has more. }
 function QuantityText(Amount: Currency): RawByteString;
 
-{ An amount paid. Zero is refused: for some printers it means all that is due. }
+{ An amount paid, as money. Raises EAmount for zero too: for some printers it means all that is due. }
 function PaymentText(Amount: Currency): RawByteString;
+
+type
+  { What a receipt's line says of its item, as the library takes it; the record owns the texts while the call runs. }
+  TTextsOfItem = record
+    Name, Total, Vat, Quantity, UnitPrice, UnitName: RawByteString;
+  end;
+
+{ Raises EText and EAmount. }
+function TextsOfItem(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
+  const UnitName: UnicodeString): TTextsOfItem;
+
+{ Whether a text of the printer's is this amount. }
+function IsAmount(const Text: UnicodeString; Expected: Currency): Boolean;
 
 implementation
 
@@ -138,6 +154,28 @@ begin
   if Amount = 0 then
     raise EAmount.Create('A payment of 0 can mean all that is due; say the amount.');
   Result := MoneyText(Amount);
+end;
+
+function TextsOfItem(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
+  const UnitName: UnicodeString): TTextsOfItem;
+begin
+  Result.Name := EncodeText(Name);
+  Result.Total := MoneyText(Total);
+  Result.Vat := EncodeText(Vat);
+  Result.Quantity := QuantityText(Quantity);
+  Result.UnitPrice := MoneyText(UnitPrice);
+  Result.UnitName := EncodeText(UnitName);
+end;
+
+function IsAmount(const Text: UnicodeString; Expected: Currency): Boolean;
+var
+  Form: TFormatSettings;
+  Value: Currency;
+begin
+  Form := FormatSettings;
+  Form.DecimalSeparator := '.';
+  Form.ThousandSeparator := #0;
+  Result := TryStrToCurr(Trim(string(Text)), Value, Form) and (Value = Expected);
 end;
 
 initialization

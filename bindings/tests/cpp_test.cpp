@@ -163,6 +163,48 @@ TEST_F(CppSession, ReadsAndCallsAnyFunction)
     EXPECT_FALSE(session_->read("getJournalStructU_ResultObject", getJournalStructU_ResultObject, 1, "ñ"));
 }
 
+// A session's call() does not compile with these.
+static_assert(inside::fillsABuffer(&getJournal) && inside::fillsABuffer(&getParagonIDs) &&
+              inside::fillsABuffer(&getJournal_str_count) && inside::fillsABuffer(&getBCKP));
+static_assert(!inside::fillsABuffer(&getJournal_ResultObject) && !inside::fillsABuffer(&setHeader));
+
+TEST_F(CppSession, TakesATruthForOneByte)
+{
+    for (const bool truth : {true, false}) {
+        EXPECT_TRUE(session_->call("freeID", freeID, 1, truth, "ščžťľ"));
+        setAutoTwoLineItem(truth);
+        EXPECT_EQ(isAutoTwoLineItem(), truth);
+    }
+}
+
+TEST_F(CppSession, ThatHasEndedLeavesTheNextOneAlone)
+{
+    Receipt receipt = begun();
+    {
+        const Session ended = std::move(*session_);
+        EXPECT_TRUE(ended.isOpen());
+        EXPECT_FALSE(session_->isOpen()); // NOLINT(bugprone-use-after-move): it is closed, and says so
+        EXPECT_TRUE(receipt.sell("Syr", 3, "A", 1, 3, "ks"));
+    }
+    EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
+    auto another = Session::open(address_);
+    ASSERT_TRUE(another) << another.error().text();
+    setAutoTwoLineItem(true); // is forgotten when a connection is opened
+    const Outcome reopened = session_->reopen();
+    ASSERT_FALSE(reopened);
+    EXPECT_EQ(reopened.error().text().find("openFM: code -1 (notOpen): This session is closed."), 0U);
+    EXPECT_EQ(reopened.error().kind, Kind::notExecuted);
+    EXPECT_FALSE(session_->beginDay());
+    EXPECT_FALSE(receipt.cancel());
+    const Recovery recovery = receipt.recover();
+    EXPECT_EQ(recovery.text().find("ask a person: the session of this receipt is closed"), 0U);
+    EXPECT_TRUE(isAutoTwoLineItem());
+    EXPECT_EQ(another->variable("STATE").value_or(""), "open");
+    EXPECT_EQ(
+        another->interruptedReceipt(receipt.numberBefore().value_or(""), receipt.total()).recover().verdict,
+        Verdict::notSold);
+}
+
 TEST_F(CppSession, NamesOfFilesAreTheSystemsMatter)
 {
     const std::filesystem::path file = "žurnál.txt";

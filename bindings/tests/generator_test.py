@@ -58,17 +58,30 @@ class Generator(unittest.TestCase):
                 self.assertEqual(chr(point), bytes([byte]).decode("cp1250"))
 
     def test_lets_no_language_convert_texts_or_truths_itself(self):
-        for name, declaration, forbidden in (
+        for files, declaration, forbidden in (
                 ("python/telvofm/raw.py", r'^ +"\w+": \(.*', r': \(c_char_p|wchar|c_bool'),
                 ("csharp/generated/Functions.cs", r".*\bextern\b.*", r"\b(string|bool|char|StringBuilder)\b|CharSet"),
-                ("java/generated/telvofm/Functions.java", r"^ +\w[\w\[\]]* \w+\(.*", r"\b(boolean|String|WString|char)\b"),
+                ("java/generated/telvofm/*Functions.java", r"^ +\w[\w\[\]]* \w+\(.*", r"\b(boolean|String|WString|char)\b"),
                 ("pascal/generated/telvofm_functions.pas", r"^ +\w+: *(?:function|procedure).*",
                  r"(?i)\b(cbool|longbool|wordbool|bytebool|char|string|ansistring|pwidechar|pchar)\b")):
-            text = (top / "bindings" / name).read_text(encoding="utf-8")
+            text = "".join(file.read_text(encoding="utf-8") for file in (top / "bindings").glob(files))
             declarations = re.findall(declaration, text, re.MULTILINE)
-            self.assertEqual(len(declarations), 202, name)
+            self.assertEqual(len(declarations), 202, files)
             for each in declarations:
                 self.assertNotRegex(each, forbidden)
+
+    def test_keeps_functions_apart_that_fill_a_buffer(self):
+        filling = [function.name for function in read_functions(top / "api/telvofm.h") if function.fills_a_buffer()]
+        self.assertIn("getJournal", filling)
+        self.assertIn("getJournal_str_count", filling)
+        self.assertNotIn("getJournal_ResultObject", filling)
+        self.assertNotIn("rawWrite", filling)  # it reads what it is given
+        for name, begin, end in (("csharp/generated/Functions.cs", "class BufferFunctions", "\n}"),
+                                 ("java/generated/telvofm/BufferFunctions.java", "interface BufferFunctions", "\n}"),
+                                 ("pascal/generated/telvofm_functions.pas", "TBufferFunctions = record", "\n  end;")):
+            text = (top / "bindings" / name).read_text(encoding="utf-8")
+            apart = text.split(begin)[1].split(end)[0]
+            self.assertEqual(re.findall(r"(\w+)(?:\([^()]*\);|: function.*)$", apart, re.MULTILINE), filling, name)
 
     def copy_of_sources(self):
         shutil.copytree(top / "bindings", self.folder / "bindings")

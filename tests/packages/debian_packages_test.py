@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Packs a build for Debian, lets lintian look at the packages, holds what they say that they depend on against what is in
-them, and sells with programs that are built from nothing but what they hold, on the virtual printer that they hold.
+them, and sells with programs in every language that are built from nothing but what they hold, on the virtual printer that
+they hold.
 
     debian_packages_test.py BUILD_FOLDER VERSION
 """
@@ -10,6 +11,7 @@ import re
 import sys
 import tempfile
 
+from first_steps import sell_in_every_language
 from installed_sale import DOCUMENTED, Printer, run, with_find_package, with_pkg_config
 from links import dead_links
 
@@ -138,6 +140,7 @@ def main():
             with_find_package(root / "usr", by_cmake, printer.address)
             run("build/till", cwd=by_cmake)
             printer.expect_receipt()
+        sell_in_every_language(root / "usr", place)
 
 
 main()

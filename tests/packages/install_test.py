@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Installs a build into an empty prefix and sells on the installed virtual printer, with programs that are built
-outside by pkg-config and by CMake, in C and in C++, from nothing but what is in the prefix. No page there has a dead link.
+outside by pkg-config, by CMake and in every language, from nothing but what is in the prefix. No page there has a dead link.
 
     install_test.py BUILD_FOLDER
 """
@@ -10,6 +10,7 @@ import re
 import sys
 import tempfile
 
+from first_steps import sell_in_every_language
 from installed_sale import DOCUMENTED, Printer, run, with_find_package, with_pkg_config
 from links import dead_links
 
@@ -72,6 +73,7 @@ def main():
             with_find_package(prefix, place, printer.address)
             run("build/till", cwd=place)
             printer.expect_receipt()
+        sell_in_every_language(prefix, pathlib.Path(folder))
 
 
 main()

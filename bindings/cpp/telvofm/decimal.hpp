@@ -17,12 +17,14 @@ class Decimal
 {
 public:
     constexpr Decimal() = default;
+    // A whole number.
     template <std::integral Whole>
     constexpr Decimal(Whole whole) : tenThousandths_(static_cast<std::int64_t>(whole) * 10000)
     {
     }
+    // 2.675 would be something less; write 2.675_d.
     template <std::floating_point Binary>
-    Decimal(Binary) = delete; // 2.675 would be something less; write 2.675_d
+    Decimal(Binary) = delete;
 
     // A number as "12.50" or "-3"; nothing when it is none or has more than four decimals.
     static constexpr std::optional<Decimal> parse(std::string_view text)

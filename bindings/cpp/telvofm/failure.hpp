@@ -8,15 +8,17 @@
 
 namespace telvofm {
 
+// What kind of failure it is; only after `refused` a receipt goes on.
 enum class Kind
 {
     refused,        // the printer understood the call and refused it
-    notExecuted,    // nothing reached the printer
+    notExecuted,    // nothing reached the printer: none is open, or this session has ended
     outcomeUnknown, // it may have been carried out, or not, or twice
     textError,      // a text that cannot be sent; nothing was sent
     amountError     // an amount that cannot be sent; nothing was sent
 };
 
+// What did not succeed.
 struct Failure
 {
     Kind kind;
@@ -76,6 +78,14 @@ inline Failure doubt(std::string_view call, std::string happened)
             Executed::unknown,    "Call recover()."};
 }
 
+// The failure of a call on a session that has ended.
+inline Failure closed(std::string_view call)
+{
+    return {Kind::notExecuted, std::string(call),      -1, "notOpen", "This session is closed.",
+            Executed::no,      "Open another session."};
+}
+
+// The failure of what is refused before any call.
 inline Failure wrongArgument(Kind kind, std::string sentence)
 {
     return {kind, "", 0, "", std::move(sentence), Executed::no, ""};

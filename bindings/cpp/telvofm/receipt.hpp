@@ -2,6 +2,7 @@
 #pragma once
 
 #include "decimal.hpp"
+#include "recovery.hpp"
 #include "session.hpp"
 
 #include <optional>
@@ -10,37 +11,16 @@
 
 namespace telvofm {
 
-enum class Verdict
-{
-    sold,
-    notSold,
-    askAPerson
-};
-
-// What the printer says has become of a receipt.
-struct Recovery
-{
-    Verdict verdict;
-    std::string sentence;
-    std::string number; // if it is sold
-
-    [[nodiscard]] std::string text() const
-    {
-        const char* const said = verdict == Verdict::sold      ? "sold: "
-                                 : verdict == Verdict::notSold ? "not sold: "
-                                                               : "ask a person: ";
-        return said + sentence;
-    }
-};
-
 // Compares its own total with the printer's. Each step is true when it has worked, so that a receipt is a
-// chain of && ; what failed then is failure().
+// chain of && ; what failed then is failure(). After `refused` it goes on, after `outcomeUnknown` it takes
+// nothing more. Texts are UTF-8 here and go out in Windows-1250; one that does not fit is a textError, and an
+// amount with more decimals than money (2) or quantities (3) have is an amountError: nothing was sent.
 class Receipt
 {
 public:
     // ---- Selling ----
 
-    // Opens the receipt; what the numbers mean is the printer's matter.
+    // Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused.
     Outcome begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1,
                   int picture = 0)
     {
@@ -57,7 +37,8 @@ public:
         return begun;
     }
 
-    // Sells an item: `total` for `quantity` of `unit` at `unitPrice` each.
+    // Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a
+    // VAT rate. The library sends no more than 3 bytes of `unit`.
     Outcome sell(std::string_view name, Decimal total, std::string_view vat, Decimal quantity,
                  Decimal unitPrice, std::string_view unit)
     {
@@ -92,7 +73,9 @@ public:
             amount, 0, 0);
     }
 
-    // Takes a payment: `amount` under the printer's payment type. More than is due is given back.
+    // Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library
+    // sends no more than 10 bytes of `description`. An amount of 0 is an amountError, and a printer whose
+    // total or due is not the till's leaves the outcome unknown.
     Outcome pay(int type, Decimal amount, std::string_view description)
     {
         if (amount == Decimal()) {
@@ -119,7 +102,8 @@ public:
         return payed ? check("payment_str", session_.questions().due, due(), "what is due") : payed;
     }
 
-    // Ends the receipt; number() is its number then, or empty if the printer cannot be asked.
+    // Ends the receipt; number() is its number then, or empty if the printer cannot be asked. `picture` is
+    // the printer's number of one, 0 for none.
     Outcome end(int picture = 0)
     {
         isFinished_ = true;
@@ -138,7 +122,7 @@ public:
         return check("paragonEnd", session_.questions().lastTotal, total_, "the total of the last receipt");
     }
 
-    // Cancels the receipt; the printer prints that.
+    // Cancels the receipt; the printer prints the description.
     Outcome cancel(std::string_view description = "")
     {
         Outcome cancelled =
@@ -149,11 +133,13 @@ public:
 
     // ---- Looking ----
 
+    // Of the receipt that is sold, empty before.
     [[nodiscard]] const std::string& number() const { return number_; }
     // The last receipt's number before this one began.
     [[nodiscard]] const std::optional<std::string>& numberBefore() const { return numberBefore_; }
     // What is sold so far; yours to correct after calls of your own.
     [[nodiscard]] Decimal& total() { return total_; }
+    // What is paid so far.
     [[nodiscard]] Decimal paid() const { return paid_; }
     // What failed last, or null.
     [[nodiscard]] const Failure* failure() const { return failure_ ? &*failure_ : nullptr; }
@@ -161,46 +147,34 @@ public:
     // ---- Recovering ----
 
     // Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-    // should be, and cancelled otherwise. May be called again.
+    // should be, and cancelled otherwise. May be called again. When the session has ended it asks nobody,
+    // whoever has opened another: a person has to look.
     Recovery recover()
     {
         if (!isBegun_) {
             return {Verdict::notSold, "the receipt was not begun, or is cancelled", ""};
         }
+        if (!session_.isOpen()) {
+            return {Verdict::askAPerson,
+                    "the session of this receipt is closed; look at the printer's paper before it is sold "
+                    "again, or "
+                    "recover it as an interrupted receipt of another session",
+                    ""};
+        }
         if (!numberBefore_) {
             return {Verdict::askAPerson,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
         }
-        Outcome reopened = session_.reopen();
-        Result<Standing> now = reopened.and_then([this](Done&) { return standing(); });
-        if (now && now->number == *numberBefore_ && !now->isClosed) {
-            finish(*now);
-            now = standing();
-        }
-        if (!now) {
-            return {Verdict::askAPerson,
-                    "the printer does not say what it has done; look at its paper before this receipt is "
-                    "sold again (" +
-                        now.error().call + ": code " + std::to_string(now.error().code) + ")",
-                    ""};
-        }
-        return judge(*now);
+        const inside::KnownReceipt known{*numberBefore_, total_, isFinished_};
+        Recovery recovery = inside::askedRecovery(session_, known);
+        number_ = recovery.number.empty() ? number_ : recovery.number;
+        return recovery;
     }
 
 private:
     friend class Session;
 
-    explicit Receipt(Session& session) : session_(session) {}
-
-    // What the printer says.
-    struct Standing
-    {
-        std::string number;
-        std::string lastTotal;
-        bool isClosed;
-        std::string total;
-        std::string due;
-    };
+    explicit Receipt(Session session) : session_(std::move(session)) {}
 
     template <typename Function, typename... Arguments>
     Outcome send(std::string_view name, Function function, const Arguments&... arguments)
@@ -289,55 +263,7 @@ private:
         return failed(failure);
     }
 
-    Result<Standing> standing()
-    {
-        const Questions& questions = session_.questions();
-        std::string answers[5];
-        std::size_t next = 0;
-        for (const std::string* question : {&questions.lastReceipt, &questions.lastTotal, &questions.state,
-                                            &questions.total, &questions.due}) {
-            Result<std::string> answer = session_.variable(*question);
-            if (!answer) {
-                return answer.error();
-            }
-            answers[next++] = *answer;
-        }
-        return Standing{answers[0], answers[1], answers[2] == questions.closed, answers[3], answers[4]};
-    }
-
-    // Ends or cancels the open receipt. Whether that worked is asked afterwards.
-    void finish(const Standing& now)
-    {
-        const bool isPaid =
-            isFinished_ && Decimal::parse(now.total) == total_ && Decimal::parse(now.due) == Decimal();
-        if (isPaid) {
-            paragonEnd(session_.device(), 0, 0);
-        } else {
-            destroyParagon(session_.device(), 0, "");
-        }
-    }
-
-    Recovery judge(const Standing& now)
-    {
-        const std::string total = total_.text(2).value_or("an amount");
-        if (now.isClosed && now.number == *numberBefore_) {
-            return {Verdict::notSold,
-                    "receipt " + now.number +
-                        " is still the last one, and none is open; it can be sold again",
-                    ""};
-        }
-        if (now.isClosed && Decimal::parse(now.lastTotal) == total_) {
-            number_ = now.number;
-            return {Verdict::sold, "receipt " + number_ + ", total " + total, number_};
-        }
-        return {Verdict::askAPerson,
-                "the printer's last receipt is " + now.number + " with " + now.lastTotal +
-                    (now.isClosed ? "" : ", and one is open") + "; the till sold " + total +
-                    " after receipt " + *numberBefore_ + "; look at the paper before it is sold again",
-                ""};
-    }
-
-    Session& session_;
+    Session session_; // as it was lent: it may have ended
     bool isBegun_ = false;
     bool isCompared_ = false; // its total with the printer's, before the first payment
     bool isFinished_ = false; // as far as the till goes: paid in full, or told to end
@@ -351,12 +277,12 @@ private:
 
 inline Receipt Session::receipt()
 {
-    return Receipt(*this);
+    return Receipt(lent());
 }
 
 inline Receipt Session::interruptedReceipt(std::string numberBefore, Decimal total)
 {
-    Receipt receipt(*this);
+    Receipt receipt(lent());
     receipt.isBegun_ = receipt.isFinished_ = true;
     receipt.numberBefore_ = std::move(numberBefore);
     receipt.total_ = receipt.paid_ = total;

@@ -9,6 +9,7 @@
 
 namespace telvofm {
 
+// Either a Value or a Failure.
 template <typename Value>
 class [[nodiscard]] Result
 {
@@ -16,6 +17,7 @@ public:
     Result(Value value) : held_(std::in_place_index<0>, std::move(value)) {}
     Result(Failure failure) : held_(std::in_place_index<1>, std::move(failure)) {}
 
+    // Whether there is a value; so is the whole as a condition.
     [[nodiscard]] bool has_value() const { return held_.index() == 0; }
     explicit operator bool() const { return has_value(); }
 
@@ -28,6 +30,7 @@ public:
     // Only if there is none.
     [[nodiscard]] const Failure& error() const { return *std::get_if<1>(&held_); }
 
+    // The value, or the other one in its place.
     [[nodiscard]] Value value_or(Value otherwise) const
     {
         return has_value() ? **this : std::move(otherwise);

@@ -3,6 +3,7 @@
 
 #include "telvofm.h"
 
+#include "file_name.hpp"
 #include "text.hpp"
 
 #include <chrono>
@@ -39,7 +40,7 @@ template <typename Argument>
 auto converted(const Argument& argument)
 {
     if constexpr (std::is_same_v<Argument, std::filesystem::path>) {
-        return Result<std::string>(argument.string());
+        return encodeFileName(argument);
     } else if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
         return encode(argument);
     } else {
@@ -59,19 +60,29 @@ Value passed(const Value& value) requires(!std::is_same_v<Value, std::string>)
 }
 
 template <typename Parameter>
-inline constexpr bool isBuffer = std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned int*>;
+inline constexpr bool isBuffer =
+    std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned char*> ||
+    std::is_same_v<Parameter, unsigned int*>;
+
+template <typename... Parameters>
+constexpr bool fillsABuffer(int (*)(Parameters...))
+{
+    return (isBuffer<Parameters> || ...);
+}
 
 } // namespace inside
 
 // A printer that is connected for as long as this lives. A program has one at a time: a second one beside it
-// is refused.
+// is refused. What fails is a Failure of the kind refused, notExecuted or outcomeUnknown. Texts are UTF-8
+// here and go out in Windows-1250; one that does not fit is a textError, and nothing was sent.
 class Session
 {
 public:
-    // "192.168.1.10:9100", or "COM3" for a serial port; `device` is the printer's own address.
+    // "192.168.1.10:9100", or "COM3" for a serial port; `device` is the printer's own address, whose low byte
+    // is sent. Fails when no printer answers, and while another session is open.
     static Result<Session> open(std::string_view address, int device = 1, Questions questions = {})
     {
-        if (isOpen()) {
+        if (isAnyOpen()) {
             return wrongArgument(Kind::notExecuted,
                                  "a session is open, and a program has one at a time; let it end first");
         }
@@ -85,19 +96,26 @@ public:
     Session(Session&&) = default;
     Session& operator=(Session&&) = delete;
 
+    // Whether it is still open: not when it was moved away. One whose reopen() failed is.
+    [[nodiscard]] bool isOpen() const { return !open_.expired(); }
+
     // Closes the connection and opens it again. The library forgets the settings and pictures of the session.
+    // One that has ended fails and does not touch the connection of another.
     Outcome reopen()
     {
+        if (!isOpen()) {
+            return closed("openFM");
+        }
         closeFM();
         return connect();
     }
 
     // Calls a function of telvofm.h that returns 0 or a code: call("setHeader", setHeader, 1, "0000", 1,
-    // "Potraviny").
+    // "Potraviny"). Gives the seconds that it took. A std::filesystem::path is the name of a file.
     template <typename... Parameters, typename... Arguments>
     Outcome call(std::string_view name, int (*function)(Parameters...), const Arguments&... arguments)
     {
-        static_assert(!(inside::isBuffer<Parameters> || ...),
+        static_assert(!inside::fillsABuffer(static_cast<int (*)(Parameters...)>(nullptr)),
                       "a buffer that is too short ends the process: use the function's twin for result "
                       "objects, and read()");
         return passOn(name, function, inside::converted(arguments)...);
@@ -118,20 +136,19 @@ public:
         return std::string(getResultObjectString(result.get()), length);
     }
 
-    // Opens the selling day. False when the printer refused, as it does when the day is open already.
-    // NOLINTNEXTLINE(readability-make-member-function-const): it changes the printer
+    // Opens the selling day; `saleMode` is the printer's number. False when the printer refused, as it does
+    // when the day is open already. NOLINTNEXTLINE(readability-make-member-function-const): it changes the
+    // printer
     Result<bool> beginDay(int saleMode = 0)
     {
-        const int code = sellingDayBegin(device_, saleMode);
-        Failure failure =
-            failureOf("sellingDayBegin", code, 0); // late or not: then an earlier try has opened it
-        if (code != 0 && failure.kind != Kind::refused) {
-            return failure;
+        const Outcome begun = call("sellingDayBegin", sellingDayBegin, device_, saleMode);
+        if (!begun && begun.error().name != "refused") { // late or not: then an earlier try has opened it
+            return begun.error();
         }
-        return code == 0;
+        return begun.has_value();
     }
 
-    // The text of a variable of the printer's.
+    // The text of a variable of the printer's; refused when it has none of that name.
     Result<std::string> variable(std::string_view name)
     {
         return decoded(read("getVariableResultObject", getVariableResultObject, device_, name));
@@ -141,29 +158,34 @@ public:
     {
         return decoded(read("getLastParagonResultObject", getLastParagonResultObject, device_));
     }
-    // The text of the whole electronic journal.
+    // The text of the whole electronic journal, of any length.
     Result<std::string> journal()
     {
         return decoded(read("getJournal_ResultObject", getJournal_ResultObject, device_));
     }
 
-    // A receipt that is not begun yet. The session must outlive it and stay where it is.
+    // A receipt that is not begun yet; sends nothing. When the session ends before it, its calls fail.
     Receipt receipt();
-    // A receipt that a till left when it was switched off: call recover() on it.
+    // A receipt that a till left when it was switched off: call recover() on it. The number of the last
+    // receipt before it, and its total, are those that the till kept; it counts as paid in full.
     Receipt interruptedReceipt(std::string numberBefore, Decimal total);
 
+    // The printer's own address.
     [[nodiscard]] int device() const { return device_; }
+    // How the printer calls what a receipt asks for.
     [[nodiscard]] const Questions& questions() const { return questions_; }
 
 private:
-    // Closes the connection with the last owner of a session.
+    friend class Receipt;
+
+    // Closes the connection with its only owner, a session.
     struct Connection
     {
-        Connection() { isOpen() = true; }
+        Connection() { isAnyOpen() = true; }
         ~Connection()
         {
             closeFM();
-            isOpen() = false;
+            isAnyOpen() = false;
         }
         Connection(const Connection&) = delete;
         Connection& operator=(const Connection&) = delete;
@@ -171,11 +193,19 @@ private:
 
     Session(std::string_view address, int device, Questions questions)
         : address_(address), device_(device), questions_(std::move(questions)),
-          connection_(std::make_unique<Connection>())
+          connection_(std::make_shared<Connection>()), open_(connection_)
     {
     }
 
-    static bool& isOpen()
+    // The same session for a receipt, which does not keep it open.
+    [[nodiscard]] Session lent() const { return {*this, open_}; }
+    Session(const Session& lender, std::weak_ptr<Connection> open)
+        : address_(lender.address_), device_(lender.device_), questions_(lender.questions_),
+          open_(std::move(open))
+    {
+    }
+
+    static bool& isAnyOpen()
     {
         static bool is = false;
         return is;
@@ -198,6 +228,9 @@ private:
         if (wrong != nullptr) {
             return *wrong;
         }
+        if (!isOpen()) {
+            return closed(name);
+        }
         const auto started = std::chrono::steady_clock::now();
         const int code = function(inside::passed(*arguments)...);
         const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - started;
@@ -215,7 +248,8 @@ private:
     std::string address_;
     int device_;
     Questions questions_;
-    std::unique_ptr<Connection> connection_;
+    std::shared_ptr<Connection> connection_; // none in what a receipt was lent
+    std::weak_ptr<Connection> open_;
 };
 
 } // namespace telvofm

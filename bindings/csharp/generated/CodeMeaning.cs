@@ -2,13 +2,37 @@
 namespace Telvofm
 {
     /// <summary>Whether the printer has carried a command out.</summary>
-    public enum Executed { Yes, No, Unknown }
+    public enum Executed
+    {
+        /// <summary>It has.</summary>
+        Yes,
+
+        /// <summary>It has not.</summary>
+        No,
+
+        /// <summary>It may have, also more than once.</summary>
+        Unknown
+    }
 
     /// <summary>What the codes from First to Last mean.</summary>
     public sealed class CodeMeaning
     {
-        public readonly int First, Last;
-        public readonly string Name, Happened, Advice;
+        /// <summary>The first of the codes.</summary>
+        public readonly int First;
+
+        /// <summary>The last of them.</summary>
+        public readonly int Last;
+
+        /// <summary>Their name.</summary>
+        public readonly string Name;
+
+        /// <summary>What they mean, in one sentence.</summary>
+        public readonly string Happened;
+
+        /// <summary>What to do, in one sentence.</summary>
+        public readonly string Advice;
+
+        /// <summary>Whether the printer has carried the command out.</summary>
         public readonly Executed Executed;
 
         CodeMeaning(int first, int last, string name, string happened, Executed executed, string advice)

@@ -77,7 +77,9 @@ static class LayerTest
         Check(!session.BeginDay(), "a day that is open");
         byte[] header = Windows1250.Encode("Potraviny Šťastný"), password = Windows1250.Encode("0000");
         session.Call("setHeader", () => Functions.setHeader(session.Device, password, 1, header));
-        session.Call("freeID", () => Functions.freeID(session.Device, 1, Windows1250.Encode("ž")));
+        session.Call("freeID", () => Functions.freeID(session.Device, 1, Windows1250.Encode("ščžťľ")));
+        Truths(session);
+        Refusals(session);
         session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('X'), 1));
         CheckThrows<RefusedException>("getVariable", () => session.Variable("NOTHING_LIKE_THAT"));
         for (int number = 1; number <= 3; number++)
@@ -94,6 +96,52 @@ static class LayerTest
         Check(Windows1250.Decode(second).Contains("Receipt 2"), "the second receipt");
         session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
         Check(session.BeginDay(), "a new day");
+    }
+
+    /// <summary>Any byte but 0 is true, as other languages and compilers have it.</summary>
+    static void Truths(Session session)
+    {
+        byte[] id = Windows1250.Encode("ščžťľ");
+        foreach (byte truth in new byte[] { 2, 255, 0 })
+        {
+            session.Call("freeID", () => Functions.freeID(session.Device, truth, id));
+            Functions.setAutoTwoLineItem(truth);
+            Check(Functions.isAutoTwoLineItem() == (truth == 0 ? 0 : 1), "the truth " + truth);
+        }
+    }
+
+    /// <summary>What fails before anything is sent; the result objects are counted from outside.</summary>
+    static void Refusals(Session session)
+    {
+        CheckThrows<TextException>("ñ (U+00F1) at position 0", () => session.Variable("ñ"));
+        CheckThrows<TextException>("ñ (U+00F1) at position 0", () => session.Read("getVariableResultObject",
+            result => Functions.getVariableResultObject(session.Device, Windows1250.Encode("ñ"), result)));
+        CheckThrows<TextException>("ñ (U+00F1) at position 2", () => session.NewReceipt().Sell("Piña", 1, 'A', 1, 1, "ks"));
+        CheckThrows<ArgumentException>("getJournal fills a buffer, and one that is too short ends the process",
+            () => session.Call("getJournal", () => BufferFunctions.getJournal(session.Device, new byte[1], 1)));
+    }
+
+    /// <summary>A session that is closed leaves the connection of the next one alone.</summary>
+    static void AnotherSession(string address)
+    {
+        var first = new Session(address);
+        Receipt receipt = WithOneItem(first);
+        first.Dispose();
+        Check(receipt.Recover().Verdict == Verdict.AskAPerson, "a receipt whose session is closed");
+        using (var another = new Session(address))
+        {
+            Functions.setAutoTwoLineItem(1); // is forgotten when a connection is opened
+            CheckThrows<NotExecutedException>("code -1 (notOpen): This session is closed.", first.Reopen);
+            CheckThrows<NotExecutedException>("This session is closed.", () => first.BeginDay());
+            CheckThrows<NotExecutedException>("This session is closed.", () => first.Journal());
+            CheckThrows<NotExecutedException>("This session is closed.", () => receipt.Cancel());
+            Recovery recovery = receipt.Recover();
+            Check(recovery.Verdict == Verdict.AskAPerson && recovery.Sentence.StartsWith("the session of this receipt is closed"), recovery.ToString());
+            first.Dispose();
+            Check(!first.IsOpen && another.IsOpen && Functions.isAutoTwoLineItem() == 1, "the connection of another session");
+            Check(another.Variable("STATE") == "open", "the receipt of a session that was closed");
+            Check(another.InterruptedReceipt(receipt.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a receipt of another session");
+        }
     }
 
     static void Recovering(Session session)
@@ -137,7 +185,7 @@ static class LayerTest
             OpenSession(session, arguments[0]);
             Recovering(session);
         }
-        new Session(arguments[0]).Dispose();
+        AnotherSession(arguments[0]);
         return failures == 0 ? 0 : 1;
     }
 }

@@ -26,6 +26,15 @@ final class Amounts {
         return fixed(amount, 2);
     }
 
+    /** Whether a text of the printer's is this amount. */
+    static boolean isNumber(String text, BigDecimal expected) {
+        try {
+            return new BigDecimal(text.trim()).compareTo(expected) == 0;
+        } catch (NumberFormatException none) {
+            return false;
+        }
+    }
+
     /** Nothing is rounded: what does not fit is refused. */
     private static String fixed(BigDecimal amount, int decimals) {
         try {

@@ -9,7 +9,7 @@ import java.util.Arrays;
 public final class FileNames {
     private FileNames() {}
 
-    /** The bytes of a name with a NUL behind them, as the raw layer wants it. */
+    /** The bytes of a name with a NUL behind them, as the raw layer wants it. Throws TextException for a NUL and for what the system cannot write. */
     public static byte[] encode(String name) {
         boolean isWindows = System.getProperty("os.name").startsWith("Windows");
         Charset charset = isWindows ? Charset.forName(System.getProperty("sun.jnu.encoding")) : StandardCharsets.UTF_8;

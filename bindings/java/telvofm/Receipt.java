@@ -6,6 +6,10 @@ import java.util.function.IntSupplier;
 /**
  * A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be carried
  * out twice, and returns 0. After any failure recover tells what happened.
+ *
+ * <p>What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes nothing
+ * more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts with more decimals
+ * than money (2) or quantities (3) have. After these two nothing was sent.
  */
 public final class Receipt {
     final Session session;
@@ -56,11 +60,12 @@ public final class Receipt {
 
     // ---- Selling ----
 
+    /** Opens the receipt with the virtual printer's numbers; see the other begin. */
     public void begin() {
         begin(1, 0, 0, 1, 0);
     }
 
-    /** Opens the receipt; what the numbers mean is the printer's matter. */
+    /** Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does; none is open when it was refused. */
     public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
         numberBefore = asked(session.questions.lastReceipt);
         begun = true;
@@ -72,14 +77,17 @@ public final class Receipt {
         }
     }
 
-    /** Sells an item: `total` for `quantity` of `unit` at `unitPrice` each. */
+    /**
+     * Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a VAT rate. The library sends no
+     * more than 3 bytes of `unit`. Throws CallException, TextException and AmountException.
+     */
     public void sell(String name, BigDecimal total, char vat, BigDecimal quantity, BigDecimal unitPrice, String unit) {
         byte[] words = Windows1250.encode(name), sum = Amounts.money(total), letter = Windows1250.encode(String.valueOf(vat));
         byte[] amount = Amounts.quantity(quantity), price = Amounts.money(unitPrice), units = Windows1250.encode(unit);
         line(total, "itemSale_str", () -> functions.itemSale_str(session.device, 0, words, sum, letter, amount, price, units));
     }
 
-    /** Takes an item of this receipt back, which was sold with the same arguments; `void` is a word of Java's own. */
+    /** Takes an item of this receipt back, which was sold with the same arguments; `void` is a word of Java's own. Throws as sell does. */
     public void voidItem(String name, BigDecimal total, char vat, BigDecimal quantity, BigDecimal unitPrice, String unit) {
         byte[] words = Windows1250.encode(name), sum = Amounts.money(total), letter = Windows1250.encode(String.valueOf(vat));
         byte[] amount = Amounts.quantity(quantity), price = Amounts.money(unitPrice), units = Windows1250.encode(unit);
@@ -87,17 +95,22 @@ public final class Receipt {
                 () -> functions.itemVoid_str(session.device, 0, words, sum, letter, amount, price, units, null));
     }
 
+    /** A discount of a sum on the item that was sold last, under the number 0. Throws as sell does. */
     public void discount(String description, BigDecimal amount, char vat) {
         discount(description, amount, vat, 0);
     }
 
-    /** A discount of a sum on the item that was sold last; `operation` is the printer's number for that. */
+    /** A discount of a sum on the item that was sold last; `operation` is the printer's number for that. Throws as sell does. */
     public void discount(String description, BigDecimal amount, char vat, int operation) {
         byte[] words = Windows1250.encode(description), sum = Amounts.money(amount), letter = Windows1250.encode(String.valueOf(vat));
         line(amount.negate(), "itemDiscount_str", () -> functions.itemDiscount_str(session.device, 0, words, operation, sum, letter));
     }
 
-    /** Takes a payment under the printer's payment type. More than is due is given back. */
+    /**
+     * Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10 bytes of the
+     * description. Throws as sell does, AmountException also for 0, and OutcomeUnknownException when the printer's total or what is
+     * due is not the till's.
+     */
     public void pay(int type, BigDecimal amount, String description) {
         byte[] sum = Amounts.money(total), part = Amounts.payment(amount), words = Windows1250.encode(description);
         byte[] noExchange = Windows1250.encode("0");
@@ -115,11 +128,15 @@ public final class Receipt {
         compare("payment_str", session.questions.due, due(), "what is due");
     }
 
+    /** Ends the receipt without a picture; see the other end. */
     public String end() {
         return end(0);
     }
 
-    /** Ends the receipt and returns its number; an empty one if the printer cannot be asked. */
+    /**
+     * Ends the receipt and returns its number; an empty one if the printer cannot be asked. `picture` is the printer's number of one, 0
+     * for none. Throws CallException; OutcomeUnknownException also when the printer's last receipt is not this one.
+     */
     public String end(int picture) {
         finished = true;
         send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
@@ -134,7 +151,7 @@ public final class Receipt {
         return number;
     }
 
-    /** Cancels the receipt; the printer prints the description. */
+    /** Cancels the receipt; the printer prints the description. Throws CallException and TextException. */
     public void cancel(String description) {
         byte[] words = Windows1250.encode(description);
         session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
@@ -177,7 +194,7 @@ public final class Receipt {
             throw doubt;
         }
         String answer = answer(call, question);
-        if (answer != null && !isNumber(answer, expected)) {
+        if (answer != null && !Amounts.isNumber(answer, expected)) {
             throw doubted(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.written(expected)
                     + ": something was carried out twice, or not at all.");
         }
@@ -201,71 +218,25 @@ public final class Receipt {
         return doubt;
     }
 
-    private static boolean isNumber(String text, BigDecimal expected) {
-        try {
-            return new BigDecimal(text.trim()).compareTo(expected) == 0;
-        } catch (NumberFormatException none) {
-            return false;
-        }
-    }
-
     // ---- Recovering ----
 
     /**
      * Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-     * cancelled otherwise. Never fails, and may be called again.
+     * cancelled otherwise. Throws nothing for what the printer does, and may be called again. When its session is closed it asks
+     * nobody, whoever has opened another: a person has to look.
      */
     public Recovery recover() {
         if (!begun) {
             return new Recovery(Recovery.Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled", "");
         }
+        if (!session.isOpen()) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it "
+                    + "is sold again, or recover it as an interrupted receipt of another session", "");
+        }
         if (numberBefore == null) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", "");
         }
-        try {
-            session.reopen();
-            finish();
-            return judged();
-        } catch (CallException failure) {
-            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this "
-                    + "receipt is sold again (" + failure.call + ": code " + failure.code + ")", "");
-        }
-    }
-
-    /** Ends or cancels the receipt if it is open. Whether that worked, judged sees. */
-    private void finish() {
-        Questions questions = session.questions;
-        if (!asked(questions.lastReceipt).equals(numberBefore) || asked(questions.state).equals(questions.closed)) {
-            return;
-        }
-        boolean isPaid = finished && isNumber(asked(questions.total), total)
-                && isNumber(asked(questions.due), BigDecimal.ZERO);
-        try {
-            if (isPaid) {
-                session.call("paragonEnd", () -> functions.paragonEnd(session.device, 0, 0));
-            } else {
-                session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, null));
-            }
-        } catch (CallException seenByJudged) {
-            return;
-        }
-    }
-
-    private Recovery judged() {
-        Questions questions = session.questions;
-        String number = asked(questions.lastReceipt);
-        String lastTotal = asked(questions.lastTotal);
-        boolean isClosed = asked(questions.state).equals(questions.closed);
-        if (isClosed && number.equals(numberBefore)) {
-            return new Recovery(Recovery.Verdict.NOT_SOLD,
-                    "receipt " + number + " is still the last one, and none is open; it can be sold again", "");
-        }
-        if (isClosed && isNumber(lastTotal, total)) {
-            return new Recovery(Recovery.Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
-        }
-        return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the printer's last receipt is " + number + " with " + lastTotal
-                + (isClosed ? "" : ", and one is open") + "; the till sold " + Amounts.written(total) + " after receipt " + numberBefore
-                + "; look at the paper before it is sold again", "");
+        return Recovery.ask(session, numberBefore, total, finished);
     }
 }

@@ -1,11 +1,16 @@
 package telvofm;
 
-/** What the printer says has become of a receipt. */
+import java.math.BigDecimal;
+
+/** What the printer says has become of a receipt, and how it is asked. */
 public final class Recovery {
-    /** In words that begin the sentence for the till. */
+    /** What has become of it, in words that begin the sentence for the till. */
     public enum Verdict {
+        /** Nothing is to be sold again. */
         SOLD("sold"),
+        /** None is open: it can be sold again. */
         NOT_SOLD("not sold"),
+        /** The printer does not say; a person has to look at the paper. */
         ASK_A_PERSON("ask a person");
 
         final String words;
@@ -15,7 +20,9 @@ public final class Recovery {
         }
     }
 
+    /** What has become of it. */
     public final Verdict verdict;
+    /** Why, in one sentence for the cashier or a log. */
     public final String sentence;
     /** The receipt's number if it is sold, otherwise empty. */
     public final String number;
@@ -26,8 +33,63 @@ public final class Recovery {
         this.number = number;
     }
 
+    /** "sold: ", "not sold: " or "ask a person: ", and the sentence. */
     @Override
     public String toString() {
         return verdict.words + ": " + sentence;
+    }
+
+    /**
+     * Asks the printer what has become of a receipt of this total that was begun behind the number before. If it is still open it is ended
+     * when the till has finished it and it is paid in full, and cancelled otherwise.
+     */
+    static Recovery ask(Session session, String numberBefore, BigDecimal total, boolean finished) {
+        try {
+            session.reopen();
+            finish(session, numberBefore, total, finished);
+            return judged(session, numberBefore, total);
+        } catch (CallException failure) {
+            return new Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
+                    + "sold again (" + failure.call + ": code " + failure.code + ")", "");
+        }
+    }
+
+    /** Ends or cancels the receipt if it is open. Whether that worked, judged sees. */
+    private static void finish(Session session, String numberBefore, BigDecimal total, boolean finished) {
+        Questions questions = session.questions;
+        Functions functions = session.functions;
+        if (!session.variable(questions.lastReceipt).equals(numberBefore) || isClosed(session)) {
+            return;
+        }
+        boolean isPaid = finished && Amounts.isNumber(session.variable(questions.total), total)
+                && Amounts.isNumber(session.variable(questions.due), BigDecimal.ZERO);
+        try {
+            if (isPaid) {
+                session.call("paragonEnd", () -> functions.paragonEnd(session.device, 0, 0));
+            } else {
+                session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, null));
+            }
+        } catch (CallException seenByJudged) {
+            return;
+        }
+    }
+
+    private static boolean isClosed(Session session) {
+        return session.variable(session.questions.state).equals(session.questions.closed);
+    }
+
+    private static Recovery judged(Session session, String numberBefore, BigDecimal total) {
+        String number = session.variable(session.questions.lastReceipt);
+        String lastTotal = session.variable(session.questions.lastTotal);
+        boolean isClosed = isClosed(session);
+        if (isClosed && number.equals(numberBefore)) {
+            return new Recovery(Verdict.NOT_SOLD, "receipt " + number + " is still the last one, and none is open; it can be sold again", "");
+        }
+        if (isClosed && Amounts.isNumber(lastTotal, total)) {
+            return new Recovery(Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
+        }
+        return new Recovery(Verdict.ASK_A_PERSON, "the printer's last receipt is " + number + " with " + lastTotal
+                + (isClosed ? "" : ", and one is open") + "; the till sold " + Amounts.written(total) + " after receipt " + numberBefore
+                + "; look at the paper before it is sold again", "");
     }
 }

@@ -19,6 +19,7 @@ final class ResultObject implements AutoCloseable {
         return functions.getResultObjectString(pointer).getByteArray(0, functions.getResultObjectLength(pointer));
     }
 
+    /** Releases it. To be called once, as try does. */
     @Override
     public void close() {
         functions.destroyResultObject(pointer);

@@ -15,7 +15,10 @@ public final class Windows1250 {
 
     private Windows1250() {}
 
-    /** The bytes of a text with a NUL behind them, as the raw layer wants each text. Null is empty. */
+    /**
+     * The bytes of a text with a NUL behind them, as the raw layer wants each text. Null is empty. Throws TextException for a NUL and
+     * for a character that Windows-1250 lacks; says which and where.
+     */
     public static byte[] encode(String text) {
         String present = text == null ? "" : text;
         byte[] encoded = new byte[present.length() + 1];
@@ -25,12 +28,12 @@ public final class Windows1250 {
         return encoded;
     }
 
-    /** A letter as the byte that it is, for what the raw layer takes as a byte. */
+    /** A letter as the byte that it is, for what the raw layer takes as a byte. Throws TextException. */
     public static byte encode(char letter) {
         return byteOf(String.valueOf(letter), 0);
     }
 
-    /** The text of any bytes, each of them one character; NULs among them stay. */
+    /** The text of any bytes, each of them one character; NULs among them stay. Encode gives the same bytes back. */
     public static String decode(byte[] bytes) {
         StringBuilder decoded = new StringBuilder(bytes.length);
         for (byte one : bytes) {

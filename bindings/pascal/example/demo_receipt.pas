@@ -7,7 +7,7 @@ program demo_receipt;
 {$IFDEF MSWINDOWS}{$APPTYPE CONSOLE}{$ENDIF}
 
 uses
-  SysUtils, telvofm_failures, telvofm_receipt, telvofm_session, telvofm_texts;
+  SysUtils, telvofm_failures, telvofm_receipt, telvofm_recovery, telvofm_session, telvofm_texts;
 
 procedure Fill(Receipt: TReceipt);
 begin

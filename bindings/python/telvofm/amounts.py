@@ -23,10 +23,12 @@ def amount(value, decimals):
 
 
 def money(value):
+    """With 2 decimals. Raises AmountError for more."""
     return amount(value, MONEY)
 
 
 def quantity(value):
+    """With 3 decimals. Raises AmountError for more."""
     return amount(value, QUANTITY)
 
 

@@ -30,7 +30,7 @@ class Refused(Failure):
 
 
 class NotExecuted(Failure):
-    """Nothing reached the printer."""
+    """Nothing reached the printer: none is open, or this session is closed."""
 
 
 class OutcomeUnknown(Failure):
@@ -63,6 +63,11 @@ def failure_of(call, code, seconds):
         executed = "unknown"
     kind = OutcomeUnknown if executed != "no" else Refused if code > 0 else NotExecuted
     return kind(call, code, name, happened, executed, advice)
+
+
+def closed(call):
+    """The exception for a call on a session that is closed."""
+    return NotExecuted(call, -1, "notOpen", "This session is closed.", "no", "Open another session.")
 
 
 def doubt(call, happened):

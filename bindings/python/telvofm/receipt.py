@@ -9,13 +9,15 @@ from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt
 
 
 class Verdict(enum.Enum):
+    """What has become of a receipt: nothing is to be sold again, it can be sold again, or a person has to look at the paper."""
+
     SOLD = "sold"
     NOT_SOLD = "not sold"
     ASK_A_PERSON = "ask a person"
 
 
 class Recovery(typing.NamedTuple):
-    """What the printer says has become of a receipt; `number` if it is sold."""
+    """What the printer says has become of a receipt, and why in one sentence; `number` if it is sold."""
 
     verdict: Verdict
     sentence: str
@@ -31,6 +33,10 @@ class Receipt:
     number_before   the last receipt's number before this one began
     total           what is sold so far
     paid            what is paid so far
+
+    What is sent raises Refused (the receipt goes on), NotExecuted or OutcomeUnknown (it takes nothing more), each a Failure. Texts go out
+    in Windows-1250: TextError names a character that it lacks. Amounts are Decimal or int: AmountError is for any other type, and for
+    more decimals than money (2) or quantities (3) have. After these two nothing was sent.
     """
 
     def __init__(self, session):
@@ -45,6 +51,7 @@ class Receipt:
 
     @classmethod
     def interrupted(cls, session, number_before, total):
+        """Session.interrupted_receipt() makes it."""
         receipt = cls(session)
         receipt._begun = receipt._is_finished = True
         receipt.number_before = number_before
@@ -55,7 +62,7 @@ class Receipt:
     # ---- Selling ----
 
     def begin(self, sale_type=1, commission=0, receipt_type=0, recapitulation=1, picture=0):
-        """Opens the receipt; what the numbers mean is the printer's matter."""
+        """Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused."""
         if self._session.questions:
             self.number_before = self._session.variable(self._session.questions.last_receipt)
         self._begun = True
@@ -66,7 +73,8 @@ class Receipt:
             raise
 
     def sell(self, name, total, vat, quantity=1, unit_price=None, unit=""):
-        """Sells an item: `total` for `quantity` of `unit` at `unit_price` each, which is `total` if nothing is said."""
+        """Sells an item: `total` for `quantity` of `unit` at `unit_price` each, which is `total` if nothing is said, under
+        the printer's letter of a VAT rate. The library sends no more than 3 bytes of `unit`."""
         self._line("itemSale_str", total, name, money(total), vat, quantity_text(quantity),
                    money(total if unit_price is None else unit_price), unit)
 
@@ -80,7 +88,9 @@ class Receipt:
         self._line("itemDiscount_str", -amount, description, operation, money(amount), vat)
 
     def pay(self, type, amount, description=""):
-        """Takes a payment: `amount` under the printer's payment type. More than is due is given back."""
+        """Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library sends no more than 10
+        bytes of `description`. Raises AmountError also for 0, and OutcomeUnknown when the printer's total or what is due is not the
+        till's."""
         arguments = (type, money(self.total), paid_text(amount), "0", description)
         if not self._is_compared:
             self._check("payment_str", "total", self.total, "the total")
@@ -94,7 +104,8 @@ class Receipt:
         self._check("payment_str", "due", self._due(), "what is due")
 
     def end(self, picture=0):
-        """Ends the receipt and returns its number; an empty one if the printer cannot be asked."""
+        """Ends the receipt and returns its number; an empty one if the printer cannot be asked. `picture` is the printer's number of one,
+        0 for none. Raises OutcomeUnknown also when the printer's last receipt is not this one."""
         self._is_finished = True
         self._send("paragonEnd", self._session.device, 0, picture)
         if not self._session.questions:
@@ -106,7 +117,7 @@ class Receipt:
         return number
 
     def cancel(self, description=""):
-        """Cancels the receipt; the printer prints that."""
+        """Cancels the receipt; the printer prints the description."""
         self._session.call("destroyParagon", self._session.device, 0, description)
         self._begun = False
 
@@ -159,9 +170,13 @@ class Receipt:
 
     def recover(self):
         """Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-        cancelled otherwise. Never fails, and may be called again."""
+        cancelled otherwise. Raises nothing for what the printer does, and may be called again. When the session is closed it asks
+        nobody, whoever has opened another: a person has to look."""
         if not self._begun:
             return Recovery(Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled")
+        if not self._session.is_open:
+            return Recovery(Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it is sold again, "
+                                                  "or recover it as an interrupted receipt of another session")
         if not self._session.questions or self.number_before is None:
             return Recovery(Verdict.ASK_A_PERSON, "this printer cannot be asked; look at its paper before this receipt is sold again")
         try:

@@ -6,7 +6,7 @@ import typing
 import weakref
 
 from . import raw, texts
-from .failures import Refused, failure_of
+from .failures import Failure, closed, failure_of
 from .library import load
 
 
@@ -22,12 +22,16 @@ class Questions(typing.NamedTuple):
 
 
 class Session:
-    """A printer that is connected until close(), or until the end of `with`. A program has one at a time.
+    """A printer that is connected until close(), or until the end of `with`. A program has one at a time. A session that is closed
+    sends nothing: its calls raise NotExecuted, also while another one is open.
 
     address     "192.168.1.10:9100", or "COM3" for a serial port
-    device      the printer's own address
+    device      the printer's own address, whose low byte is sent
     questions   how the printer calls what a receipt asks for, or None if it cannot be asked
     library     where the library is; see telvofm.library.load
+
+    Raises LibraryError when there is no library that fits, RuntimeError while another session is open, TextError for an address that
+    Windows-1250 cannot hold, and NotExecuted when no printer answers.
     """
 
     _open_one = None
@@ -35,21 +39,32 @@ class Session:
     def __init__(self, address, device=1, questions=Questions(), library=None):
         self.address, self.device, self.questions = address, device, questions
         self.library = load(library)
-        self._connect()
-
-    def _connect(self):
-        if Session._open_one not in (None, self):
+        if Session._open_one is not None:
             raise RuntimeError(f"a session with {Session._open_one.address} is open, and a program has one at a time; close it first")
+        Session._open_one = self
         try:
-            self.call("openFM", self.address)
-        except Exception:
-            self.library.closeFM()  # due after a failed open, too
+            self._connect()
+        except BaseException:
             Session._open_one = None
             raise
-        Session._open_one = self
+
+    def _connect(self):
+        try:
+            self.call("openFM", self.address)
+        except Failure:
+            self.library.closeFM()  # due after a failed open, too
+            raise
+
+    @property
+    def is_open(self):
+        """Whether close() has not been called yet; a session whose reopen() failed is still open."""
+        return Session._open_one is self
 
     def reopen(self):
-        """Closes the connection and opens it again. The library forgets the settings and pictures of the session."""
+        """Closes the connection and opens it again. The library forgets the settings and pictures of the session. Raises NotExecuted
+        when the printer does not answer, or when this session is closed: another one's connection is not touched."""
+        if not self.is_open:
+            raise closed("openFM")
         self.library.closeFM()
         self._connect()
 
@@ -68,13 +83,18 @@ class Session:
     def call(self, function, *arguments):
         """Calls a function of telvofm.h that returns 0 or a code, with its arguments: call("setHeader", 1, "0000", 1, "Potraviny").
 
-        A str goes out in Windows-1250, a pathlib.Path as the system's own name of a file. Returns the seconds that it took."""
+        A str goes out in Windows-1250, a pathlib.Path as the system's own name of a file. Returns the seconds that it took. Raises
+        Refused, NotExecuted or OutcomeUnknown when it does not return 0; TextError for a text that cannot be sent, and TypeError for
+        wrong arguments and for a function that fills a buffer: nothing was sent then."""
         types = raw.FUNCTIONS[function][1]
         if any(kind in (raw.Buffer, raw.Count) for kind in types):
-            raise TypeError(f"{function} fills a buffer, and one that is too short ends the process; use its twin for result objects")
+            raise TypeError(f"{function} fills a buffer, and one that is too short ends the process; use its twin for result objects, "
+                            "or telvofm.raw if it has none")
         converted = [_converted(argument, kind) for argument, kind in zip(arguments, types)]
         if len(arguments) != len(types):
             raise TypeError(f"{function} takes {len(types)} arguments and was given {len(arguments)}")
+        if not self.is_open:
+            raise closed(function)
         started = time.monotonic()
         code = getattr(self.library, function)(*converted)
         seconds = time.monotonic() - started
@@ -84,38 +104,42 @@ class Session:
 
     def read(self, function, *arguments):
         """The bytes that a function delivers into a result object, which is its last argument and left out here:
-        read("getJournalStructZ_ResultObject", 1, 1, 20)."""
+        read("getJournalStructZ_ResultObject", 1, 1, 20). The object is released whatever happens. Raises as call() does."""
         with _ResultObject(self.library) as result:
             self.call(function, *arguments, result)
             return result.data()
 
     def begin_day(self, sale_mode=0):
-        """Opens the selling day. False when the printer refused, as it does when the day is open already."""
-        code = self.library.sellingDayBegin(self.device, sale_mode)
-        failure = failure_of("sellingDayBegin", code, 0)  # late or not: then an earlier try has opened it
-        if code != 0 and not isinstance(failure, Refused):
-            raise failure
-        return code == 0
+        """Opens the selling day; `sale_mode` is the printer's number. False when the printer refused, as it does when the day is open
+        already. Raises NotExecuted or OutcomeUnknown otherwise."""
+        try:
+            self.call("sellingDayBegin", self.device, sale_mode)
+        except Failure as failure:
+            if failure.name != "refused":  # late or not: then an earlier try has opened it
+                raise
+            return False
+        return True
 
     def variable(self, name):
-        """The text of a variable of the printer's."""
+        """The text of a variable of the printer's. Raises Refused when it has none of that name, and as call() does."""
         return texts.decode(self.read("getVariableResultObject", self.device, name))
 
     def last_receipt(self):
-        """The text of the last receipt."""
+        """The text of the last receipt. Raises as call() does."""
         return texts.decode(self.read("getLastParagonResultObject", self.device))
 
     def journal(self):
-        """The text of the whole electronic journal."""
+        """The text of the whole electronic journal, of any length. Raises as call() does."""
         return texts.decode(self.read("getJournal_ResultObject", self.device))
 
     def receipt(self):
-        """A receipt that is not begun yet."""
+        """A receipt that is not begun yet; sends nothing."""
         from .receipt import Receipt
         return Receipt(self)
 
     def interrupted_receipt(self, number_before, total):
-        """A receipt that a till left when it was switched off: call recover() on it."""
+        """A receipt that a till left when it was switched off: call recover() on it. The number of the last receipt before it, and its
+        total, are those that the till kept; it counts as paid in full."""
         from .receipt import Receipt
         return Receipt.interrupted(self, number_before, total)
 

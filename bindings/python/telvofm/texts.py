@@ -11,7 +11,7 @@ _BYTES = {character: byte for byte, character in enumerate(_CHARACTERS)}
 
 
 def encode(text):
-    """The bytes of a text. Refuses a NUL and any character that Windows-1250 lacks."""
+    """The bytes of a text. Raises TextError for a NUL and for any character that Windows-1250 lacks; says which and where."""
     for position, character in enumerate(text):
         if character == "\0":
             raise TextError(f"a NUL stands at position {position} of {text!r}; the printer would never see what follows it",
@@ -29,7 +29,7 @@ def decode(data):
 
 
 def encode_path(path):
-    """The name of a file, which is the system's matter and not the printer's."""
+    """The name of a file, which is the system's matter and not the printer's. Raises TextError for a NUL."""
     encoded = os.fspath(path).encode("mbcs", "strict") if sys.platform == "win32" else os.fsencode(path)
     if b"\0" in encoded:
         raise TextError(f"a NUL stands in the name {path!r}", "\0", encoded.index(b"\0"))

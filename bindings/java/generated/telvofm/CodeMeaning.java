@@ -6,11 +6,17 @@ public final class CodeMeaning {
     /** Whether the printer has carried a command out. */
     public enum Executed { YES, NO, UNKNOWN }
 
+    /** The first of the codes. */
     public final int first;
+    /** The last of them. */
     public final int last;
+    /** Their name. */
     public final String name;
+    /** What they mean, in one sentence. */
     public final String happened;
+    /** Whether the printer has carried the command out. */
     public final Executed executed;
+    /** What to do, in one sentence. */
     public final String advice;
 
     private CodeMeaning(int first, int last, String name, String happened, Executed executed, String advice) {

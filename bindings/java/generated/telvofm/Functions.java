@@ -5,8 +5,9 @@ import com.sun.jna.Library;
 import com.sun.jna.Pointer;
 
 /**
- * The 202 functions of telvofm.h. A text is bytes that end with a NUL, never a String: JNA would write it in
- * another code page. A returned text is the library's own memory. A truth value is a byte, 0 or 1.
+ * The functions of telvofm.h, but for those of BufferFunctions. A text is bytes that end with a NUL, never a String: JNA
+ * would write it in another code page. A returned text is the library's own memory. A truth value is a byte, and any but 0
+ * is true.
  */
 public interface Functions extends Library {
     int getVersion();
@@ -15,7 +16,6 @@ public interface Functions extends Library {
     int openFMStopBit(byte[] portName, int stopBits);
     void closeFM();
     void setTcpTimeout(long timeoutMs);
-    long rawRead(byte[] buffer, long count, byte[] marker);
     long rawWrite(byte[] bytes, long count);
     int sendUnspecifiedData(byte[] data);
     void setLogginOn(byte[] path);
@@ -77,8 +77,6 @@ public interface Functions extends Library {
     int redeemVoucher_str(int device, byte[] title, byte[] amount, byte[] vat, byte[] price, byte[] voucherNumber);
     int deductDownPayment(int device, byte[] title, double amount, byte vat, double price);
     int deductDownPayment_str(int device, byte[] title, byte[] amount, byte[] vat, byte[] price);
-    int getParagonIDs(int device, byte inputType, byte[] input, byte[] buffer, int bufferSize);
-    int getParagonIDs_str(int device, byte[] inputType, byte[] input, byte[] buffer, int bufferSize);
     int getParagonIDs_ResultObject(int device, byte inputType, byte[] input, Pointer result);
     int getParagonIDs_str_ResultObject(int device, byte[] inputType, byte[] input, Pointer result);
     int setTransactionID(int device, byte[] internalCode);
@@ -164,40 +162,26 @@ public interface Functions extends Library {
     int printYearlyClosure(int device, byte[] password);
     int printIntervalFPD(int device, int printType, byte[] dateFrom, byte[] dateTo);
     int printIntervalFPC(int device, int printType, int numberFrom, int numberTo);
-    int getJournal(int device, byte[] buffer, int bufferSize);
-    int getJournal_str_count(int device, byte[] buffer, int bufferSize, int[] count);
     int getJournal_ResultObject(int device, Pointer result);
     int getJournal_str_tofile(int device, byte[] fileName);
-    int getJournalStructD(int device, byte journalType, byte[] dateFrom, byte[] dateTo, byte[] buffer, int bufferSize);
-    int getJournalStructD_str(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, byte[] buffer, int bufferSize);
     int getJournalStructD_ResultObject(int device, byte journalType, byte[] dateFrom, byte[] dateTo, Pointer result);
     int getJournalStructD_Str_ResultObject(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, Pointer result);
     int getJournalStructD_str_tofile(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, byte[] fileName);
-    int getJournalStructD1(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, byte[] buffer, int bufferSize);
     int getJournalStructD1_ResultObject(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, Pointer result);
     int getJournalStructD1_tofile(int device, byte[] journalType, byte[] dateFrom, byte[] dateTo, byte[] fileName);
-    int getJournalStructZ(int device, int numberFrom, int numberTo, byte[] buffer, int bufferSize);
     int getJournalStructZ_ResultObject(int device, int numberFrom, int numberTo, Pointer result);
     int getJournalStructZ_tofile(int device, int numberFrom, int numberTo, byte[] fileName);
-    int getJournalStructZ1(int device, byte[] docType, int numberFrom, int numberTo, byte[] buffer, int bufferSize);
     int getJournalStructZ1_ResultObject(int device, byte[] docType, int numberFrom, int numberTo, Pointer result);
     int getJournalStructZ1_tofile(int device, byte[] docType, int numberFrom, int numberTo, byte[] fileName);
-    int getJournalStructU(int device, byte[] paragonSn, byte[] buffer, int bufferSize);
     int getJournalStructU_ResultObject(int device, byte[] paragonSn, Pointer result);
     int getJournalStructU_tofile(int device, byte[] paragonSn, byte[] fileName);
     int saveJournalToFile(int device, byte journalType, int journalNumber, byte[] journalFile);
     int saveJournalToFile_str(int device, byte[] journalType, int journalNumber, byte[] journalFile);
-    int getVariable(int device, byte[] variableCode, byte[] result, int resultSize);
     int getVariableResultObject(int device, byte[] variableCode, Pointer result);
     Pointer getVariableStr(int device, byte[] variableCode);
-    int getLastParagon(int device, byte[] buffer, int bufferSize);
     int getLastParagonResultObject(int device, Pointer result);
-    int getIntervalFPD(int device, int printType, byte[] dateFrom, byte[] dateTo, byte[] result, int resultSize);
-    int getIntervalFPC(int device, int printType, int numberFrom, int numberTo, byte[] result, int resultSize);
     int restoreBCKP(int device, byte[] password);
-    int getBCKP(int device, byte[] password, int page, byte[] buffer, int bufferSize);
     int saveBCKP(int device, byte[] password, int page, byte[] fileName);
-    int getRAMMP(int device, byte[] password, byte[] buffer, int bufferSize);
     int saveRAMMP(int device, byte[] password, byte[] fileName);
     int validateArchiveDb(int device, byte[] archiveDbName);
     int printIntervalFPDArchive(int device, int printType, byte[] dateFrom, byte[] dateTo, byte[] journalType);

@@ -1,5 +1,6 @@
 package telvofm;
 
+import com.sun.jna.Native;
 import java.math.BigDecimal;
 import java.util.Arrays;
 import java.util.Locale;
@@ -88,7 +89,9 @@ final class LayerTest {
         Functions functions = session.functions;
         byte[] password = Windows1250.encode("0000");
         session.call("setHeader", () -> functions.setHeader(session.device, password, 1, Windows1250.encode("Potraviny Šťastný")));
-        session.call("freeID", () -> functions.freeID(session.device, (byte) 1, Windows1250.encode("ž")));
+        session.call("freeID", () -> functions.freeID(session.device, (byte) 1, Windows1250.encode("ščžťľ")));
+        truths(session);
+        refusals(session);
         session.call("printReport", () -> functions.printReport(session.device, Windows1250.encode('X'), 1));
         checkThrows(RefusedException.class, "getVariable", () -> session.variable("NOTHING_LIKE_THAT"));
         for (int number = 1; number <= 3; number++) {
@@ -105,6 +108,51 @@ final class LayerTest {
         check(Windows1250.decode(second).contains("Receipt 2"), "the second receipt");
         session.call("printReport", () -> functions.printReport(session.device, Windows1250.encode('Z'), 1));
         check(session.beginDay(), "a new day");
+    }
+
+    /** Any byte but 0 is true, as other languages and compilers have it. */
+    private static void truths(Session session) {
+        byte[] id = Windows1250.encode("ščžťľ");
+        for (byte truth : bytes(2, -1, 0)) {
+            session.call("freeID", () -> session.functions.freeID(session.device, truth, id));
+            session.functions.setAutoTwoLineItem(truth);
+            check(session.functions.isAutoTwoLineItem() == (truth == 0 ? 0 : 1), "the truth " + truth);
+        }
+    }
+
+    /** What fails before anything is sent; the result objects are counted from outside. */
+    private static void refusals(Session session) {
+        checkThrows(TextException.class, "ñ (U+00F1", () -> session.variable("ñ"));
+        checkThrows(TextException.class, "at position 0", () -> session.read("getVariableResultObject",
+                result -> session.functions.getVariableResultObject(session.device, Windows1250.encode("ñ"), result)));
+        BigDecimal one = BigDecimal.ONE;
+        checkThrows(TextException.class, "at position 2", () -> session.receipt().sell("Piña", one, 'A', one, one, "ks"));
+        BufferFunctions buffers = Native.load(System.getenv("TELVOFM_LIBRARY"), BufferFunctions.class);
+        checkThrows(IllegalArgumentException.class, "getJournal fills a buffer, and one that is too short ends the process",
+                () -> session.call("getJournal", () -> buffers.getJournal(session.device, new byte[1], 1)));
+    }
+
+    /** A session that is closed leaves the connection of the next one alone. */
+    private static void anotherSession(String address) {
+        Session first = new Session(address);
+        Receipt receipt = withOneItem(first);
+        first.close();
+        check(receipt.recover().verdict == Recovery.Verdict.ASK_A_PERSON, "a receipt whose session is closed");
+        try (Session another = new Session(address)) {
+            another.functions.setAutoTwoLineItem((byte) 1); // is forgotten when a connection is opened
+            checkThrows(NotExecutedException.class, "code -1 (notOpen): This session is closed.", first::reopen);
+            checkThrows(NotExecutedException.class, "This session is closed.", first::beginDay);
+            checkThrows(NotExecutedException.class, "This session is closed.", first::journal);
+            checkThrows(NotExecutedException.class, "This session is closed.", () -> receipt.cancel(""));
+            Recovery recovery = receipt.recover();
+            check(recovery.verdict == Recovery.Verdict.ASK_A_PERSON && recovery.sentence.startsWith("the session of this receipt is closed"),
+                    recovery.toString());
+            first.close();
+            check(!first.isOpen() && another.isOpen() && another.functions.isAutoTwoLineItem() == 1, "the connection of another session");
+            check(another.variable("STATE").equals("open"), "the receipt of a session that was closed");
+            check(another.interruptedReceipt(receipt.numberBefore(), amount("0.25")).recover().verdict == Recovery.Verdict.NOT_SOLD,
+                    "a receipt of another session");
+        }
     }
 
     private static void recovering(Session session) {
@@ -148,7 +196,7 @@ final class LayerTest {
             openSession(session, arguments[0]);
             recovering(session);
         }
-        new Session(arguments[0]).close();
+        anotherSession(arguments[0]);
         System.exit(failures == 0 ? 0 : 1);
     }
 }

@@ -1,0 +1,112 @@
+{ What has become of a receipt when something failed: what the printer is asked, and what follows from its answers. }
+unit telvofm_recovery;
+
+{$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
+
+interface
+
+uses
+  telvofm_session;
+
+type
+  { Sold: nothing is to be sold again. Not sold: it can be sold again. Otherwise a person has to look at the paper. }
+  TVerdict = (vdSold, vdNotSold, vdAskAPerson);
+
+  { What the printer says has become of a receipt, and why in one sentence; Number if it is sold. }
+  TRecovery = record
+    Verdict: TVerdict;
+    Sentence: string;
+    Number: UnicodeString;
+  end;
+
+{ Asks the printer what has become of a receipt of this total that was begun behind the number before. If it is still open it is ended
+  when the till has finished it and it is paid in full, and cancelled otherwise. Raises nothing for what the printer does.
+  TReceipt.Recover is this for its own receipt. }
+function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean): TRecovery;
+
+{ A verdict with its sentence. }
+function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString = ''): TRecovery;
+
+{ "sold: ", "not sold: " or "ask a person: ", and the sentence. }
+function RecoveryText(const Recovery: TRecovery): string;
+
+implementation
+
+uses
+  SysUtils, telvofm_failures, telvofm_library, telvofm_texts;
+
+function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString): TRecovery;
+begin
+  Result.Verdict := Verdict;
+  Result.Sentence := Sentence;
+  Result.Number := Number;
+end;
+
+{ Ends or cancels the receipt if it is open. Whether that worked, Judged sees. }
+procedure Finish(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean);
+var
+  IsPaid: Boolean;
+begin
+  if (Session.Variable(Session.Questions.LastReceipt) <> NumberBefore) or
+    (Session.Variable(Session.Questions.State) = Session.Questions.Closed) then
+    Exit;
+  IsPaid := IsFinished and IsAmount(Session.Variable(Session.Questions.Total), Total) and
+    IsAmount(Session.Variable(Session.Questions.Due), 0);
+  try
+    if IsPaid then
+    begin
+      Session.Start('paragonEnd');
+      Session.Check(Functions.paragonEnd(Session.Device, 0, 0));
+    end
+    else
+    begin
+      Session.Start('destroyParagon');
+      Session.Check(Functions.destroyParagon(Session.Device, 0, nil));
+    end;
+  except
+    on ECall do
+      Exit;
+  end;
+end;
+
+function Judged(Session: TSession; const NumberBefore: UnicodeString; Total: Currency): TRecovery;
+var
+  Number, LastTotal: UnicodeString;
+  IsClosed: Boolean;
+  Open: string;
+begin
+  Number := Session.Variable(Session.Questions.LastReceipt);
+  LastTotal := Session.Variable(Session.Questions.LastTotal);
+  IsClosed := Session.Variable(Session.Questions.State) = Session.Questions.Closed;
+  if IsClosed and (Number = NumberBefore) then
+    Exit(Recovered(vdNotSold, 'receipt ' + string(Number) + ' is still the last one, and none is open; it can be sold again'));
+  if IsClosed and IsAmount(LastTotal, Total) then
+    Exit(Recovered(vdSold, 'receipt ' + string(Number) + ', total ' + string(MoneyText(Total)), Number));
+  Open := '';
+  if not IsClosed then
+    Open := ', and one is open';
+  Result := Recovered(vdAskAPerson, 'the printer''s last receipt is ' + string(Number) + ' with ' + string(LastTotal) + Open +
+    '; the till sold ' + string(MoneyText(Total)) + ' after receipt ' + string(NumberBefore) + '; look at the paper before it is sold again');
+end;
+
+function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean): TRecovery;
+begin
+  try
+    Session.Reopen;
+    Finish(Session, NumberBefore, Total, IsFinished);
+    Result := Judged(Session, NumberBefore, Total);
+  except
+    on Failure: ECall do
+      Result := Recovered(vdAskAPerson, 'the printer does not say what it has done; look at its paper before this receipt is sold again (' +
+        Failure.Call + ': code ' + IntToStr(Failure.Code) + ')');
+  end;
+end;
+
+function RecoveryText(const Recovery: TRecovery): string;
+const
+  Words: array[TVerdict] of string = ('sold: ', 'not sold: ', 'ask a person: ');
+begin
+  Result := Words[Recovery.Verdict] + Recovery.Sentence;
+end;
+
+end.

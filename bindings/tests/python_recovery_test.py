@@ -1,0 +1,136 @@
+#!/usr/bin/env python3
+"""What has become of a receipt, as the Python layer finds out.
+
+    python_recovery_test.py BUILD_FOLDER
+"""
+import unittest
+from decimal import Decimal
+
+from python_layer import WithPrinter, telvofm
+
+
+class Recovering(WithPrinter):
+    def test_begin_that_was_refused_touches_nothing(self):
+        self.begun_receipt()  # another one, which is open
+        receipt = self.session.receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.assertEqual(self.session.variable("STATE"), "open")
+
+    def test_receipt_goes_on_after_a_refusal(self):
+        receipt = self.begun_receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.sell("Med", Decimal("4.00"), "H")
+        with self.assertRaises(telvofm.Refused):
+            receipt.pay(19, Decimal("4.00"))
+        receipt.pay(1, Decimal("4.00"))
+        self.assertEqual(receipt.end(), "1")
+
+    def test_receipt_takes_nothing_after_doubt(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("connectionClosed", command="itemSale", at="answer")
+        for _ in range(2):
+            with self.assertRaises(telvofm.OutcomeUnknown):
+                receipt.sell("Syr", Decimal("3.00"), "A")
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.pay(1, Decimal("4.00"))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)  # as often as wanted
+        self.printer.expect(received=[{"name": "itemSale", "count": 2}, {"name": "payment", "count": 0}],
+                            committed=[{"kind": "cancelledReceipt"}])
+
+    def test_first_item_that_never_came_is_not_sold(self):
+        self.session.begin_day()
+        receipt = self.session.receipt()
+        receipt.begin()
+        self.printer.arm("connectionClosed", command="itemSale", at="request")
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.sell("Syr", Decimal("3.00"), "A")
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+
+    def test_item_that_the_printer_acknowledged_and_forgot_is_noticed(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("acknowledgedNotExecuted", command="itemSale")
+        receipt.sell("Syr", Decimal("3.00"), "A")
+        with self.assertRaisesRegex(telvofm.OutcomeUnknown, "the total is '4.00', for the till 7.00"):
+            receipt.pay(1, Decimal("7.00"))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+
+    def test_end_that_was_refused_and_done_is_sold(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        self.printer.arm("executedNotAcknowledged", command="paragonEnd", code=49)
+        with self.assertRaises(telvofm.Refused):
+            receipt.end()
+        recovery = receipt.recover()
+        self.assertEqual((recovery.verdict, recovery.number), (telvofm.Verdict.SOLD, "1"))
+        self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
+
+    def test_end_that_nobody_answers_in_time_is_sold(self):  # after 18 seconds, in which three requests wait
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        self.printer.arm("halfOpen", command="paragonEnd", at="answer")
+        with self.assertRaises(telvofm.OutcomeUnknown) as lost:
+            receipt.end()
+        self.assertEqual((lost.exception.code, lost.exception.executed), (-10202, "unknown"))
+        recovery = receipt.recover()
+        self.assertEqual((recovery.verdict, recovery.number), (telvofm.Verdict.SOLD, "1"))
+
+    def test_foreign_receipt_behind_ours_wants_a_person(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        receipt.end()
+        other = self.begun_receipt()
+        other.sell("Syr", Decimal("3.00"), "A")
+        other.pay(1, Decimal("7.00"))
+        other.end()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+
+    def test_till_that_was_switched_off_before_the_end(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        before, total = receipt.number_before, receipt.total
+        self.session.close()
+        again = telvofm.Session(self.printer.address)
+        self.addCleanup(again.close)
+        recovery = again.interrupted_receipt(before, total).recover()
+        self.assertEqual((recovery.verdict, recovery.number), (telvofm.Verdict.SOLD, "1"))
+
+    def test_till_that_was_switched_off_before_the_payment(self):
+        receipt = self.begun_receipt()
+        self.session.close()
+        again = telvofm.Session(self.printer.address)
+        self.addCleanup(again.close)
+        self.assertEqual(again.interrupted_receipt(receipt.number_before, Decimal("4.00")).recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}])
+
+    def test_session_that_another_has_followed_wants_a_person(self):
+        receipt = self.begun_receipt()
+        self.session.close()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+        with telvofm.Session(self.printer.address) as another:
+            another.library.setAutoTwoLineItem(1)  # is forgotten when a connection is opened
+            recovery = receipt.recover()
+            self.assertEqual(recovery.verdict, telvofm.Verdict.ASK_A_PERSON)
+            self.assertIn("session of this receipt is closed", recovery.sentence)
+            with self.assertRaises(telvofm.NotExecuted):
+                receipt.cancel()
+            self.assertEqual(another.library.isAutoTwoLineItem(), 1)
+            self.assertEqual(another.variable("STATE"), "open")
+            self.assertEqual(another.interrupted_receipt(receipt.number_before, receipt.total).recover().verdict, telvofm.Verdict.NOT_SOLD)
+
+    def test_goods_taken_back_are_paid_out(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("4.00"))
+        receipt.end()
+        back = self.session.receipt()
+        back.begin()
+        self.session.call("itemReturn_str", 1, 0, "Med", "4.00", "A", "1.000", "4.00", "ks", "1")
+        back.total -= Decimal("4.00")
+        back.pay(1, Decimal("-4.00"))
+        self.assertEqual(back.end(), "2")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=["python_recovery_test.py"])

@@ -52,6 +52,20 @@ struct Pipe
     HANDLE writing = nullptr;
 };
 
+// On a busy machine Wine sometimes says that it could not start a program for a reason of its own: it is
+// asked once more.
+PROCESS_INFORMATION start(std::wstring commandLine, STARTUPINFOW& streams)
+{
+    PROCESS_INFORMATION started{};
+    const auto create = [&] {
+        return ::CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
+                                nullptr, nullptr, &streams, &started) != FALSE;
+    };
+    const bool isStarted = create() || (::GetLastError() == ERROR_INTERNAL_ERROR && create());
+    EXPECT_TRUE(isStarted) << ::GetLastError();
+    return started;
+}
+
 } // namespace
 
 ChildProcess::ChildProcess(std::vector<std::string> commandLine)
@@ -60,17 +74,13 @@ ChildProcess::ChildProcess(std::vector<std::string> commandLine)
     const Pipe out;
     in.keep(in.writing);
     out.keep(out.reading);
-    STARTUPINFOW start{};
-    start.cb = sizeof start;
-    start.dwFlags = STARTF_USESTDHANDLES;
-    start.hStdInput = in.reading;
-    start.hStdOutput = out.writing;
-    start.hStdError = out.writing;
-    std::wstring text = joined(commandLine);
-    PROCESS_INFORMATION started{};
-    EXPECT_TRUE(::CreateProcessW(nullptr, text.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
-                                 nullptr, &start, &started))
-        << ::GetLastError();
+    STARTUPINFOW streams{};
+    streams.cb = sizeof streams;
+    streams.dwFlags = STARTF_USESTDHANDLES;
+    streams.hStdInput = in.reading;
+    streams.hStdOutput = out.writing;
+    streams.hStdError = out.writing;
+    const PROCESS_INFORMATION started = start(joined(commandLine), streams);
     ::CloseHandle(in.reading);
     ::CloseHandle(out.writing);
     ::CloseHandle(started.hThread);

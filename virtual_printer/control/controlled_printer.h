@@ -64,6 +64,7 @@ struct ControlledPrinter
     {
         station.trace.beginAnew();
         since = present();
+        journalBegan = since.exchange;
     }
 
     Station& station;

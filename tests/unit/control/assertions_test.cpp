@@ -123,6 +123,13 @@ TEST_F(Assertions, PassOverNoDocumentOfAJournalThatWasCleared)
               "The journal has begun anew since, before exchange 8; give a later \"since\".");
     EXPECT_THAT(check(R"({"since": {"document": 1}, "committed": [{"kind": "cancelledReceipt"}]})"),
                 ElementsAre());
+    const std::string later = get(at("state"))["position"].dump();
+    EXPECT_THAT(check(R"({"since": )" + later + R"(, "committed": []})"), ElementsAre());
+    post(at("restore"), R"({"name": "evening"})");
+    tillSays("\x11");
+    post(at("reset"), "");
+    EXPECT_THAT(refusedWith(410, post(at("assert"), R"({"since": )" + later + R"(, "committed": []})")),
+                HasSubstr("The journal has begun anew since"));
 }
 
 TEST_F(Assertions, FailAloudPastTheTrace)

@@ -97,7 +97,8 @@ private:
     Station& newStation(const std::string& name)
     {
         Memory memory = options.dataFolder.empty() ? Memory() : Memory(options.dataFolder / (name + ".db"));
-        Clock clock = clockFor(memory);
+        const auto kept = memory.load();
+        Clock clock = startedClock(kept ? kept->standing->clockOffset : std::chrono::seconds(0));
         Printer printer(std::move(memory), whenNew(), std::move(clock));
         stations.push_back(std::make_unique<Station>(name, std::move(printer)));
         stations.back()->watch(
@@ -112,7 +113,7 @@ private:
     {
         control.emplace(whenNew(), options.dataFolder, options.token);
         for (const auto& station : stations) {
-            control->add(*station);
+            control->add(*station, startedClock());
         }
         if (options.control) {
             server.emplace(context, *options.control,
@@ -139,15 +140,11 @@ private:
 
     [[nodiscard]] State whenNew() const { return options.isFactoryNew ? factoryNew() : readyToSell(); }
 
-    // A clock that starts at a moment shows it, whatever the one of the last time was set to.
-    [[nodiscard]] Clock clockFor(const Memory& memory) const
+    // A clock that starts at a moment shows it, whatever the one of the last time was set to, which the
+    // printer's memory keeps as an offset.
+    [[nodiscard]] Clock startedClock(std::chrono::seconds offset = {}) const
     {
-        if (!options.start) {
-            return systemClock();
-        }
-        const auto kept = memory.load();
-        const std::chrono::seconds offset = kept ? kept->standing->clockOffset : std::chrono::seconds(0);
-        return clockFrom(*options.start - offset, 1, lastMoment - offset);
+        return options.start ? clockFrom(*options.start - offset, 1, lastMoment - offset) : systemClock();
     }
 
     // A line that has hung up comes again at another address.

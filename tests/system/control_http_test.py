@@ -10,6 +10,7 @@ import random
 import socket
 import subprocess
 import sys
+import tempfile
 import threading
 import time
 import unittest
@@ -432,6 +433,22 @@ class Control(unittest.TestCase):
         for _ in range(200):
             self.assertEqual(till.sell("1.00"), b"\x06")
         self.assertTrue(self.is_alive())
+
+
+class StartedAgain(unittest.TestCase):
+    def test_shows_the_clock_that_it_was_started_with_after_each_reset(self):
+        """A till has set it the last time, and the memory knows by how much."""
+        with tempfile.TemporaryDirectory() as folder:
+            options = ("--data", folder, "--clock", "2026-01-31 12:00")
+            with FiscalPrinter(*options, program=program) as printer:
+                till = Till(printer)
+                self.assertEqual(till.send(0xBF, "2027-06-01 08:00"), b"\x06")
+                till.socket.close()
+                self.assertEqual(printer.state()["clock"]["now"][:16], "2027-06-01 08:00")
+            with FiscalPrinter(*options, program=program) as printer:
+                for to in ("started", "new"):
+                    state = printer.ask("POST", "reset", {"to": to})
+                    self.assertEqual(state["clock"]["now"][:16], "2026-01-31 12:00", to)
 
 
 class Reach(unittest.TestCase):

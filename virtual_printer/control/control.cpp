@@ -42,15 +42,20 @@ void requireQuery(const Route& route, const Target& target)
 
 } // namespace
 
-void Control::add(Station& station)
+void Control::add(Station& station, const std::optional<Clock>& clockWhenNew)
 {
-    printers.push_back(std::make_unique<ControlledPrinter>(station));
+    printers.push_back(
+        std::make_unique<ControlledPrinter>(station, clockWhenNew.value_or(station.printer.currentClock())));
     ControlledPrinter& printer = *printers.back();
     station.watch([this, &printer](const Station&, const Happened& event) {
         printer.take(event);
         changed();
     });
     station.trace.watch([this, &printer](const Exchanged&) {
+        printer.hasChanged();
+        changed();
+    });
+    station.faults.watch([this, &printer](const Armed&, Faults::Event) {
         printer.hasChanged();
         changed();
     });

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace virtual_printer {
@@ -21,8 +22,9 @@ public:
     {
     }
 
-    // It must live as long.
-    void add(Station& station);
+    // It must live as long. `clockWhenNew` is the one that it has after a reset to a new printer, where its
+    // own makes up for an offset that its memory keeps.
+    void add(Station& station, const std::optional<Clock>& clockWhenNew = {});
     // Called after everything that may end a wait or lengthen a stream.
     void notify(std::function<void()> listener) { changed = std::move(listener); }
 

@@ -8,6 +8,7 @@
 #include "virtual_printer/printers/station.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace virtual_printer {
 
@@ -26,7 +27,8 @@ struct ClockSetting
 
 struct ControlledPrinter
 {
-    explicit ControlledPrinter(Station& at) : station(at), startedClock(at.printer.currentClock())
+    ControlledPrinter(Station& at, Clock ofNewPrinter)
+        : station(at), startedClock(at.printer.currentClock()), clockWhenNew(std::move(ofNewPrinter))
     {
         at.printer.remember();
         since = present();
@@ -41,19 +43,18 @@ struct ControlledPrinter
     void hasChanged() { ++changes; }
     void take(const Happened& event)
     {
-        const int documents = station.printer.state().standing->documents;
-        if (documents < documentsKnown) {
+        if (event.clearsJournal) {
             roll.forgetDocuments();
             hours = {};
+            since.document = 0; // there is nothing before it any more
+            journalBegan = event.exchange + 1;
         }
-        documentsKnown = documents;
         roll.add(event);
         hasChanged();
     }
     // Another memory has taken the place of its own.
     void beginAnew()
     {
-        documentsKnown = present().document;
         roll.begin(station.printer);
         hours = {};
         mark();
@@ -63,15 +64,17 @@ struct ControlledPrinter
     {
         station.trace.beginAnew();
         since = present();
+        journalBegan = since.exchange;
     }
 
     Station& station;
     Clock startedClock;
+    Clock clockWhenNew;
     ClockSetting clock{};
     Position since{};
     Roll roll;
     DayHours hours;
-    int documentsKnown = 0;
+    std::uint64_t journalBegan = 1; // before this exchange places in it meant other documents
     std::uint64_t changes = 0;
 };
 

@@ -2,11 +2,13 @@
 
 #include "virtual_printer/control/body.h"
 #include "virtual_printer/control/difference.h"
+#include "virtual_printer/control/exchange_harmony.h"
+#include "virtual_printer/faults/fault_values.h"
 #include "virtual_printer/trace/exchanged_json.h"
 
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <limits>
 
 namespace virtual_printer {
 namespace {
@@ -14,29 +16,20 @@ namespace {
 using Kind = Exchanged::Kind;
 
 constexpr std::size_t longestExchangeName = 100;
+constexpr int largestByte = 255;
 
-constexpr std::array otherExchanges = {OtherExchange{"unknown", Kind::request, false, false},
-                                       OtherExchange{"damagedRequest", Kind::damagedRequest, false, false},
-                                       OtherExchange{"block", Kind::block, true, true},
-                                       OtherExchange{"damagedBlock", Kind::damagedBlock, false, false},
-                                       OtherExchange{"probe", Kind::probe, false, true}};
-
-[[noreturn]] void refuseEntry(const std::string& sentence)
-{
-    throw ControlRefusal(status::badRequest, sentence);
-}
-
-bool isCommand(std::string_view name)
-{
-    const auto rules = commandRules();
-    return std::any_of(rules.begin(), rules.end(),
-                       [name](const CommandRule& rule) { return rule.name == name; });
-}
+constexpr std::array otherExchanges = {
+    OtherExchange{"unknown", Kind::request, false, false, ""},
+    OtherExchange{"damagedRequest", Kind::damagedRequest, false, false, "00"},
+    OtherExchange{"block", Kind::block, true, true, "d0, d1, d2, de or ed"},
+    OtherExchange{"damagedBlock", Kind::damagedBlock, false, false, "00"},
+    OtherExchange{"probe", Kind::probe, false, true, "00"},
+};
 
 // The name of a command, or of what is none.
 void requireExchangeName(const std::string& name, const std::string& place)
 {
-    if (otherCalled(name) == nullptr && !isCommand(name)) {
+    if (otherCalled(name) == nullptr && commandsCalled(name, "").empty()) {
         refuseEntry(
             "\"" + place + ".name\" is \"" + name +
             "\", and no exchange is called so; give a name of the command table, or block, damagedRequest, "
@@ -51,20 +44,14 @@ std::string codeOf(const CommandRule& rule)
     return {digits[code / digits.size()], digits[code % digits.size()]};
 }
 
-// Of the commands that have this name and this code; where one is empty it may be any.
-std::vector<Field> fieldsOf(std::string_view name, std::string_view code)
+// Each is one of a command that has this name and this code.
+void requireFields(const Json& expected, std::string_view name, std::string_view code,
+                   const std::string& place)
 {
     std::vector<Field> fields;
-    for (const CommandRule& rule : commandRules()) {
-        if ((name.empty() || rule.name == name) && (code.empty() || codeOf(rule) == code)) {
-            fields.insert(fields.end(), rule.fields.begin(), rule.fields.end());
-        }
+    for (const CommandRule* command : commandsCalled(name, code)) {
+        fields.insert(fields.end(), command->fields.begin(), command->fields.end());
     }
-    return fields;
-}
-
-void requireFields(const Json& expected, const std::vector<Field>& fields, const std::string& place)
-{
     Json form = Json::object();
     for (const Field& field : fields) {
         form[std::string(field.name)] = "";
@@ -90,13 +77,28 @@ void requireCommand(const std::string& code, const std::string& name, const std:
         refuseEntry("\"" + place +
                     R"(.command" is no code; write two hexadecimal digits in small letters, as "3a".)");
     }
-    for (const CommandRule& rule : commandRules()) {
-        if (rule.name == name && codeOf(rule) != code) {
-            std::string sentence = "\"" + place + "\" is called ";
-            sentence.append(name).append(" and has the code ").append(code);
-            refuseEntry(sentence + ", and no command has both; it is " + codeOf(rule) + ".");
-        }
+    const auto named = commandsCalled(name, "");
+    const OtherExchange* other = otherCalled(name);
+    const std::string codes = other != nullptr                  ? std::string(other->codes)
+                              : !name.empty() && !named.empty() ? codeOf(*named.front())
+                                                                : "";
+    if (!codes.empty() && codes.find(code) == std::string::npos) {
+        refuseEntry("\"" + place + "\" is called " + name + " and has the code " + code +
+                    ", and no exchange has both; it is " + codes + ".");
     }
+}
+
+struct Range
+{
+    std::string_view member;
+    int smallest;
+    int largest;
+};
+
+void requireWhole(const Json& expected, const Range& range, const std::string& place)
+{
+    static_cast<void>(
+        Members(expected, place).whole(range.member, range.smallest, range.smallest, range.largest));
 }
 
 void requireRefusal(const Json& expected, const std::string& place)
@@ -109,6 +111,7 @@ void requireRefusal(const Json& expected, const std::string& place)
         refuseEntry("\"" + place + ".refusal.name\" is " + shown(*name) +
                     ", and no refusal is called so; docs/virtual-printer.md lists them.");
     }
+    requireWhole(expected, {"code", 1, largestByte}, place + ".refusal");
 }
 
 // Every member that an exchange can have, with a value of its kind.
@@ -126,48 +129,47 @@ const Json& formOfExchange()
     return form;
 }
 
-bool isSet(const Json& expected, const char* member, bool value)
+// Numbers that no exchange has, and texts that are not as they are written there.
+void requireValues(const Json& expected, const std::string& place)
 {
-    const auto found = expected.find(member);
-    return found != expected.end() && found->is_boolean() && *found == value;
-}
-
-// What is called so never comes to it.
-void requireReachable(const OtherExchange* other, bool isExecuted, bool isAcknowledged)
-{
-    if (other == nullptr) {
-        return;
+    constexpr int any = std::numeric_limits<int>::max();
+    constexpr int triesOfACall = 3;
+    for (const Range& range :
+         {Range{"number", 1, any}, Range{"till", 1, any}, Range{"address", 0, largestByte},
+          Range{"repeatOf", 1, any}, Range{"repeatedAfter", 0, any}, Range{"attempt", 1, triesOfACall}}) {
+        requireWhole(expected, range, place);
     }
-    const bool isNeverExecuted = isExecuted && !other->isExecuted;
-    if (isNeverExecuted || (isAcknowledged && !other->isAcknowledged)) {
-        refuseEntry("What is called " + std::string(other->name) + " is never " +
-                    (isNeverExecuted ? "executed" : "acknowledged") + "; ask whether it is \"received\".");
+    const Members members(expected, place);
+    if (const auto moment = members.moment("moment"); moment && toText(*moment) != expected["moment"]) {
+        refuseEntry("\"" + place + ".moment\" has its seconds in an exchange; write it as \"" +
+                    toText(*moment) + "\".");
     }
-}
-
-// What is carried out, kept or accepted was not refused, and what is kept was carried out.
-void requireHarmony(const Json& expected, Stage stage, const std::string& place)
-{
-    const bool isExecuted = stage == Stage::executed || isSet(expected, "executed", true);
-    const bool isAcknowledged = stage == Stage::acknowledged || isSet(expected, "acknowledged", true);
-    const bool isCommitted = isSet(expected, "committed", true);
-    const bool isRefused = expected.contains("refusal") && !expected["refusal"].is_null();
-    requireReachable(otherCalled(expected.value("name", "")), isExecuted || isCommitted, isAcknowledged);
-    const auto require = [&place](bool isImpossible, const char* one, const char* other) {
-        if (isImpossible) {
-            refuseEntry("\"" + place + "\" is " + one + " and " + other +
-                        ", and no exchange is both; leave one of them out.");
+    for (const char* bytes : {"fromTill", "toTill"}) {
+        const Json* pairs = members.find(bytes);
+        if (pairs != nullptr && *pairs != "" && *pairs != hexadecimal(bytesOf(*pairs).value_or(""))) {
+            refuseEntry("\"" + place + "." + bytes +
+                        R"(" is not written as bytes are; write them as "1c 01 e0 04 f9".)");
         }
-    };
-    require(isExecuted && isRefused, "executed", "refused");
-    require(isAcknowledged && isRefused, "acknowledged", "refused");
-    require(isCommitted && isRefused, "committed", "refused");
-    require(isExecuted && isSet(expected, "executed", false), "executed", "not executed");
-    require(isAcknowledged && isSet(expected, "acknowledged", false), "acknowledged", "not acknowledged");
-    require(isCommitted && isSet(expected, "executed", false), "committed", "not executed");
+    }
 }
 
 } // namespace
+
+void refuseEntry(const std::string& sentence)
+{
+    throw ControlRefusal(status::badRequest, sentence);
+}
+
+std::vector<const CommandRule*> commandsCalled(std::string_view name, std::string_view code)
+{
+    std::vector<const CommandRule*> found;
+    for (const CommandRule& rule : commandRules()) {
+        if ((name.empty() || rule.name == name) && (code.empty() || codeOf(rule) == code)) {
+            found.push_back(&rule);
+        }
+    }
+    return found;
+}
 
 const OtherExchange* otherCalled(std::string_view name)
 {
@@ -194,10 +196,11 @@ void requirePossible(const Json& expected, Stage stage, const std::string& place
         requireCommand(command, name, place);
     }
     if (const auto fields = withValues.find("fields"); fields != withValues.end()) {
-        requireFields(*fields, fieldsOf(name, command), place);
+        requireFields(*fields, name, command, place);
         withValues.erase("fields");
     }
     requireForm(withValues, formOfExchange(), place);
+    requireValues(withValues, place);
     if (withValues.contains("refusal")) {
         requireRefusal(withValues["refusal"], place);
     }

@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace virtual_printer {
 
@@ -25,13 +26,20 @@ struct OtherExchange
     Exchanged::Kind kind;
     bool isExecuted;
     bool isAcknowledged;
+    std::string_view codes; // that its command may have; empty: any
 };
 // Null when nothing is called so.
 const OtherExchange* otherCalled(std::string_view name);
 
-// Throws ControlRefusal for a member, name, code or field that there is not, for one that never comes to this
-// stage, and for parts that no exchange has together. `place` is that of the entry in sentences:
+// Those of the table; where one is empty it may be any.
+std::vector<const CommandRule*> commandsCalled(std::string_view name, std::string_view code);
+
+// Throws ControlRefusal for a member, name, code, field or value that there is not, for one that never comes
+// to this stage, and for parts that no exchange has together. `place` is that of the entry in sentences:
 // "received[0]".
 void requirePossible(const Json& expected, Stage stage, const std::string& place);
+
+// With this sentence.
+[[noreturn]] void refuseEntry(const std::string& sentence);
 
 } // namespace virtual_printer

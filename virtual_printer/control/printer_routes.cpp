@@ -18,6 +18,15 @@ void startClock(ControlledPrinter& printer, Moment moment, ClockSetting setting)
     printer.clock = setting;
 }
 
+// What the printer's clock cannot go before.
+std::string latestIn(const State& state)
+{
+    const Standing& standing = *state.standing;
+    return state.receipt                                                     ? "the open receipt"
+           : standing.dayIsOpen && standing.dayBegan > standing.lastDocument ? "the open day"
+                                                                             : "the last document";
+}
+
 // A memory as it is when a printer is started for the first time.
 Memory memoryOf(const State& state, Moment now)
 {
@@ -64,7 +73,7 @@ Outcome resetPrinter(const Call& call)
     } else {
         device.goBack();
     }
-    device.setClock(printer.startedClock);
+    device.setClock(isNew ? printer.clockWhenNew : printer.startedClock);
     printer.clock = {};
     printer.beginAnew(); // first: what the faults have put off is none of the new printer's
     printer.station.faults.disarmAll();
@@ -94,9 +103,9 @@ Outcome changeClock(const Call& call)
         .stands =
             members.oneOf("mode", printer.clock.stands ? "stands" : "runs", {"stands", "runs"}) == "stands",
         .speed = static_cast<int>(members.whole("speed", printer.clock.speed, 1, fastest))};
-    if (const Moment last = device.state().standing->lastDocument; moment < last) {
-        throw ControlRefusal(status::conflict, "The clock cannot go before the last document, of " +
-                                                   toText(last) +
+    if (moment < device.earliest()) {
+        throw ControlRefusal(status::conflict, "The clock cannot go before " + latestIn(device.state()) +
+                                                   ", of " + toText(device.earliest()) +
                                                    "; give a later moment, or reset the printer first.");
     }
     startClock(printer, moment, setting);

@@ -44,7 +44,7 @@ std::string divide(Steps& steps, std::size_t first, std::size_t each, const Faul
             const std::size_t size = place == 0 ? first : each;
             Step piece{
                 .after = next, .action = Send{answer->bytes.substr(place, size)}, .putOff = step.putOff};
-            piece.putOff.push_back({.fault = hit.number});
+            piece.putOff.push_back({.fault = hit.number, .goesAlong = true});
             divided.push_back(std::move(piece));
             place += size;
         }
@@ -53,19 +53,17 @@ std::string divide(Steps& steps, std::size_t first, std::size_t each, const Faul
     return {};
 }
 
-void delay(Steps& steps, milliseconds duration, const PutOff& reason)
+void delay(Step& step, const PutOff& reason)
 {
-    for (Step& step : steps) {
-        step.after += duration;
-        step.putOff.push_back(reason);
-    }
+    step.after += reason.by;
+    step.putOff.push_back(reason);
 }
 
 // For so long, and no longer than the fault.
 void holdLines(Steps& steps, SetLines lines, milliseconds duration)
 {
     const std::uint64_t fault = lines.fault;
-    const Step off{.action = lines, .putOff = {{.fault = fault}}};
+    const Step off{.action = lines, .putOff = {{.fault = fault, .goesAlong = true}}};
     const Step on{
         .after = duration, .action = SetLines{.fault = fault}, .putOff = {{.fault = fault, .by = duration}}};
     steps.insert(steps.begin(), {off, on});
@@ -77,7 +75,9 @@ void beBusy(Steps& steps, const Faults::Hit& hit, bool isSerial)
     const milliseconds duration = hit.fault.duration.value_or(untilDisarmed);
     std::erase_if(
         steps, [](const Step& step) { return std::holds_alternative<Send>(step.action) && !isAnswer(step); });
-    delay(steps, duration, {.fault = hit.number, .by = duration});
+    for (Step& step : steps) {
+        delay(step, {.fault = hit.number, .by = duration});
+    }
     if (isSerial) {
         holdLines(steps, {.clearToSend = false, .fault = hit.number}, duration);
     } else {
@@ -92,27 +92,24 @@ std::string loseAnswer(Steps& steps)
     return isThere ? "" : "there was no answer";
 }
 
-bool endsLink(const Step& step)
+// In the place of the answer, or behind it: what puts the answer off puts off the end as well.
+void loseLink(Steps& steps, const Faults::Hit& hit, Action action)
 {
-    return std::holds_alternative<CloseLink>(step.action) || std::holds_alternative<ResetLink>(step.action) ||
-           std::holds_alternative<AbandonLink>(step.action);
-}
-
-// In the place of the answer, or behind it.
-std::string loseLink(Steps& steps, const Fault& fault, Action action)
-{
-    if (std::any_of(steps.begin(), steps.end(), endsLink)) {
-        return "another fault has ended the link";
-    }
-    milliseconds last{0};
+    Step end{.action = std::move(action)};
     for (const Step& step : steps) {
-        last = isAnswer(step) ? std::max(last, step.after) : last;
+        if (isAnswer(step) && step.after >= end.after) {
+            end.after = step.after;
+            end.putOff = step.putOff;
+        }
     }
-    if (fault.at.value_or(FaultMoment::answer) != FaultMoment::afterwards) {
+    for (PutOff& reason : end.putOff) {
+        reason.goesAlong = false;
+    }
+    end.putOff.push_back({.fault = hit.number, .goesAlong = true});
+    if (hit.fault.at.value_or(FaultMoment::answer) != FaultMoment::afterwards) {
         std::erase_if(steps, isAnswer);
     }
-    steps.push_back({last, std::move(action)});
-    return {};
+    steps.push_back(std::move(end));
 }
 
 // The power goes, and with it all that the printer had still to say.
@@ -135,7 +132,11 @@ std::string beLate(Steps& steps, const Faults::Hit& hit)
     if (answerOf(steps).empty()) {
         return "there was no answer";
     }
-    delay(steps, *hit.fault.duration, {.fault = hit.number});
+    for (Step& step : steps) {
+        if (isAnswer(step)) {
+            delay(step, {.fault = hit.number, .by = *hit.fault.duration, .goesAlong = true});
+        }
+    }
     return {};
 }
 
@@ -149,7 +150,7 @@ std::string sayTwice(Steps& steps, const Faults::Hit& hit)
     Step again{.after = last.after + hit.fault.duration.value_or(milliseconds(0)),
                .action = Send{answer},
                .putOff = last.putOff};
-    again.putOff.push_back({.fault = hit.number});
+    again.putOff.push_back({.fault = hit.number, .goesAlong = true});
     steps.push_back(std::move(again));
     return {};
 }
@@ -211,11 +212,14 @@ std::string deliver(Steps& steps, const Faults::Hit& hit, bool isSerial)
     case FaultKind::split:
         return divide(steps, std::max<std::size_t>(1, fault.byte), theRest, hit);
     case FaultKind::connectionClosed:
-        return loseLink(steps, fault, CloseLink{});
+        loseLink(steps, hit, CloseLink{});
+        return {};
     case FaultKind::connectionReset:
-        return loseLink(steps, fault, ResetLink{});
+        loseLink(steps, hit, ResetLink{});
+        return {};
     case FaultKind::halfOpen:
-        return loseLink(steps, fault, AbandonLink{hit.number});
+        loseLink(steps, hit, AbandonLink{hit.number});
+        return {};
     case FaultKind::powerLoss:
         losePower(steps, hit, isSerial);
         return {};

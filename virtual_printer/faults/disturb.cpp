@@ -31,13 +31,38 @@ std::string whyNotCarriedOut(const Circumstances& around)
                             : "another fault kept the request from the printer";
 }
 
+bool endsLink(const Faults::Hit& hit)
+{
+    return hit.fault.kind == FaultKind::connectionClosed || hit.fault.kind == FaultKind::connectionReset ||
+           hit.fault.kind == FaultKind::halfOpen;
+}
+
+// What becomes of the request, and not of its answer.
+bool isOfRequest(FaultKind kind)
+{
+    return kind == FaultKind::refuse || kind == FaultKind::requestLost || kind == FaultKind::silence ||
+           kind == FaultKind::acknowledgedNotExecuted || kind == FaultKind::diskFull ||
+           kind == FaultKind::paperOut;
+}
+
+// What has been done once is not done again.
+bool happensOnce(FaultKind kind)
+{
+    return isOfRequest(kind) || kind == FaultKind::executedNotAcknowledged;
+}
+
 // What a fault could not do because of what has become of the request; empty when it could.
 std::string hindered(const Hits& hits, const Faults::Hit& hit, const Circumstances& around)
 {
+    if (happensOnce(hit.fault.kind) && find(hits, hit.fault.kind) != &hit) {
+        return "another fault came before it";
+    }
+    if (endsLink(hit) && &*std::find_if(hits.begin(), hits.end(), endsLink) != &hit) {
+        return "another fault has ended the link";
+    }
     switch (hit.fault.kind) {
     case FaultKind::refuse:
-        return losesRequest(hits) || find(hits, FaultKind::refuse) != &hit ? "another fault came before it"
-                                                                           : "";
+        return losesRequest(hits) ? "another fault came before it" : "";
     case FaultKind::executedNotAcknowledged:
         return around.isExecuted ? "" : whyNotCarriedOut(around);
     case FaultKind::acknowledgedNotExecuted:
@@ -60,14 +85,6 @@ bool needsAnswer(FaultKind kind)
 {
     return damagesAnswer(kind) || kind == FaultKind::acknowledgeLate || kind == FaultKind::acknowledgeTwice ||
            kind == FaultKind::slow || kind == FaultKind::split;
-}
-
-// What becomes of the request, and not of its answer.
-bool isOfRequest(FaultKind kind)
-{
-    return kind == FaultKind::refuse || kind == FaultKind::requestLost || kind == FaultKind::silence ||
-           kind == FaultKind::acknowledgedNotExecuted || kind == FaultKind::diskFull ||
-           kind == FaultKind::paperOut;
 }
 
 } // namespace
@@ -111,9 +128,12 @@ Disturbed disturbed(std::string answer, std::uint64_t exchange, const Hits& hits
         all.idle.push_back(why.empty() ? damage(answer, hit.fault, around.answerBefore) : std::move(why));
     }
     all.steps = {{milliseconds(0), Send{std::move(answer)}}};
-    for (std::size_t index = 0; index < hits.size(); ++index) {
-        if (all.idle[index].empty()) {
-            all.idle[index] = deliver(all.steps, hits[index], around.isSerial);
+    for (const bool isBehindAnswer : {false, true}) { // which is what the others have made of it by then
+        for (std::size_t index = 0; index < hits.size(); ++index) {
+            const bool isItsTurn = (hits[index].fault.at == FaultMoment::afterwards) == isBehindAnswer;
+            if (isItsTurn && all.idle[index].empty()) {
+                all.idle[index] = deliver(all.steps, hits[index], around.isSerial);
+            }
         }
     }
     std::erase_if(all.steps, [](const Step& step) {

@@ -108,20 +108,23 @@ void Faults::hasDone(std::uint64_t number, std::uint64_t exchange)
     found->callIsHit = true;
     ++found->requestsHit;
     found->hasEnded = found->fault.requests && found->requestsHit == *found->fault.requests;
-    if (exchange == 0) {
-        return;
+    if (exchange != 0) {
+        found->exchanges.push_back(exchange);
     }
-    if (found->exchanges.size() == mostExchanges) {
+    if (found->exchanges.size() > mostExchanges) {
         found->exchanges.erase(found->exchanges.begin());
     }
-    found->exchanges.push_back(exchange);
+    tell(*found, Event::changed);
 }
 
 void Faults::endCalls(bool isUploading)
 {
     for (Armed& one : armed) {
         const bool isOver = !isUploading || one.fault.commandName == nameOfBlocks;
-        one.hasEnded = one.hasEnded || (isOver && hasHitItsCalls(one));
+        if (isOver && !one.hasEnded && hasHitItsCalls(one)) {
+            one.hasEnded = true;
+            tell(one, Event::changed);
+        }
     }
 }
 

@@ -49,6 +49,7 @@ public:
     enum class Event
     {
         armed,
+        changed, // it has done something, or has ended
         disarmed
     };
     using Observer = std::function<void(const Armed&, Event)>;

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -53,12 +52,13 @@ using Action =
 // Longer than any printer runs.
 inline constexpr std::chrono::milliseconds untilDisarmed = std::chrono::hours(24 * 365 * 100);
 
-// A fault that has put a step off, and goes before it is taken.
+// A fault that goes before a step is taken: the step goes with it, or was only put off and is taken so much
+// earlier.
 struct PutOff
 {
     std::uint64_t fault = 0;
-    // So much earlier the step is taken then; without it the step goes with its fault.
-    std::optional<std::chrono::milliseconds> by{};
+    std::chrono::milliseconds by{0};
+    bool goesAlong = false;
 };
 
 struct Step

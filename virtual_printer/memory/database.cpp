@@ -216,12 +216,20 @@ void Database::copyFrom(const Database& other)
 
 void Database::takeOverPages() const
 {
-    if (whole("PRAGMA page_size") != bytesOfPage) {
+    if (whole("PRAGMA page_size") == bytesOfPage) {
+        return;
+    }
+    try {
         run("PRAGMA journal_mode = DELETE"); // the log fixes the size of a page
         run(choosePage);
         run("VACUUM");
-        run(chooseLog);
+    } catch (const DatabaseError& error) {
+        if (error.cause != DatabaseError::Cause::other) {
+            throw;
+        }
     }
+    sqlite3_exec(connection.get(), chooseLog, nullptr, nullptr,
+                 nullptr); // or goes on without, for want of room
 }
 
 void Database::limitSize(std::int64_t bytes) const

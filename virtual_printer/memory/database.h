@@ -107,7 +107,7 @@ public:
     // with the next one that does. The log is whole at any time either way.
     void synchronizeCommits(bool areSynchronized);
     // Writes a file whose pages have another size than those of new files once more: only what has the same
-    // can be copied from each other.
+    // can be copied from each other. Where there is no room for that it stays as it is.
     void takeOverPages() const;
     // Everything that the other one holds takes the place of everything here, at once or not at all.
     void copyFrom(const Database& other);

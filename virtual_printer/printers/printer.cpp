@@ -126,11 +126,16 @@ void Printer::start()
 
 Moment Printer::now() const
 {
-    Moment present = std::max(ownClock(), current.standing->lastDocument);
+    return std::max(ownClock(), earliest());
+}
+
+Moment Printer::earliest() const
+{
+    Moment moment = current.standing->lastDocument;
     if (current.standing->dayIsOpen) {
-        present = std::max(present, current.standing->dayBegan);
+        moment = std::max(moment, current.standing->dayBegan);
     }
-    return current.receipt ? std::max(present, current.receipt->document.moment) : present;
+    return current.receipt ? std::max(moment, current.receipt->document.moment) : moment;
 }
 
 Moment Printer::ownClock() const
@@ -219,7 +224,10 @@ Answer Printer::carryOut(Decision decision, const Hindrance& hindrance)
         current.hardware = withPaperOf(*current.hardware, *hardware);
     }
     const int document = documentOf(decision.draft);
-    happened.push_back({Refusal::none, name, std::move(decision.draft.shown), document});
+    happened.push_back({.command = name,
+                        .shown = std::move(decision.draft.shown),
+                        .document = document,
+                        .clearsJournal = decision.draft.service == Draft::Service::clearJournal});
     return answer;
 }
 

@@ -58,6 +58,7 @@ struct Happened
     int document = 0;
     std::uint64_t exchange = 0; // of the trace; 0 when it was none
     std::string detail{};       // of the refusal
+    bool clearsJournal = false; // places in it mean other documents from here on
 };
 
 class Printer
@@ -84,6 +85,8 @@ public:
     // Never before the last document, the day and the receipt that are open: a clock that would be starts
     // there, and one that is moved back stands still until it has come there again.
     [[nodiscard]] Moment now() const;
+    // The latest of these.
+    [[nodiscard]] Moment earliest() const;
     // Paper, cover: what a person at the printer does.
     void changeHardware(const Hardware& hardware);
 

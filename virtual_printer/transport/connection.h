@@ -80,10 +80,10 @@ public:
         }
     }
 
-    // As a printer on a serial line that somebody has switched off.
+    // As a printer on a serial line that somebody has switched off, whether or not anybody listens there.
     void switchOff(std::uint64_t fault, std::chrono::milliseconds duration)
     {
-        if (!hasFinished) {
+        if (!hasFinished || isAbandoned()) {
             take(session.switchOff(fault, duration, std::chrono::steady_clock::now()));
         }
     }
@@ -102,6 +102,12 @@ private:
         close,
         reset,
         abandon
+    };
+
+    struct Outgoing
+    {
+        std::string bytes;
+        std::vector<std::uint64_t> acknowledges; // the exchanges whose answers are whole with them
     };
 
     void read()
@@ -162,9 +168,9 @@ private:
     {
         const Action& action = step.action;
         if (const auto* send = std::get_if<Send>(&action)) {
-            waiting += send->bytes;
+            waiting.bytes += send->bytes;
             if (send->acknowledges != 0) {
-                acknowledged.push_back(send->acknowledges);
+                waiting.acknowledges.push_back(send->acknowledges);
             }
         } else if (const auto* wanted = std::get_if<SetLines>(&action)) {
             actions.setLines(stream, lines.take(*wanted));
@@ -198,7 +204,7 @@ private:
         if (isWriting) {
             return;
         }
-        if (!waiting.empty()) {
+        if (!waiting.bytes.empty()) {
             write();
             return;
         }
@@ -218,7 +224,7 @@ private:
         isWriting = true;
         sending = std::exchange(waiting, {});
         boost::asio::async_write(
-            stream, boost::asio::buffer(sending),
+            stream, boost::asio::buffer(sending.bytes),
             [self = this->shared_from_this()](const boost::system::error_code& failure, std::size_t) {
                 self->isWriting = false;
                 if (failure) {
@@ -226,7 +232,7 @@ private:
                     self->finish();
                     return;
                 }
-                for (const std::uint64_t number : std::exchange(self->acknowledged, {})) {
+                for (const std::uint64_t number : self->sending.acknowledges) {
                     self->session.hasAcknowledged(number, std::chrono::steady_clock::now());
                 }
                 self->goOn();
@@ -261,9 +267,8 @@ private:
     bool isWriting = false;
     bool hasFinished = false;
     End end = End::none;
-    std::string waiting;
-    std::string sending;
-    std::vector<std::uint64_t> acknowledged; // when all that waits has been sent
+    Outgoing waiting;
+    Outgoing sending;
     std::shared_ptr<PutOffSteps> putOff;
     HeldLines lines;
     std::uint64_t abandonedBy = 0; // the fault

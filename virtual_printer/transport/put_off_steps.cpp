@@ -75,8 +75,8 @@ void PutOffSteps::hurry(std::uint64_t place, std::uint64_t fault)
     bool isGone = false;
     for (const PutOff& one : step.putOff) {
         if (one.fault == fault) {
-            isGone = isGone || !one.by;
-            earlier += one.by.value_or(std::chrono::milliseconds(0));
+            isGone = isGone || one.goesAlong;
+            earlier += one.by;
         }
     }
     std::erase_if(step.putOff, [fault](const PutOff& one) { return one.fault == fault; });

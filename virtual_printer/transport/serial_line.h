@@ -62,7 +62,7 @@ private:
         if (event == Faults::Event::disarmed) {
             offUntil.erase(one.number);
             till->endFault(one.number);
-        } else if (one.fault.kind == FaultKind::connectionRefused) {
+        } else if (event == Faults::Event::armed && one.fault.kind == FaultKind::connectionRefused) {
             offUntil[one.number] = std::chrono::steady_clock::now() + *one.fault.duration;
             till->switchOff(one.number, *one.fault.duration);
         }

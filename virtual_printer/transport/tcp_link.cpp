@@ -44,7 +44,7 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
     station.faults.watch([this](const Armed& armed, Faults::Event event) {
         if (event == Faults::Event::disarmed) {
             endFault(armed);
-        } else if (armed.fault.kind == FaultKind::connectionRefused) {
+        } else if (event == Faults::Event::armed && armed.fault.kind == FaultKind::connectionRefused) {
             refuse({*armed.fault.duration, armed.number});
         }
     });

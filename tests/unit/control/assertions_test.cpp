@@ -100,6 +100,38 @@ TEST_F(Assertions, BeginAtTheLastResetOrWhereTheySay)
     EXPECT_THAT(check(R"({"committed": [], "received": [{"name": "payment", "count": 0}]})"), ElementsAre());
 }
 
+// Places in the journal that a till has cleared since mean other documents.
+TEST_F(Assertions, PassOverNoDocumentOfAJournalThatWasCleared)
+{
+    beginDay();
+    sell("12.50");
+    EXPECT_EQ(tillSays(telvofm::test::request(0x50, {"Z", "0"})), "\x06");
+    post(at("snapshots"), R"({"name": "evening"})");
+    post(at("restore"), R"({"name": "evening"})"); // from here on assertions count
+    const std::string position = get(at("state"))["position"].dump();
+    EXPECT_EQ(get(at("state"))["since"]["document"], 2);
+    // All at once, so that the journal is as long again before anybody looks.
+    const auto request = telvofm::test::request;
+    const std::string begin = request(0x20, {"0", "1", "0", "0", "1", "0"});
+    const std::string cancel = request(0x2B, {"0", ""});
+    EXPECT_EQ(tillSays(request(0xF3, {"9999"}) + request(0x29, {"0"}) + begin + cancel + begin + cancel),
+              std::string(6, '\x06'));
+    EXPECT_EQ(get(at("state"))["since"]["document"], 0);
+    EXPECT_THAT(check(R"({"committed": [{"kind": "cancelledReceipt"}, {"kind": "cancelledReceipt"}]})"),
+                ElementsAre());
+    EXPECT_EQ(refusedWith(410, post(at("assert"), R"({"since": )" + position + R"(, "committed": []})")),
+              "The journal has begun anew since, before exchange 8; give a later \"since\".");
+    EXPECT_THAT(check(R"({"since": {"document": 1}, "committed": [{"kind": "cancelledReceipt"}]})"),
+                ElementsAre());
+    const std::string later = get(at("state"))["position"].dump();
+    EXPECT_THAT(check(R"({"since": )" + later + R"(, "committed": []})"), ElementsAre());
+    post(at("restore"), R"({"name": "evening"})");
+    tillSays("\x11");
+    post(at("reset"), "");
+    EXPECT_THAT(refusedWith(410, post(at("assert"), R"({"since": )" + later + R"(, "committed": []})")),
+                HasSubstr("The journal has begun anew since"));
+}
+
 TEST_F(Assertions, FailAloudPastTheTrace)
 {
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});

@@ -62,5 +62,31 @@ TEST_F(NewsUnderControl, AreCountedWithEachChange)
     EXPECT_GT(get(at("news"))["changes"], before);
 }
 
+// No exchange tells of either.
+TEST_F(NewsUnderControl, TellOfAFaultThatEndsWithAConnection)
+{
+    int looks = 0;
+    control.notify([&looks] { ++looks; });
+    const auto changes = [this] { return get(at("news"))["changes"].get<std::uint64_t>(); };
+    const auto hasEnded = [this] { return get(at("news"))["faults"].back()["ended"].get<bool>(); };
+    post(at("faults"), R"({"kind": "connectionClosed", "at": "connection"})");
+    auto before = changes();
+    looks = 0;
+    session.greet();
+    EXPECT_TRUE(hasEnded());
+    EXPECT_GT(changes(), before);
+    EXPECT_GT(looks, 0);
+    // Its call may be tried again until the till has gone.
+    post(at("faults"), R"({"kind": "acknowledgeLost", "calls": 1})");
+    tillSays(telvofm::test::request(0xE0));
+    EXPECT_FALSE(hasEnded());
+    before = changes();
+    looks = 0;
+    session.hasGone();
+    EXPECT_TRUE(hasEnded());
+    EXPECT_GT(changes(), before);
+    EXPECT_GT(looks, 0);
+}
+
 } // namespace
 } // namespace virtual_printer

@@ -124,6 +124,22 @@ TEST_F(PrintersUnderControl, HaveAClockThatStandsJumpsAndRuns)
         "9999-12-31 23:59:59");
 }
 
+TEST_F(PrintersUnderControl, HaveAClockThatIsNotBeforeWhatIsOpen)
+{
+    patch(at("clock"), R"({"now": "2026-03-01 08:00", "mode": "stands"})");
+    beginDay();
+    EXPECT_EQ(
+        refusedWith(409, patch(at("clock"), R"({"now": "2026-03-01 07:59"})")),
+        "The clock cannot go before the open day, of 2026-03-01 08:00:00; give a later moment, or reset "
+        "the printer first.");
+    patch(at("clock"), R"({"forward": 60})");
+    beginReceipt();
+    EXPECT_EQ(refusedWith(409, patch(at("clock"), R"({"now": "2026-03-01 08:00"})")),
+              "The clock cannot go before the open receipt, of 2026-03-01 08:01:00; give a later moment, or "
+              "reset the printer first.");
+    EXPECT_EQ(patch(at("clock"), R"({"now": "2026-03-01 08:01"})").json["now"], "2026-03-01 08:01:00");
+}
+
 TEST_F(PrintersUnderControl, HavePaperCoverDrawerAndDisplays)
 {
     beginDay();

@@ -137,6 +137,35 @@ TEST(DisturbedSession, DoesTheSameToABlockOfAnUpload)
     }
 }
 
+// Whichever was armed first.
+TEST(DisturbedSession, EndsTheLinkBehindAllThatOthersMakeOfTheAnswer)
+{
+    const std::string end = R"({"kind":"connectionClosed","at":"afterwards"})";
+    const std::vector<std::pair<std::string, std::string>> others = {
+        {R"({"kind":"acknowledgeLate","milliseconds":40})", "40:1502! 40:close"},
+        {R"({"kind":"acknowledgeTwice","milliseconds":50})", "0:1502! 50:1502 50:close"},
+        {R"({"kind":"slow","milliseconds":20})", "0:15 20:02! 20:close"},
+        {R"({"kind":"busy","milliseconds":70})", "0:13 70:1502! 70:close"},
+    };
+    for (const auto& [other, steps] : others) {
+        for (const bool comesFirst : {true, false}) {
+            TriedPrinter tried(CodePage::windows1250);
+            tried.arm(comesFirst ? other : end);
+            tried.arm(comesFirst ? end : other);
+            EXPECT_EQ(textOf(tried.send(request(0x07))), steps) << other << comesFirst;
+        }
+    }
+}
+
+// The line goes off before the answer, however late that comes.
+TEST(DisturbedSession, HoldsALineOffFromTheRequestOn)
+{
+    TriedPrinter tried(CodePage::cp852);
+    tried.arm(R"({"kind":"ctsOff","milliseconds":900})");
+    tried.arm(R"({"kind":"acknowledgeLate","milliseconds":40})");
+    EXPECT_EQ(textOf(tried.send(job)), "0:cts-dsr+ 40:06! 900:cts+dsr+");
+}
+
 TEST(DisturbedSession, HasAnExpectationForEveryKind)
 {
     std::vector<std::string_view> kinds;

@@ -93,8 +93,11 @@ TEST_P(IdleFaults, OfTheDiskWaitForWhatWouldBeWritten)
 {
     EXPECT_EQ(idleness(R"({"kind":"diskFull"})", harmless),
               "diskFull did nothing: nothing was to be written");
+    till.arm(R"({"kind":"diskFull"})");
     EXPECT_EQ(till.heard(request(0x29, {"0"})), refused(Refusal::diskFull));
-    EXPECT_THAT(till.last().faults, ElementsAre("the printer's disk was full"));
+    EXPECT_THAT(till.last().faults, ElementsAre("the printer's disk was full",
+                                                "diskFull did nothing: another fault came before it"));
+    EXPECT_FALSE(armed().hasEnded);
 }
 
 TEST_P(IdleFaults, OfALineDoNothingOverTcp)
@@ -125,6 +128,18 @@ TEST_P(IdleFaults, AreThoseThatAnotherOneLeavesNothingTo)
          "refuse did nothing: another fault came before it"},
         {R"({"kind":"refuse","code":8})", R"({"kind":"diskFull"})",
          "diskFull did nothing: another fault kept the request from the printer"},
+        {R"({"kind":"requestLost"})", R"({"kind":"requestLost","probes":"busy"})",
+         "requestLost did nothing: another fault came before it"},
+        {R"({"kind":"silence"})", R"({"kind":"silence"})",
+         "silence did nothing: another fault came before it"},
+        {R"({"kind":"acknowledgedNotExecuted"})", R"({"kind":"acknowledgedNotExecuted"})",
+         "acknowledgedNotExecuted did nothing: another fault came before it"},
+        {R"({"kind":"executedNotAcknowledged","code":8})", R"({"kind":"executedNotAcknowledged","code":9})",
+         "executedNotAcknowledged did nothing: another fault came before it"},
+        {R"({"kind":"paperOut"})", R"({"kind":"paperOut"})",
+         "paperOut did nothing: another fault came before it"},
+        {R"({"kind":"connectionClosed","at":"afterwards"})", R"({"kind":"halfOpen"})",
+         "halfOpen did nothing: another fault has ended the link"},
         {R"({"kind":"silence"})", R"({"kind":"noise","bytes":"aa"})",
          "noise did nothing: there was no answer"},
         {R"({"kind":"acknowledgeLost"})", R"({"kind":"noise","bytes":"aa"})",

@@ -169,5 +169,43 @@ TEST_F(MemoryFullDisk, KeepsToItsQuota)
     EXPECT_EQ(History(step).find(memory, step, step), step);
 }
 
+// As those of earlier builds were. Files may be written within their size, and grow so many times and no
+// further.
+TEST_F(MemoryFullDisk, LeavesAFileOfLargerPagesAsItIs)
+{
+    {
+        Memory memory(path);
+        memory.commit(State(), test::nextStep(test::stateWhenNew()));
+    }
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database,
+                           "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = DELETE;"
+                           "PRAGMA page_size = 4096; VACUUM; PRAGMA journal_mode = WAL",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(database);
+    const std::string content = disk.files[path];
+    std::size_t grown = 0;
+    bool isTooSmall = true;
+    for (std::size_t room = 0; isTooSmall; ++room) {
+        SCOPED_TRACE(room);
+        disk.files = {{path, content}};
+        grown = 0;
+        disk.failureOf = [&](const SimulatedDisk::Operation& operation) {
+            const bool grows = operation.kind == DiskWork::write &&
+                               operation.offset + operation.data.size() > disk.files[operation.file].size();
+            return grows && ++grown > room ? SQLITE_FULL : SQLITE_OK;
+        };
+        Memory memory(path);
+        isTooSmall = grown > room;
+        disk.failureOf = nullptr;
+        EXPECT_EQ(history.find(memory, 1, 1), 1);
+        memory.commit(history.states[1], test::nextStep(history.states[1]));
+        EXPECT_EQ(history.find(memory, 2, 2), 2);
+    }
+    EXPECT_GT(grown, 10U) << "which is what writing it once more takes";
+}
+
 } // namespace
 } // namespace virtual_printer

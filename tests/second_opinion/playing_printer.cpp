@@ -13,7 +13,7 @@ constexpr char requestStart = '\x1C';
 constexpr char blockStart = ':';
 constexpr char requestEnd = '\x04';
 constexpr char ack = '\x06';
-constexpr std::chrono::milliseconds patience{2000};
+constexpr std::chrono::milliseconds patience{60'000}; // on a busy machine
 
 char checksum(std::string_view bytes)
 {

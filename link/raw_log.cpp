@@ -2,6 +2,8 @@
 
 #include "link/open_file.h"
 
+#include <new>
+
 namespace telvofm {
 namespace {
 
@@ -43,7 +45,11 @@ void RawLog::append(std::string_view direction, std::string_view bytes)
         return;
     }
     std::string record;
-    record.reserve(bytes.size() * 3 + direction.size() + 1);
+    try {
+        record.reserve(bytes.size() * 3 + direction.size() + 1);
+    } catch (const std::bad_alloc&) {
+        return; // as without a file: the exchange that it is a record of goes on
+    }
     if (direction != lastDirection) {
         if (!lastDirection.empty()) {
             record.push_back('\n');

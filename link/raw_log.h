@@ -1,6 +1,7 @@
 // The raw log: every byte that passes a link, as "C: " (sent by the library) and "S: " (received) lines of
 // two-digit hexadecimal bytes. It is shared by the whole library, off until it is switched on, and opens its
-// file anew for every record. A file that cannot be written loses the record and changes nothing else.
+// file anew for every record. A file that cannot be written, or memory that is not to be had, loses the
+// record and changes nothing else.
 #pragma once
 
 #include <atomic>

@@ -93,6 +93,24 @@ TEST_F(OutOfMemory, ACommandThrowsAndLeavesTheSessionToTheNext)
     closeFM();
 }
 
+// The request's record is made while the command is under way: without it the printer's answer is the result
+// all the same. Those of single bytes need no memory.
+TEST_F(OutOfMemory, ARecordOfTheRawLogIsLostAndChangesNothing)
+{
+    OwnFolder folder;
+    PrinterThread printer(acceptAll);
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    ASSERT_EQ(printJobCancel(1), 0); // makes room for the request
+    setRawLogginOn(folder.file("raw.log").c_str());
+    EXPECT_EQ(withAllocations(0, [] { return printJobCancel(1); }), 0);
+    constexpr std::string_view recordOfRequest = "1c 01 e0 04";
+    EXPECT_EQ(contentOf(folder.file("raw.log")).find(recordOfRequest), std::string::npos);
+    EXPECT_EQ(printJobCancel(1), 0);
+    seRawLogginOff();
+    EXPECT_NE(contentOf(folder.file("raw.log")).find(recordOfRequest), std::string::npos);
+    closeFM();
+}
+
 // The sale of a name as long as two lines of a receipt, in each of its variants.
 TEST_F(OutOfMemory, ASaleNeedsNoAllocation)
 {

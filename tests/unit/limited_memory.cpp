@@ -1,5 +1,6 @@
 #include "tests/unit/limited_memory.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -13,11 +14,36 @@ MemoryLimit& memoryLimit()
 
 namespace {
 
+std::atomic<long> held = 0;
+
+} // namespace
+
+long piecesHeld()
+{
+    return held;
+}
+
+long& allocationsMade()
+{
+    thread_local long made = 0;
+    return made;
+}
+
+namespace {
+
 bool mayAllocate(std::size_t size)
 {
     MemoryLimit& limit = memoryLimit();
+    ++allocationsMade();
     if (size > limit.largestAllocation) {
         return false;
+    }
+    if (limit.allocationsBeforeFailure == 0) {
+        limit.allocationsBeforeFailure = MemoryLimit::anyNumber;
+        return false;
+    }
+    if (limit.allocationsBeforeFailure > 0) {
+        --limit.allocationsBeforeFailure;
     }
     if (limit.allocationsLeft > 0) {
         --limit.allocationsLeft;
@@ -31,7 +57,9 @@ bool mayAllocate(std::size_t size)
 
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
 {
-    return telvofm::test::mayAllocate(size) ? std::malloc(size == 0 ? 1 : size) : nullptr;
+    void* const memory = telvofm::test::mayAllocate(size) ? std::malloc(size == 0 ? 1 : size) : nullptr;
+    telvofm::test::held += memory == nullptr ? 0 : 1;
+    return memory;
 }
 
 void* operator new(std::size_t size)
@@ -44,10 +72,12 @@ void* operator new(std::size_t size)
 
 void operator delete(void* memory) noexcept
 {
+    telvofm::test::held -= memory == nullptr ? 0 : 1;
     std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept
 {
+    telvofm::test::held -= memory == nullptr ? 0 : 1;
     std::free(memory);
 }

@@ -13,10 +13,15 @@ struct MemoryLimit
     static constexpr std::size_t anySize = std::numeric_limits<std::size_t>::max();
 
     int allocationsLeft = anyNumber;
+    int allocationsBeforeFailure = anyNumber; // one fails behind so many, and then this is `anyNumber` again
     std::size_t largestAllocation = anySize;
 };
 
 MemoryLimit& memoryLimit();
+// Pieces of memory that all threads have been given and have not given back.
+long piecesHeld();
+// How many allocations this thread has made.
+long& allocationsMade();
 
 template <typename Call>
 auto within(MemoryLimit limit, Call call)

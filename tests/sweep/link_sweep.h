@@ -1,0 +1,55 @@
+// The sweep on a real link: each case a session, the call with its fault and a call behind it, judged by the
+// printer's record alone. The till's end of the wire cannot be seen here, so that the rules of the wire are
+// not looked at; the sweep in memory does that.
+#pragma once
+
+#include "tests/sweep/judge.h"
+#include "tests/sweep/printer_on_link.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace telvofm::test::sweep {
+
+class LinkSweep
+{
+public:
+    LinkSweep(Link link, std::string portName, PrinterOnLink& printer, std::string folder);
+
+    [[nodiscard]] std::size_t size() const;
+    void run(std::size_t number);
+
+    [[nodiscard]] std::size_t cases() const { return done; }
+    [[nodiscard]] const std::map<std::string, std::size_t>& verdicts() const { return counts; }
+    [[nodiscard]] const std::vector<std::string>& violations() const { return wrong; }
+
+private:
+    // A call with its plan and its faults.
+    struct Swept
+    {
+        SweptCall call;
+        CallPlan plan;
+        Extent extent;
+        std::vector<Fault> faults;
+    };
+
+    [[nodiscard]] SimulatedPrinter freshPrinter() const;
+    Swept rehearsed(const SweptCall& call);
+    void open(const SweptCall& call, const Fault& fault);
+    Judgement judged(const SweptCall& call, const CallPlan& plan, const Fault& fault,
+                     std::optional<Role> struckRole, bool mayBeLate, CallAtPrinter& atPrinter);
+
+    Link link;
+    std::string port;
+    PrinterOnLink& printer;
+    std::string own;
+    std::vector<Swept> all;
+    Swept behind;
+    std::size_t done = 0;
+    std::map<std::string, std::size_t> counts;
+    std::vector<std::string> wrong;
+};
+
+} // namespace telvofm::test::sweep

@@ -1,0 +1,21 @@
+// The same on a pseudo-terminal.
+#include "tests/sweep/chosen_part.h"
+#include "tests/system/serial_printer.h"
+#include "tests/unit/own_folder.h"
+
+#include <gtest/gtest.h>
+
+namespace telvofm::test::sweep {
+namespace {
+
+TEST(LinkSweepTest, OnAPseudoTerminal)
+{
+    const OwnFolder folder;
+    SerialPrinter terminal(folder.file("lines"));
+    PrinterOnLink printer(terminal.line(), betweenLooks);
+    LinkSweep sweep(Link::serial, terminal.name(), printer, folder.path.string());
+    sweepChosenPart(sweep);
+}
+
+} // namespace
+} // namespace telvofm::test::sweep

@@ -1,0 +1,26 @@
+// What a call may leave behind in its process: nothing. Open files, memory and blocked signals are as before.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace telvofm::test::torture {
+
+class LeftBehind
+{
+public:
+    LeftBehind();
+
+    // What there is more of than at the beginning, or than `piecesBefore` of memory; each is told once. The
+    // printer's end is in this process too and lets go a moment later: `renewPrinter` lets it forget.
+    std::vector<std::string> look(long piecesBefore, const std::function<void()>& renewPrinter);
+
+private:
+    std::size_t files;
+    std::uint64_t signals;
+};
+
+} // namespace telvofm::test::torture

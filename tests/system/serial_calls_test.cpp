@@ -148,8 +148,9 @@ protected:
         SerialDriver driver(printer.name(), 57600, StopBits::one);
         driver.open();
         const std::string data(100, 'd');
-        // The 100 characters cancel out in pairs: 3A and 63 and 03 are left of the checksum.
-        const std::string block = "\x3A\x63" + data + "\x03\x5A";
+        // The length byte is 99, a "c". The 100 characters cancel out in pairs: 3A, 63 and 03 are left of the
+        // checksum.
+        const std::string block = ":c" + data + "\x03\x5A";
         const std::size_t early = block.size() - missing;
         printer.line().send(block.substr(0, early));
         printer.waitUntilDelivered(static_cast<int>(early));

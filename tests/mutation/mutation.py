@@ -82,6 +82,7 @@ def main():
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
     wanted = [one for one in woven if re.search(given.only, one.describe()) and not results.is_killed(one)]
     random.Random(given.seed).shuffle(wanted)
+    wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
     judge = Judge(tests, results, given.most_tests)
     judge_all(judge, wanted[:given.sample], work, work / "linked", given)
     alone = [one for one in mutants if one.form == "alone"]

@@ -49,6 +49,12 @@ TEST(Delivery, BlankedClipsTheCopyAndNotTheTerminator)
     EXPECT_EQ(delivered(copyBlanked, "AB\0C"s, -5), "####\0###"s);
 }
 
+TEST(Delivery, BlankedWithoutABufferDoesNothing)
+{
+    copyBlanked("AB", nullptr, 8);
+    copyBlankedWithoutTerminator("AB", nullptr, 8);
+}
+
 TEST(Delivery, BlankedWithoutTerminatorOnlyClips)
 {
     EXPECT_EQ(delivered(copyBlankedWithoutTerminator, "AB\0C"s, 8), "AB C####");

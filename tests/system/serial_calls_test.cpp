@@ -101,6 +101,83 @@ TEST_F(SerialCalls, AByteThatCannotBeWrittenFailsAtOnce)
     EXPECT_EQ(calls.terminalWriteErrors.size(), 1U);
 }
 
+TEST_F(SerialCalls, AWaitForRoomThatFailsIsAFailureAtOnce)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    calls.waitErrors = {EINTR, ENOMEM};
+    EXPECT_THROW(driver.writeRaw("a"), Telvo06FMException);
+    EXPECT_TRUE(calls.waitErrors.empty());
+    EXPECT_TRUE(printer.hearsNothing());
+}
+
+// Another thread's raw access can take the byte between the wait for it and the read.
+TEST_F(SerialCalls, AnAnswerThatWasTakenIsWaitedForAgain)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    const auto answers = printer.play([](wire::Connection& line) {
+        receiveBytes(line, 5);
+        line.send("\x06");
+    });
+    calls.terminalReadErrors = {EAGAIN, EINTR};
+    EXPECT_EQ(driver.sendCommand("\x1C\x01\xE0\x04"), 0x06);
+    EXPECT_TRUE(calls.terminalReadErrors.empty());
+}
+
+TEST_F(SerialCalls, AReadThatFailsIsAFailure)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    printer.line().send("x");
+    calls.terminalReadErrors = {EIO};
+    try {
+        driver.readByte(false, 5000);
+        FAIL() << "the port has failed";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, -10201);
+    }
+}
+
+// How often the library rests while so many bytes of a reply of 100 bytes come late.
+class LateBytes : public SerialCalls
+{
+protected:
+    int restsWithMissing(std::size_t missing)
+    {
+        SerialDriver driver(printer.name(), 57600, StopBits::one);
+        driver.open();
+        const std::string data(100, 'd');
+        // The length byte is 99, a "c". The 100 characters cancel out in pairs: 3A, 63 and 03 are left of the
+        // checksum.
+        const std::string block = ":c" + data + "\x03\x5A";
+        const std::size_t early = block.size() - missing;
+        printer.line().send(block.substr(0, early));
+        printer.waitUntilDelivered(static_cast<int>(early));
+        bool isSent = false;
+        calls.whenTerminalIsEmpty = [&] {
+            if (!isSent) {
+                printer.line().send(block.substr(early));
+                isSent = true;
+            }
+        };
+        calls.rests = 0;
+        EXPECT_EQ(driver.queryStrict("\x1C\x01\x9F\x04"), data);
+        EXPECT_TRUE(isSent);
+        return calls.rests;
+    }
+};
+
+TEST_F(LateBytes, AreGatheredInARestWhileManyAreMissing)
+{
+    EXPECT_EQ(restsWithMissing(24), 1);
+}
+
+TEST_F(LateBytes, AreTakenAtOnceWhenFewAreMissing)
+{
+    EXPECT_EQ(restsWithMissing(23), 0);
+}
+
 // A host without a terminal of its own must not get the printer's: it would be ended by a hang-up of the
 // line.
 TEST_F(SerialCalls, AnOpenPortDoesNotBecomeTheTerminalOfTheHost)

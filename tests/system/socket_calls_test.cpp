@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <future>
 
 namespace telvofm::test {
@@ -121,6 +122,74 @@ TEST_F(SocketCalls, InterruptedSendsAndReceivesAreRepeated)
     EXPECT_EQ(exchange(), request + "\xF9");
     EXPECT_EQ(calls.sendsToInterrupt, 0);
     EXPECT_EQ(calls.receivesToInterrupt, 0);
+}
+
+// What an exchange, or an opening, comes to when the system fails it.
+template <typename Run>
+std::int32_t codeOfFailure(Run run)
+{
+    try {
+        run();
+    } catch (const Telvo06FMException& failure) {
+        return failure.code;
+    }
+    return 0;
+}
+
+TEST_F(SocketCalls, AnInterruptedConnectIsWaitedForThroughMoreSignals)
+{
+    calls.connectsToInterrupt = 1;
+    calls.waitErrors = {EINTR, EINTR};
+    EXPECT_EQ(exchange(), request + "\xF9");
+    EXPECT_TRUE(calls.waitErrors.empty());
+}
+
+TEST_F(SocketCalls, AnInterruptedConnectWhoseWaitFailsIsAFailure)
+{
+    const wire::Listener listener;
+    TcpDriver driver("127.0.0.1:" + std::to_string(listener.port()));
+    calls.connectsToInterrupt = 1;
+    calls.waitErrors = {ENOMEM};
+    EXPECT_EQ(codeOfFailure([&] { driver.open(); }), -10201);
+}
+
+TEST_F(SocketCalls, AnInterruptedConnectWhoseOutcomeIsNotToldIsAFailure)
+{
+    const wire::Listener listener;
+    TcpDriver driver("127.0.0.1:" + std::to_string(listener.port()));
+    calls.connectsToInterrupt = 1;
+    calls.socketQueriesToFail = 1;
+    EXPECT_EQ(codeOfFailure([&] { driver.open(); }), -10201);
+    EXPECT_EQ(calls.socketQueriesToFail, 0);
+}
+
+TEST_F(SocketCalls, ASystemWithoutSocketsIsAFailureAndTheNextOpenWorks)
+{
+    const wire::Listener listener;
+    TcpDriver driver("127.0.0.1:" + std::to_string(listener.port()));
+    calls.socketsToRefuse = 1;
+    EXPECT_EQ(codeOfFailure([&] { driver.open(); }), -10201);
+    EXPECT_EQ(codeOfFailure([&] { driver.open(); }), 0);
+    driver.close();
+}
+
+TEST_F(SocketCalls, AnInterruptedWaitForAnAnswerGoesOnAndOneThatFailsIsAFailure)
+{
+    PrinterThread printer([](wire::Connection& connection) { receiveUntilClosed(connection); });
+    TcpDriver driver(printer.address());
+    driver.open();
+    calls.waitErrors = {EINTR, EINTR, ENOMEM};
+    EXPECT_EQ(codeOfFailure([&] { driver.sendCommand(request); }), -10201);
+    EXPECT_TRUE(calls.waitErrors.empty());
+    driver.close();
+}
+
+TEST_F(SocketCalls, ASocketThatWasNeverMadeIsNotClosed)
+{
+    Socket socket;
+    errno = 0;
+    socket.close();
+    EXPECT_EQ(errno, 0);
 }
 
 } // namespace

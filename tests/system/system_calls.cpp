@@ -23,13 +23,28 @@ Function* system(const char* name)
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
-bool interrupts(int SystemCalls::*count)
+bool fails(int SystemCalls::*count, int error)
 {
     if (watcher == nullptr || watcher->*count == 0) {
         return false;
     }
     --(watcher->*count);
-    errno = EINTR;
+    errno = error;
+    return true;
+}
+
+bool interrupts(int SystemCalls::*count)
+{
+    return fails(count, EINTR);
+}
+
+bool failsWithTheNext(std::deque<int>& errors)
+{
+    if (errors.empty()) {
+        return false;
+    }
+    errno = errors.front();
+    errors.pop_front();
     return true;
 }
 
@@ -47,6 +62,8 @@ SystemCalls::~SystemCalls()
 
 } // namespace telvofm::test
 
+using telvofm::test::fails;
+using telvofm::test::failsWithTheNext;
 using telvofm::test::interrupts;
 using telvofm::test::SystemCalls;
 using telvofm::test::timePassedAtOnce;
@@ -92,6 +109,19 @@ ssize_t recv(int descriptor, void* buffer, size_t size, int flags)
     return interrupts(&SystemCalls::receivesToInterrupt) ? -1 : real(descriptor, buffer, size, flags);
 }
 
+int socket(int family, int type, int protocol) noexcept
+{
+    static auto* const real = telvofm::test::system<decltype(::socket)>("socket");
+    return fails(&SystemCalls::socketsToRefuse, EMFILE) ? -1 : real(family, type, protocol);
+}
+
+int getsockopt(int descriptor, int level, int option, void* value, socklen_t* size) noexcept
+{
+    static auto* const real = telvofm::test::system<decltype(::getsockopt)>("getsockopt");
+    const bool isRefused = fails(&SystemCalls::socketQueriesToFail, ENOBUFS);
+    return isRefused ? -1 : real(descriptor, level, option, value, size);
+}
+
 int setsockopt(int descriptor, int level, int option, const void* value, socklen_t size) noexcept
 {
     static auto* const real = telvofm::test::system<decltype(::setsockopt)>("setsockopt");
@@ -104,8 +134,20 @@ int setsockopt(int descriptor, int level, int option, const void* value, socklen
 int poll(pollfd* waiting, nfds_t count, int limit)
 {
     static auto* const real = telvofm::test::system<decltype(::poll)>("poll");
-    const bool isForTerminal = count == 1 && waiting->events == POLLOUT && ::isatty(waiting->fd) == 1;
-    if (watcher == nullptr || !isForTerminal || real(waiting, count, 0) != 0) {
+    if (watcher == nullptr || waiting->fd == STDOUT_FILENO) {
+        return real(waiting, count, limit);
+    }
+    if (failsWithTheNext(watcher->waitErrors)) {
+        return -1;
+    }
+    const bool isForTerminal = count == 1 && ::isatty(waiting->fd) == 1;
+    if (!isForTerminal || real(waiting, count, 0) != 0) {
+        return real(waiting, count, limit);
+    }
+    if (waiting->events == POLLIN) {
+        if (watcher->whenTerminalIsEmpty) {
+            watcher->whenTerminalIsEmpty();
+        }
         return real(waiting, count, limit);
     }
     if (watcher->whenTerminalIsFull) {
@@ -124,9 +166,24 @@ ssize_t write(int descriptor, const void* bytes, size_t count)
         return real(descriptor, bytes, count);
     }
     timePassedAtOnce += std::chrono::seconds(1);
-    errno = watcher->terminalWriteErrors.front();
-    watcher->terminalWriteErrors.pop_front();
+    failsWithTheNext(watcher->terminalWriteErrors);
     return -1;
+}
+
+ssize_t read(int descriptor, void* buffer, size_t size)
+{
+    static auto* const real = telvofm::test::system<decltype(::read)>("read");
+    const bool isWatched = watcher != nullptr && ::isatty(descriptor) == 1;
+    return isWatched && failsWithTheNext(watcher->terminalReadErrors) ? -1 : real(descriptor, buffer, size);
+}
+
+int nanosleep(const timespec* time, timespec* left)
+{
+    static auto* const real = telvofm::test::system<decltype(::nanosleep)>("nanosleep");
+    if (watcher != nullptr) {
+        ++watcher->rests;
+    }
+    return real(time, left);
 }
 
 [[gnu::visibility("default")]] int clock_gettime(clockid_t clock, timespec* now) noexcept

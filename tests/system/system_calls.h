@@ -24,17 +24,25 @@ public:
     int connectsToInterrupt = 0;
     int sendsToInterrupt = 0;
     int receivesToInterrupt = 0;
+    int socketsToRefuse = 0;
+    int socketQueriesToFail = 0;
+    // With which errors the next waits for a socket or a terminal end.
+    std::deque<int> waitErrors;
     std::size_t mostBytesPerSend = static_cast<std::size_t>(-1);
     // Called when a terminal has no room for a byte, before the wait for it begins. Without it that wait ends
     // in vain, and its time passes at once.
     std::function<void()> whenTerminalIsFull;
-    // With which errors the next writes to a terminal fail, each after a second.
+    // Called when a terminal has no byte to read, before the wait for one begins.
+    std::function<void()> whenTerminalIsEmpty;
+    // With which errors the next writes to a terminal fail, each after a second, and the next reads.
     std::deque<int> terminalWriteErrors;
+    std::deque<int> terminalReadErrors;
 
     // What has happened.
     std::vector<std::size_t> sends; // how many bytes each was given
     int socketOptionsSet = 0;
     std::chrono::milliseconds waitedForTerminal{0};
+    int rests = 0;
 };
 
 } // namespace telvofm::test

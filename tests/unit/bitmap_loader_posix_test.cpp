@@ -2,6 +2,7 @@
 #include "tests/unit/bitmap_loader_fixture.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace telvofm::graphics {
 namespace {
@@ -29,6 +30,24 @@ TEST_F(BitmapFiles, OfTheNewerHeadersHaveTheirPaletteBehindThem)
         EXPECT_EQ(codeOf(BitmapFile{.descriptionSize = size, .palette = {}}.bytes()),
                   code::bitmapNotMonochrome);
     }
+}
+
+// Run by the administrator, the test becomes another user for the moment: to the former no file is closed.
+TEST_F(BitmapFiles, ThatMayNotBeReadAreNoBitmaps)
+{
+    write(BitmapFile{}.bytes());
+    ASSERT_EQ(codeOfLoading(), 0);
+    ASSERT_EQ(::chmod(name.c_str(), 0), 0);
+    constexpr uid_t nobody = 65534;
+    const uid_t self = ::geteuid();
+    if (self == 0) {
+        ASSERT_EQ(::seteuid(nobody), 0);
+    }
+    const int code = codeOfLoading();
+    if (self == 0) {
+        ASSERT_EQ(::seteuid(self), 0);
+    }
+    EXPECT_EQ(code, code::transportFailure);
 }
 
 TEST_F(BitmapFiles, WithRowsFromTheTopAreNotUpsideDown)

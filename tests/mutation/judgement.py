@@ -1,0 +1,72 @@
+"""Judges mutants: runs the tests that reach one, the quickest first, until one fails."""
+import collections
+import json
+import math
+import threading
+import time
+
+CONFIRMED_FOR = 30  # seconds
+
+
+class Results:
+    """One line of a file for each mutant that has been judged: a run goes on where another one was ended."""
+
+    def __init__(self, path):
+        self.path, self.by_key, self.lock = path, {}, threading.Lock()
+        if path.exists():
+            for line in path.read_text().splitlines():
+                entry = json.loads(line)
+                self.by_key[entry["key"]] = entry
+
+    def is_killed(self, mutant):
+        return self.by_key.get(mutant.key, {}).get("outcome") == "killed"
+
+    def add(self, mutant, outcome, test, seconds):
+        entry = {"key": mutant.key, "outcome": outcome, "test": test, "seconds": round(seconds, 2), "mutant": mutant.describe()}
+        with self.lock:
+            self.by_key[mutant.key] = entry
+            with self.path.open("a") as file:
+                file.write(json.dumps(entry) + "\n")
+
+
+class Judge:
+    def __init__(self, tests, results, most_tests):
+        self.tests, self.results, self.most_tests = tests, results, most_tests
+        self.killers = collections.defaultdict(list)  # by function: tests that have killed there, the last one first
+        self.passed_at = {}  # without a mutant
+        self.wavering = collections.Counter()
+
+    def order(self, mutant, number):
+        """First what has killed in the same function, then quick tests that reach little else."""
+        reaching = [test for test in self.tests if number in test.reached]
+        reaching.sort(key=lambda test: test.seconds * math.sqrt(len(test.reached)))
+        before = [test for test in self.killers[(mutant.file, mutant.function)][:4] if number in test.reached]
+        return list(dict.fromkeys([test.name for test in before + reaching])), {test.name: test for test in reaching}
+
+    def fails_only_with(self, runner, test, ended):
+        """The same test passes without the mutant: its failure was not that of a busy machine."""
+        if not ended and time.monotonic() - self.passed_at.get(test.name, -1000) < CONFIRMED_FOR:
+            return True
+        passed, _ = runner.passes(test, -1)
+        if passed:
+            self.passed_at[test.name] = time.monotonic()
+        else:
+            self.wavering[test.name] += 1
+        return passed
+
+    def judge(self, runner, mutant, number, plain=None):
+        """`plain` runs the tests without the mutant, where `runner` cannot turn it off."""
+        started = time.monotonic()
+        names, tests = self.order(mutant, number)
+        for name in names[:self.most_tests]:
+            passed, ended = runner.passes(tests[name], number)
+            if not passed and self.fails_only_with(plain or runner, tests[name], ended):
+                killers = self.killers[(mutant.file, mutant.function)]
+                if tests[name] in killers:
+                    killers.remove(tests[name])
+                killers.insert(0, tests[name])
+                self.results.add(mutant, "killed", name + (" (time limit)" if ended else ""), time.monotonic() - started)
+                return
+        outcome = "survived" if len(names) <= self.most_tests else "undecided"
+        self.results.add(mutant, outcome if names else "not reached", f"{min(len(names), self.most_tests)} of {len(names)} tests pass",
+                         time.monotonic() - started)

@@ -1,0 +1,68 @@
+"""Links the woven objects: into the shared library, and into the tests that link the inside of the library."""
+import re
+import shutil
+import subprocess
+
+INSIDE = ("link/", "device/", "commands/", "graphics/")
+
+
+def link(command, **more):
+    done = subprocess.run(command, capture_output=True, text=True, **more)
+    if done.returncode:
+        raise SystemExit(done.stderr[:3000])
+
+
+def shared_library(library, target, replaced={}):
+    """The shared library; `replaced` gives other objects for some sources."""
+    objects = [str(replaced.get(source) or library.object_of(source)) for source in library.sources]
+    link(["clang++", "-shared", "-fuse-ld=lld", "-Wl,-soname,libtelvofm.so.1",
+          f"-Wl,--version-script={library.top}/api/telvofm.map", *objects, "-o", str(target / "libtelvofm.so.1"), "-pthread"])
+
+
+def programs_of_the_inside(build, programs):
+    """The link commands of those test programs that have objects of the library in them, by name."""
+    found = {}
+    for program in programs:
+        listed = subprocess.run(["ninja", "-C", str(build), "-t", "commands", "-s", program], capture_output=True, text=True, check=True)
+        command = listed.stdout.strip().split("\n")[-1]
+        if "libtelvofm_inside.a" in command or "/api/delivery.cpp.o" in command:
+            found[program] = command
+    return found
+
+
+def program(library, build, command, target, replaced={}):
+    """Links a test program again. The woven objects come first, so that their inline functions are taken; what the test
+    itself has in the place of a platform's file is taken instead of ours."""
+    command = re.sub(r"^: && |&& :$", "", command.strip())
+    archive = target.parent / "inside.a"
+    first = []
+    if "libtelvofm_inside.a" in command:
+        first = [str(replaced.get(source) or library.object_of(source)) for source in library.sources
+                 if source.startswith(INSIDE) and "_posix" not in source]
+    for source in library.sources:  # the library's own files in a test
+        command = re.sub(rf"\S*__/{re.escape(source)}\.o|\S*/{re.escape(source)}\.o(?=\s)",
+                         lambda _, source=source: str(replaced.get(source) or library.object_of(source)), command)
+    command = command.replace("libtelvofm_inside.a", str(archive))
+    command = re.sub(r" -o \S+", f" -o {target}", command, count=1)
+    words = command.split(" ", 1)
+    link(f"{words[0]} {' '.join(first)} {words[1]}", shell=True, cwd=build, executable="/bin/bash")
+
+
+def archive(library, target, replaced={}):
+    path = target / "inside.a"
+    path.unlink(missing_ok=True)
+    objects = [str(replaced.get(source) or library.object_of(source)) for source in library.sources if source.startswith(INSIDE)]
+    link(["ar", "rcs", str(path), *objects])
+
+
+def link_all(library, build, target, programs, replaced={}):
+    """Everything that the tests need; programs without objects of the library are copied."""
+    target.mkdir(parents=True, exist_ok=True)
+    shared_library(library, target, replaced)
+    archive(library, target, replaced)
+    inside = programs_of_the_inside(build, programs)
+    for name in programs:
+        if name in inside:
+            program(library, build, inside[name], target / name, replaced)
+        else:
+            shutil.copy2(build / name, target / name)

@@ -1,0 +1,95 @@
+#!/usr/bin/python3 -B
+"""Makes mutants of the library's sources, and judges them by the tests of the library.
+
+    tests/mutation/mutation.py [--at-once N] [--most-tests N] [--sample N] [--seed N] [--only REGEX]
+                               [--tests REGEX] [--list] [--seconds N]
+
+The tests are those of build/coverage, which scripts/prove coverage builds; only the library is built anew, with all mutants in it
+behind a switch. What it makes and finds lies in build/mutation, a line for each mutant in results.jsonl: it goes on where
+it was ended. README.md beside it tells the rest; it needs the system's Python, for libclang.
+"""
+import argparse
+import concurrent.futures
+import queue
+import random
+import re
+import sys
+import time
+
+from alone import judge_alone
+from judgement import Judge, Results
+from linked import link_all
+from made import kept_mutants
+from recording import record
+from report import report
+from syntax import TOP, own_files
+from tests_of_library import Runner, library_tests
+from woven_library import HERE, OPTIONS, WovenLibrary, precompiled
+
+
+def options():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
+    parser.add_argument("--at-once", type=int, default=2, help="so many tests at once")
+    parser.add_argument("--most-tests", type=int, default=100000, help="so many tests of a mutant, and no more")
+    parser.add_argument("--sample", type=int, help="so many mutants, drawn at random")
+    parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--seconds", type=float, default=1e9, help="begin no mutant later than this")
+    parser.add_argument("--only", default="", help="mutants whose description has this")
+    parser.add_argument("--tests", default="", help="by tests whose name has this")
+    parser.add_argument("--list", action="store_true", help="print them and judge none")
+    parser.add_argument("--record", action="store_true", help="find out anew what each test reaches")
+    return parser.parse_args()
+
+
+def judge_all(judge, mutants, work, linked, given):
+    """Several at once, each in a folder of its own."""
+    places, began = queue.Queue(), time.monotonic()
+    for i in range(given.at_once):
+        places.put(Runner(work / f"work/{i}", linked))
+
+    def one(mutant):
+        if time.monotonic() - began < given.seconds:
+            runner = places.get()
+            try:
+                judge.judge(runner, mutant, mutant.number)
+            finally:
+                places.put(runner)
+
+    with concurrent.futures.ThreadPoolExecutor(given.at_once) as several:
+        list(several.map(one, mutants))
+
+
+def main():
+    given = options()
+    build, work = TOP / "build/coverage", TOP / "build/mutation"
+    work.mkdir(parents=True, exist_ok=True)
+    files = own_files(TOP)
+    mutants = kept_mutants(TOP, [*OPTIONS, *precompiled(work), f"-I{TOP}"], HERE / "thoughts.toml", files, work / "mutants.json")
+    if given.list:
+        for one in mutants:
+            print(one.key, one.line, one.describe())
+        return
+    library = WovenLibrary(TOP, work, files, mutants)
+    library.build()
+    tests = [test for test in library_tests(TOP, build) if re.search(given.tests, test.name)]
+    programs = sorted({test.command[0].rsplit("/", 1)[1] for test in tests})
+    link_all(library, build, work / "linked", programs)
+    if given.record:
+        (work / "reached.jsonl").unlink(missing_ok=True)
+    tests, failing = record(tests, work, work / "linked", max(4, given.at_once))
+    woven = [one for one in mutants if one not in library.left_out and one.form != "alone"]
+    results = Results(work / "results.jsonl")
+    print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
+    wanted = [one for one in woven if re.search(given.only, one.describe()) and not results.is_killed(one)]
+    random.Random(given.seed).shuffle(wanted)
+    wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
+    judge = Judge(tests, results, given.most_tests)
+    judge_all(judge, wanted[:given.sample], work, work / "linked", given)
+    alone = [one for one in mutants if one.form == "alone"]
+    for one in alone if given.sample is None else []:
+        if re.search(given.only, one.describe()) and not results.is_killed(one):
+            judge_alone(judge, one, library, build, work, programs, woven)
+    sys.exit(report(woven + alone, results, HERE / "survivors.md", judge.wavering))
+
+
+main()

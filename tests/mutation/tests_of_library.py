@@ -1,0 +1,72 @@
+"""The library's tests, each as a process of its own: what a test reaches, and whether it passes with a mutant."""
+import dataclasses
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import time
+
+FOLDERS = ("tests/unit", "tests/system")
+LARGEST = 4 << 30  # bytes of memory, and a sixteenth of that in a file
+
+
+@dataclasses.dataclass
+class Test:
+    name: str
+    command: list
+    seconds: float = 0.0
+    reached: frozenset = frozenset()
+
+
+def library_tests(top, build):
+    """Those of GoogleTest by their names, and each wire script by itself."""
+    listed = subprocess.run(["ctest", "--test-dir", str(build), "--show-only=json-v1"], capture_output=True, text=True, check=True)
+    tests = []
+    for one in json.loads(listed.stdout)["tests"]:
+        command = one.get("command", [])
+        if any(word.startswith("--gtest_filter") for word in command):
+            tests.append(Test(one["name"], command))
+    runner = str(build / "wire_runner")
+    for script in sorted((top / "tests/wire").rglob("*.wire")):
+        name = str(script.relative_to(top / "tests"))
+        tests.append(Test(name, [runner, "--work", "wire_work", str(script)]))
+    return tests
+
+
+class Runner:
+    """Runs tests in a folder of its own, with the woven library in the place of the real one."""
+
+    def __init__(self, folder, linked):
+        self.folder, self.linked = pathlib.Path(folder), pathlib.Path(linked)
+        self.folder.mkdir(parents=True, exist_ok=True)
+        (self.folder / "tmp").mkdir(exist_ok=True)
+
+    def run(self, test, limit, **environment):
+        """Whether it passed, how long it took, and whether it was ended."""
+        program = self.linked / pathlib.Path(test.command[0]).name
+        command = [str(program) if program.exists() else test.command[0], *test.command[1:]]
+        settings = {**os.environ, "LD_LIBRARY_PATH": str(self.linked), "LLVM_PROFILE_FILE": "/dev/null", "GTEST_BRIEF": "1",
+                    "TMPDIR": str(self.folder / "tmp"), **environment}
+        started = time.monotonic()
+        process = subprocess.Popen(
+            ["prlimit", f"--cpu={int(3 * test.seconds) + (3 if test.reached else 60)}", "--core=0", f"--as={LARGEST}", f"--fsize={LARGEST // 16}", *command],
+            cwd=self.folder, env=settings, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+            start_new_session=True)
+        ended = False
+        try:
+            code = process.wait(limit)
+        except subprocess.TimeoutExpired:
+            ended = True
+            code = -1
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        process.wait()
+        return code == 0, time.monotonic() - started, ended
+
+    def passes(self, test, number):
+        """With this mutant on; -1 is none of them."""
+        passed, _, ended = self.run(test, 20 + 4 * test.seconds, TELVOFM_MUTANT=str(number))
+        return passed, ended

@@ -81,10 +81,14 @@ private:
     void putIntoDrawer()
     {
         const long cents = upTo(5000);
-        const bool isIn = printer.has(
+        const Carried outcome = printer.carry(
             [&] { return depositeInDrawer_int(device, 0, "vklad", 0, static_cast<int>(cents), 1); },
             [&] { return printer.moved("DRAWER", books.drawer, books.drawer + cents); });
-        books.drawer += isIn ? cents : 0;
+        if (outcome == Carried::otherwise) { // twice, because its acknowledge was lost or late
+            printer.expect("DRAWER", telvofm::test::amountOf(books.drawer + 2 * cents));
+            books.drawer += cents;
+        }
+        books.drawer += outcome == Carried::no ? 0 : cents;
     }
 
     void sell()
@@ -101,7 +105,7 @@ private:
                 printer.carry([&] { return sellItem(cents); },
                               [&] { return printer.moved("TOTAL", total, total + cents); });
             if (outcome == Carried::otherwise) {
-                return cancel(); // twice, because its acknowledge was lost
+                return cancel(); // twice, because its acknowledge was lost or late
             }
             total += outcome == Carried::once ? cents : 0;
         }

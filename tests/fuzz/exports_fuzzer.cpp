@@ -123,7 +123,7 @@ void expectThatAllWorks(const char* link)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    constexpr int mostCalls = 6; // so that more inputs are tried
+    constexpr int mostCalls = 4; // so that more inputs are tried
     FuzzedBytes input(data, size);
     letThePrinterAccept();
     {
@@ -132,7 +132,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             till.callAny();
         }
     }
-    expectThatAllWorks("printer");
-    expectThatAllWorks("COM1");
+    expectThatAllWorks(size % 2 == 0 ? "printer" : "COM1"); // both would take a quarter of all time
     return 0;
 }

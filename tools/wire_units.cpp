@@ -161,8 +161,8 @@ std::vector<Unit> unitsOf(const std::vector<Run>& runs)
         for (UnitReader reader(bytes, runs[i].isFromTill, runs[i].line); !reader.isAtEnd();) {
             units.push_back(reader.next());
         }
-        const bool goesOn = i + 2 < runs.size() && hasProbesOnly(runs[i + 1]) && !units.empty() &&
-                            !units.back().isFromTill && isUnfinished(units.back());
+        const bool goesOn = i + 2 < runs.size() && hasProbesOnly(runs[i + 1]) && !runs[i + 2].isFromTill &&
+                            !units.empty() && !units.back().isFromTill && isUnfinished(units.back());
         if (goesOn) {
             unfinished = units.back().bytes;
             units.pop_back();

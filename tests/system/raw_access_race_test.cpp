@@ -11,6 +11,7 @@
 
 #include <array>
 #include <atomic>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <vector>
@@ -79,9 +80,12 @@ protected:
             thread.join();
         }
         EXPECT_LT(Clock::now() - end, 2 * margin + 15s) << "a call was left behind";
+        std::printf("rounds of each thread:");
         for (const auto& count : rounds) {
+            std::printf(" %ld", count.load());
             EXPECT_GT(count, 0);
         }
+        std::printf("\n");
     }
 };
 

@@ -100,5 +100,17 @@ TEST(Decode, JoinsABlockThatProbesInterrupt)
               "till     last block received\n");
 }
 
+// A line of the printer is missing behind the probe: what the till says next is its own.
+TEST(Decode, JoinsNoBlockWithWhatTheTillSays)
+{
+    EXPECT_EQ(
+        decodeRawLog("C: 1c 01 9f 04 86 \nS: 3a 02 \nC: 11 \nnonsense\nC: 1c 01 e0 04 f9 ", windows1250),
+        "till     getJournal to device 1, checksum ok\n"
+        "printer  a block that is broken off: 3a 02\n"
+        "till     are you there?\n"
+        "?        line 4: not a line of a raw log\n"
+        "till     printJobCancel to device 1, checksum ok\n");
+}
+
 } // namespace
 } // namespace telvofm::tools

@@ -21,7 +21,9 @@ std::string hexadecimal(char byte)
 std::uint32_t errorOf(const std::string& name, const std::string& arguments = {})
 {
     ScriptedPort& current = port();
-    current.calls.push_back(arguments.empty() ? name : name + " " + arguments);
+    if (current.keepsCalls) {
+        current.calls.push_back(arguments.empty() ? name : name + " " + arguments);
+    }
     if (current.accompaniment && name == current.accompaniedCall && current.callsBeforeAccompaniment-- == 0) {
         std::exchange(current.accompaniment, nullptr)();
     }

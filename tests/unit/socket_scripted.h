@@ -57,6 +57,7 @@ struct ScriptedNetwork
 
     // Every call in order: "resolve printer 64000", "connect 1", "send 1c01e004", "wait 3000", ...
     std::vector<std::string> calls;
+    bool keepsCalls = true; // who makes millions of them does not
     int sends = 0;
 
     void play(std::initializer_list<Event> script) { events.assign(script); }

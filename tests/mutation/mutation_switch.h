@@ -1,5 +1,5 @@
-// What every woven file is compiled with: which mutant is on is read from the environment once. It asks the system
-// directly, as some tests stand between the library and the functions of the C library.
+// What every woven file is compiled with: which mutant is on is read from the environment once. It asks the
+// system directly, as some tests stand between the library and the functions of the C library.
 #pragma once
 
 #include <algorithm>

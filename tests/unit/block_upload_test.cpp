@@ -74,6 +74,13 @@ TEST(Upload, TcpTriesABlockThreeTimesAgainstSilence)
     EXPECT_EQ(link.sent.size(), 3U);
 }
 
+TEST(Upload, SerialReadsOneMoreByteWhateverItIsRefusedWith)
+{
+    ScriptedLink link(serialRules, {"ZQR", "ZQR", "ZQR"});
+    EXPECT_EQ(codeOf([&] { link.sendBlocks("A", true); }), -10001);
+    EXPECT_EQ(link.unread, "R");
+}
+
 TEST(Upload, SerialDiscardsTheCodeOfARefusalAndTriesAgain)
 {
     ScriptedLink accepted(serialRules, {bytes({0x15, 0x21}), "Z\x06", {ack}});

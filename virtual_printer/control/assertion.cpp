@@ -95,8 +95,7 @@ std::vector<std::string> Assertion::differences(const ControlledPrinter& printer
 
 Position Assertion::begin(const ControlledPrinter& printer) const
 {
-    if (documents && sinceDocument.value_or(0) > 0 &&
-        sinceExchange.value_or(printer.journalBegan) < printer.journalBegan) {
+    if (documents && sinceExchange.value_or(printer.journalBegan) < printer.journalBegan) {
         throw ControlRefusal(status::gone, "The journal has begun anew since, before exchange " +
                                                std::to_string(printer.journalBegan) +
                                                "; give a later \"since\".");

@@ -28,6 +28,12 @@ bool isAccepted(const Exchanged& exchanged)
     return exchanged.refusal == Refusal::none && exchanged.isAcknowledged;
 }
 
+// What the till was given for it is all, and it was something.
+bool hasSpoken(const Exchanged& exchanged)
+{
+    return exchanged.isOver && !exchanged.toTill.empty();
+}
+
 } // namespace
 
 Exchanged Recorder::begin(Exchanged::Kind kind, std::string_view bytes, Time now) const
@@ -70,15 +76,16 @@ bool Recorder::hasBeenTaken(const Exchanged& block) const
     return block.repeatOf != 0 && block.repeatOf == last && trace.find(last)->isExecuted;
 }
 
-// A serial link sends again what got any other answer than an acceptance; TCP what got none.
+// A serial link sends again at once what got any other answer than an acceptance, and gives up when there is
+// none; TCP sends again what has met silence.
 int Recorder::attemptOf(const Exchanged& exchanged, Time now) const
 {
     const Exchanged* before = trace.find(last);
     if (before == nullptr || before->number != exchanged.repeatOf || before->attempt == triesOfACall) {
         return 1;
     }
-    const bool hasMetSilence = !lastIsAnswered && now - lastBegan >= shortestSilence;
-    const bool isTriedAgain = codePage == CodePage::cp852 || hasMetSilence;
+    const bool hasMetSilence = !lastIsAnswered && !hasSpoken(*before) && now - lastBegan >= shortestSilence;
+    const bool isTriedAgain = codePage == CodePage::cp852 ? hasSpoken(*before) : hasMetSilence;
     return isTriedAgain ? before->attempt + 1 : 1;
 }
 
@@ -134,8 +141,11 @@ void Recorder::hasEnded(std::uint64_t number)
 bool Recorder::isCallOver() const
 {
     const Exchanged* exchanged = trace.find(last);
-    return exchanged == nullptr || isAccepted(*exchanged) || exchanged->attempt == triesOfACall ||
-           (codePage == CodePage::windows1250 && lastIsAnswered);
+    if (exchanged == nullptr || isAccepted(*exchanged) || exchanged->attempt == triesOfACall) {
+        return true;
+    }
+    return codePage == CodePage::windows1250 ? lastIsAnswered || hasSpoken(*exchanged)
+                                             : exchanged->isOver && exchanged->toTill.empty();
 }
 
 void Recorder::hasGone()

@@ -123,6 +123,9 @@ TEST_F(Assertions, PassOverNoDocumentOfAJournalThatWasCleared)
               "The journal has begun anew since, before exchange 8; give a later \"since\".");
     EXPECT_THAT(check(R"({"since": {"document": 1}, "committed": [{"kind": "cancelledReceipt"}]})"),
                 ElementsAre());
+    EXPECT_EQ(
+        refusedWith(410, post(at("assert"), R"({"since": {"exchange": 1, "document": 0}, "committed": []})")),
+        "The journal has begun anew since, before exchange 8; give a later \"since\".");
     const std::string later = get(at("state"))["position"].dump();
     EXPECT_THAT(check(R"({"since": )" + later + R"(, "committed": []})"), ElementsAre());
     post(at("restore"), R"({"name": "evening"})");

@@ -131,19 +131,35 @@ TEST_P(EndedFaults, AreThoseWhoseLastCallIsOver)
     till.arm(R"({"kind":"acknowledgeTwice","calls":1})");
     till.heard(harmless);
     EXPECT_TRUE(hasEnded());
-    // Any other request is, whichever it is.
+    // Any other request is, whichever it is; on a serial line silence, too, after which the link gives up.
     till.arm(R"({"kind":"acknowledgeLost","command":"E0","calls":1})");
     till.heard(harmless);
-    EXPECT_FALSE(hasEnded());
+    EXPECT_EQ(hasEnded(), isSerial);
     till.heard(variable);
     EXPECT_TRUE(hasEnded());
     till.heard("\x03");
     // And the end of the connection.
     till.arm(R"({"kind":"acknowledgeLost","calls":1})");
     till.heard(harmless);
-    EXPECT_FALSE(hasEnded());
+    EXPECT_EQ(hasEnded(), isSerial);
     till.session.hasGone();
     EXPECT_TRUE(hasEnded());
+}
+
+// What the till sends again by itself is one call: on a serial line what was answered otherwise, over TCP
+// silence.
+TEST_P(EndedFaults, CountTheCallsAsTheLinkMakesThem)
+{
+    const bool isSerial = GetParam() == CodePage::cp852;
+    till.arm(R"({"kind":"acknowledgeLost","calls":1})");
+    EXPECT_EQ(till.heard(harmless), "");
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(4000))), isSerial ? accepted : "");
+    EXPECT_EQ(till.station.trace.find(2)->attempt, isSerial ? 1 : 2);
+    disarm(1);
+    till.heard(harmless);
+    till.arm(R"({"kind":"refuse","code":77,"calls":1})");
+    EXPECT_EQ(till.heard(harmless), "\x15\x4D");
+    EXPECT_EQ(bytesOf(till.send(harmless, milliseconds(4000))), isSerial ? "\x15\x4D" : accepted);
 }
 
 TEST_P(EndedFaults, AreThoseWhoseUploadIsOver)

@@ -30,26 +30,27 @@ std::uint64_t blockedSignals()
 
 LeftBehind::LeftBehind() : files(openFiles()), signals(blockedSignals()) {}
 
-std::vector<std::string> LeftBehind::look(long piecesBefore, const std::function<void()>& renewPrinter)
+LeftBehind::Found LeftBehind::look(long piecesBefore, const std::function<void()>& renewPrinter)
 {
     constexpr int patience = 5000;
     for (int looks = 0; (openFiles() > files || piecesHeld() > piecesBefore) && looks < patience; ++looks) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
         renewPrinter();
     }
-    std::vector<std::string> left;
+    Found found;
     if (const std::size_t now = openFiles(); now > files) {
-        left.push_back(std::to_string(now - files) + " files are still open");
+        found.left.push_back(std::to_string(now - files) + " files are still open");
         files = now;
     }
-    if (const long pieces = piecesHeld() - piecesBefore; pieces > 0 && left.empty()) {
-        left.push_back(std::to_string(pieces) + " pieces of memory are left");
+    if (const long pieces = piecesHeld() - piecesBefore; pieces > 0 && found.left.empty()) {
+        found.isMemory = true;
+        found.left.push_back(std::to_string(pieces) + " pieces of memory are left");
     }
     if (const std::uint64_t now = blockedSignals(); now != signals) {
-        left.emplace_back("other signals are blocked than before");
+        found.left.emplace_back("other signals are blocked than before");
         signals = now;
     }
-    return left;
+    return found;
 }
 
 } // namespace telvofm::test::torture

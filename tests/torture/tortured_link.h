@@ -69,11 +69,14 @@ private:
         TrappedCall failing;
         Torment torment;
         std::size_t index;
+        bool isTriedAgain = false;
+        bool hasLeftMemory = false;
     };
 
     Rehearsed rehearse(const SweptCall& call);
     Places rehearse(const FreeCall& call);
     std::vector<Case> casesOf(const std::string& name, const Places& places, Torment torment);
+    static void tryEach(const std::vector<Case>& cases, const std::function<void(Case&)>& run);
     void run(const SweptCall& call, const Rehearsed& rehearsed, Case& one);
     void run(const FreeCall& call, Case& one);
     bool judgeCall(const SweptCall& call, const Rehearsed& rehearsed, Case& one, tools::CallContext& context);
@@ -81,7 +84,7 @@ private:
     int resultOfTheNextCall(const Case& one, bool followsSuccess);
     // The printer forgets what it has heard.
     void renewPrinter();
-    void expectNothingLeft(const Case& one, long piecesBefore);
+    void expectNothingLeft(Case& one, long piecesBefore);
     void report(const Case& one, const std::string& why);
 
     Link link;

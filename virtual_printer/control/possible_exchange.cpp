@@ -146,7 +146,7 @@ void requireValues(const Json& expected, const std::string& place)
     }
     for (const char* bytes : {"fromTill", "toTill"}) {
         const Json* pairs = members.find(bytes);
-        if (pairs != nullptr && *pairs != "" && *pairs != hexadecimal(bytesOf(*pairs).value_or(""))) {
+        if (pairs != nullptr && *pairs != hexadecimal(bytesOf(*pairs).value_or(""))) {
             refuseEntry("\"" + place + "." + bytes +
                         R"(" is not written as bytes are; write them as "1c 01 e0 04 f9".)");
         }

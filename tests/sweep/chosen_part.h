@@ -5,7 +5,7 @@
 
 namespace telvofm::test::sweep {
 
-// TELVOFM_LINK_SWEEP says it: "3/40 20" is part 3 (from 0) of forty, and of it each twentieth case. Without
+// TELVOFM_LINK_SWEEP says it: "3/40 20" is the share 3 (from 0) of forty, and of it each twentieth case. Without
 // it a few. What is wrong fails the running test.
 void sweepChosenPart(LinkSweep& sweep);
 

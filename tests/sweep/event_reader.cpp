@@ -124,6 +124,22 @@ Byte EventReader::takeReceived()
     return byte;
 }
 
+// Whether a step of a wait has brought nothing; what it has brought is taken.
+bool EventReader::isSilent(const WireEvent& event, Milliseconds step)
+{
+    if (event.act == Act::closed) {
+        throw CallEnds{transportFailed};
+    }
+    if (event.act == Act::received) {
+        received = event.bytes;
+        return false;
+    }
+    if (event.act != Act::silent || event.lasted != step) {
+        throw Deviation{"a wait of " + std::to_string(step.count()) + " ms was due, not " + textOf(event)};
+    }
+    return true;
+}
+
 // A step of three seconds, a probe, and another step; what the printer says of itself begins the wait anew,
 // but for "ready" behind a probe.
 Byte EventReader::tcpByte(bool passThrough)
@@ -131,19 +147,14 @@ Byte EventReader::tcpByte(bool passThrough)
     bool hasProbed = false;
     for (;;) {
         while (received.empty()) {
-            const WireEvent& event = next("a wait");
-            if (event.act == Act::received) {
-                received = event.bytes;
-            } else if (event.act == Act::closed) {
-                throw CallEnds{transportFailed};
-            } else if (event.act != Act::silent || event.lasted != tcpStep) {
-                throw Deviation{"a wait of 3 s was due, not " + textOf(event)};
-            } else if (hasProbed) {
-                throw CallEnds{timedOut};
-            } else {
-                expectByte(xon);
-                hasProbed = true;
+            if (!isSilent(next("a wait"), tcpStep)) {
+                continue;
             }
+            if (hasProbed) {
+                throw CallEnds{timedOut};
+            }
+            expectByte(xon);
+            hasProbed = true;
         }
         const Byte byte = takeReceived();
         if (passThrough || (byte != xon && byte != xoff)) {
@@ -162,13 +173,10 @@ Byte EventReader::serialByte()
     Milliseconds since = lastMoment();
     while (received.empty()) {
         const WireEvent& event = next("a wait");
-        if (event.act == Act::received) {
-            received = event.bytes;
-        } else if (event.act == Act::closed) {
-            throw CallEnds{transportFailed};
-        } else if (event.act != Act::silent || event.lasted != serialStep) {
-            throw Deviation{"a wait of 15 s was due, not " + textOf(event)};
-        } else if (nextIs(Act::linesOff)) {
+        if (!isSilent(event, serialStep)) {
+            continue;
+        }
+        if (nextIs(Act::linesOff)) {
             ++position;
             since = lastMoment();
         } else if (event.at - since > serialStep) {

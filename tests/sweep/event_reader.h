@@ -43,6 +43,7 @@ public:
 private:
     Byte tcpByte(bool passThrough);
     Byte serialByte();
+    bool isSilent(const WireEvent& event, Milliseconds step);
     Byte takeReceived();
     void expectSent(std::string_view bytes);
     // The next event; a Deviation when there is none.

@@ -1,16 +1,11 @@
 """Makes the seeds of the block receiver's fuzzer. Run it in this folder after a change."""
-import functools
-import operator
 import pathlib
+
+from wire_units import block
 
 TCP, SERIAL = 0, 1
 STRICT, REPAIRED = 2, 4
 MORE, LAST, END, REFUSED = b"\x17", b"\x03", b"\x04", b"\x15\x07"
-
-
-def block(data, terminator):
-    unit = b":" + bytes([len(data) - 1]) + data + terminator
-    return unit + bytes([functools.reduce(operator.xor, unit)])
 
 
 def damaged(data, terminator):

@@ -1,21 +1,9 @@
 """Makes the seeds of the exchange fuzzer. Run it in this folder after a change."""
-import functools
-import operator
 import pathlib
 
+from wire_units import block, request
+
 ACCEPTED, LAST, MORE, DAMAGED, PROBE = b"\x06", b"\x03", b"\x17", b"\x15", b"\x11"
-
-
-def with_checksum(unit):
-    return unit + bytes([functools.reduce(operator.xor, unit)])
-
-
-def request(command, *fields):
-    return with_checksum(b"\x1c\x01" + bytes([command]) + b"".join(field + b"\0" for field in fields) + b"\x04")
-
-
-def block(data, terminator):
-    return with_checksum(b":" + bytes([len(data) - 1]) + data + terminator)
 
 
 item = request(0x24, b"1", b"Chlieb", b"1.50", b"A", b"1.000", b"1.50", b"ks ")

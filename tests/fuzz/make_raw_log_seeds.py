@@ -1,19 +1,7 @@
 """Makes the seeds of the raw log's fuzzer. Run it in this folder after a change."""
-import functools
-import operator
 import pathlib
 
-
-def checked(unit):
-    return unit + bytes([functools.reduce(operator.xor, unit)])
-
-
-def request(command, *fields):
-    return checked(b"\x1c\x01" + bytes([command]) + b"".join(field + b"\0" for field in fields) + b"\x04")
-
-
-def block(data, terminator):
-    return checked(b":" + bytes([len(data) - 1]) + data + terminator)
+from wire_units import block, request
 
 
 def till(unit):

@@ -30,25 +30,16 @@ void SoakBooks::noteProcess()
     residentBytes = residentBytesNow();
 }
 
-void SoakBooks::take(const SoakPrinter& printer)
+void SoakBooks::print(const SoakPrinter& printer) const
 {
-    residentGrowth = residentBytesNow() - residentBytes;
-    handleGrowth = handlesNow() - handles;
-    calls = printer.calls();
-    refusals = printer.refusals();
-    unknown = printer.unknownOutcomes();
-    unknownDone = printer.unknownButDone();
-    askedAgain = printer.questionsAgain();
-    sessions = printer.sessions();
-}
-
-void SoakBooks::print() const
-{
+    const long residentGrowth = residentBytesNow() - residentBytes;
+    const long handleGrowth = handlesNow() - handles;
     std::printf(R"({"calls": %ld, "refused": %ld, "unknown": %ld, "unknownButDone": %ld, "askedAgain": %ld, )"
                 R"("sessions": %ld, "receipts": %ld, "cancelled": %ld, "closures": %ld, "turnover": "%s", )"
                 R"("drawer": "%s", "residentGrowth": %ld, "handleGrowth": %ld})"
                 "\n",
-                calls, refusals, unknown, unknownDone, askedAgain, sessions, receipts, cancelled, closures,
+                printer.calls(), printer.refusals(), printer.unknownOutcomes(), printer.unknownButDone(),
+                printer.questionsAgain(), printer.sessions(), receipts, cancelled, closures,
                 amountOf(turnover).c_str(), amountOf(drawer).c_str(), residentGrowth, handleGrowth);
 }
 

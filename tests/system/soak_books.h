@@ -15,21 +15,12 @@ struct SoakBooks
 
     // Of the process, when it is warm.
     void noteProcess();
-    // What the calls came to, and the process at the end.
-    void take(const SoakPrinter& printer);
-    void print() const;
+    // With what the calls came to, and how the process has grown since.
+    void print(const SoakPrinter& printer) const;
 
 private:
-    long calls = 0;
-    long refusals = 0;
-    long unknown = 0;
-    long unknownDone = 0;
-    long askedAgain = 0;
-    long sessions = 0;
     long residentBytes = 0;
     long handles = 0;
-    long residentGrowth = 0;
-    long handleGrowth = 0;
 };
 
 } // namespace telvofm::test

@@ -29,7 +29,7 @@ public:
     {
     }
 
-    SoakBooks run()
+    void run()
     {
         constexpr long warmingUp = 10; // a tenth
         while (printer.calls() < most) {
@@ -42,8 +42,7 @@ public:
         if (isDayOpen) {
             closeDay();
         }
-        books.take(printer);
-        return books;
+        books.print(printer);
     }
 
 private:
@@ -167,6 +166,6 @@ int main(int count, char** arguments)
         return 2;
     }
     Till till(arguments[1], std::atol(arguments[2]), static_cast<unsigned>(std::atol(arguments[3])));
-    till.run().print();
+    till.run();
     return EXIT_SUCCESS;
 }

@@ -169,7 +169,7 @@ static class LayerTest
         Receipt left = WithOneItem(session);
         Receipt another = session.NewReceipt();
         CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
-        Check(another.Recover().Verdict == Verdict.NotSold && session.Variable("STATE") == "open", "a receipt that was not begun");
+        Check(another.Recover().Verdict == Verdict.AskAPerson && session.Variable("STATE") == "open", "a receipt behind one that was open");
         Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
         Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");
         Check(session.InterruptedReceipt("1", 7).Recover().Verdict == Verdict.AskAPerson, "a receipt of somebody else");

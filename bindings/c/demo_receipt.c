@@ -4,8 +4,9 @@
  *     demo_receipt ADDRESS
  *
  * Its last line begins with "sold: ", "not sold: " or "ask a person: ", and it ends with 0, 1 or 3; with 2
- * when it is called wrongly. Texts are in Windows-1250, as the library takes them: here as escapes, in your
- * sources perhaps as they are, if the sources are in Windows-1250 themselves.
+ * when it is called wrongly, or the library is of another version. Texts are in Windows-1250, as the library
+ * takes them: here as escapes, in your sources perhaps as they are, if the sources are in Windows-1250
+ * themselves.
  */
 #include "telvofm.h"
 
@@ -15,6 +16,7 @@
 enum
 {
     device = 1,
+    interfaceVersion = 106, /* what getVersion returns */
     sold = 0,
     notSold = 1,
     askAPerson = 3
@@ -227,6 +229,12 @@ int main(int count, char** arguments)
 {
     if (count != 2) {
         fputs("usage: demo_receipt ADDRESS\n", stderr);
+        return 2;
+    }
+    if (getVersion() != interfaceVersion) {
+        fprintf(stderr,
+                "the library that was found has version %d of the interface, and this program needs %d\n",
+                getVersion(), interfaceVersion);
         return 2;
     }
     if (openFM(arguments[1]) != 0) {

@@ -164,12 +164,32 @@ class DemoReceipt(Case):
         missing = str(work / "missing" / library.name)
         self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=missing), missing)
 
+    def with_library(self, file):
+        """The program with this file as its library, and the name that it has there."""
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        wrong = str(pathlib.Path(folder.name) / library.name)
+        shutil.copy(file, wrong)
+        return Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong), wrong
+
     @unittest.skipIf(linked, "the system loads the library")
     def test_wrong_library_is_one_sentence(self):
-        with tempfile.TemporaryDirectory() as folder:
-            wrong = str(pathlib.Path(folder) / library.name)
-            shutil.copy(build / "libmodem_lines.so", wrong)
-            self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong), wrong)
+        self.assert_one_sentence(*self.with_library(build / "libmodem_lines.so"))
+
+    @unittest.skipIf(linked, "the system loads the library")
+    def test_file_that_is_no_library_is_one_sentence(self):
+        self.assert_one_sentence(*self.with_library(__file__))
+
+    @unittest.skipIf(library.suffix == ".dll", "the library of another version is one for Linux")
+    def test_library_of_another_version_is_one_sentence(self):
+        another = build / "libtelvofm_of_another_version.so"
+        if linked:
+            ended, name = Ended(command, "127.0.0.1:1", LD_PRELOAD=str(another)), "library"
+        else:
+            ended, name = self.with_library(another)
+        self.assert_one_sentence(ended, name)
+        self.assertIn("version 105 of the interface", ended.errors)
+        self.assertIn("106", ended.errors)
 
     def assert_one_sentence(self, ended, name):
         self.assertEqual(ended.code, CALLED_WRONGLY, ended)

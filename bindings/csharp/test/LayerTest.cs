@@ -60,6 +60,9 @@ static class LayerTest
         }
         Check(CallException.Of("openFM", -1, true) is NotExecutedException, "what never left");
         CheckThrows<LibraryException>("32 bits; build it for x64", () => Library.RequireBits(32));
+        // Windows answers so with a library for 32 bits; Mono on Linux calls every file that it cannot load a missing one.
+        Check(Library.Explained(new BadImageFormatException(), "getVersion").EndsWith("put the 64-bit telvofm.dll beside the program."), "32 bits");
+        Check(Library.Explained(new OutOfMemoryException(), "getVersion") == null, "what is not the library's fault");
     }
 
     static Receipt WithOneItem(Session session)

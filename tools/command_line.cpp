@@ -126,7 +126,7 @@ void addCompletion(CLI::App& app, Task& task)
 
 void describe(CLI::App& app, Task& task)
 {
-    app.allow_windows_style_options(false);
+    addCommon(app, task);
     app.set_version_flag("--version", "telvofm " TELVOFM_VERSION);
     app.require_subcommand(0, 1); // what is missing is said in words of our own
     app.footer("Exit codes:\n"
@@ -169,18 +169,19 @@ const CLI::App& chosen(const CLI::App& app)
 // The parser itself would call it unexpected.
 void refuseUnknownCommand(const CLI::App& app, const std::vector<std::string>& words)
 {
-    if (words.empty()) {
+    const auto word = std::find_if(words.begin(), words.end(),
+                                   [](const std::string& one) { return !one.starts_with('-'); });
+    if (word == words.end()) {
         return;
     }
     std::vector<std::string_view> names;
     for (const CLI::App* command : app.get_subcommands({})) {
         names.emplace_back(command->get_name());
     }
-    const std::string& word = words.front();
-    if (!word.starts_with('-') && std::find(names.begin(), names.end(), word) == names.end()) {
-        const std::string_view nearest = nearestName(word, names);
+    if (std::find(names.begin(), names.end(), *word) == names.end()) {
+        const std::string_view nearest = nearestName(*word, names);
         throw Failure(Ending::wrongUse,
-                      "there is no command " + word +
+                      "there is no command " + *word +
                           (nearest.empty() ? "; 'telvofm --help' lists them"
                                            : "; did you mean " + std::string(nearest) + "?"));
     }

@@ -38,14 +38,15 @@ Ending writeBashCompletion(Output& output)
     const auto commands = commandWords();
     std::string script = "# Completes the words of telvofm; written by 'telvofm completion bash'.\n"
                          "_telvofm()\n{\n"
-                         "    local word=${COMP_WORDS[COMP_CWORD]} options words\n"
+                         "    local word=${COMP_WORDS[COMP_CWORD]} command=1 options words\n"
                          "    COMPREPLY=()\n"
-                         "    if [[ $COMP_CWORD -eq 1 ]]; then\n"
+                         "    if [[ ${COMP_WORDS[1]} == --json && $COMP_CWORD -gt 1 ]]; then command=2; fi\n"
+                         "    if [[ $COMP_CWORD -eq $command ]]; then\n"
                          "        mapfile -t COMPREPLY < <(compgen -W \"" +
                          joined(commands, [](const CommandWords& command) { return command.name; }) +
-                         " --help --version\" -- \"$word\")\n"
+                         " --help --json --version\" -- \"$word\")\n"
                          "        return\n    fi\n"
-                         "    case ${COMP_WORDS[1]} in\n";
+                         "    case ${COMP_WORDS[command]} in\n";
     for (const CommandWords& command : commands) {
         script += "    " + command.name + ")\n        options=\"" +
                   joined(command.options, [](const std::string& option) { return option; }) +

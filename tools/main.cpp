@@ -46,7 +46,8 @@ Ending fail(Ending ending, const std::string& sentence, Output& output)
     return ending;
 }
 
-// Also a command line that cannot be understood is answered in JSON when it asks for it.
+// What is said before a command is known is in JSON as well when it is asked for: help, the version, and why
+// a command line cannot be understood.
 bool asksForJson(const std::vector<std::string>& words)
 {
     return std::find(words.begin(), words.end(), "--json") != words.end();
@@ -57,7 +58,9 @@ Ending run(const std::vector<std::string>& words, std::FILE* target)
     Output output(target, asksForJson(words));
     try {
         const Task task = readCommandLine(words);
-        output = Output(target, task.isJson);
+        if (task.errand != Errand::none) {
+            output = Output(target, task.isJson); // the word may be an argument of a call
+        }
         const Ending ending = carryOut(task, output);
         output.end();
         return ending;

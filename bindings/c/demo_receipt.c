@@ -4,8 +4,9 @@
  *     demo_receipt ADDRESS
  *
  * Its last line begins with "sold: ", "not sold: " or "ask a person: ", and it ends with 0, 1 or 3; with 2
- * when it is called wrongly. Texts are in Windows-1250, as the library takes them: here as escapes, in your
- * sources perhaps as they are, if the sources are in Windows-1250 themselves.
+ * when it is called wrongly, or the library is of another version. Texts are in Windows-1250, as the library
+ * takes them: here as escapes, in your sources perhaps as they are, if the sources are in Windows-1250
+ * themselves.
  */
 #include "telvofm.h"
 
@@ -15,6 +16,7 @@
 enum
 {
     device = 1,
+    interfaceVersion = 106, /* what getVersion returns */
     sold = 0,
     notSold = 1,
     askAPerson = 3
@@ -126,9 +128,11 @@ static int sellLines(void)
            itsVoid(&zemla);
 }
 
-static int takePayments(void)
+static int takePayments(int* isFinished)
 {
-    for (size_t i = 0; i < sizeof payments / sizeof *payments; ++i) {
+    const size_t count = sizeof payments / sizeof *payments;
+    for (size_t i = 0; i < count; ++i) {
+        *isFinished = i + 1 == count;
         if (pay(&payments[i]) || isAnother("DUE", payments[i].due)) {
             return 1;
         }
@@ -136,10 +140,12 @@ static int takePayments(void)
     return 0;
 }
 
-static int sell(void)
+/* isFinished: whether the last payment was sent, whatever became of it. */
+static int sell(int* isFinished)
 {
     return failed("paragonBegin", paragonBegin(device, 0, 1, 0, 0, 1, 0)) || sellLines() ||
-           isAnother("TOTAL", total) || takePayments() || failed("paragonEnd", paragonEnd(device, 0, 0));
+           isAnother("TOTAL", total) || takePayments(isFinished) ||
+           failed("paragonEnd", paragonEnd(device, 0, 0));
 }
 
 static int isSold(const char* lastBefore)
@@ -160,20 +166,37 @@ static int saidSold(void)
     return sold;
 }
 
+static int saidAskAPerson(const char* why)
+{
+    printf("ask a person: %s\n", why);
+    return askAPerson;
+}
+
+/* None was open before, so that one that is open is ours. Without all answers it is left as it is. */
+static void finish(const char* lastBefore, int isFinished)
+{
+    const Answer last = ask("LAST_RECEIPT"), state = ask("STATE"), sum = ask("TOTAL"), due = ask("DUE");
+    if (state.text[0] == '\0' || sum.text[0] == '\0' || due.text[0] == '\0' ||
+        strcmp(last.text, lastBefore) != 0 || strcmp(state.text, "closed") == 0) {
+        return;
+    }
+    if (isFinished && strcmp(sum.text, total) == 0 && strcmp(due.text, "0.00") == 0) {
+        paragonEnd(device, 0, 0);
+    } else {
+        destroyParagon(device, 0, "");
+    }
+}
+
 /*
- * Asks the printer what it has. A receipt that is still open is ended when it is paid as it should be, and
+ * Asks the printer what it has, also after a refusal: it may have carried out the first of several requests
+ * and refused its repetition. A receipt that is still open is ended when it is paid as it should be, and
  * cancelled otherwise: then it can be sold again.
  */
-static int recover(const char* address, const char* lastBefore)
+static int recover(const char* address, const char* lastBefore, int isFinished)
 {
     closeFM(); /* an answer that comes late must not be taken for that of a question */
-    if (openFM(address) == 0 && lastBefore[0] != '\0') {
-        if (is("LAST_RECEIPT", lastBefore) && is("STATE", "paying") && is("TOTAL", total) &&
-            is("DUE", "0.00")) {
-            paragonEnd(device, 0, 0);
-        } else if (is("LAST_RECEIPT", lastBefore) && !is("STATE", "closed")) {
-            destroyParagon(device, 0, "");
-        }
+    if (openFM(address) == 0) {
+        finish(lastBefore, isFinished);
         if (isSold(lastBefore)) {
             return saidSold();
         }
@@ -182,8 +205,24 @@ static int recover(const char* address, const char* lastBefore)
             return notSold;
         }
     }
-    puts("ask a person: look at the printer's paper before this receipt is sold again");
-    return askAPerson;
+    return saidAskAPerson("look at the printer's paper before this receipt is sold again");
+}
+
+static int sellOrRecover(const char* address)
+{
+    const Answer lastBefore = ask("LAST_RECEIPT"), state = ask("STATE");
+    if (lastBefore.text[0] == '\0' || state.text[0] == '\0') {
+        puts("not sold: the printer does not say whether a receipt is open");
+        return notSold;
+    }
+    if (strcmp(state.text, "closed") != 0) { /* it is not ours: never ended, never cancelled */
+        return saidAskAPerson("another receipt is open; end or cancel it before this one is sold");
+    }
+    int isFinished = 0;
+    if (sell(&isFinished) == 0 && isSold(lastBefore.text)) {
+        return saidSold();
+    }
+    return recover(address, lastBefore.text, isFinished);
 }
 
 int main(int count, char** arguments)
@@ -192,19 +231,19 @@ int main(int count, char** arguments)
         fputs("usage: demo_receipt ADDRESS\n", stderr);
         return 2;
     }
+    if (getVersion() != interfaceVersion) {
+        fprintf(stderr,
+                "the library that was found has version %d of the interface, and this program needs %d\n",
+                getVersion(), interfaceVersion);
+        return 2;
+    }
     if (openFM(arguments[1]) != 0) {
         closeFM();
         printf("not sold: no printer answers at %s\n", arguments[1]);
         return notSold;
     }
     sellingDayBegin(device, 0); /* refused when the day is open already: then go on */
-    const Answer lastBefore = ask("LAST_RECEIPT");
-    int result = askAPerson;
-    if (sell() == 0 && isSold(lastBefore.text)) {
-        result = saidSold();
-    } else {
-        result = recover(arguments[1], lastBefore.text);
-    }
+    const int result = sellOrRecover(arguments[1]);
     closeFM();
     return result;
 }

@@ -45,6 +45,10 @@ int main(int count, char** arguments)
         return 2;
     }
     telvofm::Result<telvofm::Session> session = telvofm::Session::open(arguments[1]);
+    if (!session && session.error().kind == telvofm::Kind::libraryError) {
+        std::cerr << session.error().text() << '\n';
+        return 2;
+    }
     if (!session) {
         std::cout << "not sold: " << session.error().text() << '\n';
         return 1;

@@ -22,24 +22,34 @@ namespace Telvofm
                     Marshal.Prelink(each);
                 }
             }
-            catch (DllNotFoundException missing)
+            catch (Exception wrong) when (Explained(wrong, function.Name) != null)
             {
-                throw new LibraryException("The library is missing; put telvofm.dll (on Linux libtelvofm.so) beside the program.", missing);
-            }
-            catch (BadImageFormatException wrong)
-            {
-                throw new LibraryException("The library that was found is not for this processor; put the 64-bit telvofm.dll beside the program.", wrong);
-            }
-            catch (EntryPointNotFoundException wrong)
-            {
-                throw new LibraryException("The library that was found is not this telvofm: it has no function " + function.Name +
-                                           "; put the one beside the program that came with these sources.", wrong);
+                throw new LibraryException(Explained(wrong, function.Name), wrong);
             }
             if (Functions.getVersion() != Version)
             {
                 throw new LibraryException("The telvofm that was found has version " + Functions.getVersion() + " of the interface, and these sources need " +
                                            Version + "; take both from the same release.");
             }
+        }
+
+        /// <summary>Why the runtime did not load the library, or did not find a function in it; null for anything else.</summary>
+        internal static string Explained(Exception wrong, string function)
+        {
+            if (wrong is DllNotFoundException)
+            {
+                return "The library is missing; put telvofm.dll (on Linux libtelvofm.so) beside the program.";
+            }
+            if (wrong is BadImageFormatException)
+            {
+                return "The library that was found is not for this processor; put the 64-bit telvofm.dll beside the program.";
+            }
+            if (wrong is EntryPointNotFoundException)
+            {
+                return "The library that was found is not this telvofm: it has no function " + function +
+                       "; put the one beside the program that came with these sources.";
+            }
+            return null;
         }
 
         internal static void RequireBits(int bits)

@@ -10,9 +10,10 @@ namespace Telvofm
     {
         readonly Session session;
         readonly Questions questions;
-        bool begun;
+        bool begun; // or may be
+        bool anotherOpen; // since before this one: whatever is open is not ours
         bool compared; // its total with the printer's, before the first payment
-        bool finished; // as far as the till goes: paid in full, or told to end
+        bool finished; // as far as the till goes: paid in full, refused or not, or told to end
         OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
 
         /// <summary>The last receipt's number before this one began; null while it has not, or cannot be asked.</summary>
@@ -49,20 +50,26 @@ namespace Telvofm
         // nothing more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts
         // with more decimals than money (2) or quantities (3) have. After these two nothing was sent.
 
-        /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and leaves no receipt
-        /// open when it was refused.</summary>
+        /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and
+        /// OutcomeUnknownException also when another receipt was open before. After a failure call Recover before anything else: the
+        /// printer may have opened it and refused the same request when it was sent again.</summary>
         public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
         {
             NumberBefore = Asked(questions.LastNumber);
+            anotherOpen = questions.State != null && session.Variable(questions.State) != questions.Closed;
             begun = true;
             try
             {
                 Send("paragonBegin", () => Functions.paragonBegin(session.Device, 0, saleType, commission, receiptType, recapitulation, picture));
             }
-            catch (CallException failure)
+            catch (NotExecutedException)
             {
-                begun = failure.Executed == Executed.Unknown;
+                begun = false;
                 throw;
+            }
+            if (anotherOpen)
+            {
+                throw Doubt("paragonBegin", "Another receipt was open before.");
             }
         }
 
@@ -109,6 +116,12 @@ namespace Telvofm
             catch (OutcomeUnknownException)
             {
                 Count(amount); // as it was meant
+                throw;
+            }
+            catch (RefusedException)
+            {
+                finished = Due(amount) == 0; // it may have been taken before its refusal, which the printer's totals tell
+                Compare("payment_str", questions.Due, Due(), "what is due");
                 throw;
             }
             Count(amount);
@@ -159,10 +172,10 @@ namespace Telvofm
             finished = Due() == 0;
         }
 
-        /// <summary>What is left to pay, or to pay out; more than that is given back.</summary>
-        decimal Due()
+        /// <summary>What is left to pay, or to pay out, after this amount too; more than that is given back.</summary>
+        decimal Due(decimal amount = 0)
         {
-            decimal due = Total - Paid;
+            decimal due = Total - Paid - amount;
             return Math.Sign(due) == Math.Sign(Total) ? due : 0;
         }
 

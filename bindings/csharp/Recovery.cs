@@ -46,8 +46,9 @@ namespace Telvofm
     public sealed partial class Receipt
     {
         /// <summary>Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-        /// should be, and cancelled otherwise. Throws nothing for what the printer does, and may be called again. When its session
-        /// is closed it asks nobody, whoever has opened another: a person has to look.</summary>
+        /// should be, and cancelled otherwise; one that was open before this one began is left alone. Throws nothing for what the
+        /// printer does, and may be called again. When its session is closed it asks nobody, whoever has opened
+        /// another: a person has to look.</summary>
         public Recovery Recover()
         {
             if (!begun)
@@ -58,6 +59,11 @@ namespace Telvofm
             {
                 return new Recovery(Verdict.AskAPerson, "the session of this receipt is closed; look at the printer's paper before it is sold " +
                                                         "again, or recover it as an interrupted receipt of another session");
+            }
+            if (anotherOpen)
+            {
+                return new Recovery(Verdict.AskAPerson, "another receipt was open before this one began, and is left alone; end or cancel it " +
+                                                        "before this one is sold again");
             }
             if (NumberBefore == null)
             {

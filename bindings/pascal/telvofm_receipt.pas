@@ -19,9 +19,10 @@ type
   private
     FSession: TSession;
     FSessionNumber: Integer;
-    FIsBegun: Boolean;
+    FIsBegun: Boolean; { or may be }
+    FIsAnotherOpen: Boolean; { since before this one: whatever is open is not ours }
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
-    FIsFinished: Boolean; { as far as the till goes: paid in full, or told to end }
+    FIsFinished: Boolean; { as far as the till goes: paid in full, refused or not, or told to end }
     FIsInDoubt: Boolean; { nothing more is sold into it }
     FCall, FDoubt: string;
     FNumberBefore: UnicodeString;
@@ -29,7 +30,7 @@ type
     function Session: TSession;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
-    function Due: Currency;
+    function Due(Amount: Currency = 0): Currency;
     procedure Start(const Call: string);
     procedure Check(Code: Integer);
     procedure Compare(const Question: UnicodeString; Expected: Currency; const What: string);
@@ -42,7 +43,9 @@ type
       those that the till kept; it counts as paid in full. }
     constructor CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
 
-    { Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused. }
+    { Opens the receipt; what the numbers mean is the printer's matter. Raises EOutcomeUnknown also when another receipt was open
+      before. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
+      was sent again. }
     procedure BeginReceipt(SaleType: Integer = 1; Commission: Integer = 0; ReceiptType: Integer = 0; Recapitulation: Integer = 1;
       Picture: Integer = 0);
     { Sells an item: Total for Quantity of UnitName at UnitPrice each, under the printer's letter of a VAT rate. The library sends no
@@ -64,8 +67,8 @@ type
     procedure Cancel(const Description: UnicodeString = '');
 
     { Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-      cancelled otherwise. Raises nothing for what the printer does, and may be called again. When the session is freed it asks
-      nobody, whoever has opened another: a person has to look. }
+      cancelled otherwise; one that was open before this one began is left alone. Raises nothing for what the printer does, and may
+      be called again. When the session is freed it asks nobody, whoever has opened another: a person has to look. }
     function Recover: TRecovery;
 
     { The last receipt's number before this one began; empty while it has not, or when the printer cannot be asked. }
@@ -115,18 +118,23 @@ end;
 procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
 begin
   if Session.Questions.LastReceipt <> '' then
+  begin
     FNumberBefore := Session.Variable(Session.Questions.LastReceipt);
+    FIsAnotherOpen := Session.Variable(Session.Questions.State) <> Session.Questions.Closed;
+  end;
   FIsBegun := True;
   try
     Start('paragonBegin');
     Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
   except
-    on Failure: ECall do
+    on ENotExecuted do
     begin
-      FIsBegun := Failure is EOutcomeUnknown;
+      FIsBegun := False;
       raise;
     end;
   end;
+  if FIsAnotherOpen then
+    RaiseDoubt('Another receipt was open before.');
 end;
 
 procedure TReceipt.Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
@@ -183,6 +191,12 @@ begin
     on EOutcomeUnknown do
     begin
       Count(Amount); { as it was meant }
+      raise;
+    end;
+    on ERefused do
+    begin
+      FIsFinished := Due(Amount) = 0; { it may have been taken before its refusal, which the printer's totals tell }
+      Compare(Session.Questions.Due, Due, 'what is due');
       raise;
     end;
   end;
@@ -250,10 +264,10 @@ begin
   FIsFinished := Due = 0;
 end;
 
-{ What is left to pay, or to pay out; more than that is given back. }
-function TReceipt.Due: Currency;
+{ What is left to pay, or to pay out, after this amount too; more than that is given back. }
+function TReceipt.Due(Amount: Currency): Currency;
 begin
-  Result := FTotal - FPaid;
+  Result := FTotal - FPaid - Amount;
   if not (((Result > 0) and (FTotal > 0)) or ((Result < 0) and (FTotal < 0))) then
     Result := 0;
 end;
@@ -299,6 +313,9 @@ begin
   else if not IsOpenSession(FSessionNumber) then
     Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
       'recover it as an interrupted receipt of another session')
+  else if FIsAnotherOpen then
+    Result := Recovered(vdAskAPerson, 'another receipt was open before this one began, and is left alone; end or cancel it before this ' +
+      'one is sold again')
   else if FNumberBefore = '' then
     Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
   else

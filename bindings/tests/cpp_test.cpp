@@ -212,12 +212,13 @@ TEST_F(CppSession, NamesOfFilesAreTheSystemsMatter)
     EXPECT_TRUE(std::filesystem::remove(file));
 }
 
-TEST_F(CppSession, BeginThatWasRefusedTouchesNothing)
+TEST_F(CppSession, ReceiptThatWasOpenBeforeIsLeftAlone)
 {
     begun(); // another one, which is open
     Receipt receipt = session_->receipt();
     EXPECT_FALSE(receipt.begin());
-    EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
+    EXPECT_EQ(receipt.failure()->kind, Kind::refused);
+    EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
     EXPECT_EQ(session_->variable("STATE").value_or(""), "open");
 }
 

@@ -9,6 +9,7 @@ the C program, byte for byte; with trouble it must say what happened, and nothin
 import os
 import pathlib
 import shutil
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -83,6 +84,38 @@ class DemoReceipt(Case):
         self.assert_said(ended, NOT_SOLD, "not sold: ", "26")
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "itemSale", "count": 2}])
 
+    def test_begin_that_was_refused_is_not_sold(self):
+        ended = self.sell({"kind": "refuse", "code": 26, "command": "paragonBegin"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "26")
+        self.printer.expect(committed=[], received=[{"name": "itemSale", "count": 0}])
+
+    def test_begin_that_ran_before_its_refusal_is_cancelled(self):
+        ended = self.sell({"kind": "executedNotAcknowledged", "command": "paragonBegin", "code": 11})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "11")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "itemSale", "count": 0}])
+        self.assert_said(Ended(command, self.printer.address), SOLD, "sold: ")
+
+    def test_begin_whose_answer_is_lost_is_cancelled(self):
+        ended = self.sell({"kind": "connectionClosed", "at": "answer", "command": "paragonBegin"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "-10201")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}])
+
+    def test_last_payment_that_ran_before_its_refusal_is_sold(self):
+        ended = self.sell({"kind": "executedNotAcknowledged", "command": "payment", "code": 33, "fromCall": 4})
+        self.assert_said(ended, SOLD, "sold: receipt 1")
+        self.assertEqual(len(ended.failures), 1, ended)
+        self.printer.expect(committed=[RECEIPT], executed=[{"name": "payment", "count": 4}])
+
+    def test_payment_in_the_middle_that_ran_before_its_refusal_is_not_sold(self):
+        ended = self.sell({"kind": "executedNotAcknowledged", "command": "payment", "code": 33, "fromCall": 2})
+        self.assert_said(ended, NOT_SOLD, "not sold: ")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 2}])
+
+    def test_last_payment_that_was_refused_is_not_sold(self):
+        ended = self.sell({"kind": "refuse", "command": "payment", "code": 26, "fromCall": 4})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "26")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 3}])
+
     def test_payment_whose_acknowledge_is_lost_counts_once(self):
         ended = self.sell({"kind": "acknowledgeLost", "command": "payment", "fromCall": 4})
         self.assert_said(ended, SOLD, "sold: receipt 1")
@@ -131,17 +164,66 @@ class DemoReceipt(Case):
         missing = str(work / "missing" / library.name)
         self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=missing), missing)
 
+    def with_library(self, file):
+        """The program with this file as its library, and the name that it has there."""
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        wrong = str(pathlib.Path(folder.name) / library.name)
+        shutil.copy(file, wrong)
+        return Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong), wrong
+
     @unittest.skipIf(linked, "the system loads the library")
     def test_wrong_library_is_one_sentence(self):
-        with tempfile.TemporaryDirectory() as folder:
-            wrong = str(pathlib.Path(folder) / library.name)
-            shutil.copy(build / "libmodem_lines.so", wrong)
-            self.assert_one_sentence(Ended(command, "127.0.0.1:1", TELVOFM_LIBRARY=wrong), wrong)
+        self.assert_one_sentence(*self.with_library(build / "libmodem_lines.so"))
+
+    @unittest.skipIf(linked, "the system loads the library")
+    def test_file_that_is_no_library_is_one_sentence(self):
+        self.assert_one_sentence(*self.with_library(__file__))
+
+    @unittest.skipIf(library.suffix == ".dll", "the library of another version is one for Linux")
+    def test_library_of_another_version_is_one_sentence(self):
+        another = build / "libtelvofm_of_another_version.so"
+        if linked:
+            ended, name = Ended(command, "127.0.0.1:1", LD_PRELOAD=str(another)), "library"
+        else:
+            ended, name = self.with_library(another)
+        self.assert_one_sentence(ended, name)
+        self.assertIn("version 105 of the interface", ended.errors)
+        self.assertIn("106", ended.errors)
 
     def assert_one_sentence(self, ended, name):
         self.assertEqual(ended.code, CALLED_WRONGLY, ended)
         self.assertEqual(len(ended.errors.splitlines()), 1, ended)
         self.assertIn("telvofm" if searched else name, ended.errors)
+
+
+class ForeignReceipt(Case):
+    """Another till has left a receipt open, of the very total: it is neither ended nor cancelled, whatever becomes of this one."""
+
+    LEFT = ["sellingDayBegin", "1", "0", "--then", "paragonBegin", "1", "0", "1", "0", "0", "1", "0",
+            "--then", "itemSale_str", "1", "0", "Foreign", "23.59", "A", "1", "23.59", "ks"]
+    PAID = ["--then", "payment_str", "1", "0", "1", "23.59", "23.59", "0", "cash"]
+
+    def assert_left_alone(self, left, *faults):
+        printer = Printer()
+        self.addCleanup(printer.close)
+        work.mkdir(exist_ok=True)
+        subprocess.run([build / "tools" / "telvofm", "call", "-p", printer.address, *left], cwd=work, stdout=subprocess.DEVNULL, check=True)
+        for fault in faults:
+            printer.arm(command="paragonBegin", **fault)
+        before = printer.ask("GET", "state")["receipt"]
+        self.assert_said(Ended(command, printer.address), ASK_A_PERSON, "ask a person: ")
+        printer.expect(committed=[], received=[{"name": name, "count": 0} for name in ("paragonEnd", "destroyParagon")])
+        self.assertEqual(printer.ask("GET", "state")["receipt"], before)
+
+    def test_that_is_open(self):
+        self.assert_left_alone(self.LEFT)
+
+    def test_that_is_paid(self):
+        self.assert_left_alone(self.LEFT + self.PAID)
+
+    def test_behind_a_begin_of_unknown_outcome(self):
+        self.assert_left_alone(self.LEFT, {"kind": "connectionClosed", "at": "answer"})
 
 
 @unittest.skipIf(library.suffix == ".dll", "a program for Windows cannot open a pseudo-terminal")
@@ -174,6 +256,21 @@ class OnASerialLine(Case):
         ended = self.sell(command, {"kind": "noise", "command": "itemSale", "bytes": "ff"})
         self.assert_said(ended, NOT_SOLD, "not sold: ", "36.09")
         self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "payment", "count": 0}])
+
+    def test_begin_that_ran_before_its_refusal_is_cancelled(self):
+        ended = self.sell(command, {"kind": "noise", "command": "paragonBegin", "bytes": "ff"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "11")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], received=[{"name": "itemSale", "count": 0}])
+
+    def test_last_payment_that_ran_before_its_refusal_is_sold(self):
+        ended = self.sell(command, {"kind": "noise", "command": "payment", "bytes": "ff", "fromCall": 4})
+        self.assert_said(ended, SOLD, "sold: receipt 1")
+        self.printer.expect(committed=[RECEIPT], executed=[{"name": "payment", "count": 4}])
+
+    def test_payment_that_ran_twice_at_once_is_noticed(self):
+        ended = self.sell(command, {"kind": "noise", "command": "payment", "bytes": "ff"})
+        self.assert_said(ended, NOT_SOLD, "not sold: ", "13.59")
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}], executed=[{"name": "payment", "count": 2}])
 
     def test_end_that_ran_before_its_refusal_is_sold(self):
         ended = self.sell(command, {"kind": "noise", "command": "paragonEnd", "bytes": "ff"})

@@ -10,13 +10,80 @@ from python_layer import WithPrinter, telvofm
 
 
 class Recovering(WithPrinter):
-    def test_begin_that_was_refused_touches_nothing(self):
-        self.begun_receipt()  # another one, which is open
+    def assert_begin_leaves_another_alone(self, failure):
+        """Also when that one has been ended in the meantime."""
+        other = self.begun_receipt()
+        receipt = self.session.receipt()
+        with self.assertRaises(failure):
+            receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+        self.session.reopen()
+        self.assertEqual(self.session.variable("STATE"), "open")
+        other.pay(1, Decimal("4.00"))
+        other.end()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+        self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
+
+    def test_begin_behind_another_that_is_open(self):
+        self.assert_begin_leaves_another_alone(telvofm.Refused)
+
+    def test_begin_behind_another_whose_answer_is_lost(self):
+        self.printer.arm("connectionClosed", command="paragonBegin", at="answer", fromCall=2)
+        self.assert_begin_leaves_another_alone(telvofm.OutcomeUnknown)
+
+    def test_begin_behind_another_that_seems_acknowledged(self):
+        self.printer.arm("noise", command="paragonBegin", bytes="06", fromCall=2)  # in front of the refusal
+        self.assert_begin_leaves_another_alone(telvofm.OutcomeUnknown)
+
+    def test_begin_that_was_refused_is_not_sold(self):
+        receipt = self.session.receipt()  # and no day is open
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.session.begin_day()
+        receipt.begin()  # the same one, as nothing has become of it
+        receipt.sell("Med", Decimal("4.00"), "A")
+        receipt.pay(1, Decimal("4.00"))
+        self.assertEqual(receipt.end(), "1")
+
+    def test_begin_that_was_refused_by_a_printer_that_cannot_be_asked(self):
+        self.session.close()
+        blind = telvofm.Session(self.printer.address, questions=None)
+        self.addCleanup(blind.close)
+        receipt = blind.receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+
+    def test_begin_that_ran_before_its_refusal_is_cancelled(self):
+        self.session.begin_day()
+        self.printer.arm("executedNotAcknowledged", command="paragonBegin", code=11)
         receipt = self.session.receipt()
         with self.assertRaises(telvofm.Refused):
             receipt.begin()
         self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
-        self.assertEqual(self.session.variable("STATE"), "open")
+        self.assertEqual(self.session.variable("STATE"), "closed")
+
+    def test_part_that_was_paid_before_its_refusal_is_noticed(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("executedNotAcknowledged", command="payment", code=33)
+        with self.assertRaisesRegex(telvofm.OutcomeUnknown, "what is due is '3.00', for the till 4.00"):
+            receipt.pay(1, Decimal("1.00"))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+
+    def test_whole_that_was_paid_before_its_refusal_is_sold(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("executedNotAcknowledged", command="payment", code=33)
+        with self.assertRaisesRegex(telvofm.OutcomeUnknown, "what is due is '0.00', for the till 4.00"):
+            receipt.pay(1, Decimal("4.00"))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.SOLD)
+
+    def test_whole_that_was_paid_twice_instead_of_a_part_is_not_sold(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("acknowledgeLost", command="payment")
+        with self.assertRaisesRegex(telvofm.OutcomeUnknown, "what is due is '0.00', for the till 2.00"):
+            receipt.pay(1, Decimal("2.00"))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
 
     def test_receipt_goes_on_after_a_refusal(self):
         receipt = self.begun_receipt()

@@ -15,7 +15,8 @@ enum class Kind
     notExecuted,    // nothing reached the printer: none is open, or this session has ended
     outcomeUnknown, // it may have been carried out, or not, or twice
     textError,      // a text that cannot be sent; nothing was sent
-    amountError     // an amount that cannot be sent; nothing was sent
+    amountError,    // an amount that cannot be sent; nothing was sent
+    libraryError    // the library is one of another interface; nothing was sent
 };
 
 // What did not succeed.

@@ -20,21 +20,27 @@ class Receipt
 public:
     // ---- Selling ----
 
-    // Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused.
+    // Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before
+    // anything else: the printer may have opened it and refused the same request when it was sent again. The
+    // outcome is unknown, too, when another receipt was open before.
     Outcome begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1,
                   int picture = 0)
     {
-        if (session_.questions().canBeAsked) {
-            Result<std::string> last = session_.variable(session_.questions().lastReceipt);
-            if (!last) {
-                return failed(last.error());
+        const Questions& questions = session_.questions();
+        if (questions.canBeAsked) {
+            const Result<std::string> last = session_.variable(questions.lastReceipt);
+            const Result<std::string> state = session_.variable(questions.state);
+            if (!last || !state) {
+                return failed(last ? state.error() : last.error());
             }
             numberBefore_ = *last;
+            isAnotherOpen_ = *state != questions.closed;
         }
         Outcome begun =
             send("paragonBegin", paragonBegin, 0, saleType, commission, receiptType, recapitulation, picture);
-        isBegun_ = begun || begun.error().kind == Kind::outcomeUnknown;
-        return begun;
+        isBegun_ = begun || begun.error().kind != Kind::notExecuted;
+        return begun && isAnotherOpen_ ? doubted(doubt("paragonBegin", "Another receipt was open before."))
+                                       : begun;
     }
 
     // Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a
@@ -95,11 +101,19 @@ public:
             isCompared_ = true;
         }
         Outcome payed = send("payment_str", payment_str, 0, type, *total, *money, "0", description);
-        if (payed || payed.error().kind == Kind::outcomeUnknown) { // then it counts as it was meant
-            paid_ += amount;
-            isFinished_ = due() == Decimal();
+        const bool counts = payed || payed.error().kind == Kind::outcomeUnknown; // as it was meant
+        const bool isRefused = !payed && payed.error().kind == Kind::refused;
+        if (counts || isRefused) { // refused, it may have been taken before: the printer's totals tell
+            isFinished_ = due(amount) == Decimal();
         }
-        return payed ? check("payment_str", session_.questions().due, due(), "what is due") : payed;
+        if (counts) {
+            paid_ += amount;
+        }
+        if (!payed && !isRefused) {
+            return payed;
+        }
+        const Outcome compared = check("payment_str", session_.questions().due, due(), "what is due");
+        return compared ? payed : compared;
     }
 
     // Ends the receipt; number() is its number then, or empty if the printer cannot be asked. `picture` is
@@ -147,8 +161,9 @@ public:
     // ---- Recovering ----
 
     // Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-    // should be, and cancelled otherwise. May be called again. When the session has ended it asks nobody,
-    // whoever has opened another: a person has to look.
+    // should be, and cancelled otherwise; one that was open before this one began is left alone. May be
+    // called again. When the session has ended it asks nobody, whoever has opened another: a person has to
+    // look.
     Recovery recover()
     {
         if (!isBegun_) {
@@ -159,6 +174,12 @@ public:
                     "the session of this receipt is closed; look at the printer's paper before it is sold "
                     "again, or "
                     "recover it as an interrupted receipt of another session",
+                    ""};
+        }
+        if (isAnotherOpen_) {
+            return {Verdict::askAPerson,
+                    "another receipt was open before this one began, and is left alone; end or cancel it "
+                    "before this one is sold again",
                     ""};
         }
         if (!numberBefore_) {
@@ -208,10 +229,10 @@ private:
         return sent;
     }
 
-    // What is left to pay, or to pay out; more than that is given back.
-    [[nodiscard]] Decimal due() const
+    // What is left to pay, or to pay out, after this amount too; more than that is given back.
+    [[nodiscard]] Decimal due(Decimal amount = {}) const
     {
-        const Decimal left = total_ - paid_;
+        const Decimal left = total_ - paid_ - amount;
         const Decimal nothing;
         return total_ > nothing   ? std::max(left, nothing)
                : total_ < nothing ? std::min(left, nothing)
@@ -263,10 +284,11 @@ private:
         return failed(failure);
     }
 
-    Session session_; // as it was lent: it may have ended
-    bool isBegun_ = false;
-    bool isCompared_ = false; // its total with the printer's, before the first payment
-    bool isFinished_ = false; // as far as the till goes: paid in full, or told to end
+    Session session_;            // as it was lent: it may have ended
+    bool isBegun_ = false;       // or may be
+    bool isAnotherOpen_ = false; // since before this one: whatever is open is not ours
+    bool isCompared_ = false;    // its total with the printer's, before the first payment
+    bool isFinished_ = false;    // as far as the till goes: paid in full, refused or not, or told to end
     std::optional<std::string> numberBefore_;
     std::string number_;
     Decimal total_;

@@ -41,7 +41,7 @@ struct KnownReceipt
 {
     std::string numberBefore; // the last receipt's before this one began
     Decimal total;
-    bool isFinished; // as far as the till goes: paid in full, or told to end
+    bool isFinished; // as far as the till goes: paid in full, refused or not, or told to end
 };
 
 // What the printer says.

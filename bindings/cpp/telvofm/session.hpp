@@ -79,9 +79,17 @@ class Session
 {
 public:
     // "192.168.1.10:9100", or "COM3" for a serial port; `device` is the printer's own address, whose low byte
-    // is sent. Fails when no printer answers, and while another session is open.
+    // is sent. Fails when no printer answers, while another session is open, and with a library of another
+    // interface.
     static Result<Session> open(std::string_view address, int device = 1, Questions questions = {})
     {
+        constexpr int version = 106; // of the interface that this header is for
+        if (getVersion() != version) {
+            return wrongArgument(Kind::libraryError,
+                                 "the library that was found has version " + std::to_string(getVersion()) +
+                                     " of the interface, and telvofm.hpp needs " + std::to_string(version) +
+                                     "; take both from the same release");
+        }
         if (isAnyOpen()) {
             return wrongArgument(Kind::notExecuted,
                                  "a session is open, and a program has one at a time; let it end first");

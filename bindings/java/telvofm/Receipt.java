@@ -14,9 +14,10 @@ import java.util.function.IntSupplier;
 public final class Receipt {
     final Session session;
     private final Functions functions;
-    private boolean begun;
+    private boolean begun; // or may be
+    private boolean anotherOpen; // since before this one: whatever is open is not ours
     private boolean compared; // its total with the printer's, before the first payment
-    private boolean finished; // as far as the till goes: paid in full, or told to end
+    private boolean finished; // as far as the till goes: paid in full, refused or not, or told to end
     private OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
     private String numberBefore;
     private BigDecimal total = BigDecimal.ZERO;
@@ -65,15 +66,23 @@ public final class Receipt {
         begin(1, 0, 0, 1, 0);
     }
 
-    /** Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does; none is open when it was refused. */
+    /**
+     * Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and OutcomeUnknownException also
+     * when another receipt was open before. After a failure call recover before anything else: the printer may have opened it and
+     * refused the same request when it was sent again.
+     */
     public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
         numberBefore = asked(session.questions.lastReceipt);
+        anotherOpen = session.questions.state != null && !asked(session.questions.state).equals(session.questions.closed);
         begun = true;
         try {
             send("paragonBegin", () -> functions.paragonBegin(session.device, 0, saleType, commission, receiptType, recapitulation, picture));
-        } catch (RefusedException | NotExecutedException failure) {
+        } catch (NotExecutedException failure) {
             begun = false;
             throw failure;
+        }
+        if (anotherOpen) {
+            throw doubted("paragonBegin", "Another receipt was open before.");
         }
     }
 
@@ -123,9 +132,13 @@ public final class Receipt {
         } catch (OutcomeUnknownException unknown) {
             count(amount); // as it was meant
             throw unknown;
+        } catch (RefusedException refused) {
+            finished = due(amount).signum() == 0; // it may have been taken before its refusal, which the printer's totals tell
+            compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
+            throw refused;
         }
         count(amount);
-        compare("payment_str", session.questions.due, due(), "what is due");
+        compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
     }
 
     /** Ends the receipt without a picture; see the other end. */
@@ -167,12 +180,12 @@ public final class Receipt {
 
     private void count(BigDecimal amount) {
         paid = paid.add(amount);
-        finished = due().signum() == 0;
+        finished = due(BigDecimal.ZERO).signum() == 0;
     }
 
-    /** What is left to pay, or to pay out; more than that is given back. */
-    private BigDecimal due() {
-        BigDecimal due = total.subtract(paid);
+    /** What is left to pay, or to pay out, after this amount too; more than that is given back. */
+    private BigDecimal due(BigDecimal amount) {
+        BigDecimal due = total.subtract(paid).subtract(amount);
         return due.signum() == total.signum() ? due : BigDecimal.ZERO;
     }
 
@@ -222,8 +235,8 @@ public final class Receipt {
 
     /**
      * Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-     * cancelled otherwise. Throws nothing for what the printer does, and may be called again. When its session is closed it asks
-     * nobody, whoever has opened another: a person has to look.
+     * cancelled otherwise; one that was open before this one began is left alone. Throws nothing for what the printer does, and may be
+     * called again. When its session is closed it asks nobody, whoever has opened another: a person has to look.
      */
     public Recovery recover() {
         if (!begun) {
@@ -232,6 +245,10 @@ public final class Receipt {
         if (!session.isOpen()) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it "
                     + "is sold again, or recover it as an interrupted receipt of another session", "");
+        }
+        if (anotherOpen) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end or "
+                    + "cancel it before this one is sold again", "");
         }
         if (numberBefore == null) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON,

@@ -112,7 +112,7 @@ begin
   Left := WithOneItem(Session);
   Receipt := TReceipt.Create(Session);
   CheckRaises(ERefused, 'paragonBegin', BeginAgain);
-  Check((Receipt.Recover.Verdict = vdNotSold) and (Session.Variable('STATE') = 'open'), 'a receipt that was not begun');
+  Check((Receipt.Recover.Verdict = vdAskAPerson) and (Session.Variable('STATE') = 'open'), 'a receipt behind one that was open');
   Receipt.Free;
   CheckInterrupted(Left.NumberBefore, 0.25, vdNotSold, '');
   Left.Free;

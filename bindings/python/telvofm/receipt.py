@@ -41,13 +41,14 @@ class Receipt:
 
     def __init__(self, session):
         self._session = session
-        self._begun = False
+        self._begun = False  # or may be
+        self._is_another_open = False  # since before this one: whatever is open is not ours
         self._doubt = None  # the failure after which nothing more is sold into it
         self.number_before = None
         self.total = Decimal(0)
         self.paid = Decimal(0)
         self._is_compared = False  # its total with the printer's, before the first payment
-        self._is_finished = False  # as far as the till goes: paid in full, or told to end
+        self._is_finished = False  # as far as the till goes: paid in full, refused or not, or told to end
 
     @classmethod
     def interrupted(cls, session, number_before, total):
@@ -62,15 +63,21 @@ class Receipt:
     # ---- Selling ----
 
     def begin(self, sale_type=1, commission=0, receipt_type=0, recapitulation=1, picture=0):
-        """Opens the receipt; what the numbers mean is the printer's matter. None is open when it was refused."""
-        if self._session.questions:
-            self.number_before = self._session.variable(self._session.questions.last_receipt)
+        """Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before anything else: the
+        printer may have opened it and refused the same request when it was sent again. Raises OutcomeUnknown also when another
+        receipt was open before."""
+        questions, variable = self._session.questions, self._session.variable
+        if questions:
+            self.number_before = variable(questions.last_receipt)
+            self._is_another_open = variable(questions.state) != questions.closed
         self._begun = True
         try:
             self._send("paragonBegin", self._session.device, 0, sale_type, commission, receipt_type, recapitulation, picture)
-        except (Refused, NotExecuted):
+        except NotExecuted:
             self._begun = False
             raise
+        if self._is_another_open:
+            self._fail(doubt("paragonBegin", "Another receipt was open before."))
 
     def sell(self, name, total, vat, quantity=1, unit_price=None, unit=""):
         """Sells an item: `total` for `quantity` of `unit` at `unit_price` each, which is `total` if nothing is said, under
@@ -99,6 +106,10 @@ class Receipt:
             self._send("payment_str", self._session.device, 0, *arguments)
         except OutcomeUnknown:
             self._count(amount)  # as it was meant
+            raise
+        except Refused:
+            self._is_finished = self._due(amount) == 0  # it may have been taken before its refusal, which the printer's totals tell
+            self._check("payment_str", "due", self._due(), "what is due")
             raise
         self._count(amount)
         self._check("payment_str", "due", self._due(), "what is due")
@@ -141,9 +152,9 @@ class Receipt:
         self.paid += amount
         self._is_finished = self._due() == 0
 
-    def _due(self):
-        """What is left to pay, or to pay out; more than that is given back."""
-        due = self.total - self.paid
+    def _due(self, amount=Decimal(0)):
+        """What is left to pay, or to pay out, after this amount too; more than that is given back."""
+        due = self.total - self.paid - amount
         return due if due * self.total > 0 else Decimal(0)
 
     def _check(self, call, question, expected, what):
@@ -170,13 +181,16 @@ class Receipt:
 
     def recover(self):
         """Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-        cancelled otherwise. Raises nothing for what the printer does, and may be called again. When the session is closed it asks
-        nobody, whoever has opened another: a person has to look."""
+        cancelled otherwise; one that was open before this one began is left alone. Raises nothing for what the printer does, and may be
+        called again. When the session is closed it asks nobody, whoever has opened another: a person has to look."""
         if not self._begun:
             return Recovery(Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled")
         if not self._session.is_open:
             return Recovery(Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it is sold again, "
                                                   "or recover it as an interrupted receipt of another session")
+        if self._is_another_open:
+            return Recovery(Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end or cancel it before "
+                                                  "this one is sold again")
         if not self._session.questions or self.number_before is None:
             return Recovery(Verdict.ASK_A_PERSON, "this printer cannot be asked; look at its paper before this receipt is sold again")
         try:

@@ -73,6 +73,9 @@ class Help(ToolTest):
 
     def test_answers_in_json_also_then(self):
         self.assertEqual(telvofm("codes", "--json", "--wrong").json["error"]["exitCode"], WRONG_USE)
+        for words in ([], ["decod"], ["--wrong"]):
+            self.assertEqual(telvofm("--json", *words).json["error"]["exitCode"], WRONG_USE)
+        self.assertEqual(telvofm("--json", "decod").json["error"]["sentence"], "there is no command decod; did you mean decode?")
 
 
 class Output(ToolTest):
@@ -83,7 +86,18 @@ class Output(ToolTest):
         self.assertEqual(ended.stderr, b"telvofm: standard output cannot be written to; make room for it\n")
 
     def test_holds_help_and_version_in_json_too(self):
-        self.assertTrue(telvofm("codes", "--json", "--help").json["said"].startswith("Say what a returned code means"))
+        for words in (["codes", "--json", "--help"], ["--json", "codes", "--help"], ["codes", "--help", "--json"]):
+            self.assertTrue(telvofm(*words).json["said"].startswith("Say what a returned code means"))
+        for words in (["--json", "--help"], ["--help", "--json"]):
+            self.assertEqual(telvofm(*words).json["said"] + "\n", telvofm("--help").output)
+        for words in (["--json", "--version"], ["--version", "--json"]):
+            self.assertEqual(telvofm(*words).json["said"] + "\n", telvofm("--version").output)
+
+    def test_is_json_wherever_that_is_asked_for(self):
+        said = telvofm("--json", "codes", -1)
+        self.assertEqual((said.code, said.json), (DONE, telvofm("codes", "--json", -1).json))
+        self.assertEqual([entry["code"] for entry in said.json["codes"]], [-1])
+        self.assertIn("completion", telvofm("--json", "completion", "bash").json)
 
 
 class Completion(ToolTest):
@@ -99,7 +113,10 @@ class Completion(ToolTest):
         return asked.stdout.split()
 
     def test_knows_the_commands(self):
-        self.assertEqual(self.completed("telvofm", ""), [*COMMANDS, "--help", "--version"])
+        self.assertEqual(self.completed("telvofm", ""), [*COMMANDS, "--help", "--json", "--version"])
+        self.assertEqual(self.completed("telvofm", "--json", "de"), ["decode"])
+        self.assertEqual(self.completed("telvofm", "--json", "codes", "-1020"), ["-10202", "-10201", "-10200"])
+        self.assertEqual(self.completed("telvofm", "--js"), ["--json"])
         self.assertEqual(self.completed("telvofm", "de"), ["decode"])
 
     def test_knows_functions_codes_and_options(self):

@@ -180,7 +180,8 @@ final class LayerTest {
         Receipt left = withOneItem(session);
         Receipt another = session.receipt();
         checkThrows(RefusedException.class, "paragonBegin", another::begin);
-        check(another.recover().verdict == Recovery.Verdict.NOT_SOLD && session.variable("STATE").equals("open"), "a receipt that was not begun");
+        check(another.recover().verdict == Recovery.Verdict.ASK_A_PERSON && session.variable("STATE").equals("open"),
+                "a receipt behind one that was open");
         BigDecimal total = amount("0.25");
         check(session.interruptedReceipt(left.numberBefore(), total).recover().verdict == Recovery.Verdict.NOT_SOLD, "a till that was switched off");
         check(session.interruptedReceipt("2", total).recover().number.equals("4"), "a till that was switched off behind the end");

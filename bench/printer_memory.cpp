@@ -1,9 +1,13 @@
 // What the virtual printer's memory costs: commits with and without synchronisation, starting with 100,000
-// receipts of five items, the whole program too when it is named, finding some of them again, and the memory
-// that this takes. Databases lie in a folder below the current one: the disk there is what is measured.
+// receipts of five items, finding some of them again, and the memory that this takes; the same of the whole
+// program when it is named, with a till that asks it and reads the whole journal. Databases lie in a folder
+// below the current one: the disk there is what is measured. Fails when a start takes 100 ms, a look-up 50
+// ms, or the program 60 MB.
 //
 //     printer_memory [RECEIPTS [PRINTER-PROGRAM]]
+#include "bench/asking_till.h"
 #include "bench/printer_process.h"
+#include "bench/promises.h"
 #include "virtual_printer/memory/text_search.h"
 
 #include <algorithm>
@@ -25,6 +29,9 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int itemsOfReceipt = 5;
 constexpr int receiptsOfDay = 200;
+constexpr double mostOfAStart = 100; // milliseconds
+constexpr double mostOfALookUp = 50;
+constexpr double mostMemory = 60; // megabytes
 constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year(2026) / 1 / 1).time_since_epoch()};
 
 double microsecondsSince(Clock::time_point start)
@@ -199,21 +206,9 @@ void measureStart(const char* title, const std::filesystem::path& file)
                 isLoaded ? "" : " (nothing there)");
 }
 
-// From nothing until it listens, with the file as its memory.
-void measureProgram(const std::string& program, const std::filesystem::path& file)
-{
-    std::vector<double> durations;
-    for (int round = 0; round < 9; ++round) {
-        const auto start = Clock::now();
-        const bench::PrinterProcess process(program, file.parent_path(), {file.stem().string()});
-        durations.push_back(microsecondsSince(start));
-    }
-    std::printf("start of the program: first %.1f ms, median %.1f ms\n", durations.front() / 1000,
-                median(durations) / 1000);
-}
-
+// Says the median, in milliseconds.
 template <typename Search>
-void measureSearch(const char* title, Search search)
+double measureSearch(const char* title, Search search)
 {
     std::vector<double> durations;
     std::size_t found = 0;
@@ -224,34 +219,100 @@ void measureSearch(const char* title, Search search)
     }
     std::printf("%-44s %8zu found   first %8.2f ms   median %8.2f ms\n", title, found,
                 durations.front() / 1000, median(durations) / 1000);
+    return median(durations) / 1000;
 }
 
-void measureSearches(const Memory& memory, int receipts)
+// From nothing until it listens, with the file as its memory.
+void measureStartOfProgram(const std::string& program, const std::filesystem::path& file,
+                           bench::Promises& promises)
 {
+    std::vector<double> durations;
+    for (int round = 0; round < 9; ++round) {
+        const auto start = Clock::now();
+        const bench::PrinterProcess process(program, file.parent_path(), {file.stem().string()});
+        durations.push_back(microsecondsSince(start));
+    }
+    std::printf("start of the program: first %.1f ms, median %.1f ms\n", durations.front() / 1000,
+                median(durations) / 1000);
+    promises.check("start of the program", median(durations) / 1000, mostOfAStart, "ms");
+}
+
+// What a till waits for its answers, and what the program takes for them and for the whole journal.
+void measureProgram(const std::string& program, const std::filesystem::path& file, int receipts,
+                    bench::Promises& promises)
+{
+    constexpr unsigned char lookUp = 0xAF;
+    constexpr unsigned char byNumber = 0x99;
+    constexpr unsigned char byNumbers = 0x98;
+    constexpr unsigned char byDates = 0x97;
+    constexpr unsigned char wholeJournal = 0x9F;
+    struct Question
+    {
+        const char* title;
+        unsigned char command;
+        std::vector<std::string> fields;
+        std::size_t blocks = SIZE_MAX;
+    };
+    const int middle = receipts / 2;
+    const Document found = receiptOf(middle);
+    const std::string date = toText(found.moment).substr(0, 10);
+    const std::vector<Question> questions = {
+        {"program: look-up by number", lookUp, {"N", std::to_string(middle)}},
+        {"program: look-up by date", lookUp, {"D", date}},
+        {"program: look-up by closure", lookUp, {"Z", std::to_string(middle / receiptsOfDay)}},
+        {"program: look-up by invoice", lookUp, {"I", found.invoice}},
+        {"program: look-up by transaction", lookUp, {"T", found.transaction}},
+        {"program: receipt by number", byNumber, {std::to_string(middle)}},
+        {"program: extract by numbers", byNumbers, {std::to_string(middle), std::to_string(middle + 99)}},
+        {"program: extract by dates", byDates, {"P", date + " 10:00", date + " 11:59"}},
+        {"program: first block of the whole journal", wholeJournal, {}, 1},
+        {"program: first block of all receipts", byDates, {"P", "", ""}, 1}};
+    const bench::PrinterProcess process(program, file.parent_path(), {file.stem().string()});
+    bench::AskingTill till(process.addresses.front());
+    for (const Question& question : questions) {
+        const double duration = measureSearch(question.title, [&] {
+            return std::string(till.ask(question.command, question.fields, question.blocks), ' ');
+        });
+        promises.check(question.title, duration, mostOfALookUp, "ms");
+    }
+    const auto start = Clock::now();
+    const std::size_t journal = till.ask(wholeJournal, {});
+    std::printf("program: a journal of %zu bytes read in %.0f ms\n", journal,
+                microsecondsSince(start) / 1000);
+    const double memory = process.mostResidentMegabytes();
+    std::printf("program: resident %.1f MB, at most %.1f MB\n", process.residentMegabytes(), memory);
+    promises.check("resident memory of the program", memory, mostMemory, "MB");
+}
+
+void measureSearches(const Memory& memory, int receipts, bench::Promises& promises)
+{
+    const auto measureLookUp = [&](const char* title, auto search) {
+        promises.check(title, measureSearch(title, search), mostOfALookUp, "ms");
+    };
     const std::vector<Document::Kind> onlyReceipts = {Document::Kind::receipt};
     const int middle = receipts / 2;
     const Moment day = receiptOf(middle).moment;
-    measureSearch("by number", [&] {
+    measureLookUp("by number", [&] {
         return memory.documents({.kinds = onlyReceipts, .numbers = std::pair(middle, middle)});
     });
-    measureSearch("by numbers, an extract", [&] {
+    measureLookUp("by numbers, an extract", [&] {
         return memory.documents({.kinds = onlyReceipts, .numbers = std::pair(middle, middle + 99)});
     });
-    measureSearch("by date, the numbers of a day", [&] {
+    measureLookUp("by date, the numbers of a day", [&] {
         return memory.numbersOf({.moments = std::pair(day, day + std::chrono::hours(24))});
     });
-    measureSearch("by date, an extract",
+    measureLookUp("by date, an extract",
                   [&] { return memory.documents({.moments = std::pair(day, day + std::chrono::hours(2))}); });
-    measureSearch("by closure, an extract",
+    measureLookUp("by closure, an extract",
                   [&] { return memory.documents({.closure = middle / receiptsOfDay}); });
-    measureSearch("by invoice", [&] { return memory.numbersOf({.invoice = receiptOf(middle).invoice}); });
-    measureSearch("by transaction",
+    measureLookUp("by invoice", [&] { return memory.numbersOf({.invoice = receiptOf(middle).invoice}); });
+    measureLookUp("by transaction",
                   [&] { return memory.documents({.transaction = receiptOf(middle).transaction}); });
-    measureSearch("by an invoice that there is none of",
+    measureLookUp("by an invoice that there is none of",
                   [&] { return memory.documents({.invoice = "none"}); });
-    measureSearch("the last receipt",
+    measureLookUp("the last receipt",
                   [&] { return memory.documents({.kinds = onlyReceipts, .onlyLast = true}); });
-    measureSearch("the last of a kind that there is none of",
+    measureLookUp("the last of a kind that there is none of",
                   [&] { return memory.documents({.kinds = {Document::Kind::report}, .onlyLast = true}); });
     measureSearch("the numbers of all", [&] { return memory.numbersOf({.kinds = onlyReceipts}); });
     measureSearch("all closures", [&] { return memory.closures({}, {}); });
@@ -282,7 +343,7 @@ void measureSearches(const Memory& memory, int receipts)
                   [&] { return std::vector<bool>(memory.isJournalWhole(middle / receiptsOfDay) ? 1 : 0); });
 }
 
-void measure(int receipts, const std::string& program)
+void measure(int receipts, const std::string& program, bench::Promises& promises)
 {
     const std::filesystem::path folder = "printer_memory.folder";
     std::filesystem::remove_all(folder);
@@ -306,10 +367,11 @@ void measure(int receipts, const std::string& program)
     measureStart("start", file);
     measureStart("start after a kill", killed);
     if (!program.empty()) {
-        measureProgram(program, file);
+        measureStartOfProgram(program, file, promises);
+        measureProgram(program, file, receipts, promises);
     }
     const Memory memory(file);
-    measureSearches(memory, receipts);
+    measureSearches(memory, receipts, promises);
     std::printf("resident: %.1f MB, %.1f MB of it before\n", residentMegabytes(), before);
 
     Memory temporary;
@@ -324,10 +386,11 @@ int main(int count, char** arguments)
 {
     constexpr int usualReceipts = 100'000;
     try {
-        measure(count > 1 ? std::atoi(arguments[1]) : usualReceipts, count > 2 ? arguments[2] : "");
+        bench::Promises promises;
+        measure(count > 1 ? std::atoi(arguments[1]) : usualReceipts, count > 2 ? arguments[2] : "", promises);
+        return promises.areKept() ? 0 : 1;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "printer_memory: %s\n", failure.what());
         return 1;
     }
-    return 0;
 }

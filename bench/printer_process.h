@@ -91,6 +91,21 @@ public:
         return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / megabyte;
     }
 
+    // The most that it has had so far.
+    [[nodiscard]] double mostResidentMegabytes() const
+    {
+        std::ifstream status("/proc/" + std::to_string(process) + "/status");
+        constexpr double kilobytesOfMegabyte = 1024;
+        for (std::string word; status >> word;) {
+            if (word == "VmHWM:") {
+                double kilobytes = 0;
+                status >> kilobytes;
+                return kilobytes / kilobytesOfMegabyte;
+            }
+        }
+        throw std::runtime_error("the system does not tell how much memory the printers have");
+    }
+
     std::vector<std::string> addresses;
     std::string control;
 

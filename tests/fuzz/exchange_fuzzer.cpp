@@ -87,7 +87,7 @@ private:
         constexpr std::size_t bytesForAByte = 32; // so that short inputs reach long replies
         reply.assign(request.fields.size() < 2 ? 0 : request.fields[1].size() * bytesForAByte, 'r');
         sent = 0;
-        const std::string first = exchange.beginReply(reply);
+        const std::string first = exchange.beginReply(ReplyData(reply));
         require(first == (reply.empty() ? "\x04" : next()));
         last = first;
     }

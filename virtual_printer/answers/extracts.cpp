@@ -2,6 +2,7 @@
 
 #include "virtual_printer/answers/archives.h"
 #include "virtual_printer/answers/extract_paper.h"
+#include "virtual_printer/memory/journal_reading.h"
 #include "virtual_printer/paper/layout.h"
 
 #include <charconv>
@@ -47,14 +48,14 @@ std::string titled(std::string title, std::string_view archive)
 
 Reply extractOfJournal(const Question& question, const DocumentQuery& query, std::string_view archive = {})
 {
-    Reply reply;
     if (question.rule.wants == Wants::reply) {
-        question.memory.read(query, [&](const Document& document, std::int64_t /*position*/) {
-            reply.data += textOf(document, question.columns());
-            return true;
-        });
-        return reply;
+        return {.further = [reading = JournalReading(question.memory, query),
+                            columns = question.columns()]() mutable {
+            const auto document = reading.next();
+            return document ? std::optional(textOf(*document, columns)) : std::nullopt;
+        }};
     }
+    Reply reply;
     ExtractPaper paper(titled("JOURNAL", archive));
     question.memory.read(query, [&](const Document& document, std::int64_t /*position*/) {
         return paper.add(document.lines);
@@ -63,16 +64,16 @@ Reply extractOfJournal(const Question& question, const DocumentQuery& query, std
     return reply;
 }
 
-Reply extractOfFiscalMemory(const Question& question, const std::vector<Closure>& closures,
+Reply extractOfFiscalMemory(const Question& question, std::vector<Closure> closures,
                             std::string_view archive = {})
 {
-    Reply reply;
     if (question.rule.wants == Wants::reply) {
-        for (const Closure& closure : closures) {
-            reply.data += textOf(closure, question.columns());
-        }
-        return reply;
+        return {.further = [all = std::move(closures), next = std::size_t{0},
+                            columns = question.columns()]() mutable {
+            return next < all.size() ? std::optional(textOf(all[next++], columns)) : std::nullopt;
+        }};
     }
+    Reply reply;
     ExtractPaper paper(titled("FISCAL MEMORY", archive));
     for (const Closure& closure : closures) {
         paper.add(linesOf(closure));

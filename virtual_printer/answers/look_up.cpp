@@ -91,9 +91,9 @@ Reply lookUpReceipts(const Question& question)
     if (reply.verdict != Refusal::none) {
         return reply;
     }
-    for (const int number : question.memory.numbersOf(query)) {
-        reply.data += std::to_string(number) + "\r\n";
-    }
+    reply.further = [numbers = question.memory.numbersOf(query), next = std::size_t{0}]() mutable {
+        return next < numbers.size() ? std::optional(std::to_string(numbers[next++]) + "\r\n") : std::nullopt;
+    };
     return reply;
 }
 

@@ -8,6 +8,8 @@
 #include "virtual_printer/language/fields.h"
 #include "virtual_printer/memory/memory.h"
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,9 @@ struct Reply
     Verdict verdict{};
     std::string data{};        // UTF-8; of a rule that wants a reply
     std::vector<Line> lines{}; // of a rule that wants printing
+    // What follows the data, piece by piece, each a bounded piece of work; none where it is all. Throws
+    // MemoryDamaged.
+    std::function<std::optional<std::string>()> further{};
 };
 
 // For a request that was found legal; its rule says whether it wants a verdict, a reply or a printing.

@@ -99,7 +99,7 @@ Verdict discountLastItem(Draft& draft, const Fields& fields, char vat, Cents sai
     }
     const char ofItem = receipt.document.lines[static_cast<std::size_t>(item)].vat;
     if (vat != 0 && vat != ofItem) {
-        return Refusal::unknownVat;
+        return {Refusal::unknownVat, std::string("The item is under ") + ofItem + "."};
     }
     const Cents base = sumOfLast(receipt);
     Cents brings = 0;

@@ -26,7 +26,8 @@ Verdict addToReceipt(Draft& draft, Line line);
 // The total, with which payment begins.
 void printTotal(Draft& draft);
 
-// Whether the line that was added last has taken away more than there was; only a return may do that.
+// Of a negative item, a voucher and a down payment: whether the one that was added last has taken away more
+// than there was.
 Verdict checkTakenAway(const Document& receipt, char vat);
 
 } // namespace virtual_printer

@@ -195,7 +195,7 @@ inline constexpr std::array refusalTexts = {
     RefusalText{Refusal::noSuchPicture, "noSuchPicture",
                 "No picture is kept under this number; upload it first."},
     RefusalText{Refusal::totalWouldBeNegative, "totalWouldBeNegative",
-                "The total of the receipt would fall below zero; only a return may do that."},
+                "The total of the receipt would fall below zero; take off no more than it comes to."},
     RefusalText{
         Refusal::journalDamaged, "journalDamaged",
         "The journal does not fit the checksum of its closure or cannot be read; the printer needs service."},

@@ -134,10 +134,6 @@ Verdict closeJournalCard(Draft& draft, const Fields& /*fields*/)
 
 Verdict setDateTime(Draft& draft, const Fields& fields)
 {
-    if (fields.text(0).empty()) {
-        return fields.refused(Refusal::badDate, 0,
-                              "a date as 2026-01-31 or 31.01.2026, with or without 12:00");
-    }
     const Moment wanted = fields.moment(0, Edge::first);
     if (wanted < draft.state().standing->lastDocument) {
         return Refusal::clockWouldGoBack;

@@ -89,7 +89,7 @@ constexpr std::array paragonEnd = {row, Field{whole, "graphicsHeader"}};
 constexpr std::array sellingDay = {Field{whole, "saleMode"}};
 constexpr std::array destroy = {row, description};
 constexpr std::array client = {Field{text, "number"}, Field{whole, "type"}};
-constexpr std::array issued = {Field{whole, "orderNumber"}, Field{date, "dateTime"}};
+constexpr std::array issued = {Field{whole, "orderNumber"}, Field{dateOrEmpty, "dateTime"}};
 constexpr std::array voucher = {Field{text, "title"}, Field{money, "amount"}, Field{letter, "vat"},
                                 Field{money, "price"}, Field{text, "voucherNumber"}};
 constexpr std::array downPayment = {Field{text, "title"}, Field{money, "amount"}, Field{letter, "vat"},
@@ -126,7 +126,7 @@ constexpr std::array fiveVats = {password,        vatValue, reverseConstant, vat
 constexpr std::array eightVats = {
     password,        vatValue, reverseConstant, vatValue, reverseConstant, vatValue,
     reverseConstant, vatValue, reverseConstant, vatValue, reverseConstant, vatValue,
-    reverseConstant, vatValue, reverseConstant, vatValue, reverseConstant, Field{date, "date"}};
+    reverseConstant, vatValue, reverseConstant, vatValue, reverseConstant, Field{dateOrEmpty, "date"}};
 constexpr std::array onlyFilePath = {Field{text, "filePath"}};
 constexpr std::array authenticationKey = {password, Field{text, "filePath"}};
 constexpr std::array mailServer = {Field{letter, "type"}, Field{text, "ipAddress"}, Field{whole, "port"},
@@ -152,21 +152,21 @@ constexpr std::array onlyEscapes = {Field{any, "sequence"}};
 constexpr std::array onlyClosure = {Field{whole, "closureNumber"}};
 constexpr std::array reportOf = {Field{letter, "reportType"}, Field{whole, "reportNumber"}};
 constexpr std::array journalOf = {Field{letter, "journalType"}, Field{whole, "journalNumber"}};
-constexpr std::array byDates = {Field{letter, "journalType"}, Field{date, "dateFrom"}, Field{date, "dateTo"}};
+constexpr std::array byDates = {Field{letter, "journalType"}, Field{dateOrEmpty, "dateFrom"}, Field{dateOrEmpty, "dateTo"}};
 constexpr std::array byNumbers = {Field{whole, "numberFrom"}, Field{whole, "numberTo"}};
 constexpr std::array byTypeAndNumbers = {Field{letter, "docType"}, Field{whole, "numberFrom"},
                                          Field{whole, "numberTo"}};
 constexpr std::array byReceipt = {Field{text, "paragonSn"}};
-constexpr std::array memoryByDates = {Field{whole, "printType"}, Field{date, "dateFrom"},
-                                      Field{date, "dateTo"}};
+constexpr std::array memoryByDates = {Field{whole, "printType"}, Field{dateOrEmpty, "dateFrom"},
+                                      Field{dateOrEmpty, "dateTo"}};
 constexpr std::array memoryByNumbers = {Field{whole, "printType"}, Field{whole, "numberFrom"},
                                         Field{whole, "numberTo"}};
 constexpr std::array onlyArchive = {Field{text, "archiveDbName"}};
-constexpr std::array archivedMemoryByDates = {Field{whole, "printType"}, Field{date, "dateFrom"},
-                                              Field{date, "dateTo"}, Field{text, "journalType"}};
+constexpr std::array archivedMemoryByDates = {Field{whole, "printType"}, Field{dateOrEmpty, "dateFrom"},
+                                              Field{dateOrEmpty, "dateTo"}, Field{text, "journalType"}};
 constexpr std::array archivedReceipt = {Field{text, "paragonSn"}, Field{text, "journalType"}};
-constexpr std::array archivedByDates = {Field{letter, "journalType"}, Field{date, "dateFrom"},
-                                        Field{date, "dateTo"}, Field{text, "archiveDbName"}};
+constexpr std::array archivedByDates = {Field{letter, "journalType"}, Field{dateOrEmpty, "dateFrom"},
+                                        Field{dateOrEmpty, "dateTo"}, Field{text, "archiveDbName"}};
 constexpr std::array onlyVariable = {Field{text, "variableCode"}};
 constexpr std::array backupPage = {password, Field{whole, "page"}};
 constexpr std::array onePicture = {Field{whole, "imageNumber"}, Field{whole, "leftSpacing"}};

@@ -28,7 +28,8 @@ enum class FieldKind
     letterOrEmpty,
     text,   // printed or kept; converted between code pages
     secret, // never shown and never kept, but as a password; fiscal/passwords.h
-    date,   // a date, or empty for no bound
+    date,
+    dateOrEmpty, // empty for no bound
     any     // not looked at
 };
 

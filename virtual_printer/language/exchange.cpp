@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <stdexcept>
 #include <utility>
 
 namespace virtual_printer {
@@ -16,7 +17,6 @@ constexpr unsigned char moreBlocks = 0x17;
 constexpr unsigned char noData = 0x04;
 constexpr unsigned char ready = 0x11;
 constexpr unsigned char busy = 0x13;
-constexpr std::size_t largestPiece = 256;
 constexpr int triesOfABlock = 3;
 
 unsigned char checksumOf(std::string_view bytes)
@@ -25,6 +25,14 @@ unsigned char checksumOf(std::string_view bytes)
                            [](unsigned char sum, char byte) {
                                return static_cast<unsigned char>(sum ^ static_cast<unsigned char>(byte));
                            });
+}
+
+// What a block has of its reply.
+std::string_view dataOf(std::string_view block)
+{
+    constexpr std::size_t head = 2; // ":" and the length
+    constexpr std::size_t tail = 2; // the terminator and the checksum byte
+    return block.substr(head, block.size() - head - tail);
 }
 
 std::string single(unsigned char byte)
@@ -51,7 +59,8 @@ Incoming Exchange::take(unsigned char byte)
         if (byte != requestStart) {
             return takeAnswerToReply(byte);
         }
-        break; // the till has given the reply up: this begins its next request
+        endReply(); // the till has given it up: this begins its next request
+        break;
     case Expecting::start:
         break;
     }
@@ -129,13 +138,22 @@ Incoming Exchange::takeAnswerToReply(unsigned char byte)
         return MoreOfReply{lastSent};
     }
     if (byte == refused) {
-        expecting = Expecting::start;
+        endReply();
         return MoreOfReply{single(noData)};
     }
-    if (byte == accepted || byte == lastBlock) {
-        return MoreOfReply{nextBlock()};
+    if (byte != accepted && byte != lastBlock) {
+        return Nothing{}; // a probe of an impatient till, or noise
     }
-    return Nothing{}; // a probe of an impatient till, or noise
+    try {
+        MoreOfReply more{.bytes = nextBlock()};
+        if (replyIsFetched && !more.bytes.empty()) {
+            more.fetched = dataOf(more.bytes);
+        }
+        return more;
+    } catch (const std::runtime_error&) {
+        endReply();
+        return MoreOfReply{.bytes = {}, .isLost = true};
+    }
 }
 
 void Exchange::forgetUnfinished()
@@ -145,27 +163,30 @@ void Exchange::forgetUnfinished()
     }
 }
 
-std::string Exchange::beginReply(std::string data)
+std::string Exchange::beginReply(ReplyData data)
 {
-    if (data.empty()) {
-        expecting = Expecting::start;
-        return single(noData);
-    }
     reply = std::move(data);
-    replySent = 0;
-    return nextBlock();
+    replyIsFetched = !reply.isAllFetched();
+    std::string first = nextBlock();
+    return first.empty() ? single(noData) : first;
+}
+
+void Exchange::endReply()
+{
+    reply = ReplyData();
+    expecting = Expecting::start;
 }
 
 std::string Exchange::nextBlock()
 {
-    if (replySent == reply.size()) {
-        expecting = Expecting::start;
+    reply.fetch();
+    const std::string_view piece = reply.takeBlock();
+    if (piece.empty()) {
+        endReply();
         return {};
     }
-    const std::string_view piece = std::string_view(reply).substr(replySent, largestPiece);
-    replySent += piece.size();
     lastSent = {static_cast<char>(blockStart), static_cast<char>(piece.size() - 1)};
-    lastSent.append(piece).append(single(replySent == reply.size() ? lastBlock : moreBlocks));
+    lastSent.append(piece).append(single(reply.fetched().empty() ? lastBlock : moreBlocks));
     lastSent.append(single(checksumOf(lastSent)));
     tries = 0;
     expecting = Expecting::answerToReply;

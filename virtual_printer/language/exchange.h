@@ -2,6 +2,7 @@
 // they mean comes out. Data goes to the till in blocks that it acknowledges; uploads come in in blocks.
 #pragma once
 
+#include "virtual_printer/language/reply_data.h"
 #include "virtual_printer/language/request.h"
 
 #include <cstddef>
@@ -34,7 +35,9 @@ struct Probe // the till asks whether somebody is there
 };
 struct MoreOfReply // the till wants the next block, or the last one again
 {
-    std::string bytes; // to send; empty when the reply is complete
+    std::string bytes; // to send; empty when the reply is complete, or its rest is lost
+    bool isLost = false;
+    std::string fetched{}; // the data of this block, where it was not there when the reply began
 };
 using Incoming =
     std::variant<Nothing, Request, DamagedRequest, Block, DamagedBlock, RepeatedBlock, Probe, MoreOfReply>;
@@ -54,8 +57,9 @@ public:
     // one until the next request comes.
     void expectBlocks(bool areExpected);
     // The first bytes of a reply with this data. A till that does not acknowledge it and asks something else
-    // has given it up.
-    std::string beginReply(std::string data);
+    // has given it up. Enough of the data for the first block is fetched; the rest is as the till asks for
+    // it, and nothing more is said when it cannot be: an end would make half a reply a whole one.
+    std::string beginReply(ReplyData data);
 
     // The bytes of the short answers.
     static std::string acceptance();
@@ -69,6 +73,7 @@ private:
     Incoming takeOfRepeatedBlock();
     Incoming takeAnswerToReply(unsigned char byte);
     std::string nextBlock();
+    void endReply();
 
     enum class Expecting
     {
@@ -86,9 +91,9 @@ private:
     std::string lastBlockTaken; // that has ended an upload
     std::size_t repeated = 0;   // bytes of it that have come again
     bool blocksAreExpected = false;
-    std::string reply;
-    std::size_t replySent = 0;
-    std::string lastSent; // for a repeat
+    ReplyData reply;
+    bool replyIsFetched = false; // as the till asks for it
+    std::string lastSent;        // for a repeat
     int tries = 0;
 };
 

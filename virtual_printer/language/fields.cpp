@@ -116,6 +116,8 @@ Refusal checkField(FieldKind kind, std::string_view text)
     case FieldKind::text:
         return checkText(text);
     case FieldKind::date:
+        return !text.empty() && parseMoment(text, Edge::first) ? Refusal::none : Refusal::badDate;
+    case FieldKind::dateOrEmpty:
         return parseMoment(text, Edge::first) ? Refusal::none : Refusal::badDate;
     case FieldKind::secret:
     case FieldKind::any:
@@ -146,6 +148,8 @@ std::string_view takenBy(FieldKind kind)
     case FieldKind::text:
         return "at most 255 characters";
     case FieldKind::date:
+        return "a date as 2026-01-31 or 31.01.2026, with or without 12:00";
+    case FieldKind::dateOrEmpty:
         return "a date as 2026-01-31 or 31.01.2026, with or without 12:00, or nothing";
     case FieldKind::secret:
     case FieldKind::any:

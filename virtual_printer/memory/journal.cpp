@@ -23,6 +23,13 @@ std::uint32_t continued(std::int64_t before, std::int64_t kind, std::int64_t num
     return checksum.checksum();
 }
 
+Document documentIn(const Rows& rows)
+{
+    auto document = fromBytes<Document>(rows.bytes(0));
+    document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
+    return document;
+}
+
 Parameter textOrNone(const std::string& text)
 {
     return text.empty() ? Parameter() : Parameter(std::string_view(text));
@@ -37,6 +44,8 @@ Journal::Journal(const Database& shared)
       writeContent(database.prepare("INSERT INTO contents VALUES (last_insert_rowid(), ?)")),
       readChecksum(
           database.prepare("SELECT checksum FROM documents WHERE closure = ? ORDER BY id DESC LIMIT 1")),
+      readDocument(database.prepare(
+          "SELECT content, closure FROM documents JOIN contents USING (id) WHERE documents.id = ?")),
       writeClosure(database.prepare("INSERT INTO closures VALUES (?, ?, ?, ?)")), index(database)
 {
 }
@@ -109,10 +118,36 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     Rows rows = select.rows(conditions.parameters());
     bool isWanted = true;
     while (isWanted && rows.next()) {
-        auto document = fromBytes<Document>(rows.bytes(0));
-        document.closure = static_cast<int>(rows.whole(1)); // the closure may have been cleared since
-        isWanted = reader(document, rows.whole(2));
+        isWanted = reader(documentIn(rows), rows.whole(2));
     }
+}
+
+std::vector<PlacesInARow> Journal::placesOf(const DocumentQuery& query) const
+{
+    if (query == DocumentQuery()) { // they need not be looked for
+        const std::int64_t last = ends().document;
+        return last == 0 ? std::vector<PlacesInARow>() : std::vector<PlacesInARow>{{1, last}};
+    }
+    const Conditions conditions(query);
+    const Statement select = database.prepare("SELECT id FROM documents" + conditions.text());
+    std::vector<PlacesInARow> found;
+    Rows rows = select.rows(conditions.parameters());
+    while (rows.next()) {
+        const std::int64_t place = rows.whole(0);
+        if (!found.empty() && found.back().second + 1 == place) {
+            found.back().second = place;
+        } else {
+            found.emplace_back(place, place);
+        }
+    }
+    return found;
+}
+
+std::optional<Document> Journal::documentAt(std::int64_t place) const
+{
+    const Parameter id = place;
+    Rows rows = readDocument.rows(std::span(&id, 1));
+    return rows.next() ? std::optional(documentIn(rows)) : std::nullopt;
 }
 
 void Journal::readFound(const DocumentQuery& query, const DocumentReader& reader) const

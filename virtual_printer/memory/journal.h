@@ -33,6 +33,8 @@ public:
     void cutBehind(const Ends& last) const;
 
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
+    [[nodiscard]] std::vector<PlacesInARow> placesOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::optional<Document> documentAt(std::int64_t place) const;
     // False when there is a further step.
     bool goOn(TextSearch& search) const;
     [[nodiscard]] std::vector<int> numbersOf(const DocumentQuery& query) const;
@@ -48,6 +50,7 @@ private:
     Statement writeDocument;
     Statement writeContent;
     Statement readChecksum;
+    Statement readDocument;
     Statement writeClosure;
     SearchIndex index;
 };

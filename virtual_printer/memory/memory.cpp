@@ -45,6 +45,7 @@ struct Memory::Contents
     KeptState state;
     Journal journal;
     bool isEmpty = state.isEmpty(); // no state has been kept yet
+    std::uint64_t journalNumber = 0;
     std::optional<Beginning> beginning;
     std::optional<HolderNote> note; // goes first: afterwards the next holder's may lie there
 };
@@ -86,6 +87,7 @@ try {
     contents->database.synchronizeCommits(!changesOnlyReceipt);
     Transaction transaction(contents->database);
     if (draft.service == Draft::Service::clearJournal) {
+        ++contents->journalNumber;
         contents->journal.clearDocuments();
     } else if (draft.service == Draft::Service::clearClosures) {
         contents->journal.clearClosures();
@@ -116,6 +118,7 @@ std::optional<Backup> Memory::backup() const
 void Memory::copyFrom(const Memory& other)
 try {
     contents->copyBeginning();
+    ++contents->journalNumber;
     contents->database.copyFrom(other.contents->database);
     contents->isEmpty = other.contents->isEmpty;
 } catch (const DatabaseError& error) {
@@ -131,6 +134,7 @@ void Memory::remember()
 
 void Memory::goBack()
 try {
+    ++contents->journalNumber;
     contents->beginning->bringBack(contents->database, contents->state, contents->journal);
     contents->isEmpty = contents->state.isEmpty();
 } catch (const DatabaseError& error) {
@@ -156,6 +160,21 @@ std::vector<Document> Memory::documents(const DocumentQuery& query) const
         return true;
     });
     return found;
+}
+
+std::vector<PlacesInARow> Memory::placesOf(const DocumentQuery& query) const
+{
+    return readFrom(contents->name, [&] { return contents->journal.placesOf(query); });
+}
+
+std::optional<Document> Memory::documentAt(std::int64_t place) const
+{
+    return readFrom(contents->name, [&] { return contents->journal.documentAt(place); });
+}
+
+std::uint64_t Memory::journalNumber() const
+{
+    return contents->journalNumber;
 }
 
 bool Memory::goOn(TextSearch& search) const

@@ -54,6 +54,9 @@ struct DocumentQuery
     bool operator==(const DocumentQuery&) const = default;
 };
 
+// From the first to the last of these places in the journal.
+using PlacesInARow = std::pair<std::int64_t, std::int64_t>;
+
 // With its place in the journal, from 1.
 using DocumentReader = std::function<bool(const Document&, std::int64_t position)>;
 
@@ -105,6 +108,12 @@ public:
     // One after the other, until the reader returns false: a whole journal need not be held at once.
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
+    // For a reading that goes on piece by piece (journal_reading.h): where the documents are that are wanted,
+    // without a text, in the order of the query; and the one at a place, if there is one.
+    [[nodiscard]] std::vector<PlacesInARow> placesOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::optional<Document> documentAt(std::int64_t place) const;
+    // Another one when the journal has been cleared or replaced: places mean other documents then.
+    [[nodiscard]] std::uint64_t journalNumber() const;
     // One more step of a search for a text; false when there is a further one. `read` makes them all at once.
     bool goOn(TextSearch& search) const;
     // Numbers only: for look-ups.

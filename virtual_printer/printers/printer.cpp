@@ -54,6 +54,20 @@ int documentOf(const Draft& draft)
     return draft.state().receipt ? kept + 1 : 0;
 }
 
+// With enough of it for the first block, so that what cannot be read is still refused. Throws MemoryDamaged.
+ReplyData inCodePage(Reply reply, CodePage codePage)
+{
+    if (!reply.further) {
+        return ReplyData(fromUtf8(reply.data, codePage));
+    }
+    ReplyData data([further = std::move(reply.further), codePage] {
+        const auto piece = further();
+        return piece ? std::optional(fromUtf8(*piece, codePage)) : std::nullopt;
+    });
+    data.fetch();
+    return data;
+}
+
 // The state as it is while there is no paper.
 State withoutPaper(State state)
 {
@@ -154,14 +168,17 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
     const Moment present = now();
     Request converted = withUtf8Texts(request, codePage);
     Decision decision = decide(hindrance.paperIsOut ? withoutPaper(current) : current, converted, present);
-    Reply reply;
+    std::optional<ReplyData> data;
     try {
         if (decision.refusal == Refusal::none && decision.rule->wants != Wants::nothing) {
-            reply = replyTo(*decision.rule, Fields(decision.rule->fields, converted.fields), current, kept,
-                            present);
+            Reply reply = replyTo(*decision.rule, Fields(decision.rule->fields, converted.fields), current,
+                                  kept, present);
             decision.settle(reply.verdict);
             for (Line& line : reply.lines) {
                 decision.draft.print(std::move(line));
+            }
+            if (decision.rule->wants == Wants::reply) {
+                data = inCodePage(std::move(reply), codePage);
             }
         }
         if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
@@ -178,8 +195,8 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
     answer.fields = std::move(converted.fields);
     if (answer.refusal != Refusal::none) {
         current.upload = std::make_shared<const Upload>(); // blocks that follow a refused request are noise
-    } else if (decision.rule->wants == Wants::reply) {
-        answer.data = fromUtf8(reply.data, codePage);
+    } else {
+        answer.data = std::move(data);
     }
     return answer;
 }

@@ -4,6 +4,7 @@
 
 #include "virtual_printer/fiscal/decide.h"
 #include "virtual_printer/language/code_page.h"
+#include "virtual_printer/language/reply_data.h"
 #include "virtual_printer/memory/memory.h"
 #include "virtual_printer/printers/clock.h"
 
@@ -21,8 +22,9 @@ struct Answer
 {
     Refusal refusal = Refusal::none;
     std::string detail{}; // of the refusal: what in particular was wrong
-    // What the request asks for, in the code page of its link; nothing when it only wants to be accepted.
-    std::optional<std::string> data{};
+    // What the request asks for, in the code page of its link, enough for the first block fetched; nothing
+    // when it only wants to be accepted.
+    std::optional<ReplyData> data{};
 
     // What faults have made of it: it never came, or it is refused with this number, whatever it is.
     bool isLost = false;

@@ -108,11 +108,12 @@ std::uint64_t Recorder::keep(Exchanged exchanged, std::string_view answer, Time 
     return number;
 }
 
-void Recorder::goOn(std::string_view bytes, std::string_view answer, Reply reply)
+void Recorder::goOn(std::string_view bytes, std::string_view answer, std::string_view data, Reply reply)
 {
     trace.change(present, [&](Exchanged& exchanged) {
         exchanged.heard(bytes);
         exchanged.said(answer);
+        exchanged.replied(data);
         exchanged.isTaken = reply == Reply::taken;
         exchanged.isOver = exchanged.isOver || reply != Reply::goesOn;
     });

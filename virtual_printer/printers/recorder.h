@@ -33,8 +33,9 @@ public:
         taken,
         givenUp
     };
-    // A block of its reply was answered by the till, and that is what comes upon it.
-    void goOn(std::string_view bytes, std::string_view answer, Reply reply);
+    // A block of its reply was answered by the till, and that is what comes upon it, with further data of the
+    // reply, in UTF-8.
+    void goOn(std::string_view bytes, std::string_view answer, std::string_view data, Reply reply);
     // Its answer, or the first block of it, has been handed over whole to the link.
     void hasAcknowledged(std::uint64_t number, Time now);
     // All has been done that is done upon it, though its answer is not whole.

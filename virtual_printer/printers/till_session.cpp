@@ -69,7 +69,7 @@ Steps TillSession::take(std::string_view bytes, Time now)
 void TillSession::answer(const Incoming& incoming, Time now)
 {
     std::visit(Overloaded{[](const Nothing&) {}, [&](const Probe&) { answerProbe(now); },
-                          [&](const MoreOfReply& more) { goOn(more.bytes); },
+                          [&](const MoreOfReply& more) { goOn(more); },
                           [&](const DamagedRequest&) {
                               settle(recorder.begin(Kind::damagedRequest, heard, now),
                                      {.refusal = Refusal::wrongChecksum}, {}, now);
@@ -100,17 +100,18 @@ void TillSession::answerProbe(Time now)
     }
 }
 
-void TillSession::goOn(const std::string& more)
+void TillSession::goOn(const MoreOfReply& more)
 {
-    const Hits hits = more.empty() ? Hits() : lasting.ofNextBlock();
-    std::string bytes = more;
+    const Hits hits = more.bytes.empty() ? Hits() : lasting.ofNextBlock();
+    std::string bytes = more.bytes;
     for (const Faults::Hit& hit : hits) {
         damage(bytes, hit.fault);
     }
-    const auto reply = more.empty()           ? Recorder::Reply::taken
+    const auto reply = more.isLost            ? Recorder::Reply::givenUp
+                       : more.bytes.empty()   ? Recorder::Reply::taken
                        : exchange.isBetween() ? Recorder::Reply::givenUp
                                               : Recorder::Reply::goesOn;
-    recorder.goOn(heard, bytes, reply);
+    recorder.goOn(heard, bytes, toUtf8(more.fetched, codePage), reply);
     if (!bytes.empty()) {
         steps.push_back({std::chrono::milliseconds(0), Send{std::move(bytes)}});
     }
@@ -163,6 +164,11 @@ void TillSession::takeBlock(const Block* block, Time now)
 // Into the trace, and onto the wire.
 void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now)
 {
+    if (answer.data) {
+        const std::string_view fetched = answer.data->fetched();
+        exchanged.replied(toUtf8(
+            answer.data->isAllFetched() ? fetched : fetched.substr(0, ReplyData::mostOfABlock), codePage));
+    }
     const std::string whole = answer.isLost ? "" : bytesOf(answer);
     exchanged.moment = answer.moment ? *answer.moment : station.printer.now();
     exchanged.rule = answer.rule == nullptr ? exchanged.rule : answer.rule;
@@ -174,9 +180,6 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     exchanged.isCommitted = answer.isCommitted;
     exchanged.decided = answer.decided;
     exchanged.committed = answer.committed;
-    if (answer.data) {
-        exchanged.replied(toUtf8(*answer.data, codePage));
-    }
     if (!lasting.areNone()) {
         lasting.goOnWith({}, {});
     }
@@ -191,7 +194,7 @@ void TillSession::settle(Exchanged exchanged, Answer answer, const Hits& hits, T
     answerBefore = whole;
 }
 
-std::string TillSession::bytesOf(const Answer& answer)
+std::string TillSession::bytesOf(Answer& answer)
 {
     if (answer.refusesWith) {
         return Exchange::refusal(*answer.refusesWith);
@@ -202,7 +205,7 @@ std::string TillSession::bytesOf(const Answer& answer)
     if (answer.refusal != Refusal::none) {
         return Exchange::refusal(codes.of(answer.refusal));
     }
-    return answer.data ? exchange.beginReply(*answer.data) : Exchange::acceptance();
+    return answer.data ? exchange.beginReply(std::move(*answer.data)) : Exchange::acceptance();
 }
 
 } // namespace virtual_printer

@@ -48,13 +48,13 @@ public:
 private:
     void answer(const Incoming& incoming, Time now);
     void answerProbe(Time now);
-    void goOn(const std::string& more);
+    void goOn(const MoreOfReply& more);
     void execute(const Request& request, Time now);
     void takeBlock(const Block* block, Time now);
     void settle(Exchanged exchanged, Answer answer, const Hits& hits, Time now);
     static Hindrance hindranceOf(const Hits& hits, const CommandRule* rule);
     Answer ask(const Request& request, const Hits& hits, const CommandRule* rule);
-    std::string bytesOf(const Answer& answer);
+    std::string bytesOf(Answer& answer);
     void disturb(Exchanged exchanged, const std::string& whole, const Hits& hits, bool isAsked, Time now);
     void tellDone(const Hits& done, std::uint64_t exchangeHit);
     void letEnd(std::uint64_t number, Steps& all);

@@ -146,10 +146,21 @@ protected:
     // Of a request that is answered.
     std::string dataOf(std::string_view command, const std::vector<std::string>& fields = {})
     {
-        const Answer answer = ask(command, fields);
+        Answer answer = ask(command, fields);
         EXPECT_EQ(answer.refusal, Refusal::none) << command;
         EXPECT_TRUE(answer.data.has_value()) << command;
-        return answer.data.value_or("no answer");
+        return wholeOf(answer.data.value_or(ReplyData("no answer")));
+    }
+
+    // As a till that reads it block by block.
+    static std::string wholeOf(ReplyData data)
+    {
+        std::string whole;
+        for (std::string_view block = data.takeBlock(); !block.empty(); block = data.takeBlock()) {
+            whole += block;
+            data.fetch();
+        }
+        return whole;
     }
 
     // What the printer prints upon a request that it accepts.

@@ -137,6 +137,25 @@ TEST_F(PrinterDiscounts, OnAnItemMayStandBesideAReturn)
     EXPECT_EQ(total(), -1100);
 }
 
+// By no more than what is returned: without the item the receipt would stand there as well.
+TEST_F(PrinterDiscounts, OnAnItemAndItsVoidMayBringAReceiptWithReturnsBelowZero)
+{
+    ASSERT_EQ(item(Command::itemReturn, "Zla vec", "8.00"), Refusal::none);
+    ASSERT_EQ(sell("Syr", "10.00"), Refusal::none);
+    ASSERT_EQ(total(), 200);
+    EXPECT_EQ(onSubtotal("0", "2.01", "A"), Refusal::discountTooLarge);
+    EXPECT_EQ(voucher("1.00", "A", "2.01"), Refusal::discountTooLarge);
+    EXPECT_EQ(item(Command::itemNegative, "Obal", "2.01"), Refusal::vatBelowZero);
+    ASSERT_EQ(onItem("0", "3.00"), Refusal::none);
+    EXPECT_EQ(total(), -100);
+    EXPECT_EQ(onItem("0", "7.01"), Refusal::discountTooLarge);
+    ASSERT_EQ(onItem("0", "7.00"), Refusal::none);
+    EXPECT_EQ(total(), -800);
+    ASSERT_EQ(sell("Caj", "9.00"), Refusal::none);
+    ASSERT_EQ(item(Command::itemVoid, "Caj", "9.00"), Refusal::none);
+    EXPECT_EQ(under('A'), -800);
+}
+
 TEST_F(PrinterDiscounts, OnAnItemComeToWhatTheTillSaysWithinACent)
 {
     ASSERT_EQ(sell("Syr", "10.00"), Refusal::none);

@@ -40,6 +40,8 @@ std::string_view nameOf(FieldKind kind)
         return "secret";
     case FieldKind::date:
         return "date";
+    case FieldKind::dateOrEmpty:
+        return "date or empty";
     case FieldKind::any:
         break;
     }

@@ -100,11 +100,15 @@ TEST(PrinterFields, TextsAreUtf8)
     }
 }
 
-TEST(PrinterFields, DatesAreDatesOrEmpty)
+TEST(PrinterFields, DatesAreDates)
 {
-    EXPECT_EQ(check(FieldKind::date, ""), Refusal::none);
-    EXPECT_EQ(check(FieldKind::date, "31.01.2026"), Refusal::none);
-    EXPECT_EQ(check(FieldKind::date, "31.02.2026"), Refusal::badDate);
+    for (const FieldKind kind : {FieldKind::date, FieldKind::dateOrEmpty}) {
+        EXPECT_EQ(check(kind, "31.01.2026"), Refusal::none);
+        EXPECT_EQ(check(kind, "31.02.2026"), Refusal::badDate);
+        EXPECT_EQ(check(kind, " "), Refusal::badDate);
+    }
+    EXPECT_EQ(check(FieldKind::date, ""), Refusal::badDate);
+    EXPECT_EQ(check(FieldKind::dateOrEmpty, ""), Refusal::none);
 }
 
 TEST(PrinterFields, TheFirstWrongOneIsTold)

@@ -247,6 +247,7 @@ private:
         case FieldKind::letterOrEmpty:
             return pick({"A", "B", "Z", "X", " ", ""});
         case FieldKind::date:
+        case FieldKind::dateOrEmpty:
             return pick({"", "2026-01-31", "31.01.2026 12:00", "soon"});
         default:
             return pick({"0", "1", "2", "5", "12.50", "-1", "100", "0.001", "many"});

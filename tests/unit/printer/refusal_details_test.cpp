@@ -61,6 +61,10 @@ TEST(PrinterRefusalDetails, NameTheFieldAndWhatItTakes)
               "reportType takes A to Z.");
     EXPECT_EQ(detailOf(idle, Command::getJournalStructD, {"Z", "31.02.2026", ""}, Refusal::badDate),
               "dateFrom takes a date as 2026-01-31 or 31.01.2026, with or without 12:00, or nothing.");
+    for (const char* const none : {"nonsense", ""}) {
+        EXPECT_EQ(detailOf(printerIn(Situation::noDay), Command::setDateTime, {none}, Refusal::badDate),
+                  "date takes a date as 2026-01-31 or 31.01.2026, with or without 12:00.");
+    }
 }
 
 // The drawer has 20.00 of cash and no vouchers: two receipts of 10.00 were paid in cash.
@@ -90,6 +94,21 @@ TEST(PrinterRefusalDetails, SayWhichMoneyIsMissing)
               "6.00 is due.");
 }
 
+// B is a letter that is set, X is none.
+TEST(PrinterRefusalDetails, SayWhichLetterAnItemIsUnder)
+{
+    DecidingPrinter printer = printerIn(Situation::open);
+    ASSERT_EQ(printer.sell("Syr", "10.00", "A"), Refusal::none);
+    for (const char* const letter : {"B", "X"}) {
+        EXPECT_EQ(
+            detailOf(printer, Command::itemDiscount, {"0", "", "0", "1.00", letter}, Refusal::unknownVat),
+            "The item is under A.");
+        EXPECT_EQ(detailOf(printer, Command::itemDiscount2, {"0", "", "0", "1.00", letter, "0"},
+                           Refusal::unknownVat),
+                  "The item is under A.");
+    }
+}
+
 bool namesAField(Refusal refusal)
 {
     switch (refusal) {
@@ -117,6 +136,8 @@ std::string usualValue(const Field& field)
     case FieldKind::text:
         return "1";
     case FieldKind::date:
+        return "2026-02-01";
+    case FieldKind::dateOrEmpty:
     case FieldKind::any:
         return "";
     default:

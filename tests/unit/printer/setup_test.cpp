@@ -81,7 +81,7 @@ TEST_F(PrinterSetup, ChecksThePasswordOfEveryCommandThatHasOne)
             case FieldKind::letter:
                 fields.emplace_back("A");
                 break;
-            case FieldKind::date:
+            case FieldKind::dateOrEmpty:
             case FieldKind::text:
             case FieldKind::numberOrEmpty:
                 fields.emplace_back();

@@ -1,0 +1,48 @@
+#!/usr/bin/env python3
+"""figures.py misses what a load of the virtual printer has to keep.
+
+    figures_test.py
+"""
+import unittest
+
+from figures import load
+
+ROW = "{:22} {:9} commands/s {:7} receipts/s {:6} % of a core   51.2 MB, {} not accepted\n"
+BESIDE = "    4000 control calls: median 0.31 ms, 95th percentile 0.90 ms, longest 4.00 ms\n"
+
+
+def printed(core=9.5, commands=20000, receipts=2500, not_accepted=(0, 0, 0, 0)):
+    """What printer_load prints: each load alone, then each beside a test."""
+    text = ""
+    for beside, refused in (("", not_accepted[:2]), (BESIDE, not_accepted[2:])):
+        text += ROW.format("50 x 1 receipt/s", 400, 50, core, refused[0]) + beside
+        text += ROW.format("as fast as it goes", commands, receipts, 99.0, refused[1]) + beside
+    return text
+
+
+def missed(text):
+    return [figure.what.removeprefix("50 virtual printers, ") for figure in load(text, 3000) if not figure.is_kept()]
+
+
+class Load(unittest.TestCase):
+    def test_keeps_everything(self):
+        self.assertEqual(missed(printed()), [])
+
+    def test_misses_a_request_that_was_not_accepted_in_any_of_its_runs(self):
+        for run in range(4):
+            refused = [0, 0, 0, 0]
+            refused[run] = 1
+            self.assertEqual(missed(printed(not_accepted=refused)), ["requests not accepted"])
+
+    def test_misses_each_figure(self):
+        self.assertEqual(missed(printed(core=25.1)), ["a receipt a second each"])
+        self.assertEqual(missed(printed(commands=9999)), ["commands"])
+        self.assertEqual(missed(printed(receipts=1499)), ["synchronised receipts"])
+
+    def test_wants_every_row_to_say_what_was_not_accepted(self):
+        with self.assertRaises(SystemExit):
+            missed(printed().replace(", 0 not accepted", "", 1))
+
+
+if __name__ == "__main__":
+    unittest.main()

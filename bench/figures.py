@@ -166,6 +166,21 @@ def load(text, disk):
     yield Figure("50 virtual printers, commands", f"{int(fast[0]):,} a second", "", int(fast[0]), least=10000)
     yield Figure("50 virtual printers, synchronised receipts", f"{int(fast[1]):,} a second",
                  f"a loop that writes and synchronises: {disk:,.0f} a second", int(fast[1]), least=1500)
+    calls = re.findall(r"control calls: median ([\d.]+) ms, 95th percentile ([\d.]+) ms", text)
+    for selling, (median, percentile), most in (("a receipt a second each", calls[0], 5),
+                                                ("as fast as it goes", calls[1], None)):
+        yield Figure(f"Control call, 50 printers sell {selling}", f"95 % within {percentile} ms", f"median: {median} ms",
+                     float(percentile), most=most)
+
+
+def trace(build, _, work):
+    """What the trace and faults that nobody has armed take of the cheapest command, in processor time."""
+    text = said(work, "trace_cost", build / "trace_cost")
+    ours = float(re.search(r"disarmed faults +(\d+) ns", text)[1])
+    text = said(work, "command_cost", sys.executable, "-B", ROOT / "bench/command_cost.py", build / "telvofm-printer")
+    whole = float(re.search(r"over TCP (\d+) ns", text)[1])
+    yield Figure("Trace and disarmed faults", f"{ours / 1000:.2f} µs", f"the cheapest command over TCP: {whole / 1000:.1f} µs",
+                 100 * ours / whole, most=5)
 
 
 def virtual_printer(build, _, work):
@@ -209,7 +224,7 @@ def main():
     build, windows, work = (pathlib.Path(name).resolve() for name in sys.argv[1:4])
     work.mkdir(parents=True, exist_ok=True)
     figures = []
-    for measure in (exchanges, modbus, journals, layouts, serial, loading, instructions, virtual_printer):
+    for measure in (exchanges, modbus, journals, layouts, serial, loading, instructions, virtual_printer, trace):
         for figure in measure(build, windows, work):
             missed = "" if figure.is_kept() else "   MISSED"
             print(f"{figure.what:48} {figure.ours:>22}   {figure.beside:64} {ratio_of(figure):>8} "

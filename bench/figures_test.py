@@ -8,13 +8,13 @@ import unittest
 from figures import load
 
 ROW = "{:22} {:9} commands/s {:7} receipts/s {:6} % of a core   51.2 MB, {} not accepted\n"
-BESIDE = "    4000 control calls: median 0.31 ms, 95th percentile 0.90 ms, longest 4.00 ms\n"
+BESIDE = "    4000 control calls: median 0.31 ms, 95th percentile {:.2f} ms, longest 4.00 ms\n"
 
 
-def printed(core=9.5, commands=20000, receipts=2500, not_accepted=(0, 0, 0, 0)):
+def printed(core=9.5, commands=20000, receipts=2500, not_accepted=(0, 0, 0, 0), percentile=0.9):
     """What printer_load prints: each load alone, then each beside a test."""
     text = ""
-    for beside, refused in (("", not_accepted[:2]), (BESIDE, not_accepted[2:])):
+    for beside, refused in (("", not_accepted[:2]), (BESIDE.format(percentile), not_accepted[2:])):
         text += ROW.format("50 x 1 receipt/s", 400, 50, core, refused[0]) + beside
         text += ROW.format("as fast as it goes", commands, receipts, 99.0, refused[1]) + beside
     return text
@@ -38,6 +38,7 @@ class Load(unittest.TestCase):
         self.assertEqual(missed(printed(core=25.1)), ["a receipt a second each"])
         self.assertEqual(missed(printed(commands=9999)), ["commands"])
         self.assertEqual(missed(printed(receipts=1499)), ["synchronised receipts"])
+        self.assertEqual(missed(printed(percentile=5.01)), ["Control call, 50 printers sell a receipt a second each"])
 
     def test_wants_every_row_to_say_what_was_not_accepted(self):
         with self.assertRaises(SystemExit):

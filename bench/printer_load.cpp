@@ -4,8 +4,8 @@
 //     printer_load PRINTER-PROGRAM FOLDER      once a receipt a second, once as fast as it goes
 //
 // It prints the share of a core that the process takes, commands that were accepted and synchronised receipts
-// a second, and apart from them the exchanges that were not accepted; then the same beside a test that asks
-// the control interface one thing after the other, and how long these calls take.
+// a second, and apart from them the exchanges that were not accepted; then, with new printers, the same
+// beside a test that asks the control interface one thing after the other, and how long these calls take.
 #include "bench/printer_process.h"
 #include "bench/sale_requests.h"
 
@@ -288,8 +288,11 @@ int main(int count, char** arguments)
         for (int number = 0; number < printers; ++number) {
             names.push_back("p" + std::to_string(number));
         }
-        const PrinterProcess process(arguments[1], arguments[2], names);
         for (const bool isControlled : {false, true}) {
+            const std::filesystem::path folder =
+                std::filesystem::path(arguments[2]) / (isControlled ? "controlled" : "alone");
+            std::filesystem::create_directories(folder);
+            const PrinterProcess process(arguments[1], folder, names);
             run("50 x 1 receipt/s", process, std::chrono::seconds(1), isControlled);
             run("as fast as it goes", process, std::chrono::milliseconds(0), isControlled);
         }

@@ -248,15 +248,58 @@ class PowerLoss(Printers):
 
 
 class RestoredPrinter(Printers):
-    def test_puts_its_lines_back_when_their_time_has_come(self):
-        self.printer.name = "pty"
-        self.make_new()
-        till = self.till(SerialTill)
-        self.printer.ask("POST", "snapshots", {"name": "morning", "in": "memory"})
-        self.printer.arm("ctsOff", milliseconds=500)
-        self.assert_served(till)
+    def restore(self):
         self.printer.ask("POST", "restore", {"name": "morning", "in": "memory"})
-        until(lambda: self.lines.read_bytes() == b"\x03")
+
+    def on_both_links(self):
+        for kind in super().on_both_links():
+            self.printer.ask("POST", "snapshots", {"name": "morning", "in": "memory"})
+            yield kind
+
+    def test_has_its_power_again(self):
+        for kind in self.on_both_links():
+            with self.subTest(kind.name):
+                till = self.till(kind)
+                self.printer.arm("powerLoss", milliseconds=60_000)
+                till.say(HARMLESS)
+                if kind is TcpTill:
+                    self.assertEqual(till.end(), "reset")
+                    self.assertRaises(ConnectionRefusedError, TcpTill, self.printer)
+                else:
+                    until(lambda: self.lines.read_bytes() == b"\x00")
+                self.restore()
+                self.assertEqual(self.lines.read_bytes(), b"\x03")
+                self.assert_served(self.till(kind))
+
+    def test_is_not_busy(self):
+        for kind in self.on_both_links():
+            with self.subTest(kind.name):
+                till = self.till(kind)
+                self.printer.arm("busy")
+                till.say(HARMLESS)
+                if kind is TcpTill:
+                    self.assertEqual(till.hear(1), b"\x13")
+                else:
+                    until(lambda: self.lines.read_bytes() == b"\x02")
+                self.restore()
+                self.assertEqual(self.lines.read_bytes(), b"\x03")
+                till.say(b"\x11")
+                self.assertEqual(till.hear(1), b"\x11")
+
+    def test_keeps_the_faults_that_have_still_to_act(self):
+        for kind in self.on_both_links():
+            with self.subTest(kind.name):
+                self.printer.arm("refuse", code=77)
+                self.printer.arm("connectionRefused", milliseconds=60_000)
+                self.restore()
+                if kind is TcpTill:
+                    self.assertRaises(ConnectionRefusedError, TcpTill, self.printer)
+                else:
+                    self.assertEqual(self.lines.read_bytes(), b"\x00")
+                self.printer.ask("DELETE", f"faults/{self.faults()[1]['number']}")
+                till = self.till(kind)
+                till.say(HARMLESS)
+                self.assertEqual(till.hear(2), b"\x15\x4d")
 
 
 if __name__ == "__main__":

@@ -70,6 +70,8 @@ Outcome Control::answer(const HttpRequest& request)
         return find(request);
     } catch (const ControlRefusal& refusal) {
         return errorAnswer(refusal.status, refusal.what());
+    } catch (const DiskFull& failure) {
+        return errorAnswer(status::conflict, failure.what());
     } catch (const std::exception& failure) {
         return errorAnswer(status::internalError, std::string(failure.what()));
     }

@@ -37,6 +37,8 @@ public:
     {
         return has("repeatOf") || has("repeatedAfter") || expected.value("attempt", 1) > 1;
     }
+    [[nodiscard]] bool isHit() const { return expected.contains("faults") && !expected["faults"].empty(); }
+    [[nodiscard]] bool isDamaged() const { return name == "damagedRequest" || name == "damagedBlock"; }
     [[nodiscard]] bool isNoRepeat() const { return hasNo("repeatOf") || hasNo("repeatedAfter"); }
     [[nodiscard]] bool mayBeQuestion() const { return other == nullptr && anyOf(isQuestion); }
     // Nothing but a question has the name and the code.
@@ -118,6 +120,8 @@ void requireHarmony(const Json& expected, Stage stage, const std::string& place)
     require(said.isRepeat() && said.isNoRepeat(), "a repeat", "no repeat");
     require(said.name == "probe" && said.isRepeat(), "a probe", "a repeat");
     require(said.name == "probe" && isRefused, "a probe", "refused");
+    require(said.name == "probe" && said.isHit(), "a probe", "hit by a fault");
+    require(said.isDamaged() && said.isHit(), "damaged", "hit by a fault");
     if (!said.areFieldsOfOne()) {
         refuseEntry("\"" + place + ".fields\" are those of several commands; name those of one.");
     }

@@ -3,6 +3,7 @@
 #include "virtual_printer/control/body.h"
 #include "virtual_printer/control/difference.h"
 #include "virtual_printer/control/exchange_harmony.h"
+#include "virtual_printer/faults/fault.h"
 #include "virtual_printer/faults/fault_values.h"
 #include "virtual_printer/trace/exchanged_json.h"
 
@@ -91,8 +92,8 @@ void requireCommand(const std::string& code, const std::string& name, const std:
 struct Range
 {
     std::string_view member;
-    int smallest;
-    int largest;
+    std::int64_t smallest;
+    std::int64_t largest;
 };
 
 void requireWhole(const Json& expected, const Range& range, const std::string& place)
@@ -114,6 +115,27 @@ void requireRefusal(const Json& expected, const std::string& place)
     requireWhole(expected, {"code", 1, largestByte}, place + ".refusal");
 }
 
+// The trace tells what each fault did in a sentence, and of one that did nothing why.
+void requireDeed(const std::string& said, const std::string& place)
+{
+    constexpr std::string_view idle = " did nothing: ";
+    for (const FaultRule& rule : faultRules) {
+        if ((rule.parameters & hasNoSelection) != 0) { // it hits no exchange
+            continue;
+        }
+        const std::string didNothing = std::string(rule.name).append(idle);
+        if (said == rule.deed || (said.starts_with(didNothing) && said.size() > didNothing.size())) {
+            return;
+        }
+        if (said == rule.name) {
+            refuseEntry("\"" + place + "\" is \"" + said + "\", and the trace has sentences there; give \"" +
+                        std::string(rule.deed) + "\", or \"" + didNothing + "\" with why.");
+        }
+    }
+    refuseEntry("\"" + place + "\" is " + shown(said) +
+                ", and no fault does that; give a sentence of the trace, as \"the answer was lost\".");
+}
+
 // Every member that an exchange can have, with a value of its kind.
 const Json& formOfExchange()
 {
@@ -132,12 +154,16 @@ const Json& formOfExchange()
 // Numbers that no exchange has, and texts that are not as they are written there.
 void requireValues(const Json& expected, const std::string& place)
 {
-    constexpr int any = std::numeric_limits<int>::max();
+    constexpr std::int64_t any = std::numeric_limits<std::int64_t>::max();
     constexpr int triesOfACall = 3;
     for (const Range& range :
          {Range{"number", 1, any}, Range{"till", 1, any}, Range{"address", 0, largestByte},
           Range{"repeatOf", 1, any}, Range{"repeatedAfter", 0, any}, Range{"attempt", 1, triesOfACall}}) {
         requireWhole(expected, range, place);
+    }
+    for (const char* duration : {"decide", "commit", "answer"}) {
+        requireWhole(expected.value("microseconds", Json::object()), {duration, 0, any},
+                     place + ".microseconds");
     }
     const Members members(expected, place);
     if (const auto moment = members.moment("moment"); moment && toText(*moment) != expected["moment"]) {
@@ -150,6 +176,10 @@ void requireValues(const Json& expected, const std::string& place)
             refuseEntry("\"" + place + "." + bytes +
                         R"(" is not written as bytes are; write them as "1c 01 e0 04 f9".)");
         }
+    }
+    const Json faults = expected.value("faults", Json::array());
+    for (std::size_t index = 0; index < faults.size(); ++index) {
+        requireDeed(faults[index].get<std::string>(), place + ".faults[" + std::to_string(index) + "]");
     }
 }
 

@@ -154,11 +154,7 @@ Outcome changeSettings(const Call& call)
                              "end or cancel it first.");
     }
     const Settings next = changed(*printer.state().settings, call.body);
-    try {
-        printer.changeSettings(next);
-    } catch (const DiskFull& failure) {
-        throw ControlRefusal(status::conflict, failure.what());
-    }
+    printer.changeSettings(next);
     return jsonAnswer(toJson(next));
 }
 

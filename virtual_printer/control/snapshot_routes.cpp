@@ -23,7 +23,8 @@ void restore(ControlledPrinter& printer, const Memory& memory)
     if (shift != std::chrono::seconds(0)) {
         device.setClock([before = device.currentClock(), shift] { return before() + shift; });
     }
-    printer.beginAnew();
+    printer.beginAnew(); // first: what the faults have put off is none of the restored printer's
+    printer.station.faults.endDeeds();
 }
 
 } // namespace

@@ -12,10 +12,13 @@ namespace {
 
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
-// Nothing more becomes of it: whoever asks something else has given up what was to come.
+// Nothing more becomes of it: whoever asks something else has given up what was to come, and whoever only
+// probes still waits for it; but for what another printer had still to say.
 bool isOver(const Trace& trace, const Exchanged& exchanged)
 {
-    return exchanged.isOver || exchanged.number + 1 < trace.end();
+    const bool isLast = exchanged.number + 1 == trace.end();
+    return exchanged.isOver || exchanged.number < trace.newestButProbes() ||
+           (exchanged.number < trace.begin() && !isLast);
 }
 
 // What follows the exchange `last`, which then is the last one that was sent.

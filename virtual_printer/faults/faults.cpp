@@ -6,6 +6,12 @@
 namespace virtual_printer {
 namespace {
 
+// Otherwise it has acted as it was armed.
+bool meetsRequests(const Fault& fault)
+{
+    return (ruleOf(fault.kind).parameters & hasNoSelection) == 0;
+}
+
 bool isSelected(const Fault& fault, const Occasion& occasion)
 {
     const bool isOfConnection = fault.at == FaultMoment::connection;
@@ -40,7 +46,7 @@ std::uint64_t Faults::arm(Fault fault)
     Armed one;
     one.number = following++;
     one.fault = std::move(fault);
-    one.hasEnded = (ruleOf(one.fault.kind).parameters & hasNoSelection) != 0; // it acts at once
+    one.hasEnded = !meetsRequests(one.fault);
     armed.push_back(std::move(one));
     tell(armed.back(), Event::armed);
     return armed.back().number;
@@ -64,6 +70,15 @@ void Faults::disarmAll()
 {
     while (!armed.empty()) {
         disarm(armed.front().number);
+    }
+}
+
+void Faults::endDeeds()
+{
+    for (const Armed& one : armed) {
+        if (meetsRequests(one.fault)) {
+            tell(one, Event::stopped);
+        }
     }
 }
 

@@ -50,6 +50,7 @@ public:
     {
         armed,
         changed, // it has done something, or has ended
+        stopped, // what it still does ends, and it may act again
         disarmed
     };
     using Observer = std::function<void(const Armed&, Event)>;
@@ -62,6 +63,9 @@ public:
     // Whether there was such a fault. What has no end of its own ends now.
     bool disarm(std::uint64_t number);
     void disarmAll();
+    // The printer has become another one, which nothing has hit: what they still do upon a request ends. What
+    // needs no request goes on.
+    void endDeeds();
     // Also those that have ended, until they are disarmed.
     [[nodiscard]] const std::vector<Armed>& list() const { return armed; }
 

@@ -7,6 +7,7 @@ namespace virtual_printer {
 std::uint64_t Trace::add(Exchanged exchanged)
 {
     exchanged.number = following++;
+    newest = exchanged.kind == Exchanged::Kind::probe ? newest : exchanged.number;
     bytes += exchanged.size();
     ring.push_back(std::move(exchanged));
     forgetTheOldest();

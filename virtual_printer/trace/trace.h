@@ -36,6 +36,8 @@ public:
     // The numbers of those that are there are from `first` up to, and without, `end`.
     [[nodiscard]] std::uint64_t first() const { return end() - ring.size(); }
     [[nodiscard]] std::uint64_t end() const { return following; }
+    // The newest that is no probe; 0 when there has been none.
+    [[nodiscard]] std::uint64_t newestButProbes() const { return newest; }
     // Null for one that is no longer there, or not yet.
     [[nodiscard]] const Exchanged* find(std::uint64_t number) const;
     [[nodiscard]] bool isGone(std::uint64_t number) const { return number < first(); }
@@ -63,6 +65,7 @@ private:
     std::deque<Exchanged> ring;
     std::size_t bytes = 0;
     std::uint64_t following = 1;
+    std::uint64_t newest = 0;
     std::deque<std::uint64_t> changed;
     std::uint64_t changesForgotten = 0;
     std::uint64_t beginning = 1;

@@ -59,7 +59,7 @@ private:
 
     void take(const Armed& one, Faults::Event event)
     {
-        if (event == Faults::Event::disarmed) {
+        if (event == Faults::Event::disarmed || event == Faults::Event::stopped) {
             offUntil.erase(one.number);
             till->endFault(one.number);
         } else if (event == Faults::Event::armed && one.fault.kind == FaultKind::connectionRefused) {

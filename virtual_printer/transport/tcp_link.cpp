@@ -42,7 +42,7 @@ TcpLink::TcpLink(boost::asio::io_context& context, const Address& wanted, Statio
                                  "; name an address of this machine with a free port, or 0 for any");
     }
     station.faults.watch([this](const Armed& armed, Faults::Event event) {
-        if (event == Faults::Event::disarmed) {
+        if (event == Faults::Event::disarmed || event == Faults::Event::stopped) {
             endFault(armed);
         } else if (event == Faults::Event::armed && armed.fault.kind == FaultKind::connectionRefused) {
             refuse({*armed.fault.duration, armed.number});

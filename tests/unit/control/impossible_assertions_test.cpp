@@ -62,6 +62,28 @@ TEST_F(ImpossibleAssertions, AreRefusedWithTheirPlace)
          R"("received[0].moment" has its seconds in an exchange; write it as "2026-01-31 12:00:00".)"},
         {R"({"received": [{"fromTill": "1C01", "count": 0}]})",
          R"("received[0].fromTill" is not written as bytes are; write them as "1c 01 e0 04 f9".)"},
+        {R"({"received": [{"microseconds": {"decide": -1}, "count": 0}]})",
+         R"("received[0].microseconds.decide" is no whole number from 0 to )"},
+        {R"({"received": [{"microseconds": {"commit": -5}, "count": 0}]})",
+         R"("received[0].microseconds.commit" is no whole number from 0 to )"},
+        {R"({"received": [{"microseconds": {"answer": 1.5}, "count": 0}]})",
+         R"("received[0].microseconds.answer" is no whole number from 0 to )"},
+        // The trace tells what faults did in sentences.
+        {R"({"received": [{"faults": ["acknowledgeLost"], "count": 0}]})",
+         R"("received[0].faults[0]" is "acknowledgeLost", and the trace has sentences there; )"
+         R"(give "the answer was lost", or "acknowledgeLost did nothing: " with why.)"},
+        {R"({"executed": [{"faults": ["the answer was lost", "lost"], "count": 0}]})",
+         R"("executed[0].faults[1]" is "lost", and no fault does that; give a sentence of the trace, )"
+         R"(as "the answer was lost".)"},
+        {R"({"received": [{"faults": ["busy did nothing: "], "count": 0}]})",
+         R"("received[0].faults[0]" is "busy did nothing: ", and no fault does that)"},
+        {R"({"received": [{"faults": ["bsy did nothing: there was no answer"], "count": 0}]})",
+         R"("received[0].faults[0]" is "bsy did nothing: there was no answer", and no fault does that)"},
+        // It acts on the port, and on no exchange.
+        {R"({"received": [{"faults": ["connections were refused"], "count": 0}]})",
+         R"("received[0].faults[0]" is "connections were refused", and no fault does that)"},
+        {R"({"received": [{"faults": ["connectionRefused"], "count": 0}]})",
+         R"("received[0].faults[0]" is "connectionRefused", and no fault does that)"},
         // What is damaged is never carried out, and a probe neither.
         {R"({"executed": [{"name": "probe", "count": 0}]})",
          R"(What is called probe is never executed; ask whether it is "received".)"},
@@ -121,6 +143,12 @@ TEST_F(ImpossibleAssertions, AreThoseWhosePartsContradictEachOther)
          R"("received[0]" is a probe and a repeat)" + never},
         {R"({"received": [{"name": "probe", "refusal": {}, "count": 0}]})",
          R"("received[0]" is a probe and refused)" + never},
+        {R"({"received": [{"name": "probe", "faults": ["the answer was lost"], "count": 0}]})",
+         R"("received[0]" is a probe and hit by a fault)" + never},
+        {R"({"received": [{"name": "damagedBlock", "faults": ["the answer was lost"], "count": 0}]})",
+         R"("received[0]" is damaged and hit by a fault)" + never},
+        {R"({"received": [{"name": "damagedRequest", "faults": ["the answer was lost"], "count": 0}]})",
+         R"("received[0]" is damaged and hit by a fault)" + never},
         {R"({"received": [{"name": "payment", "taken": true, "count": 0}]})",
          R"("received[0]" is taken and no question)" + never},
         {R"({"received": [{"command": "d2", "taken": true, "count": 0}]})",
@@ -167,6 +195,10 @@ TEST_F(ImpossibleAssertions, AreThoseWhosePartsContradictEachOther)
          R"({"executed": [{"name": "payment", "taken": false, "answer": "", "committed": true, "count": 0}]})",
          R"({"received": [{"fromTill": "11", "toTill": "", "moment": "2026-01-31 12:00:00", "count": 0}]})",
          R"({"received": [{"fields": {"paymentNumber": "1", "total": "1.00"}, "count": 0}]})",
+         R"({"received": [{"name": "block", "faults": ["the answer was lost", "CTS went off"], "count": 0}]})",
+         R"({"received": [{"faults": ["ctsOff did nothing: TCP has no such line"], "count": 0}]})",
+         R"({"received": [{"name": "probe", "faults": [], "count": 0}]})",
+         R"({"received": [{"microseconds": {"decide": 0, "commit": 3, "answer": 9000000000}, "count": 0}]})",
          R"({"executed": [{"count": 0}]})"}) {
         EXPECT_EQ(post(at("assert"), possible).status, 200) << possible;
     }
@@ -185,6 +217,18 @@ TEST_F(ImpossibleAssertions, AreNotThoseOfEverythingThatAnExchangeHas)
     EXPECT_EQ(post(at("assert"), Json{{"acknowledged", Json::array({part})}}.dump()).status, 200);
     const Json receipt = get(at("documents"))["documents"][0];
     EXPECT_EQ(post(at("assert"), Json{{"committed", Json::array({receipt})}}.dump()).status, 200);
+}
+
+TEST_F(ImpossibleAssertions, AreNotThoseOfWhatFaultsDid)
+{
+    for (const char* fault : {R"({"kind": "acknowledgeLost"})", R"({"kind": "ctsOff", "milliseconds": 1})"}) {
+        ASSERT_EQ(post(at("faults"), fault).status, 201);
+    }
+    tillSays(telvofm::test::request(0xE0));
+    const Json exchange = get(at("trace"));
+    EXPECT_EQ(exchange["faults"].size(), 2U);
+    const Json entry = {{"faults", exchange["faults"]}, {"microseconds", exchange["microseconds"]}};
+    EXPECT_EQ(post(at("assert"), Json{{"executed", Json::array({entry})}}.dump()).status, 200);
 }
 
 TEST_F(ImpossibleAssertions, AreNotThoseOfWhatIsNoSoundRequest)

@@ -210,6 +210,43 @@ TEST_F(TraceUnderControl, IsFollowedByALostAnswerWhenAllThatIsSentOfItIsSent)
     EXPECT_THAT(live.more(), HasSubstr(R"("number":1,)"));
 }
 
+// A till that waits probes meanwhile; what a fault has put off comes all the same.
+TEST_F(TraceUnderControl, IsFollowedByALateAnswerWhenItHasLeftWhateverIsProbedBefore)
+{
+    for (const char* fault : {R"({"kind": "busy", "milliseconds": 800})",
+                              R"({"kind": "acknowledgeLate", "milliseconds": 1000})"}) {
+        SCOPED_TRACE(fault);
+        const Stream live = follow();
+        const std::uint64_t begin = station.trace.end();
+        post(at("faults"), fault);
+        session.take(telvofm::test::request(0xE0), now);
+        tillSays("\x11");
+        EXPECT_EQ(live.more(), "");
+        session.hasAcknowledged(begin, now);
+        const std::string events = live.more();
+        EXPECT_THAT(idsIn(events), testing::ElementsAre(std::to_string(begin), std::to_string(begin + 1)));
+        EXPECT_THAT(events.substr(0, events.find("\n\n")), HasSubstr(R"("acknowledged":true)"));
+    }
+}
+
+// Whoever asks something else has given up what was to come; and a printer that is another one owes nothing.
+TEST_F(TraceUnderControl, IsFollowedByALateAnswerThatIsGivenUp)
+{
+    const Stream live = follow();
+    post(at("faults"), R"({"kind": "busy"})");
+    session.take(telvofm::test::request(0xE0), now);
+    tillSays("\x11");
+    EXPECT_EQ(live.more(), "");
+    tillSays(telvofm::test::request(0xE0));
+    EXPECT_THAT(idsIn(live.more()), testing::ElementsAre("1", "2", "3"));
+    post(at("faults"), R"({"kind": "busy"})");
+    session.take(telvofm::test::request(0xE0), now);
+    post(at("reset"), R"({"to": "new"})");
+    EXPECT_EQ(live.more(), "");
+    tillSays("\x11");
+    EXPECT_THAT(idsIn(live.more()), testing::ElementsAre("4", "5"));
+}
+
 TEST_F(TraceUnderControl, TellsAFollowerThatWasTooSlow)
 {
     station.trace = Trace(Trace::Limits{.exchanges = 2, .bytes = 100'000});

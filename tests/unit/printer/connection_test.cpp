@@ -256,5 +256,36 @@ TEST_F(TillOnSerialLine, WhomNobodyHearsSeesThePrinterBeSwitchedOff)
     EXPECT_EQ(hear(), "\x06");
 }
 
+TEST_F(TillOnSerialLine, SeesAnotherPrinterWithItsPowerAndNothingOfWhatFaultsHaveBegun)
+{
+    begin();
+    for (const char* fault :
+         {R"({"kind":"powerLoss","milliseconds":60000})", R"({"kind":"ctsOff","milliseconds":60000})",
+          R"({"kind":"busy"})", R"({"kind":"halfOpen"})"}) {
+        SCOPED_TRACE(fault);
+        arm(fault);
+        say(job);
+        hear();
+        letTimePass();
+        station.trace.beginAnew();
+        station.faults.endDeeds();
+        letTimePass();
+        EXPECT_EQ(lines, "CTS DSR");
+        say(job);
+        EXPECT_EQ(hear(), "\x06");
+    }
+}
+
+TEST_F(TillOnSerialLine, SeesAnotherPrinterSwitchedOffByWhatHasHitNothing)
+{
+    begin();
+    const auto off = arm(R"({"kind":"connectionRefused","milliseconds":60000})");
+    station.trace.beginAnew();
+    station.faults.endDeeds();
+    EXPECT_EQ(lines, "- -");
+    ASSERT_TRUE(station.faults.disarm(off));
+    EXPECT_EQ(lines, "CTS DSR");
+}
+
 } // namespace
 } // namespace virtual_printer

@@ -59,7 +59,7 @@ public:
     explicit TriedPrinter(CodePage link) : session(station, link, codes)
     {
         station.faults.watch([this](const Armed& one, Faults::Event event) {
-            if (event == Faults::Event::disarmed) {
+            if (event == Faults::Event::disarmed || event == Faults::Event::stopped) {
                 session.endFault(one.number); // as a link does
             }
         });

@@ -2,8 +2,7 @@
 
 #include "api/telvofm.h"
 #include "device/text.h"
-
-#include <cstdio>
+#include "link/appended_file.h"
 
 namespace telvofm {
 namespace {
@@ -73,13 +72,10 @@ void CallLog::append(std::span<const LogPart> parts)
 {
     const std::string line = lineOf(parts);
     const std::scoped_lock lock(settings);
-    std::FILE* file = std::fopen(path.c_str(), "a");
-    if (file == nullptr) {
-        return;
+    const AppendedFile file(path);
+    if (file.isOpen()) {
+        file.append(line);
     }
-    static_cast<void>(std::setvbuf(file, nullptr, _IONBF, 0)); // the line goes out in one write
-    static_cast<void>(std::fwrite(line.data(), 1, line.size(), file));
-    static_cast<void>(std::fclose(file));
 }
 
 CallLog& callLog()

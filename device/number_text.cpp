@@ -2,6 +2,7 @@
 
 #include "device/floating_point.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cstdint>
@@ -9,48 +10,103 @@
 namespace telvofm {
 namespace {
 
-constexpr std::array<std::uint64_t, 4> powersOfTen = {1, 10, 100, 1000};
+constexpr std::array<std::uint64_t, 7> powersOfTen = {1, 10, 100, 1000, 10000, 100000, 1000000};
 
-// Most amounts have few digits and two or three decimals. For these the binary fraction, times the power of
-// ten, fits 64 bits, so that plain integers round it exactly: several times faster than the general way.
-// Returns the end of the text, or nothing when the value needs the general way.
-char* writeSmallAmount(char* target, char* end, double value, int decimals)
+// A double as the integers that make it: its size is mantissa / 2^fractionBits.
+struct BinaryFraction
 {
-    constexpr unsigned mantissaBits = 52;
-    constexpr std::uint64_t mantissaMask = (std::uint64_t{1} << mantissaBits) - 1;
-    constexpr int exponentOfOnes = 1075; // of a mantissa that counts ones
-    const auto bits = std::bit_cast<std::uint64_t>(value);
-    const int fractionBits = exponentOfOnes - static_cast<int>((bits >> mantissaBits) & 0x7FFU);
-    if (fractionBits < 1 || fractionBits > 63 || decimals < 1 || decimals > 3) {
-        return nullptr;
+    explicit BinaryFraction(double value)
+    {
+        constexpr unsigned mantissaBits = 52;
+        constexpr std::uint64_t mantissaMask = (std::uint64_t{1} << mantissaBits) - 1;
+        constexpr int exponentOfOnes = 1075; // of a mantissa that counts ones
+        const auto bits = std::bit_cast<std::uint64_t>(value);
+        isNegative = (bits >> 63U) != 0;
+        mantissa = (bits & mantissaMask) | (mantissaMask + 1);
+        fractionBits = exponentOfOnes - static_cast<int>((bits >> mantissaBits) & 0x7FFU);
     }
-    const auto shift = static_cast<unsigned>(fractionBits);
-    const std::uint64_t mantissa = (bits & mantissaMask) | (mantissaMask + 1);
+
+    bool isNegative;
+    std::uint64_t mantissa;
+    int fractionBits;
+};
+
+// Rounds the exact binary value as the standard library does, and writes it. The fraction, times a power of
+// ten, fits 64 bits with up to three decimals and 63 fraction bits; with up to five and 52 it does in two
+// steps. Each number of decimals at most has code of its own, which is what makes it fast.
+template <std::size_t mostDecimals>
+char* writeRounded(char* target, char* end, const BinaryFraction& value, std::size_t decimals)
+{
+    constexpr std::size_t mostAtOnce = 3;
+    const auto shift = static_cast<unsigned>(value.fractionBits);
     const std::uint64_t fractionMask = (std::uint64_t{1} << shift) - 1;
     const std::uint64_t half = std::uint64_t{1} << (shift - 1);
-    const std::uint64_t scale = powersOfTen[static_cast<std::size_t>(decimals)];
+    const std::size_t first = mostDecimals > mostAtOnce ? std::min(decimals, mostAtOnce) : decimals;
 
-    std::uint64_t wholes = mantissa >> shift;
-    const std::uint64_t scaled = (mantissa & fractionMask) * scale;
+    std::uint64_t wholes = value.mantissa >> shift;
+    std::uint64_t scaled = (value.mantissa & fractionMask) * powersOfTen[first];
     std::uint64_t fraction = scaled >> shift;
+    if (mostDecimals > mostAtOnce && decimals > first) {
+        const std::uint64_t scale = powersOfTen[decimals - first];
+        scaled = (scaled & fractionMask) * scale;
+        fraction = fraction * scale + (scaled >> shift);
+    }
     const std::uint64_t rest = scaled & fractionMask;
-    if (rest > half || (rest == half && fraction % 2 == 1)) {
+    const bool isOdd = ((decimals == 0 ? wholes : fraction) & 1U) != 0;
+    if (rest > half || (rest == half && isOdd)) {
         ++fraction;
     }
-    if (fraction == scale) {
+    if (fraction == powersOfTen[decimals]) {
         fraction = 0;
         ++wholes;
     }
-    if ((bits >> 63U) != 0) {
+    if (value.isNegative) {
         *target++ = '-';
     }
     target = std::to_chars(target, end, wholes).ptr;
     *target++ = '.';
-    for (int position = decimals - 1; position >= 0; --position) {
-        target[position] = static_cast<char>('0' + fraction % 10);
+    for (std::size_t position = decimals; position > 0; --position) {
+        target[position - 1] = static_cast<char>('0' + fraction % 10);
         fraction /= 10;
     }
     return target + decimals;
+}
+
+// Most amounts have few digits and two or three decimals: plain integers write them several times faster than
+// the general way. Returns the end of the text, or nothing when the value needs the general way.
+char* writeSmallFixed(char* target, char* end, double value, int decimals)
+{
+    const BinaryFraction parts(value);
+    if (parts.fractionBits < 1 || parts.fractionBits > 63 || decimals < 1 || decimals > 3) {
+        return nullptr;
+    }
+    return writeRounded<3>(target, end, parts, static_cast<std::size_t>(decimals));
+}
+
+// The same for six significant digits of an amount from 1 to 999,998: as many decimals as the wholes leave
+// room for, without the zeros at their end.
+char* writeSmallGeneral(char* target, char* end, double value)
+{
+    constexpr std::size_t significantDigits = 6;
+    constexpr int mostFractionBits = 52; // of 1
+    const BinaryFraction parts(value);
+    if (parts.fractionBits < 1 || parts.fractionBits > mostFractionBits) {
+        return nullptr;
+    }
+    const std::uint64_t wholes = parts.mantissa >> static_cast<unsigned>(parts.fractionBits);
+    if (wholes >= powersOfTen[significantDigits] - 1) { // which rounding may give one digit more
+        return nullptr;
+    }
+    std::size_t decimals = significantDigits - 1;
+    while (wholes >= powersOfTen[significantDigits - decimals]) {
+        --decimals;
+    }
+    char* last = writeRounded<significantDigits - 1>(target, end, parts, decimals);
+    while (last[-1] == '0' && decimals > 0) {
+        --last;
+        --decimals;
+    }
+    return last[-1] == '.' ? last - 1 : last;
 }
 
 } // namespace
@@ -66,7 +122,7 @@ NumberText NumberText::whole(long long value)
 NumberText NumberText::fixed(double value, int decimals)
 {
     NumberText text;
-    char* end = writeSmallAmount(text.digits.begin(), text.digits.end(), value, decimals);
+    char* end = writeSmallFixed(text.digits.begin(), text.digits.end(), value, decimals);
     if (end == nullptr) {
         const DefaultFloatingPoint environment;
         end = std::to_chars(text.digits.begin(), text.digits.end(), value, std::chars_format::fixed, decimals)
@@ -79,11 +135,14 @@ NumberText NumberText::fixed(double value, int decimals)
 NumberText NumberText::general(double value)
 {
     constexpr int significantDigits = 6;
-    const DefaultFloatingPoint environment;
     NumberText text;
-    const auto end = std::to_chars(text.digits.begin(), text.digits.end(), value, std::chars_format::general,
-                                   significantDigits)
-                         .ptr;
+    char* end = writeSmallGeneral(text.digits.begin(), text.digits.end(), value);
+    if (end == nullptr) {
+        const DefaultFloatingPoint environment;
+        end = std::to_chars(text.digits.begin(), text.digits.end(), value, std::chars_format::general,
+                            significantDigits)
+                  .ptr;
+    }
     text.length = static_cast<std::size_t>(end - text.digits.begin());
     return text;
 }

@@ -1,5 +1,6 @@
 #include "link/raw_log.h"
 
+#include "link/appended_file.h"
 #include "link/open_file.h"
 
 #include <new>
@@ -40,8 +41,8 @@ void RawLog::switchOff()
 void RawLog::append(std::string_view direction, std::string_view bytes)
 {
     const std::scoped_lock lock(settings);
-    const OpenFile file(std::fopen(path.c_str(), "a"));
-    if (!file) {
+    const AppendedFile file(path);
+    if (!file.isOpen()) {
         return;
     }
     std::string record;
@@ -58,7 +59,7 @@ void RawLog::append(std::string_view direction, std::string_view bytes)
         lastDirection = direction;
     }
     appendHexadecimal(record, bytes);
-    static_cast<void>(std::fwrite(record.data(), 1, record.size(), file.get()));
+    file.append(record);
 }
 
 RawLog& rawLog()

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cfloat>
 #include <climits>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <locale>
+#include <random>
 #include <string>
 
 namespace telvofm {
@@ -115,6 +118,50 @@ TEST(NumberText, GeneralHasSixSignificantDigits)
     EXPECT_EQ(general(0.0001), "0.0001");
     EXPECT_EQ(general(0.00001), "1e-05");
     EXPECT_EQ(general(DBL_MAX), "1.79769e+308");
+}
+
+TEST(NumberText, GeneralRoundsATrueTieToTheEvenDigit)
+{
+    EXPECT_EQ(general(100000.5), "100000");
+    EXPECT_EQ(general(100001.5), "100002");
+    EXPECT_EQ(general(-1000.125), "-1000.12");
+    EXPECT_EQ(general(1000.375), "1000.38");
+    EXPECT_EQ(general(1.000025), "1.00002"); // stored a little below
+    EXPECT_EQ(general(1.000015), "1.00002"); // a little above
+}
+
+TEST(NumberText, GeneralCarriesIntoTheWholes)
+{
+    EXPECT_EQ(general(9.999996), "10");
+    EXPECT_EQ(general(-99999.96), "-100000");
+    EXPECT_EQ(general(99999.94), "99999.9");
+    EXPECT_EQ(general(999999.5), "1e+06");
+    EXPECT_EQ(general(999999.4), "999999");
+    EXPECT_EQ(general(0.9999999), "1");
+}
+
+TEST(NumberText, GeneralWritesNoZerosBehindTheLastDigit)
+{
+    EXPECT_EQ(general(1.0), "1");
+    EXPECT_EQ(general(10.0), "10");
+    EXPECT_EQ(general(-120.0), "-120");
+    EXPECT_EQ(general(100000.0), "100000");
+    EXPECT_EQ(general(1.05), "1.05");
+    EXPECT_EQ(general(20.3), "20.3");
+}
+
+// What C's own %g writes, the standard's measure of general notation with six digits.
+TEST(NumberText, GeneralIsWhatTheStandardLibraryWrites)
+{
+    std::mt19937_64 random(20261122);
+    std::array<char, 32> expected;
+    for (int count = 0; count < 200000; ++count) {
+        const auto cents = static_cast<double>(random() % 200000000);
+        const double scale = std::array{1.0, 8.0, 100.0, 1000.0, 65536.0, 1e7}[random() % 6];
+        const double value = (random() % 2 == 0 ? cents : -cents) / scale;
+        std::snprintf(expected.data(), expected.size(), "%g", value);
+        ASSERT_EQ(general(value), expected.data()) << count;
+    }
 }
 
 class DecimalComma : public std::numpunct<char>

@@ -152,7 +152,8 @@ constexpr std::array onlyEscapes = {Field{any, "sequence"}};
 constexpr std::array onlyClosure = {Field{whole, "closureNumber"}};
 constexpr std::array reportOf = {Field{letter, "reportType"}, Field{whole, "reportNumber"}};
 constexpr std::array journalOf = {Field{letter, "journalType"}, Field{whole, "journalNumber"}};
-constexpr std::array byDates = {Field{letter, "journalType"}, Field{dateOrEmpty, "dateFrom"}, Field{dateOrEmpty, "dateTo"}};
+constexpr std::array byDates = {Field{letter, "journalType"}, Field{dateOrEmpty, "dateFrom"},
+                                Field{dateOrEmpty, "dateTo"}};
 constexpr std::array byNumbers = {Field{whole, "numberFrom"}, Field{whole, "numberTo"}};
 constexpr std::array byTypeAndNumbers = {Field{letter, "docType"}, Field{whole, "numberFrom"},
                                          Field{whole, "numberTo"}};

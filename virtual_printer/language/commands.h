@@ -30,7 +30,7 @@ enum class FieldKind
     secret, // never shown and never kept, but as a password; fiscal/passwords.h
     date,
     dateOrEmpty, // empty for no bound
-    any     // not looked at
+    any          // not looked at
 };
 
 struct Field

@@ -1,0 +1,39 @@
+#include "link/appended_file.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace telvofm {
+
+AppendedFile::AppendedFile(const std::string& path)
+{
+    constexpr int everybodysFile = 0666; // less what the process's mask takes away
+    descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, everybodysFile);
+}
+
+AppendedFile::~AppendedFile()
+{
+    if (isOpen()) {
+        ::close(descriptor);
+    }
+}
+
+bool AppendedFile::isOpen() const
+{
+    return descriptor != invalid;
+}
+
+void AppendedFile::append(std::string_view record) const
+{
+    while (!record.empty()) {
+        const ssize_t written = ::write(descriptor, record.data(), record.size());
+        if (written >= 0) {
+            record.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+} // namespace telvofm

@@ -187,5 +187,23 @@ TEST(PrinterRefusalDetails, StandBehindTheSentenceOnThePaper)
                   "send one that is within it. rowNumber takes 1 to 10."}));
 }
 
+// 1B moves a terminal, and what stands behind 0D 0A would be a line of its own.
+TEST(PrinterRefusalDetails, CannotMoveTheTerminalNorForgeALine)
+{
+    const Happened event = {
+        .refusal = Refusal::noSuchPicture, .command = "printGraphic", .shown = {}, .detail = "a\r\n\x1B[2Jb"};
+    EXPECT_EQ(linesFor(event, 40, Codes()),
+              (std::vector<std::string>{
+                  "! printGraphic refused with 55 noSuchPicture: No picture is kept under this number; "
+                  "upload it first. a   [2Jb"}));
+}
+
+TEST(PrinterOutputLines, OfADisplayHaveNoControlCharacters)
+{
+    const Happened event = {.command = "printDisplay",
+                            .shown = {DisplayShows{"Spolu\r\n! 1.00\x1B[2J\xC2\x9B"}}};
+    EXPECT_EQ(linesFor(event, 40, Codes()), (std::vector<std::string>{"[display] Spolu  ! 1.00 [2J "}));
+}
+
 } // namespace
 } // namespace virtual_printer

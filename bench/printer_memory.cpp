@@ -266,7 +266,8 @@ void measureProgram(const std::string& program, const std::filesystem::path& fil
         {"program: extract by numbers", byNumbers, {std::to_string(middle), std::to_string(middle + 99)}},
         {"program: extract by dates", byDates, {"P", date + " 10:00", date + " 11:59"}},
         {"program: first block of the whole journal", wholeJournal, {}, 1},
-        {"program: first block of all receipts", byDates, {"P", "", ""}, 1}};
+        {"program: first block of all receipts", byDates, {"P", "", ""}, 1},
+        {"program: first block of all numbers", lookUp, {"N", ""}, 1}};
     const bench::PrinterProcess process(program, file.parent_path(), {file.stem().string()});
     bench::AskingTill till(process.addresses.front());
     for (const Question& question : questions) {

@@ -1,6 +1,7 @@
 #include "virtual_printer/answers/images.h"
 
 #include "virtual_printer/answers/settings_lines.h"
+#include "virtual_printer/paper/text_lines.h"
 
 #include <algorithm>
 
@@ -13,7 +14,7 @@ Reply imageOf(std::span<const std::string> lines)
 {
     Reply reply;
     for (const std::string& line : lines) {
-        reply.data.append(line).append("\r\n");
+        reply.data.append(withoutControls(line)).append("\r\n"); // a text must not be another line
     }
     return reply;
 }

@@ -71,6 +71,12 @@ Verdict readDiscount(const Fields& fields, Cents base, Cents& brings)
     return Refusal::none;
 }
 
+// The letter may be left out.
+Verdict checkGivenVat(const Draft& draft, char vat)
+{
+    return vat == 0 ? Refusal::none : checkVat(*draft.state().settings, vat);
+}
+
 // Whether a till that says what is left agrees; 0 says nothing.
 Verdict checkResult(Cents said, Cents result)
 {
@@ -98,10 +104,16 @@ Verdict discountLastItem(Draft& draft, const Fields& fields, char vat, Cents sai
         return Refusal::nothingToDiscount;
     }
     const char ofItem = receipt.document.lines[static_cast<std::size_t>(item)].vat;
+    if (Verdict verdict = checkGivenVat(draft, vat); verdict != Refusal::none) {
+        return verdict;
+    }
     if (vat != 0 && vat != ofItem) {
-        return {Refusal::unknownVat, std::string("The item is under ") + ofItem + "."};
+        return {Refusal::nothingToDiscount, std::string("The item is under ") + ofItem + "."};
     }
     const Cents base = sumOfLast(receipt);
+    if (base <= 0) {
+        return Refusal::nothingToDiscount;
+    }
     Cents brings = 0;
     Verdict verdict = readDiscount(fields, base, brings);
     if (verdict == Refusal::none) {
@@ -122,10 +134,8 @@ Verdict discountLastItem(Draft& draft, const Fields& fields, char vat, Cents sai
 Verdict discountWhole(Draft& draft, const Fields& fields, char vat, Cents saidResult)
 {
     const Document& before = draft.state().receipt->document;
-    if (vat != 0) {
-        if (Verdict verdict = checkVat(*draft.state().settings, vat); verdict != Refusal::none) {
-            return verdict;
-        }
+    if (Verdict verdict = checkGivenVat(draft, vat); verdict != Refusal::none) {
+        return verdict;
     }
     const Cents base = vat == 0 ? before.total : sumUnder(before, vat);
     if (base <= 0) {

@@ -105,7 +105,8 @@ inline constexpr std::array refusalTexts = {
                 "A receipt is open; end it with paragonEnd or cancel it with destroyParagon first."},
     RefusalText{Refusal::noReceipt, "noReceipt", "No receipt is open; begin one with paragonBegin first."},
     RefusalText{Refusal::receiptIsBeingPaid, "receiptIsBeingPaid",
-                "The receipt is being paid and takes no more lines; pay the rest and end it, or cancel it."},
+                "The receipt is being paid and takes no more lines of a sale; pay the rest and end it, or "
+                "cancel it."},
     RefusalText{
         Refusal::nothingToVoid, "nothingToVoid",
         "No line that is not voided yet has this name, total, VAT letter, quantity and price; void a line "

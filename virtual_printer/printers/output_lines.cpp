@@ -1,6 +1,7 @@
 #include "virtual_printer/printers/output_lines.h"
 
 #include "virtual_printer/paper/layout.h"
+#include "virtual_printer/paper/text_lines.h"
 
 namespace virtual_printer {
 namespace {
@@ -10,7 +11,7 @@ std::string refusalLine(const Happened& event, const Codes& codes)
     const RefusalText& text = textOf(event.refusal);
     return "! " + (event.command.empty() ? "request" : event.command) + " refused with " +
            std::to_string(codes.of(event.refusal)) + " " + std::string(text.name) + ": " +
-           sentenceOf(event.refusal, event.detail);
+           withoutControls(sentenceOf(event.refusal, event.detail));
 }
 
 std::vector<std::string> linesOf(const Shown& shown, std::size_t columns)
@@ -19,7 +20,7 @@ std::vector<std::string> linesOf(const Shown& shown, std::size_t columns)
         return layout(printed->line, columns);
     }
     if (const auto* display = std::get_if<DisplayShows>(&shown)) {
-        return {"[display] " + display->text};
+        return {"[display] " + withoutControls(display->text)};
     }
     return {"[drawer opens]"};
 }

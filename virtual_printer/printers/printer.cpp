@@ -119,10 +119,11 @@ void Printer::start()
 {
     const auto before = kept.load();
     current = before.value_or(whenNew);
-    Draft draft(current, now());
-    if (ownClock() < now()) {
-        draft.standing().clockOffset += now() - ownClock();
+    if (const auto behind = now() - ownClock(); behind > std::chrono::seconds(0)) {
+        // Not kept: the clock of the next start may be right.
+        clock = [runs = std::move(clock), behind] { return runs() + behind; };
     }
+    Draft draft(current, now());
     if (before && before->receipt) {
         draft.printInReceipt({.kind = Line::Kind::powerLost});
     }
@@ -154,7 +155,12 @@ Moment Printer::earliest() const
 
 Moment Printer::ownClock() const
 {
-    return std::min(clock() + current.standing->clockOffset, lastMoment);
+    return std::min(runningClock(), lastMoment);
+}
+
+Moment Printer::runningClock() const
+{
+    return clock() + current.standing->clockOffset;
 }
 
 bool Printer::expectsBlocks() const
@@ -183,6 +189,10 @@ Answer Printer::execute(const Request& request, CodePage codePage, const Hindran
         }
         if (decision.refusal == Refusal::none && decision.draft.service == Draft::Service::restore) {
             decision.refusal = restore(decision.draft, kept.backup());
+        }
+        if (decision.refusal == Refusal::none && decision.rule->command == telvofm::Command::setDateTime) {
+            // It was decided by the clock that shows, which stands while the one that runs is elsewhere.
+            decision.draft.standing().clockOffset += present - runningClock();
         }
     } catch (const MemoryDamaged&) {
         decision.refusal = Refusal::journalDamaged;

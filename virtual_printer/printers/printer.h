@@ -111,6 +111,8 @@ public:
 
 private:
     [[nodiscard]] Moment ownClock() const;
+    // The same, also beyond the last moment.
+    [[nodiscard]] Moment runningClock() const;
     void start();
     Answer carryOut(Decision decision, const Hindrance& hindrance = {});
 

@@ -96,6 +96,22 @@ TEST_F(PrinterImages, HaveEverySetting)
     EXPECT_EQ(image, expected);
 }
 
+// A text is a value and cannot be another line.
+TEST_F(PrinterImages, HaveTextsWithoutControlCharacters)
+{
+    settings.header = {{1, "a\r\nColumns=99"}};
+    settings.others = {{"Mail address", "a\x1B[2J@b.sk"}};
+    Lines expected(standardImage.begin(), standardImage.end() - 1);
+    for (const std::string line : {"Header 1=a  Columns=99", "Mail address=a [2J@b.sk", "Columns=40"}) {
+        expected.push_back(line);
+    }
+    keepDay(1, "2026-01-01", 100);
+    EXPECT_EQ(backup("0"), expected);
+    Lines image = memoryImage();
+    image.resize(expected.size());
+    EXPECT_EQ(image, expected);
+}
+
 TEST_F(PrinterImages, OfTheMemoryHaveTheStandingBehindTheSettings)
 {
     standing.dayIsOpen = true;

@@ -110,7 +110,8 @@ TEST_F(PrinterDiscounts, OnAnItemStandDirectlyBehindIt)
 TEST_F(PrinterDiscounts, OnAnItemAreUnderItsLetter)
 {
     ASSERT_EQ(sell("Syr", "10.00", "B"), Refusal::none);
-    EXPECT_EQ(onItem("0", "1.00", "A"), Refusal::unknownVat);
+    EXPECT_EQ(onItem("0", "1.00", "A"), Refusal::nothingToDiscount);
+    EXPECT_EQ(onItem("0", "1.00", "E"), Refusal::vatNotSet);
     EXPECT_EQ(onItem("0", "1.00", "X"), Refusal::unknownVat);
     EXPECT_EQ(onItem("0", "1.00", "B"), Refusal::none);
     EXPECT_EQ(onItem("0", "1.00", " "), Refusal::none);
@@ -125,7 +126,24 @@ TEST_F(PrinterDiscounts, OnAnItemTakeNoMoreThanIsLeftOfIt)
     ASSERT_EQ(onItem("0", "9.00"), Refusal::none);
     EXPECT_EQ(onItem("0", "1.01"), Refusal::discountTooLarge);
     ASSERT_EQ(onItem("0", "1.00"), Refusal::none);
-    EXPECT_EQ(onItem("0", "0.01"), Refusal::discountTooLarge);
+    EXPECT_EQ(onItem("0", "0.01"), Refusal::nothingToDiscount);
+    EXPECT_EQ(total(), 5000);
+}
+
+TEST_F(PrinterDiscounts, OnAnItemOfWhichNothingIsLeftAreOnNothing)
+{
+    const auto expectNothing = [this] {
+        for (const char* const operation : {"0", "1", "2", "3"}) {
+            EXPECT_EQ(onItem(operation, "10"), Refusal::nothingToDiscount) << operation;
+            EXPECT_EQ(onItemWithTotal(operation, "10", "0"), Refusal::nothingToDiscount) << operation;
+        }
+    };
+    ASSERT_EQ(sell("Chlieb", "50.00"), Refusal::none);
+    ASSERT_EQ(sell("Vzorka", "0.00"), Refusal::none);
+    expectNothing();
+    ASSERT_EQ(sell("Syr", "10.00"), Refusal::none);
+    ASSERT_EQ(onItem("1", "100"), Refusal::none);
+    expectNothing();
     EXPECT_EQ(total(), 5000);
 }
 

@@ -142,6 +142,17 @@ TEST(PrinterDocumentation, HasEveryCommand)
     expectSameRows(rowsOfDocumentation(R"(\| [0-9A-F]{2} \| \w+ \| [^|]+ \| [^|]+ \|)"), commandRows());
 }
 
+TEST(PrinterDocumentation, HasEveryKindOfField)
+{
+    static_assert(FieldKind::whole == FieldKind(0));
+    for (int kind = 0; kind <= static_cast<int>(FieldKind::any); ++kind) {
+        std::string name(nameOf(FieldKind(kind)));
+        name = name.substr(0, name.find(" or empty")); // which a sentence says of all kinds
+        EXPECT_EQ(rowsOfDocumentation(R"(\| )" + name + R"( \| [^|]+ \| (none|[0-9, ]+) \|)").size(), 1U)
+            << name;
+    }
+}
+
 TEST(PrinterDocumentation, HasEveryFault)
 {
     std::string names;

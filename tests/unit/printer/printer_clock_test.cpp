@@ -123,6 +123,10 @@ TEST_F(PrinterClock, StandsAtTheEndOfTheLastYearAlsoWhenATillHasSetIt)
     send(printer, 0xBF, {"9999-12-31 23:59"});
     clock += minutes(5);
     EXPECT_EQ(toText(printer.now()), "9999-12-31 23:59:59");
+    send(printer, 0xBF, {"9999-12-31 23:59"});
+    EXPECT_EQ(toText(printer.now()), "9999-12-31 23:59:00");
+    clock += std::chrono::seconds(10);
+    EXPECT_EQ(toText(printer.now()), "9999-12-31 23:59:10");
 }
 
 // As clocks of the place do at the end of summer.
@@ -136,6 +140,54 @@ TEST_F(PrinterClock, StandsStillWhileTheOneThatItWasStartedWithIsBehind)
     sell(printer);
     clock = at("2026-10-25 03:00");
     EXPECT_EQ(printer.now(), at("2026-10-25 03:00"));
+}
+
+// Also the moment at which it stands: from there it runs again.
+TEST_F(PrinterClock, RunsFromWhatATillSetsItToWhileItStandsStill)
+{
+    for (const char* const wanted : {"2026-10-25 03:10", "2026-10-25 02:59"}) {
+        Printer printer(Memory(), readyToSell(), [this] { return clock; });
+        clock = at("2026-10-25 02:59");
+        send(printer, 0x29, {"0"});
+        sell(printer);
+        send(printer, 0x50, {"Z", "0"});
+        clock = at("2026-10-25 02:00");
+        send(printer, 0xBF, {wanted});
+        EXPECT_EQ(printer.now(), at(wanted));
+        clock += minutes(1);
+        EXPECT_EQ(printer.now(), at(wanted) + minutes(1));
+    }
+}
+
+// What a start adds to a clock that is behind is not kept: the next one may be right.
+TEST_F(PrinterClock, IsAgainTheOneThatItIsStartedWithAfterAStartWithOneThatWasBehind)
+{
+    {
+        Printer printer = startAt("2026-01-31 12:00");
+        send(printer, 0x29, {"0"});
+        sell(printer);
+        send(printer, 0x50, {"Z", "0"});
+    }
+    EXPECT_EQ(startAt("2020-01-01 12:00").now(), at("2026-01-31 12:00"));
+    EXPECT_EQ(startAt("2026-02-01 08:00").now(), at("2026-02-01 08:00"));
+    EXPECT_EQ(startAt("2026-01-31 11:00").now(), at("2026-01-31 12:00"));
+}
+
+// What a till sets goes on over starts, and is no more than what the till has moved it by.
+TEST_F(PrinterClock, IsMovedByWhatATillHasSetAlsoAfterAStartWithOneThatWasBehind)
+{
+    {
+        Printer printer = startAt("2026-01-31 12:00");
+        send(printer, 0x29, {"0"});
+        sell(printer);
+        send(printer, 0x50, {"Z", "0"});
+    }
+    {
+        Printer printer = startAt("2020-01-01 12:00");
+        send(printer, 0xBF, {"2026-01-31 12:30"});
+        EXPECT_EQ(printer.now(), at("2026-01-31 12:30"));
+    }
+    EXPECT_EQ(startAt("2026-02-01 08:00").now(), at("2026-02-01 08:30"));
 }
 
 } // namespace

@@ -94,19 +94,16 @@ TEST(PrinterRefusalDetails, SayWhichMoneyIsMissing)
               "6.00 is due.");
 }
 
-// B is a letter that is set, X is none.
 TEST(PrinterRefusalDetails, SayWhichLetterAnItemIsUnder)
 {
     DecidingPrinter printer = printerIn(Situation::open);
     ASSERT_EQ(printer.sell("Syr", "10.00", "A"), Refusal::none);
-    for (const char* const letter : {"B", "X"}) {
-        EXPECT_EQ(
-            detailOf(printer, Command::itemDiscount, {"0", "", "0", "1.00", letter}, Refusal::unknownVat),
-            "The item is under A.");
-        EXPECT_EQ(detailOf(printer, Command::itemDiscount2, {"0", "", "0", "1.00", letter, "0"},
-                           Refusal::unknownVat),
-                  "The item is under A.");
-    }
+    EXPECT_EQ(
+        detailOf(printer, Command::itemDiscount, {"0", "", "0", "1.00", "B"}, Refusal::nothingToDiscount),
+        "The item is under A.");
+    EXPECT_EQ(detailOf(printer, Command::itemDiscount2, {"0", "", "0", "1.00", "B", "0"},
+                       Refusal::nothingToDiscount),
+              "The item is under A.");
 }
 
 bool namesAField(Refusal refusal)
@@ -185,6 +182,24 @@ TEST(PrinterRefusalDetails, StandBehindTheSentenceOnThePaper)
               (std::vector<std::string>{
                   "! setHeader refused with 9 valueOutOfRange: A number is outside its range; "
                   "send one that is within it. rowNumber takes 1 to 10."}));
+}
+
+// 1B moves a terminal, and what stands behind 0D 0A would be a line of its own.
+TEST(PrinterRefusalDetails, CannotMoveTheTerminalNorForgeALine)
+{
+    const Happened event = {
+        .refusal = Refusal::noSuchPicture, .command = "printGraphic", .shown = {}, .detail = "a\r\n\x1B[2Jb"};
+    EXPECT_EQ(linesFor(event, 40, Codes()),
+              (std::vector<std::string>{
+                  "! printGraphic refused with 55 noSuchPicture: No picture is kept under this number; "
+                  "upload it first. a   [2Jb"}));
+}
+
+TEST(PrinterOutputLines, OfADisplayHaveNoControlCharacters)
+{
+    const Happened event = {.command = "printDisplay",
+                            .shown = {DisplayShows{"Spolu\r\n! 1.00\x1B[2J\xC2\x9B"}}};
+    EXPECT_EQ(linesFor(event, 40, Codes()), (std::vector<std::string>{"[display] Spolu  ! 1.00 [2J "}));
 }
 
 } // namespace

@@ -27,6 +27,7 @@ within() {
         bash -euc 'ip link set lo up; exec chroot "$0" bash -euxc "cd /root; $1"' "$folder" "$commands"
 }
 
+# The four lines: installing, a printer, building an example, selling with it.
 mapfile -t steps < <(sed -n '/^## From a package$/,/^|/s/^    //p' "$source/docs/packages.md")
 [[ ${#steps[@]} -eq 4 && ${steps[0]} == "apt-get install "* && ${steps[1]} == *" &" ]]
 within "apt-get update

@@ -18,6 +18,7 @@ from first_steps import sell_under_wine
 from installed_sale import Printer, documented, run, till, with_find_package
 from linked_in import wrong_licences
 from links import dead_links, pages
+from symbols import wrong_symbols
 
 MINGW = "x86_64-w64-mingw32-gcc-posix"
 PROGRAMS = ("telvofm.dll", "telvofm.exe", "telvofm-printer.exe")
@@ -37,7 +38,7 @@ WANTED = """
 
 
 def unpacked(build, place):
-    """The folder of the one archive, and the other's, which holds symbols only."""
+    """The folder of the one archive; the other holds the symbols of its library and nothing else."""
     run("cpack", "--config", build / "CPackConfig.cmake", "-B", place)
     archives = sorted(place.glob("*.zip"))
     if len(archives) != 2 or not archives[0].name.endswith("-symbols.zip"):
@@ -47,7 +48,12 @@ def unpacked(build, place):
     if len(held) != 1 or not held[0].endswith("bin/telvofm.dll.debug"):
         sys.exit(f"{archives[0].name} holds {held}")
     used.extractall(place)
-    return place / archives[1].name.removesuffix(".zip")
+    symbols.extractall(place / "symbols")
+    root = place / archives[1].name.removesuffix(".zip")
+    wrong = wrong_symbols("x86_64-w64-mingw32-objcopy", root / "bin/telvofm.dll", place / "symbols" / held[0])
+    if wrong:
+        sys.exit("\n".join(wrong))
+    return root
 
 
 # What no program is compiled from here, as there is neither Python nor Java nor .NET for Windows: the same files, byte for byte, are

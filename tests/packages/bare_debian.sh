@@ -30,11 +30,11 @@ within() {
 # The four lines: installing, a printer, building an example, selling with it.
 mapfile -t steps < <(sed -n '/^## From a package$/,/^|/s/^    //p' "$source/docs/packages.md")
 [[ ${#steps[@]} -eq 4 && ${steps[0]} == "apt-get install "* && ${steps[1]} == *" &" ]]
+compilers=$(sed -n 's/^    \(apt-get install .*\)/\1/p' "$source/bindings/README.md")
 within "apt-get update
     ${steps[0]}
     telvofm doctor
-    apt-get install --no-install-recommends build-essential pkgconf
-    apt-get install --no-install-recommends fp-compiler libjna-java mono-mcs mono-runtime openjdk-17-jdk-headless python3"
+    $compilers"
 # The page's port is that of a network in which nobody else is.
 within "${steps[1]}
     ${steps[2]}

@@ -119,6 +119,10 @@
 #include <stdbool.h>
 #include <stdint.h>
 
+#if UINTPTR_MAX < UINT64_MAX
+#error "TelvoFM is a 64-bit library: compile this program for a 64-bit target"
+#endif
+
 /** The version of this library; getVersion() returns another number, that of the interface. */
 #define TELVOFM_VERSION "1.0.0"
 /** Its first number. */

@@ -6,7 +6,7 @@ unit telvofm_receipt;
 interface
 
 uses
-  telvofm_recovery, telvofm_session;
+  telvofm_calls, telvofm_recovery, telvofm_session;
 
 type
   { A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be
@@ -17,31 +17,25 @@ type
     (3) have. After these two nothing was sent. }
   TReceipt = class
   private
-    FSession: TSession;
-    FSessionNumber: Integer;
+    FCalls: TCalls;
     FIsBegun: Boolean; { or may be }
     FIsAnotherOpen: Boolean; { since before this one: whatever is open is not ours }
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
     FIsFinished: Boolean; { as far as the till goes: paid in full, refused or not, or told to end }
-    FIsInDoubt: Boolean; { nothing more is sold into it }
-    FCall, FDoubt: string;
     FNumberBefore: UnicodeString;
     FTotal, FPaid: Currency;
     function Session: TSession;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
     function Due(Amount: Currency = 0): Currency;
-    procedure Start(const Call: string);
-    procedure Check(Code: Integer);
-    procedure Compare(const Question: UnicodeString; Expected: Currency; const What: string);
-    function Answer(const Question: UnicodeString): UnicodeString;
-    procedure RaiseDoubt(const Happened: string);
   public
     { One that is not begun yet; sends nothing. }
     constructor Create(Session: TSession);
     { One that a till left when it was switched off: call Recover on it. The number of the last receipt before it, and its total, are
       those that the till kept; it counts as paid in full. }
     constructor CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
+    { Sends nothing; whatever is open stays so. }
+    destructor Destroy; override;
 
     { Opens the receipt; what the numbers mean is the printer's matter. Raises EOutcomeUnknown also when another receipt was open
       before. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
@@ -89,30 +83,30 @@ uses
 constructor TReceipt.Create(Session: TSession);
 begin
   inherited Create;
-  FSession := Session;
-  FSessionNumber := Session.Number;
-  FCall := 'paragonBegin';
-end;
-
-{ The session; it may have been freed. }
-function TReceipt.Session: TSession;
-begin
-  if not IsOpenSession(FSessionNumber) then
-    raise ClosedFailure(FCall);
-  Result := FSession;
+  FCalls := TCalls.Create(Session, 'paragonBegin');
 end;
 
 constructor TReceipt.CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
 begin
-  Create(Session);
+  inherited Create;
+  FCalls := TCalls.Create(Session, 'Recover');
+  FCalls.Doubt('The till was interrupted in this receipt.');
   FIsBegun := True;
   FIsFinished := True;
   FNumberBefore := NumberBefore;
   FTotal := Total;
   FPaid := Total;
-  FCall := 'Recover';
-  FIsInDoubt := True;
-  FDoubt := 'The till was interrupted in this receipt.';
+end;
+
+destructor TReceipt.Destroy;
+begin
+  FCalls.Free;
+  inherited Destroy;
+end;
+
+function TReceipt.Session: TSession;
+begin
+  Result := FCalls.Session;
 end;
 
 procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
@@ -124,8 +118,8 @@ begin
   end;
   FIsBegun := True;
   try
-    Start('paragonBegin');
-    Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
+    FCalls.Start('paragonBegin');
+    FCalls.Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
   except
     on ENotExecuted do
     begin
@@ -134,7 +128,7 @@ begin
     end;
   end;
   if FIsAnotherOpen then
-    RaiseDoubt('Another receipt was open before.');
+    FCalls.RaiseDoubt('Another receipt was open before.');
 end;
 
 procedure TReceipt.Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
@@ -143,7 +137,7 @@ var
   Texts: TTextsOfItem;
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
-  Start('itemSale_str');
+  FCalls.Start('itemSale_str');
   Line(Total, Functions.itemSale_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName)));
 end;
@@ -154,7 +148,7 @@ var
   Texts: TTextsOfItem;
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
-  Start('itemVoid_str');
+  FCalls.Start('itemVoid_str');
   Line(-Total, Functions.itemVoid_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName), nil));
 end;
@@ -166,7 +160,7 @@ begin
   Words := EncodeText(Description);
   Sum := MoneyText(Amount);
   Letter := EncodeText(Vat);
-  Start('itemDiscount_str');
+  FCalls.Start('itemDiscount_str');
   Line(-Amount, Functions.itemDiscount_str(Session.Device, 0, PAnsiChar(Words), Operation, PAnsiChar(Sum), PAnsiChar(Letter)));
 end;
 
@@ -178,15 +172,15 @@ begin
   Part := PaymentText(Amount);
   NoExchange := EncodeText('0');
   Words := EncodeText(Description);
-  Start('payment_str');
+  FCalls.Start('payment_str');
   if not FIsCompared then
   begin
-    Compare(Session.Questions.Total, FTotal, 'the total');
+    FCalls.Compare(Session.Questions.Total, FTotal, 'the total');
     FIsCompared := True;
-    Start('payment_str');
+    FCalls.Start('payment_str');
   end;
   try
-    Check(Functions.payment_str(Session.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), PAnsiChar(NoExchange), PAnsiChar(Words)));
+    FCalls.Check(Functions.payment_str(Session.Device, 0, PaymentType, PAnsiChar(Sum), PAnsiChar(Part), PAnsiChar(NoExchange), PAnsiChar(Words)));
   except
     on EOutcomeUnknown do
     begin
@@ -196,25 +190,25 @@ begin
     on ERefused do
     begin
       FIsFinished := Due(Amount) = 0; { it may have been taken before its refusal, which the printer's totals tell }
-      Compare(Session.Questions.Due, Due, 'what is due');
+      FCalls.Compare(Session.Questions.Due, Due, 'what is due');
       raise;
     end;
   end;
   Count(Amount);
-  Compare(Session.Questions.Due, Due, 'what is due');
+  FCalls.Compare(Session.Questions.Due, Due, 'what is due');
 end;
 
 function TReceipt.EndReceipt(Picture: Integer): UnicodeString;
 begin
   FIsFinished := True;
-  Start('paragonEnd');
-  Check(Functions.paragonEnd(Session.Device, 0, Picture));
-  Result := Answer(Session.Questions.LastReceipt);
+  FCalls.Start('paragonEnd');
+  FCalls.Check(Functions.paragonEnd(Session.Device, 0, Picture));
+  Result := FCalls.Answer(Session.Questions.LastReceipt);
   if Result = '' then
     Exit;
   if Result = FNumberBefore then
-    RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
-  Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
+    FCalls.RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
+  FCalls.Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
 end;
 
 procedure TReceipt.Cancel(const Description: UnicodeString);
@@ -227,34 +221,11 @@ begin
   FIsBegun := False;
 end;
 
-{ ---- Comparing ---- }
-
-{ Begins one call of this receipt. Whatever leaves its outcome open is remembered: then nothing more is sold into it. }
-procedure TReceipt.Start(const Call: string);
-begin
-  if FIsInDoubt then
-    raise DoubtOf(FCall, FDoubt);
-  FCall := Call;
-  Session.Start(Call);
-end;
-
-procedure TReceipt.Check(Code: Integer);
-begin
-  try
-    Session.Check(Code);
-  except
-    on Unknown: EOutcomeUnknown do
-    begin
-      FIsInDoubt := True;
-      FDoubt := Unknown.Message;
-      raise;
-    end;
-  end;
-end;
+{ ---- Counting ---- }
 
 procedure TReceipt.Line(Value: Currency; Code: Integer);
 begin
-  Check(Code);
+  FCalls.Check(Code);
   FTotal := FTotal + Value;
 end;
 
@@ -272,45 +243,13 @@ begin
     Result := 0;
 end;
 
-procedure TReceipt.RaiseDoubt(const Happened: string);
-begin
-  FIsInDoubt := True;
-  FDoubt := Happened;
-  raise DoubtOf(FCall, Happened);
-end;
-
-{ What the printer answers; empty when it cannot be asked. A question that fails leaves the call in doubt. }
-function TReceipt.Answer(const Question: UnicodeString): UnicodeString;
-begin
-  Result := '';
-  if Question <> '' then
-    try
-      Result := Session.Variable(Question);
-    except
-      on Failure: ECall do
-        RaiseDoubt('The printer does not say what it has done (' + Failure.Call + ': code ' + IntToStr(Failure.Code) + ').');
-    end;
-end;
-
-procedure TReceipt.Compare(const Question: UnicodeString; Expected: Currency; const What: string);
-var
-  Given: UnicodeString;
-begin
-  if Question = '' then
-    Exit;
-  Given := Answer(Question);
-  if not IsAmount(Given, Expected) then
-    RaiseDoubt('For the printer ' + What + ' is "' + string(Given) + '", for the till ' + string(MoneyText(Expected)) +
-      ': something was carried out twice, or not at all.');
-end;
-
 { ---- Recovering ---- }
 
 function TReceipt.Recover: TRecovery;
 begin
   if not FIsBegun then
     Result := Recovered(vdNotSold, 'the receipt was not begun, or is cancelled')
-  else if not IsOpenSession(FSessionNumber) then
+  else if not FCalls.IsSessionOpen then
     Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
       'recover it as an interrupted receipt of another session')
   else if FIsAnotherOpen then
@@ -319,7 +258,7 @@ begin
   else if FNumberBefore = '' then
     Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
   else
-    Result := AskedRecovery(FSession, FNumberBefore, FTotal, FIsFinished);
+    Result := AskedRecovery(FCalls.Session, FNumberBefore, FTotal, FIsFinished);
 end;
 
 end.

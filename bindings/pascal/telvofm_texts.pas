@@ -122,21 +122,35 @@ begin
       Refuse(Name, Index, 'the system''s code page');
 end;
 
+{ So many units of the last decimal. }
+function Digits(Units: Int64; Decimals: Integer): string;
+begin
+  Result := Format('%.*d', [Decimals + 1, Abs(Units)]);
+  Insert('.', Result, Length(Result) - Decimals + 1);
+  if Units < 0 then
+    Result := '-' + Result;
+end;
+
+procedure RefuseDecimals(TenThousandths: Int64; Decimals: Integer);
+var
+  Written: string;
+begin
+  Written := Digits(TenThousandths, 4);
+  while Written[Length(Written)] = '0' do
+    SetLength(Written, Length(Written) - 1);
+  raise EAmount.Create(Format('%s has more than %d decimals; round it first.', [Written, Decimals]));
+end;
+
 function FixedText(Amount: Currency; Decimals: Integer): RawByteString;
 const
   Units: array[2..3] of Int64 = (100, 10); { a Currency counts ten-thousandths }
 var
-  Scaled: Int64;
-  Digits: string;
+  TenThousandths: Int64;
 begin
-  Scaled := PInt64(@Amount)^;
-  if Scaled mod Units[Decimals] <> 0 then
-    raise EAmount.Create(Format('An amount of %d ten-thousandths has more than %d decimals; round it first.', [Scaled, Decimals]));
-  Digits := Format('%.*d', [Decimals + 1, Abs(Scaled div Units[Decimals])]);
-  Insert('.', Digits, Length(Digits) - Decimals + 1);
-  if Scaled < 0 then
-    Digits := '-' + Digits;
-  Result := EncodeText(UnicodeString(Digits));
+  TenThousandths := PInt64(@Amount)^;
+  if TenThousandths mod Units[Decimals] <> 0 then
+    RefuseDecimals(TenThousandths, Decimals);
+  Result := EncodeText(UnicodeString(Digits(TenThousandths div Units[Decimals], Decimals)));
 end;
 
 function MoneyText(Amount: Currency): RawByteString;

@@ -70,10 +70,13 @@ TEST(CppDecimal, IsWrittenWithItsDecimals)
 
 TEST(CppDecimal, IsNeverRounded)
 {
-    const auto refused = (2.675_d).text(2);
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().kind, Kind::amountError);
-    EXPECT_NE(refused.error().text().find("2.6750 has more than 2 decimals"), std::string::npos);
+    const auto money = (-1.005_d).text(2);
+    ASSERT_FALSE(money);
+    EXPECT_EQ(money.error().kind, Kind::amountError);
+    EXPECT_EQ(money.error().text(), "-1.005 has more than 2 decimals; round it first");
+    const auto quantity = (0.1255_d).text(3);
+    ASSERT_FALSE(quantity);
+    EXPECT_EQ(quantity.error().text(), "0.1255 has more than 3 decimals; round it first");
 }
 
 TEST(CppDecimal, ParsesNothingElse)
@@ -227,8 +230,14 @@ TEST_F(CppSession, ReceiptGoesOnAfterARefusal)
     Receipt receipt = begun();
     EXPECT_FALSE(receipt.sell("Syr", 3, "H", 1, 3, "ks"));
     EXPECT_EQ(receipt.failure()->kind, Kind::refused);
-    EXPECT_FALSE(receipt.sell("Syr", 2.675_d, "A", 1, 3, "ks"));
-    EXPECT_EQ(receipt.failure()->kind, Kind::amountError);
+    struct Item
+    {
+        Decimal total, quantity, unitPrice;
+    };
+    for (const Item& item : {Item{1.005_d, 1, 3}, Item{3, 0.1255_d, 3}, Item{3, 1, 8.333_d}}) {
+        EXPECT_FALSE(receipt.sell("Syr", item.total, "A", item.quantity, item.unitPrice, "ks"));
+        EXPECT_EQ(receipt.failure()->kind, Kind::amountError);
+    }
     EXPECT_TRUE(receipt.pay(1, 4, "") && receipt.end());
     EXPECT_EQ(receipt.number(), "1");
 }

@@ -61,8 +61,12 @@ class Amounts(unittest.TestCase):
         self.assertEqual(amounts.quantity(Decimal("0.125")), "0.125")
 
     def test_are_never_rounded(self):
-        with self.assertRaisesRegex(telvofm.AmountError, "2.675 has more than 2 decimals"):
-            amounts.money(Decimal("2.675"))
+        with self.assertRaisesRegex(telvofm.AmountError, "^1.005 has more than 2 decimals; round it first$"):
+            amounts.money(Decimal("1.005"))
+        with self.assertRaisesRegex(telvofm.AmountError, "^0.1255 has more than 3 decimals; round it first$"):
+            amounts.quantity(Decimal("0.1255"))
+        with self.assertRaisesRegex(telvofm.AmountError, "^0.0000001 has more than 2 decimals"):
+            amounts.money(Decimal("2.0000001") - 2)
 
     def test_are_no_binary_fractions(self):
         with self.assertRaisesRegex(telvofm.AmountError, r'write Decimal\("12.5"\)'):

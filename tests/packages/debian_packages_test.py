@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Packs a build for Debian, lets lintian look at the packages, holds what they say that they depend on against what is in
-them, and sells with programs in every language that are built from nothing but what they hold, on the virtual printer that
-they hold.
+them, and the symbols against the library, and sells with programs in every language that are built from nothing but what
+they hold, on the virtual printer that they hold.
 
     debian_packages_test.py BUILD_FOLDER VERSION
 """
@@ -14,6 +14,7 @@ import tempfile
 from first_steps import sell_in_every_language
 from installed_sale import DOCUMENTED, Printer, run, with_find_package, with_pkg_config
 from links import dead_links
+from symbols import wrong_symbols
 
 # What each package holds: a file of it, and what of ours and of the system it wants beside it.
 PACKAGES = {
@@ -122,11 +123,12 @@ def main():
         run("lintian", "--allow-root", "--fail-on", "error", *packages)
         root = unpacked(packages, place, version)
         check_names(root)
-        dead = dead_links(root)
-        if dead:
-            sys.exit("\n".join(dead))
-
         library, = root.rglob("libtelvofm.so.1")
+        symbols, = (root / "usr/lib/debug").rglob("*.debug")
+        wrong = dead_links(root) + wrong_symbols("objcopy", library.resolve(), symbols)
+        if wrong:
+            sys.exit("\n".join(wrong))
+
         libraries = {**os.environ, "LD_LIBRARY_PATH": str(library.parent)}
         run(root / "usr/bin/telvofm", "--version", env=libraries)
         with Printer(root / "usr/bin" / start.split()[0]) as printer:

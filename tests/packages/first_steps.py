@@ -1,5 +1,5 @@
 """Sells with the programs of bindings/README.md in every language, built and run by the commands that stand there, from nothing but
-what is installed in a folder."""
+what is installed in a folder, or in that of the archive for Windows."""
 import os
 import pathlib
 import re
@@ -38,6 +38,24 @@ def with_own(setup, **values):
     return setup
 
 
+def paper_of(printer, sell):
+    """The paper of the page's one receipt, which `sell` sells and then says so."""
+    printer.reset()
+    printer.ask("PATCH", "clock", {"now": "2026-01-31 12:00", "mode": "stands"})
+    said = sell()
+    receipts = printer.documents(kind="receipt")
+    if "sold" not in said or len(receipts) != 1:
+        sys.exit(f"{len(receipts)} receipts were sold, and the program said\n{said}")
+    return "\n".join(receipts[0]["text"])
+
+
+def compare(papers):
+    first = next(iter(papers))
+    for program, paper in papers.items():
+        if SOLD not in paper or paper != papers[first]:
+            sys.exit(f"the paper of {program} is\n{paper}\nand that of {first}\n{papers[first]}")
+
+
 def sell_in_every_language(prefix, place):
     setup, steps = first_steps((prefix / "share/telvofm/bindings/README.md").read_text(encoding="utf-8"))
     if list(steps) != LANGUAGES:
@@ -46,17 +64,27 @@ def sell_in_every_language(prefix, place):
     environment["JAVA_TOOL_OPTIONS"] = "-XX:TieredStopAtLevel=1 -XX:+UseSerialGC"  # programs of a second need no second compiler
     papers = {}
     with FiscalPrinter(program=str(prefix / "bin/telvofm-printer")) as printer:
+        setup = with_own(setup, prefix=prefix, address=printer.address)
         for language, (file, program, commands) in steps.items():
             folder = place / f"first_steps_{len(papers)}"
             folder.mkdir()
             (folder / file).write_text(program, encoding="utf-8")
-            printer.reset()
-            printer.ask("PATCH", "clock", {"now": "2026-01-31 12:00", "mode": "stands"})
-            said = run("bash", "-euc", with_own(setup, prefix=prefix, address=printer.address) + commands, cwd=folder, env=environment)
-            receipts = printer.documents(kind="receipt")
-            if "sold" not in said or len(receipts) != 1:
-                sys.exit(f"{language} sold {len(receipts)} receipts and said\n{said}")
-            papers[language] = "\n".join(receipts[0]["text"])
-    for language, paper in papers.items():
-        if SOLD not in paper or paper != papers["C"]:
-            sys.exit(f"the paper of {language} is\n{paper}\nand that of C\n{papers['C']}")
+            papers[language] = paper_of(printer, lambda: run("bash", "-euc", setup + commands, cwd=folder, env=environment))
+    compare(papers)
+
+
+def sell_under_wine(root, wine, pascal_units):
+    """The same in the folder of the archive for Windows, in the languages that can be compiled for it here."""
+    page = (root / "bindings/README.md").read_text(encoding="utf-8")
+    commands = commands_in(page.split("\n## First steps on Windows\n")[1].split("\n## ")[0])
+    for file, program, _ in first_steps(page)[1].values():
+        (root / file).write_text(program, encoding="utf-8")
+    run("bash", "-euc", commands.replace("fpc ", f"fpc -n -Fu{pascal_units} "), cwd=root)
+    programs = re.findall(r" -o ?(\w+\.exe)", commands)
+    if len(programs) != 3:
+        sys.exit(f"on Windows the first steps are {programs}")
+    start = root / "printer.sh"  # without --exit-with-parent: for Wine what Linux starts has none
+    start.write_text(f'#!/bin/sh\nexec {wine} "{root}/bin/telvofm-printer.exe" "$1" "$2" "$3" "$4"\n', encoding="ascii")
+    start.chmod(0o700)
+    with FiscalPrinter(program=str(start)) as printer:
+        compare({program: paper_of(printer, lambda: run(wine, program, printer.address, cwd=root)) for program in programs})

@@ -1,35 +1,33 @@
 #!/usr/bin/env python3
 """Packs a build for Windows, unpacks it in Wine's drive C, and sells there on the virtual printer of the archive, with
 programs that are built from nothing but what it holds: by mingw through both import libraries, by clang and lld-link,
-which stand for Microsoft's toolchain, and by CMake. The licences are those of what is linked in, and no page there has a
-dead link.
+which stand for Microsoft's toolchain, by CMake, and in C, C++ and Pascal as bindings/README.md says. The licences are those
+of what is linked in, no page there has a dead link, and what pages name in the archive's folder is there.
 
     windows_package_test.py SOURCE_FOLDER BUILD_FOLDER WINE
 """
 import os
 import pathlib
+import re
 import shutil
 import sys
 import tempfile
 import zipfile
 
+from first_steps import sell_under_wine
 from installed_sale import Printer, documented, run, till, with_find_package
 from linked_in import wrong_licences
-from links import dead_links
+from links import dead_links, pages
+from symbols import wrong_symbols
 
 MINGW = "x86_64-w64-mingw32-gcc-posix"
 PROGRAMS = ("telvofm.dll", "telvofm.exe", "telvofm-printer.exe")
 WANTED = """
-    bindings/csharp/generated/Functions.cs
-    bindings/java/telvofm/Session.java
-    bindings/pascal/telvofm_library.pas
-    bindings/python/telvofm/__init__.py
     bin/telvofm.dll
     bin/telvofm-printer.exe
     bin/telvofm.exe
     doc/docs/integration.md
     include/telvofm.h
-    include/telvofm.hpp
     lib/libtelvofm.dll.a
     lib/telvofm.def
     lib/telvofm.lib
@@ -40,7 +38,7 @@ WANTED = """
 
 
 def unpacked(build, place):
-    """The folder of the one archive, and the other's, which holds symbols only."""
+    """The folder of the one archive; the other holds the symbols of its library and nothing else."""
     run("cpack", "--config", build / "CPackConfig.cmake", "-B", place)
     archives = sorted(place.glob("*.zip"))
     if len(archives) != 2 or not archives[0].name.endswith("-symbols.zip"):
@@ -50,7 +48,36 @@ def unpacked(build, place):
     if len(held) != 1 or not held[0].endswith("bin/telvofm.dll.debug"):
         sys.exit(f"{archives[0].name} holds {held}")
     used.extractall(place)
-    return place / archives[1].name.removesuffix(".zip")
+    symbols.extractall(place / "symbols")
+    root = place / archives[1].name.removesuffix(".zip")
+    wrong = wrong_symbols("x86_64-w64-mingw32-objcopy", root / "bin/telvofm.dll", place / "symbols" / held[0])
+    if wrong:
+        sys.exit("\n".join(wrong))
+    return root
+
+
+# What no program is compiled from here, as there is neither Python nor Java nor .NET for Windows: the same files, byte for byte, are
+# installed and sold with on Linux by packages/install.
+OF_EVERY_SYSTEM = {"csharp": ".cs", "java": ".java", "python": ".py"}
+
+
+def of_language(folder, suffix):
+    return {str(file.relative_to(folder)): file.read_bytes() for file in folder.rglob(f"*{suffix}")
+            if "test" not in file.relative_to(folder).parts}
+
+
+def otherwise(root, source):
+    """The languages whose files are not those of the sources."""
+    return [f"bindings/{language} is not that of the sources" for language, suffix in OF_EVERY_SYSTEM.items()
+            if of_language(root / "bindings" / language, suffix) != of_language(source / "bindings" / language, suffix)]
+
+
+def named_on_pages(root):
+    """The files that the pages name in the folder C:\\telvofm, and that are not there."""
+    named = {name for page in pages(root) for name in re.findall(r"C:\\telvofm\\([\w.\\-]+\w)", page.read_text(encoding="utf-8"))}
+    if not named:
+        return ["no page names a file of the archive"]
+    return [f"a page names {name}" for name in sorted(named) if not (root / name.replace("\\", "/")).exists()]
 
 
 def check_content(root, source, build):
@@ -62,7 +89,7 @@ def check_content(root, source, build):
     files = {str(file.relative_to(root)) for file in root.rglob("*") if file.is_file()} - {"SHA256SUMS"}
     if summed != files:
         sys.exit(f"SHA256SUMS and the archive differ in {sorted(summed ^ files)}")
-    wrong = dead_links(root) + wrong_licences(source, build, root / "licences", PROGRAMS)
+    wrong = dead_links(root) + otherwise(root, source) + named_on_pages(root) + wrong_licences(source, build, root / "licences", PROGRAMS)
     if wrong:
         sys.exit("\n".join(wrong))
 
@@ -101,6 +128,9 @@ def main():
             shutil.copy(pathlib.Path(packing) / "cmake/build/till.exe", root / "by_cmake.exe")
             run(wine, "by_cmake.exe", cwd=root)
             printer.expect_receipt()
+        units = build / "bindings/pascal/units"
+        run(source / "scripts/pascal-for-windows", units)  # which the build has done already
+        sell_under_wine(root, wine, units)
 
 
 main()

@@ -1,15 +1,18 @@
 #!/usr/bin/env python3
-"""The examples of docs/integration.md are the text of files that tests build and run.
+"""The examples of the pages in docs/ are the text of files that tests build and run.
 
     excerpts_test.py SOURCE_FOLDER
 
 A block of code stands behind a line `<!-- excerpt of FILE -->`. Its lines stand in that file one after the other, perhaps
-further to the right; a line `...` in it is a gap, and what follows stands further down.
+further to the right; a line `...` in it is a gap, and what follows stands further down. A page whose examples a test of its own
+takes out of the page and runs is not looked at.
 """
 import pathlib
 import re
 import sys
 import textwrap
+
+RUN_AS_THEY_ARE = {"control.md", "testing-your-till.md", "tool.md"}  # control_documentation, testing_your_till, tool/documentation
 
 
 def stands_in(lines, text):
@@ -32,21 +35,36 @@ def is_excerpt(block, text):
     return True
 
 
+def wrong_examples(source, page):
+    """What is wrong with the examples of a page, and how many there are."""
+    blocks = re.findall(r"(?:<!-- excerpt of (\S+) -->\n)?^```(\w+)\n(.*?)^```$", page.read_text(encoding="utf-8"),
+                        re.MULTILINE | re.DOTALL)
+    wrong = []
+    for file, language, block in blocks:
+        if not file:
+            wrong.append(f"{page.name}: a block of {language} is no excerpt of a file:\n{block}")
+            continue
+        text = (source / file).read_text(encoding="utf-8-sig").splitlines()
+        if not is_excerpt(block, text):
+            wrong.append(f"{page.name}: this stands otherwise in {file}:\n{block}")
+        elif is_excerpt(block.replace("(", "[", 1), text):
+            wrong.append(f"{page.name}: a change of this would not be noticed:\n{block}")
+    return wrong, len(blocks)
+
+
 def main():
     source = pathlib.Path(sys.argv[1])
-    guide = (source / "docs/integration.md").read_text(encoding="utf-8")
-    blocks = re.findall(r"(?:<!-- excerpt of (\S+) -->\n)?^```(\w+)\n(.*?)^```$", guide, re.MULTILINE | re.DOTALL)
-    wrong = [f"a block of {language} is no excerpt of a file:\n{block}" for file, language, block in blocks if not file]
-    for file, _, block in blocks:
-        if file and not is_excerpt(block, (source / file).read_text(encoding="utf-8-sig").splitlines()):
-            wrong.append(f"this stands otherwise in {file}:\n{block}")
-        elif file and is_excerpt(block.replace("(", "[", 1), (source / file).read_text(encoding="utf-8-sig").splitlines()):
-            wrong.append(f"a change of this would not be noticed:\n{block}")
-    if len(blocks) < 3:
-        wrong.append(f"the guide has {len(blocks)} examples")
+    wrong, examples = [], 0
+    for page in sorted((source / "docs").glob("*.md")):
+        if page.name not in RUN_AS_THEY_ARE:
+            of_page, count = wrong_examples(source, page)
+            wrong += of_page
+            examples += count
+    if examples < 9:
+        wrong.append(f"the pages have {examples} examples")
     if wrong:
         sys.exit("\n".join(wrong))
-    print(f"{len(blocks)} examples are those of the files")
+    print(f"{examples} examples are those of the files")
 
 
 main()

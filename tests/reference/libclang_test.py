@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The header is the reference of the interface: each of its 202 functions has a comment for programmers, which names
-every parameter and says what comes back, and the header and codes.json know the same codes.
+every parameter and says what comes back, and the header and codes.json know the same codes. A program for 32 bits is told so
+in one sentence when it is compiled.
 
     libclang_test.py SOURCE_FOLDER
 """
@@ -12,11 +13,21 @@ import sys
 import clang.cindex as libclang
 
 FUNCTIONS = 202
+TOO_SMALL = ['"TelvoFM is a 64-bit library: compile this program for a 64-bit target"']
+TARGETS = {"x86_64-linux-gnu": [], "i686-linux-gnu": TOO_SMALL}
+
+
+def parsed(header_text, *options):
+    return libclang.Index.create().parse(
+        "telvofm.h", args=["-x", "c", "-std=c11", *options], unsaved_files=[("telvofm.h", header_text)])
+
+
+def said_for(target, header_text):
+    return [problem.spelling for problem in parsed(header_text, "-ffreestanding", f"--target={target}").diagnostics]
 
 
 def functions(header_text):
-    unit = libclang.Index.create().parse(
-        "telvofm.h", args=["-x", "c", "-std=c11"], unsaved_files=[("telvofm.h", header_text)])
+    unit = parsed(header_text)
     for problem in unit.diagnostics:
         sys.exit(f"libclang: {problem}")
     return [cursor for cursor in unit.cursor.get_children()
@@ -73,6 +84,9 @@ def main():
     wrong += [f"{name} was not noticed" for name in overlooked(header_text)]
     if len(functions(header_text)) != FUNCTIONS:
         wrong.append(f"libclang sees {len(functions(header_text))} functions")
+    for target, expected in TARGETS.items():
+        if said_for(target, header_text) != expected:
+            wrong.append(f"for {target} the compiler says {said_for(target, header_text)}")
     if codes_of_header(header_text) != codes_of_list(source):
         wrong.append(f"only in the header or in codes.json: {codes_of_header(header_text) ^ codes_of_list(source)}")
     if wrong:

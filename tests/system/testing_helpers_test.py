@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """What testing/ gives to test suites, where a test suite is most likely to trip: a proxy in the environment, more
-documents than a page has, a script with a trap of its own, a script that is killed.
+documents than a page has, a container whose first process it is, a script with a trap of its own, a script that is killed.
 
     testing_helpers_test.py SOURCE_FOLDER PRINTER_PROGRAM
 """
@@ -51,6 +51,16 @@ class PythonHelper(unittest.TestCase):
         self.assertEqual([receipt["number"] for receipt in printer.documents(skip=1000)], list(range(1001, 1011)))
         self.assertEqual(len(printer.documents(limit=120)), 120)
         self.assertEqual(len(printer.documents(number=7)), 1)
+
+    def test_works_as_the_first_process_of_a_container(self):
+        container = ["unshare", "--pid", "--fork", "--kill-child"]
+        if subprocess.run([*container, "true"], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+            self.skipTest("the system lets nobody here begin a container")
+        test = ("import os, sys\nfrom telvofm_printer import FiscalPrinter\nwith FiscalPrinter(program=sys.argv[1]) as printer:\n"
+                "    printer.reset()\n    print(os.getpid(), printer.state()['situation'])")
+        ended = subprocess.run([*container, sys.executable, "-B", "-c", test, program], stdout=subprocess.PIPE, text=True, check=False,
+                               env={**os.environ, "PYTHONPATH": str(source / "testing")})
+        self.assertEqual((ended.returncode, ended.stdout), (0, "1 noDay\n"))
 
     def test_replays_a_trace(self):
         first, second = self.start(), self.start()

@@ -10,6 +10,13 @@
 namespace virtual_printer {
 namespace {
 
+// The first process adopts what has lost its parent. In a container it may be the parent itself, a test for
+// example; then this process is of its group.
+bool isAdopted(pid_t parent)
+{
+    return parent == 1 && ::getpgid(parent) != ::getpgrp();
+}
+
 // The parent's number changes when it goes: somebody else adopts this process.
 class ParentWatch : public std::enable_shared_from_this<ParentWatch>
 {
@@ -22,7 +29,7 @@ public:
     void look()
     {
         constexpr std::chrono::milliseconds betweenLooks{200};
-        if (::getppid() != parent || parent == 1) {
+        if (::getppid() != parent || isAdopted(parent)) {
             end();
             return;
         }

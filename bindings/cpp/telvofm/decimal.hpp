@@ -62,10 +62,11 @@ public:
         digits.insert(digits.size() - 4, ".");
         const std::string sign = tenThousandths_ < 0 ? "-" : "";
         const std::size_t size = digits.size() - (4 - decimals);
-        if (digits.find_first_not_of('0', size) != std::string::npos) {
-            return wrongArgument(Kind::amountError, sign + digits + " has more than " +
+        const std::size_t written = digits.find_last_not_of('0') + 1;
+        if (written > size) {
+            return wrongArgument(Kind::amountError, sign + digits.substr(0, written) + " has more than " +
                                                         std::to_string(decimals) +
-                                                        " decimals; nothing was sent");
+                                                        " decimals; round it first");
         }
         return sign + digits.substr(0, size);
     }

@@ -159,8 +159,10 @@ static class LayerTest
         Check(empty.Recover().Verdict == Verdict.NotSold, "a receipt without a line");
 
         Receipt receipt = WithOneItem(session);
-        CheckThrows<AmountException>("2.675 has more than 2 decimals", () => receipt.Pay(1, 2.675m, ""));
-        CheckThrows<AmountException>("0.0001 has more than 3 decimals", () => receipt.Sell("Med", 1, 'A', 0.0001m, 1, "ks"));
+        CheckThrows<AmountException>("1.005 has more than 2 decimals; round it first", () => receipt.Pay(1, 1.005m, ""));
+        CheckThrows<AmountException>("0.1255 has more than 3 decimals; round it first", () => receipt.Sell("Med", 1, 'A', 0.1255m, 1, "ks"));
+        CheckThrows<AmountException>("8.333 has more than 2 decimals; round it first", () => receipt.Sell("Med", 1, 'A', 1, 8.333m, "ks"));
+        CheckThrows<AmountException>("0.0000001 has more than 2 decimals", () => receipt.Pay(1, 0.0000001m, ""));
         CheckThrows<AmountException>("say the amount", () => receipt.Pay(1, 0, ""));
         CheckThrows<RefusedException>("itemSale_str", () => receipt.Sell("Med", 1, 'H', 1, 1, "ks")); // no such rate; it goes on
         receipt.Total += 1;

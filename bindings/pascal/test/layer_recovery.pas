@@ -26,12 +26,22 @@ var
 
 procedure PayTooFine;
 begin
-  Receipt.Pay(1, 2.675, '');
+  Receipt.Pay(1, 1.005, '');
 end;
 
 procedure SellTooFine;
 begin
-  Receipt.Sell('Med', 1, 'A', 0.0001, 1, 'ks');
+  Receipt.Sell('Med', 1, 'A', 0.1255, 1, 'ks');
+end;
+
+procedure SellAtAPriceTooFine;
+begin
+  Receipt.Sell('Med', 1, 'A', 1, 8.333, 'ks');
+end;
+
+procedure PayAlmostNothing;
+begin
+  Receipt.Pay(1, -0.0001, '');
 end;
 
 procedure PayNothing;
@@ -98,8 +108,10 @@ begin
   Receipt.Free;
 
   Receipt := WithOneItem(Session);
-  CheckRaises(EAmount, 'more than 2 decimals', PayTooFine);
-  CheckRaises(EAmount, 'more than 3 decimals', SellTooFine);
+  CheckRaises(EAmount, '1.005 has more than 2 decimals; round it first', PayTooFine);
+  CheckRaises(EAmount, '0.1255 has more than 3 decimals; round it first', SellTooFine);
+  CheckRaises(EAmount, '8.333 has more than 2 decimals; round it first', SellAtAPriceTooFine);
+  CheckRaises(EAmount, '-0.0001 has more than 2 decimals', PayAlmostNothing);
   CheckRaises(EAmount, 'say the amount', PayNothing);
   CheckRaises(ERefused, 'itemSale_str', SellAtNoRate); { and it goes on }
   Receipt.Total := Receipt.Total + 1;

@@ -87,6 +87,7 @@ begin
   Check(MoneyText(0) = '0.00', 'nothing');
   Check(MoneyText(1000000) = '1000000.00', 'much');
   Check(QuantityText(0.125) = '0.125', 'a quantity');
+  Check(MoneyText(2.50004) = '2.50', 'a Currency has no more than four decimals, which the language rounds to');
 end;
 
 procedure CheckFailure(Code: Integer; IsSlow: Boolean; Kind: ExceptClass; Executed: TExecuted);

@@ -18,7 +18,7 @@ def amount(value, decimals):
     if not fixed.is_finite():
         raise AmountError(f"{value} is no amount that can be sent")
     if fixed != value:
-        raise AmountError(f"{value} has more than {decimals} decimals")
+        raise AmountError(f"{value:f} has more than {decimals} decimals; round it first")
     return f"{fixed + 0:f}"  # + 0: there is no -0.00
 
 

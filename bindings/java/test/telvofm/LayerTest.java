@@ -167,8 +167,10 @@ final class LayerTest {
 
         BigDecimal one = BigDecimal.ONE;
         Receipt receipt = withOneItem(session);
-        checkThrows(AmountException.class, "2.675 has more than 2 decimals", () -> receipt.pay(1, amount("2.675"), ""));
-        checkThrows(AmountException.class, "0.0001 has more than 3 decimals", () -> receipt.sell("Med", one, 'A', amount("0.0001"), one, "ks"));
+        checkThrows(AmountException.class, "1.005 has more than 2 decimals; round it first", () -> receipt.pay(1, amount("1.005"), ""));
+        checkThrows(AmountException.class, "0.1255 has more than 3 decimals; round it first", () -> receipt.sell("Med", one, 'A', amount("0.1255"), one, "ks"));
+        checkThrows(AmountException.class, "8.333 has more than 2 decimals; round it first", () -> receipt.sell("Med", one, 'A', one, amount("8.333"), "ks"));
+        checkThrows(AmountException.class, "0.0000001 has more than 2 decimals", () -> receipt.pay(1, amount("1E-7"), ""));
         checkThrows(AmountException.class, "say the amount", () -> receipt.pay(1, amount("0.00"), ""));
         checkThrows(RefusedException.class, "itemSale_str", () -> receipt.sell("Med", one, 'H', one, one, "ks")); // no such rate; it goes on
         receipt.setTotal(receipt.total().add(one));

@@ -57,9 +57,10 @@ Reply extractOfJournal(const Question& question, const DocumentQuery& query, std
     }
     Reply reply;
     ExtractPaper paper(titled("JOURNAL", archive));
-    question.memory.read(query, [&](const Document& document, std::int64_t /*position*/) {
-        return paper.add(document.lines);
-    });
+    JournalReading reading(question.memory, query);
+    for (auto document = reading.next(); document && paper.add(document->lines);) {
+        document = reading.next();
+    }
     reply.lines = paper.takeLines();
     return reply;
 }

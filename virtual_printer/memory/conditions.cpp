@@ -27,6 +27,7 @@ Conditions::Conditions(const DocumentQuery& query)
     if (query.positions) {
         add("id BETWEEN ? AND ?", {query.positions->first, query.positions->second});
     }
+    order = sql.size();
     sql += query.onlyLast      ? " ORDER BY id DESC LIMIT 1"
            : query.newestFirst ? " ORDER BY id DESC"
                                : " ORDER BY id";

@@ -26,12 +26,15 @@ public:
     // What follows the name of the table: conditions, order, page.
     [[nodiscard]] const std::string& text() const { return sql; }
     [[nodiscard]] std::span<const Parameter> parameters() const { return values; }
+    // The conditions alone, of a query without a page.
+    [[nodiscard]] std::string_view withoutOrder() const { return std::string_view(sql).substr(0, order); }
 
 private:
     void add(std::string_view condition, Parameters parameters);
     void addKinds(const std::vector<Document::Kind>& kinds);
 
     std::string sql;
+    std::size_t order = 0; // where it begins
     std::vector<Parameter> values;
 };
 

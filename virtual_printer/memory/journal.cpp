@@ -7,6 +7,7 @@
 
 #include <boost/crc.hpp>
 
+#include <algorithm>
 #include <limits>
 
 namespace virtual_printer {
@@ -33,6 +34,15 @@ Document documentIn(const Rows& rows)
 Parameter textOrNone(const std::string& text)
 {
     return text.empty() ? Parameter() : Parameter(std::string_view(text));
+}
+
+void addPlace(std::vector<PlacesInARow>& rows, std::int64_t place)
+{
+    if (!rows.empty() && rows.back().second + 1 == place) {
+        rows.back().second = place;
+    } else {
+        rows.emplace_back(place, place);
+    }
 }
 
 } // namespace
@@ -122,23 +132,37 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     }
 }
 
-std::vector<PlacesInARow> Journal::placesOf(const DocumentQuery& query) const
+// Of many, these are found long before all, as long as nobody wants them in order.
+std::optional<std::vector<PlacesInARow>> Journal::fewPlacesOf(const DocumentQuery& query,
+                                                              std::size_t most) const
 {
-    if (query == DocumentQuery()) { // they need not be looked for
-        const std::int64_t last = ends().document;
-        return last == 0 ? std::vector<PlacesInARow>() : std::vector<PlacesInARow>{{1, last}};
-    }
     const Conditions conditions(query);
-    const Statement select = database.prepare("SELECT id FROM documents" + conditions.text());
+    const Statement select =
+        database.prepare("SELECT id FROM documents" + std::string(conditions.withoutOrder()) + " LIMIT " +
+                         std::to_string(most + 1));
+    std::vector<std::int64_t> places;
+    for (Rows rows = select.rows(conditions.parameters()); rows.next();) {
+        places.push_back(rows.whole(0));
+    }
+    if (places.size() > most) {
+        return std::nullopt;
+    }
+    std::sort(places.begin(), places.end());
     std::vector<PlacesInARow> found;
-    Rows rows = select.rows(conditions.parameters());
-    while (rows.next()) {
-        const std::int64_t place = rows.whole(0);
-        if (!found.empty() && found.back().second + 1 == place) {
-            found.back().second = place;
-        } else {
-            found.emplace_back(place, place);
-        }
+    for (const std::int64_t place : places) {
+        addPlace(found, place);
+    }
+    return found;
+}
+
+// An index would have to be sorted for each page.
+std::vector<PlacesInARow> Journal::nextPlacesOf(const DocumentQuery& query) const
+{
+    const Conditions conditions(query);
+    const Statement select = database.prepare("SELECT id FROM documents NOT INDEXED" + conditions.text());
+    std::vector<PlacesInARow> found;
+    for (Rows rows = select.rows(conditions.parameters()); rows.next();) {
+        addPlace(found, rows.whole(0));
     }
     return found;
 }

@@ -33,7 +33,9 @@ public:
     void cutBehind(const Ends& last) const;
 
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
-    [[nodiscard]] std::vector<PlacesInARow> placesOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::optional<std::vector<PlacesInARow>> fewPlacesOf(const DocumentQuery& query,
+                                                                       std::size_t most) const;
+    [[nodiscard]] std::vector<PlacesInARow> nextPlacesOf(const DocumentQuery& query) const;
     [[nodiscard]] std::optional<Document> documentAt(std::int64_t place) const;
     // False when there is a further step.
     bool goOn(TextSearch& search) const;

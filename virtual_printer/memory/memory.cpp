@@ -162,9 +162,20 @@ std::vector<Document> Memory::documents(const DocumentQuery& query) const
     return found;
 }
 
-std::vector<PlacesInARow> Memory::placesOf(const DocumentQuery& query) const
+std::int64_t Memory::lastPlace() const
 {
-    return readFrom(contents->name, [&] { return contents->journal.placesOf(query); });
+    return readFrom(contents->name, [&] { return contents->journal.ends().document; });
+}
+
+std::optional<std::vector<PlacesInARow>> Memory::fewPlacesOf(const DocumentQuery& query,
+                                                             std::size_t most) const
+{
+    return readFrom(contents->name, [&] { return contents->journal.fewPlacesOf(query, most); });
+}
+
+std::vector<PlacesInARow> Memory::nextPlacesOf(const DocumentQuery& query) const
+{
+    return readFrom(contents->name, [&] { return contents->journal.nextPlacesOf(query); });
 }
 
 std::optional<Document> Memory::documentAt(std::int64_t place) const

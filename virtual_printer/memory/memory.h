@@ -109,8 +109,13 @@ public:
     void read(const DocumentQuery& query, const DocumentReader& reader) const;
     [[nodiscard]] std::vector<Document> documents(const DocumentQuery& query) const;
     // For a reading that goes on piece by piece (journal_reading.h): where the documents are that are wanted,
-    // without a text, in the order of the query; and the one at a place, if there is one.
-    [[nodiscard]] std::vector<PlacesInARow> placesOf(const DocumentQuery& query) const;
+    // from the first on, of a query without a text and an order. All of them, or nothing when they are more
+    // than `most`; or those of a query with positions and a page, by going through these positions.
+    [[nodiscard]] std::optional<std::vector<PlacesInARow>> fewPlacesOf(const DocumentQuery& query,
+                                                                       std::size_t most) const;
+    [[nodiscard]] std::vector<PlacesInARow> nextPlacesOf(const DocumentQuery& query) const;
+    [[nodiscard]] std::int64_t lastPlace() const; // 0 without a document
+    // The one at a place, if there is one.
     [[nodiscard]] std::optional<Document> documentAt(std::int64_t place) const;
     // Another one when the journal has been cleared or replaced: places mean other documents then.
     [[nodiscard]] std::uint64_t journalNumber() const;

@@ -111,8 +111,8 @@ Outcome Control::call(const Route& route, const HttpRequest& request, const Targ
     const bool namesPrinter = route.path.starts_with("/printers/");
     ControlledPrinter* printer = namesPrinter ? printerCalled(target.path.at(1)) : nullptr;
     const Json body = parseBody(request.body);
-    Outcome outcome =
-        route.handle({request, target, body, printers, snapshots, stateWhenNew, run, changed, printer});
+    Outcome outcome = route.handle(
+        {request, target, body, printers, snapshots, stateWhenNew, codes, run, changed, printer});
     if (route.method != "GET") {
         if (printer != nullptr) {
             printer->hasChanged();

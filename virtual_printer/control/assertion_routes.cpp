@@ -15,6 +15,7 @@ HttpAnswer verdict(const std::vector<std::string>& differences)
 
 std::optional<HttpAnswer> look(Assertion& assertion, const ControlledPrinter& printer, bool isOver)
 {
+    printer.station.show(); // a till may have cleared the journal and wait for its answer
     if (assertion.holds(printer)) {
         return verdict({});
     }

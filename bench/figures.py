@@ -173,14 +173,21 @@ def load(text, disk):
                      float(percentile), most=most)
 
 
-def trace(build, _, work):
-    """What the trace and faults that nobody has armed take of the cheapest command, in processor time."""
-    text = said(work, "trace_cost", build / "trace_cost")
-    ours = float(re.search(r"disarmed faults +(\d+) ns", text)[1])
-    text = said(work, "command_cost", sys.executable, "-B", ROOT / "bench/command_cost.py", build / "telvofm-printer")
-    whole = float(re.search(r"over TCP (\d+) ns", text)[1])
+def trace(alone, over_tcp):
+    """The figure of what trace_cost and command_cost.py print: the share of the trace and of faults that nobody has armed
+    in the cheapest command, in processor time."""
+    ours, whole = re.search(r"disarmed faults +(\d+) ns", alone), re.search(r"over TCP (\d+) ns", over_tcp)
+    if not ours or not whole:
+        sys.exit("figures: trace_cost or command_cost does not say what a command costs")
+    ours, whole = float(ours[1]), float(whole[1])
     yield Figure("Trace and disarmed faults", f"{ours / 1000:.2f} µs", f"the cheapest command over TCP: {whole / 1000:.1f} µs",
                  100 * ours / whole, most=5)
+
+
+def tracing(build, _, work):
+    yield from trace(said(work, "trace_cost", build / "trace_cost"),
+                     said(work, "command_cost", sys.executable, "-B", ROOT / "bench/command_cost.py",
+                          build / "telvofm-printer"))
 
 
 def virtual_printer(build, _, work):
@@ -224,7 +231,7 @@ def main():
     build, windows, work = (pathlib.Path(name).resolve() for name in sys.argv[1:4])
     work.mkdir(parents=True, exist_ok=True)
     figures = []
-    for measure in (exchanges, modbus, journals, layouts, serial, loading, instructions, virtual_printer, trace):
+    for measure in (exchanges, modbus, journals, layouts, serial, loading, instructions, virtual_printer, tracing):
         for figure in measure(build, windows, work):
             missed = "" if figure.is_kept() else "   MISSED"
             print(f"{figure.what:48} {figure.ours:>22}   {figure.beside:64} {ratio_of(figure):>8} "

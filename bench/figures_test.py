@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""figures.py misses what a load of the virtual printer has to keep.
+"""figures.py misses what a load of the virtual printer has to keep, and what the trace may cost.
 
     figures_test.py
 """
 import unittest
 
-from figures import load
+from figures import load, trace
 
 ROW = "{:22} {:9} commands/s {:7} receipts/s {:6} % of a core   51.2 MB, {} not accepted\n"
 BESIDE = "    4000 control calls: median 0.31 ms, 95th percentile {:.2f} ms, longest 4.00 ms\n"
@@ -43,6 +43,27 @@ class Load(unittest.TestCase):
     def test_wants_every_row_to_say_what_was_not_accepted(self):
         with self.assertRaises(SystemExit):
             missed(printed().replace(", 0 not accepted", "", 1))
+
+
+class Trace(unittest.TestCase):
+    ALONE = "a command without its socket    1400 ns, trace and disarmed faults {:5} ns of them\n"
+    WHOLE = "a command over TCP {} ns of processor, 65000 commands/s\n"
+
+    def cost(self, ours, whole):
+        figure, = trace(self.ALONE.format(ours), self.WHOLE.format(whole))
+        return figure
+
+    def test_is_a_share_of_the_whole_command(self):
+        self.assertEqual(self.cost(450, 15000).ratio, 3)
+
+    def test_costs_at_most_five_in_a_hundred(self):
+        self.assertTrue(self.cost(750, 15000).is_kept())
+        self.assertFalse(self.cost(751, 15000).is_kept())
+
+    def test_wants_both_figures(self):
+        for alone, whole in ((self.ALONE.format(450), ""), ("", self.WHOLE.format(15000))):
+            with self.assertRaises(SystemExit):
+                list(trace(alone, whole))
 
 
 if __name__ == "__main__":

@@ -111,7 +111,7 @@ private:
 
     void openControl()
     {
-        control.emplace(whenNew(), options.dataFolder, options.token);
+        control.emplace(whenNew(), options.dataFolder, options.token, codes);
         for (const auto& station : stations) {
             control->add(*station, startedClock());
         }

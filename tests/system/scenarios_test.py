@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Plays every scenario against the library over TCP and on a serial line, all at the same time, and compares what
-happened with the table in the documentation. With --write it writes the table. Fails, too, when one costs more than a
-second besides the library's own waits: of the processor for each of them, and of the clock for one that is played alone.
+happened with the table in the documentation. With --write it writes the table. Fails, too, when there are too few or
+one has no seed, and when one costs more than a second besides the library's own waits: of the processor for each of
+them, and of the clock for one that is played alone.
 
     scenarios_test.py SOURCE_FOLDER BUILD_FOLDER [--write] [NAME...]
 """
@@ -20,6 +21,7 @@ import time
 
 LONGEST = 45  # seconds; the library's own waits end sooner, but for those without a limit
 AT_ONCE = "paper-out-in-the-morning"  # a scenario in which no call waits
+LEAST = 18  # scenarios, each with a seed
 MOST = 1  # seconds that a scenario takes besides what the library waits
 ITEMS = ("Chlieb", "Maslo")
 BEGIN, END = "<!-- played: begin -->\n", "<!-- played: end -->\n"
@@ -97,7 +99,11 @@ def row(source, name, played):
 def main():
     arguments = [argument for argument in sys.argv[1:] if argument != "--write"]
     source, build = (pathlib.Path(argument).resolve() for argument in arguments[:2])
-    names = arguments[2:] or sorted(path.stem for path in (source / "scenarios").glob("*.json"))
+    scenarios = {path.stem: json.loads(path.read_text(encoding="utf-8")) for path in (source / "scenarios").glob("*.json")}
+    unseeded = [name for name, scenario in scenarios.items() if not isinstance(scenario.get("seed"), int)]
+    if unseeded or len(scenarios) < LEAST:
+        sys.exit(f"{len(scenarios)} scenarios, {LEAST} are promised; without a seed: {', '.join(unseeded) or 'none'}")
+    names = arguments[2:] or sorted(scenarios)
     with tempfile.TemporaryDirectory(dir=build) as folder, \
             concurrent.futures.ProcessPoolExecutor(2 * len(names), multiprocessing.get_context("fork")) as pool:
         played = {(name, link): pool.submit(play, source, build, folder, name, link)

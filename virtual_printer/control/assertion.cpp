@@ -44,7 +44,7 @@ const Json& checked(const Json& assertion)
 
 } // namespace
 
-Assertion::Assertion(const Json& assertion) : exchanges(checked(assertion))
+Assertion::Assertion(const Json& assertion, const Codes& codes) : exchanges(checked(assertion), codes)
 {
     const Members members(assertion, "");
     if (const Json* committed = members.find("committed")) {

@@ -25,7 +25,7 @@ class Assertion
 public:
     // Throws ControlRefusal when it is not understood, or has an entry that nothing could ever fit: one whose
     // count is 0 would hold whatever happens.
-    explicit Assertion(const Json& assertion);
+    Assertion(const Json& assertion, const Codes& codes);
 
     // Both throw ControlRefusal when it asks for what trace or journal have not, or no longer.
     bool holds(const ControlledPrinter& printer);

@@ -15,6 +15,7 @@ HttpAnswer verdict(const std::vector<std::string>& differences)
 
 std::optional<HttpAnswer> look(Assertion& assertion, const ControlledPrinter& printer, bool isOver)
 {
+    printer.station.show(); // a till may have cleared the journal and wait for its answer
     if (assertion.holds(printer)) {
         return verdict({});
     }
@@ -25,7 +26,7 @@ std::optional<HttpAnswer> look(Assertion& assertion, const ControlledPrinter& pr
 
 Outcome assertNow(const Call& call)
 {
-    return verdict(Assertion(call.body).differences(call.printer()));
+    return verdict(Assertion(call.body, call.codes).differences(call.printer()));
 }
 
 Outcome waitFor(const Call& call)
@@ -40,7 +41,7 @@ Outcome waitFor(const Call& call)
                              "\"until\" is missing; give what to wait for as an assertion.");
     }
     const std::chrono::milliseconds limit(members.whole("limit", usual, 0, longest));
-    Assertion assertion(*until);
+    Assertion assertion(*until, call.codes);
     if (auto answer = look(assertion, call.printer(), limit.count() == 0)) {
         return *answer;
     }

@@ -111,8 +111,13 @@ Outcome Control::call(const Route& route, const HttpRequest& request, const Targ
     const bool namesPrinter = route.path.starts_with("/printers/");
     ControlledPrinter* printer = namesPrinter ? printerCalled(target.path.at(1)) : nullptr;
     const Json body = parseBody(request.body);
-    Outcome outcome =
-        route.handle({request, target, body, printers, snapshots, stateWhenNew, run, changed, printer});
+    // What a till's request has done belongs to the printer as it was, also while the till waits for its
+    // answer.
+    for (const auto& each : printers) {
+        each->station.show();
+    }
+    Outcome outcome = route.handle(
+        {request, target, body, printers, snapshots, stateWhenNew, codes, run, changed, printer});
     if (route.method != "GET") {
         if (printer != nullptr) {
             printer->hasChanged();

@@ -16,9 +16,12 @@ namespace virtual_printer {
 class Control
 {
 public:
-    // `whenNew` is what a printer is reset to; files lie in `dataFolder`, which may be empty for none.
-    Control(State whenNew, std::filesystem::path dataFolder, std::string token)
-        : access(std::move(token)), snapshots(std::move(dataFolder)), stateWhenNew(std::move(whenNew))
+    // `whenNew` is what a printer is reset to; files lie in `dataFolder`, which may be empty for none;
+    // `refusalCodes` are the numbers that refusals have on the wire.
+    Control(State whenNew, std::filesystem::path dataFolder, std::string token,
+            const Codes& refusalCodes = Codes())
+        : access(std::move(token)), snapshots(std::move(dataFolder)), stateWhenNew(std::move(whenNew)),
+          codes(refusalCodes)
     {
     }
 
@@ -39,6 +42,7 @@ private:
     Access access;
     Snapshots snapshots;
     State stateWhenNew;
+    Codes codes;
     std::string run = std::to_string(std::chrono::system_clock::now().time_since_epoch().count());
     ControlledPrinters printers;
     std::function<void()> changed = [] {};

@@ -1,6 +1,9 @@
 #include "virtual_printer/control/exchange_harmony.h"
 
+#include "virtual_printer/faults/fault.h"
+
 #include <algorithm>
+#include <initializer_list>
 
 namespace virtual_printer {
 namespace {
@@ -11,7 +14,8 @@ class Said
 public:
     explicit Said(const Json& entry)
         : expected(entry), name(entry.value("name", "")),
-          commands(commandsCalled(name, entry.value("command", ""))), other(otherCalled(name))
+          commands(commandsCalled(name, entry.value("command", ""))),
+          other(otherCalled(name.empty() && commands.empty() ? "unknown" : name))
     {
     }
 
@@ -38,6 +42,14 @@ public:
         return has("repeatOf") || has("repeatedAfter") || expected.value("attempt", 1) > 1;
     }
     [[nodiscard]] bool isHit() const { return expected.contains("faults") && !expected["faults"].empty(); }
+    // One of these faults has done to it what it does.
+    [[nodiscard]] bool isHitBy(std::initializer_list<FaultKind> kinds) const
+    {
+        const Json deeds = expected.value("faults", Json::array());
+        return std::any_of(kinds.begin(), kinds.end(), [&deeds](FaultKind kind) {
+            return std::find(deeds.begin(), deeds.end(), ruleOf(kind).deed) != deeds.end();
+        });
+    }
     [[nodiscard]] bool isDamaged() const { return name == "damagedRequest" || name == "damagedBlock"; }
     [[nodiscard]] bool isNoRepeat() const { return hasNo("repeatOf") || hasNo("repeatedAfter"); }
     [[nodiscard]] bool mayBeQuestion() const { return other == nullptr && anyOf(isQuestion); }
@@ -91,15 +103,24 @@ void requireReachable(const OtherExchange* other, bool isExecuted, bool isAcknow
 } // namespace
 
 // What is carried out, kept or accepted was not refused, and what is kept or answered was carried out.
-// Questions alone are answered with data, and nothing is kept upon them.
+// Questions alone are answered with data, and nothing is kept upon them. What faults did to an exchange says
+// how it ended where that can be only one way.
 void requireHarmony(const Json& expected, Stage stage, const std::string& place)
 {
     const Said said(expected);
-    const bool isExecuted = stage == Stage::executed || said.is("executed", true);
+    using enum FaultKind;
+    const bool isExecuted =
+        stage == Stage::executed || said.is("executed", true) || said.isHitBy({executedNotAcknowledged});
     const bool isAcknowledged = stage == Stage::acknowledged || said.is("acknowledged", true);
     const bool isCommitted = said.is("committed", true);
     const bool isRefused = said.has("refusal");
     const char* const answered = said.is("taken", true) ? "taken" : "answered with data";
+    const bool isKeptBack = said.isHitBy({refuse, requestLost, silence, acknowledgedNotExecuted, diskFull});
+    const bool isUnanswered =
+        said.isHitBy({refuse, requestLost, silence, acknowledgeLost, powerLoss, diskFull});
+    const bool isNotRefused = said.isHitBy({refuse, requestLost, silence, acknowledgedNotExecuted});
+    const bool hasOtherRefusal =
+        isRefused && expected["refusal"].value("name", "diskFull") != textOf(Refusal::diskFull).name;
     requireReachable(said.other, isExecuted || isCommitted, isAcknowledged);
     const auto require = [&place](bool isImpossible, const char* one, const char* other) {
         if (isImpossible) {
@@ -117,6 +138,17 @@ void requireHarmony(const Json& expected, Stage stage, const std::string& place)
     require(said.isAnswered() && said.is("executed", false), answered, "not executed");
     require(said.isAnswered() && !said.mayBeQuestion(), answered, "no question");
     require(isCommitted && said.isQuestionOnly(), "committed", "a question");
+    require(isExecuted && isKeptBack, "executed", "kept from it by a fault");
+    require(isCommitted && isKeptBack, "committed", "kept from it by a fault");
+    require(said.isAnswered() && isKeptBack, answered, "kept from it by a fault");
+    require(isAcknowledged && isUnanswered, "acknowledged", "left without an acceptance by a fault");
+    require(isRefused && isNotRefused, "refused by the printer", "not refused by it, as a fault says");
+    require(said.isHitBy({diskFull}) && said.hasNo("refusal"), "not refused",
+            "refused because the disk was full");
+    require(said.isHitBy({diskFull}) && hasOtherRefusal, "refused for another reason",
+            "refused because the disk was full");
+    require(said.isHitBy({diskFull, acknowledgedNotExecuted}) && said.isQuestionOnly(), "a question",
+            "hit by a fault of what is carried out");
     require(said.isRepeat() && said.isNoRepeat(), "a repeat", "no repeat");
     require(said.name == "probe" && said.isRepeat(), "a probe", "a repeat");
     require(said.name == "probe" && isRefused, "a probe", "refused");

@@ -32,14 +32,14 @@ Json ExchangeView::fields() const
     return byName;
 }
 
-ExchangePattern::ExchangePattern(Json entry, Stage wanted, const std::string& place)
+ExchangePattern::ExchangePattern(Json entry, Stage wanted, const Codes& codes, const std::string& place)
     : stage(wanted), expected(std::move(entry))
 {
     expected.erase("count");
-    requirePossible(expected, stage, place);
+    requirePossible(expected, stage, codes, place);
     name = expected.value("name", "");
     if (const OtherExchange* other = otherCalled(name)) {
-        receivedKind = other->kind;
+        wantedKind = other->kind;
     }
     const auto all = exchangedMembers();
     for (const bool isLong : {false, true}) {
@@ -60,9 +60,12 @@ ExchangePattern::ExchangePattern(Json entry, Stage wanted, const std::string& pl
 
 bool ExchangePattern::counts(const Exchanged& exchanged) const
 {
+    if (exchanged.kind != wantedKind) {
+        return false;
+    }
     switch (stage) {
     case Stage::received:
-        return exchanged.kind == receivedKind;
+        return true;
     case Stage::executed:
         return exchanged.isExecuted;
     case Stage::acknowledged:

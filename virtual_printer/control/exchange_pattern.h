@@ -33,10 +33,9 @@ class ExchangePattern
 public:
     // Throws ControlRefusal when no exchange could ever fit: a member, name or field that there is not, or
     // one that never comes to this stage. `place` is that of the entry in sentences: "received[0]".
-    ExchangePattern(Json entry, Stage wanted, const std::string& place);
+    ExchangePattern(Json entry, Stage wanted, const Codes& codes, const std::string& place);
 
-    // Whether it counts at all. Requests are received; blocks, probes and what is damaged are where the
-    // pattern names them.
+    // Whether it counts at all. Requests do; blocks, probes and what is damaged where the pattern names them.
     [[nodiscard]] bool counts(const Exchanged& exchanged) const;
     [[nodiscard]] bool fits(ExchangeView& view) const;
     // In how many places it differs.
@@ -64,7 +63,7 @@ private:
     std::string name;        // empty for any
     std::vector<Part> parts; // what takes long to make comes last; but for the fields
     std::vector<FieldWanted> fields;
-    Exchanged::Kind receivedKind = Exchanged::Kind::request;
+    Exchanged::Kind wantedKind = Exchanged::Kind::request;
 };
 
 } // namespace virtual_printer

@@ -27,18 +27,18 @@ void requireTrace(const Trace& trace, std::uint64_t since)
 
 } // namespace
 
-ExpectedExchanges::ExpectedExchanges(const Json& assertion)
+ExpectedExchanges::ExpectedExchanges(const Json& assertion, const Codes& codes)
 {
-    take(assertion, "received", Stage::received);
-    take(assertion, "executed", Stage::executed);
-    take(assertion, "acknowledged", Stage::acknowledged);
+    take(assertion, "received", Stage::received, codes);
+    take(assertion, "executed", Stage::executed, codes);
+    take(assertion, "acknowledged", Stage::acknowledged, codes);
     const Members members(assertion, "");
     if (members.find("repeated") != nullptr) {
         repeatsWanted = members.whole("repeated", 0, 0, largestCount);
     }
 }
 
-void ExpectedExchanges::take(const Json& assertion, const std::string& list, Stage stage)
+void ExpectedExchanges::take(const Json& assertion, const std::string& list, Stage stage, const Codes& codes)
 {
     const auto found = assertion.find(list);
     if (found == assertion.end()) {
@@ -54,7 +54,7 @@ void ExpectedExchanges::take(const Json& assertion, const std::string& list, Sta
                                      "how many there are of any.");
         }
         const std::int64_t wanted = Members(entry, place).whole("count", 1, 0, largestCount);
-        entries.push_back({list, ExchangePattern(entry, stage, place), wanted});
+        entries.push_back({list, ExchangePattern(entry, stage, codes, place), wanted});
     }
 }
 

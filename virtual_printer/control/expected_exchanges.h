@@ -17,7 +17,7 @@ class ExpectedExchanges
 {
 public:
     // Throws ControlRefusal: it is not understood, or no exchange could ever fit.
-    explicit ExpectedExchanges(const Json& assertion);
+    ExpectedExchanges(const Json& assertion, const Codes& codes);
 
     // From the exchange `since` on. Both throw ControlRefusal when the trace has not got all of them.
     bool hold(const Trace& trace, std::uint64_t since);
@@ -41,7 +41,7 @@ private:
     // Which entries an exchange has been counted for; the last one of them: it repeats another.
     using Counted = std::bitset<mostEntries + 1>;
 
-    void take(const Json& assertion, const std::string& list, Stage stage);
+    void take(const Json& assertion, const std::string& list, Stage stage, const Codes& codes);
     void update(const Trace& trace, std::uint64_t since);
     void forget(std::uint64_t since);
     void look(const Exchanged& exchanged);

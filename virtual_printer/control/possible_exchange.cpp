@@ -102,7 +102,18 @@ void requireWhole(const Json& expected, const Range& range, const std::string& p
         Members(expected, place).whole(range.member, range.smallest, range.smallest, range.largest));
 }
 
-void requireRefusal(const Json& expected, const std::string& place)
+bool canSay(const RefusalText& text, const Json& refusal, const Codes& codes)
+{
+    const std::string whole(text.sentence);
+    const std::string sentence = refusal.value("sentence", whole);
+    const std::string behindIt = whole + " "; // what in particular was wrong
+    const int code = codes.of(text.refusal);
+    return refusal.value("name", std::string(text.name)) == text.name &&
+           refusal.value("code", code) == code &&
+           (sentence == whole || (sentence.starts_with(behindIt) && sentence.size() > behindIt.size()));
+}
+
+void requireRefusal(const Json& expected, const Codes& codes, const std::string& place)
 {
     const auto name = expected.find("name");
     const bool isKnown =
@@ -113,6 +124,11 @@ void requireRefusal(const Json& expected, const std::string& place)
                     ", and no refusal is called so; docs/virtual-printer.md lists them.");
     }
     requireWhole(expected, {"code", 1, largestByte}, place + ".refusal");
+    if (std::none_of(refusalTexts.begin(), refusalTexts.end(),
+                     [&](const RefusalText& text) { return canSay(text, expected, codes); })) {
+        refuseEntry("No refusal is " + shown(expected) + ", as \"" + place +
+                    ".refusal\" wants it; docs/virtual-printer.md lists them with their numbers.");
+    }
 }
 
 // The trace tells what each fault did in a sentence, and of one that did nothing why.
@@ -128,8 +144,15 @@ void requireDeed(const std::string& said, const std::string& place)
             return;
         }
         if (said == rule.name) {
-            refuseEntry("\"" + place + "\" is \"" + said + "\", and the trace has sentences there; give \"" +
-                        std::string(rule.deed) + "\", or \"" + didNothing + "\" with why.");
+            refuseEntry(std::string("\"")
+                            .append(place)
+                            .append("\" is \"")
+                            .append(said)
+                            .append("\", and the trace has sentences there; give \"")
+                            .append(rule.deed)
+                            .append("\", or \"")
+                            .append(didNothing)
+                            .append("\" with why."));
         }
     }
     refuseEntry("\"" + place + "\" is " + shown(said) +
@@ -208,7 +231,7 @@ const OtherExchange* otherCalled(std::string_view name)
     return found == otherExchanges.end() ? nullptr : found;
 }
 
-void requirePossible(const Json& expected, Stage stage, const std::string& place)
+void requirePossible(const Json& expected, Stage stage, const Codes& codes, const std::string& place)
 {
     Json withValues = expected;
     for (const char* member : {"repeatOf", "repeatedAfter", "refusal"}) {
@@ -232,7 +255,7 @@ void requirePossible(const Json& expected, Stage stage, const std::string& place
     requireForm(withValues, formOfExchange(), place);
     requireValues(withValues, place);
     if (withValues.contains("refusal")) {
-        requireRefusal(withValues["refusal"], place);
+        requireRefusal(withValues["refusal"], codes, place);
     }
     requireHarmony(expected, stage, place);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "virtual_printer/control/message.h"
+#include "virtual_printer/printers/codes.h"
 #include "virtual_printer/trace/exchanged.h"
 
 #include <string>
@@ -35,9 +36,9 @@ const OtherExchange* otherCalled(std::string_view name);
 std::vector<const CommandRule*> commandsCalled(std::string_view name, std::string_view code);
 
 // Throws ControlRefusal for a member, name, code, field or value that there is not, for one that never comes
-// to this stage, and for parts that no exchange has together. `place` is that of the entry in sentences:
-// "received[0]".
-void requirePossible(const Json& expected, Stage stage, const std::string& place);
+// to this stage, and for parts that no exchange has together. `codes` are those of refusals, `place` is that
+// of the entry in sentences: "received[0]".
+void requirePossible(const Json& expected, Stage stage, const Codes& codes, const std::string& place);
 
 // With this sentence.
 [[noreturn]] void refuseEntry(const std::string& sentence);

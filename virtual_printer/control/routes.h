@@ -4,6 +4,7 @@
 #include "virtual_printer/control/body.h"
 #include "virtual_printer/control/controlled_printer.h"
 #include "virtual_printer/control/snapshots.h"
+#include "virtual_printer/printers/codes.h"
 
 #include <functional>
 #include <memory>
@@ -25,6 +26,7 @@ struct Call
     const ControlledPrinters& printers;
     Snapshots& snapshots;
     const State& whenNew;
+    const Codes& codes;     // that refusals have on the wire
     const std::string& run; // another one after each start of the program
     // Has everything that waits for something be looked at again, after others had their turn.
     const std::function<void()>& lookAgain;

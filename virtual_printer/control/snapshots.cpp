@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <system_error>
+#include <vector>
 
 namespace virtual_printer {
 namespace {
@@ -47,11 +49,30 @@ ControlRefusal noSuchSnapshot(const std::string& name)
     return {status::notFound, "There is no snapshot \"" + name + "\" there; GET /snapshots lists them."};
 }
 
-std::size_t countFiles(const std::filesystem::path& folder)
+// What the system refuses is for the user to allow.
+void requireDone(const std::error_code& failure, const std::string& whatCannotBeDone)
+{
+    if (failure) {
+        throw ControlRefusal(status::conflict, whatCannotBeDone + ": " + failure.message() + "; allow it.");
+    }
+}
+
+std::string fileCalled(const std::string& name)
+{
+    return "The file of the snapshot \"" + name + "\"";
+}
+
+std::vector<std::filesystem::path> filesIn(const std::filesystem::path& folder)
 {
     std::error_code failure;
-    const std::filesystem::directory_iterator files(folder, failure);
-    return failure ? 0 : static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    std::vector<std::filesystem::path> files;
+    std::filesystem::directory_iterator file(folder, failure);
+    while (!failure && file != std::filesystem::directory_iterator()) {
+        files.push_back(file->path());
+        file.increment(failure);
+    }
+    requireDone(failure, "The folder \"snapshots\" in the data folder cannot be read");
+    return files;
 }
 
 } // namespace
@@ -68,11 +89,7 @@ std::filesystem::path Snapshots::folder() const
     const auto kind = std::filesystem::symlink_status(own, failure).type();
     if (kind == std::filesystem::file_type::not_found) {
         std::filesystem::create_directory(own, failure);
-        if (failure) {
-            throw ControlRefusal(status::conflict,
-                                 "The folder \"snapshots\" in the data folder cannot be made: " +
-                                     failure.message() + "; allow it.");
-        }
+        requireDone(failure, "The folder \"snapshots\" in the data folder cannot be made");
     } else if (kind != std::filesystem::file_type::directory) {
         throw ControlRefusal(status::conflict,
                              "\"snapshots\" in the data folder is no folder of its own, and nothing "
@@ -86,6 +103,9 @@ std::filesystem::path Snapshots::fileOf(const std::string& name) const
     std::filesystem::path file = folder() / (name + ending);
     std::error_code failure;
     const auto kind = std::filesystem::symlink_status(file, failure).type();
+    if (kind == std::filesystem::file_type::none) {
+        requireDone(failure, fileCalled(name) + " cannot be looked at");
+    }
     if (kind != std::filesystem::file_type::not_found && kind != std::filesystem::file_type::regular) {
         throw ControlRefusal(status::conflict, "\"" + name +
                                                    "\" is no file of its own, and nothing outside the data "
@@ -107,7 +127,7 @@ void Snapshots::keep(const std::string& name, Place place, Memory memory)
         return;
     }
     const std::filesystem::path file = fileOf(name);
-    if (!std::filesystem::exists(file) && countFiles(folder()) >= mostFiles) {
+    if (!std::filesystem::exists(file) && filesIn(folder()).size() >= mostFiles) {
         throw ControlRefusal(status::conflict,
                              "There are " + std::to_string(mostFiles) +
                                  " files of snapshots, more are not kept; delete one first.");
@@ -156,6 +176,7 @@ void Snapshots::forget(const std::string& name, Place place)
     std::error_code failure;
     const bool wasThere =
         place == Place::memory ? inMemory.erase(name) > 0 : std::filesystem::remove(fileOf(name), failure);
+    requireDone(failure, fileCalled(name) + " cannot be removed");
     if (!wasThere) {
         throw noSuchSnapshot(name);
     }
@@ -169,9 +190,9 @@ Json Snapshots::list() const
     }
     if (!data.empty()) {
         std::vector<std::string> names;
-        for (const auto& file : std::filesystem::directory_iterator(folder())) {
-            if (file.path().extension() == ending) {
-                names.push_back(file.path().stem().string());
+        for (const std::filesystem::path& file : filesIn(folder())) {
+            if (file.extension() == ending) {
+                names.push_back(file.stem().string());
             }
         }
         std::sort(names.begin(), names.end());

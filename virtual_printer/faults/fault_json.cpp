@@ -31,28 +31,55 @@ const FaultRule& kindOf(const Json& json)
     return *rule;
 }
 
-// Whether what the fault selects may be answered with data.
-bool mayMeetReply(const Fault& fault)
+// Whether what the fault selects may be a command of this kind. Blocks are none, and what the printer does
+// not know is none.
+template <typename Condition>
+bool mayMeet(const Fault& fault, Condition condition)
 {
     if (fault.commandName.empty() && !fault.commandCode) {
         return true;
     }
     const auto rules = commandRules();
     return std::any_of(rules.begin(), rules.end(), [&](const CommandRule& rule) {
-        return rule.wants == Wants::reply && (rule.name == fault.commandName ||
-                                              fault.commandCode == static_cast<unsigned char>(rule.command));
+        return (rule.name == fault.commandName ||
+                fault.commandCode == static_cast<unsigned char>(rule.command)) &&
+               condition(rule);
     });
+}
+
+bool isQuestion(const CommandRule& rule)
+{
+    return rule.wants == Wants::reply;
+}
+
+// What it hinders must come: nothing is written or carried out upon a question, and what the printer does not
+// know it refuses itself.
+void requireCarryingOut(const Fault& fault)
+{
+    if (fault.commandName == nameOfBlocks) {
+        return;
+    }
+    const bool isOfKeeping =
+        fault.kind == FaultKind::diskFull || fault.kind == FaultKind::acknowledgedNotExecuted;
+    const bool isOfAny = fault.kind == FaultKind::executedNotAcknowledged;
+    const auto fits = [isOfKeeping](const CommandRule& rule) { return !isOfKeeping || !isQuestion(rule); };
+    if ((isOfKeeping || isOfAny) && !mayMeet(fault, fits)) {
+        refuseFault("A fault of the kind " + std::string(ruleOf(fault.kind).name) +
+                    " is done to what is carried out" + (isOfKeeping ? " and kept" : "") +
+                    ", and nothing is upon what \"command\" selects.");
+    }
 }
 
 void requireSense(const Fault& fault)
 {
     const FaultRule& rule = ruleOf(fault.kind);
     const bool isOfReply = (rule.parameters & takesBlocks) != 0 && (rule.parameters & needsByte) == 0;
-    if (isOfReply && !mayMeetReply(fault)) {
+    if (isOfReply && !mayMeet(fault, isQuestion)) {
         refuseFault(
             "A fault of the kind " + std::string(rule.name) +
             " is done to the blocks of a reply, and what \"command\" selects is answered without one.");
     }
+    requireCarryingOut(fault);
     if (fault.kind == FaultKind::powerLoss && fault.at &&
         (*fault.at == FaultMoment::connection || *fault.at == FaultMoment::afterwards)) {
         refuseFault(R"(A powerLoss is "at" request, before anything is kept, or at answer, when it is.)");

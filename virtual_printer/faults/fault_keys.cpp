@@ -29,7 +29,8 @@ void readCommand(Fault& fault, const Json& value)
         fault.commandCode = static_cast<unsigned char>(code->front());
     } else {
         refuseFault(
-            R"("command" is a name or a code of the command table, as "payment" or "30", or "block".)");
+            R"("command" is a name or a code of the command table, as "payment" or "30", or "block"; a code )"
+            R"(may also be one that no command has.)");
     }
 }
 

@@ -87,7 +87,6 @@ try {
     contents->database.synchronizeCommits(!changesOnlyReceipt);
     Transaction transaction(contents->database);
     if (draft.service == Draft::Service::clearJournal) {
-        ++contents->journalNumber;
         contents->journal.clearDocuments();
     } else if (draft.service == Draft::Service::clearClosures) {
         contents->journal.clearClosures();
@@ -105,6 +104,9 @@ try {
     }
     transaction.commit();
     contents->isEmpty = false;
+    if (draft.service == Draft::Service::clearJournal) {
+        ++contents->journalNumber;
+    }
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +
                    "; make room on its disk, or give another folder.");
@@ -118,8 +120,8 @@ std::optional<Backup> Memory::backup() const
 void Memory::copyFrom(const Memory& other)
 try {
     contents->copyBeginning();
-    ++contents->journalNumber;
     contents->database.copyFrom(other.contents->database);
+    ++contents->journalNumber;
     contents->isEmpty = other.contents->isEmpty;
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +
@@ -134,8 +136,8 @@ void Memory::remember()
 
 void Memory::goBack()
 try {
-    ++contents->journalNumber;
     contents->beginning->bringBack(contents->database, contents->state, contents->journal);
+    ++contents->journalNumber;
     contents->isEmpty = contents->state.isEmpty();
 } catch (const DatabaseError& error) {
     throw DiskFull(contents->name + " could not be written: " + error.what() +

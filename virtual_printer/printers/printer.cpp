@@ -111,7 +111,18 @@ void Printer::restart()
     Hardware hardware = *current.hardware;
     hardware.display.clear();
     hardware.operatorDisplay.clear();
-    start();
+    current.upload = std::make_shared<const Upload>();
+    try {
+        start();
+    } catch (const DiskFull& failure) {
+        // It has loaded what was kept. Only its line has found no room, and other printers are to go on.
+        happened.push_back(
+            {.refusal = Refusal::diskFull, .command = "start", .shown = {}, .detail = failure.what()});
+    } catch (const MemoryDamaged& failure) {
+        // There is nothing to go on from but what it stood at, and other printers are to go on.
+        happened.push_back(
+            {.refusal = Refusal::journalDamaged, .command = "start", .shown = {}, .detail = failure.what()});
+    }
     changeHardware(hardware);
 }
 

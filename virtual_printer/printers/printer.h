@@ -75,7 +75,8 @@ public:
     Answer takeBlock(std::string_view data, bool isLast, CodePage codePage, const Hindrance& hindrance = {});
     [[nodiscard]] bool expectsBlocks() const;
     // As when its power has gone and come: it goes on from what the memory holds. Paper, cover and drawer are
-    // as they were, the displays are empty.
+    // as they were, the displays are empty. A memory that cannot be written or read is told as a refusal of
+    // "start": then it goes on without the line about the power, or from where it stood.
     void restart();
     // The trace has given this number to the request that was carried out or refused last.
     void wasExchange(std::uint64_t number);

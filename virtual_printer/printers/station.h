@@ -1,5 +1,6 @@
 // A printer with its name, the trace of its exchanges, the faults that it is armed with, and those who watch
-// it. What has happened is shown after the till has its answer.
+// it. What has happened is shown after the till has its answer, or before somebody else asks what has
+// happened.
 #pragma once
 
 #include "virtual_printer/faults/faults.h"

@@ -64,6 +64,18 @@ TEST_F(Assertions, TellWhatIsReceivedFromWhatIsExecutedAndAcknowledged)
                 ElementsAre(R"(executed: 1 exchanges are {"name":"itemSale"}, 2 are expected)"));
 }
 
+TEST_F(Assertions, CountWhatIsNoRequestOnlyWhereItIsNamed)
+{
+    tillSays("\x11");
+    ASSERT_EQ(tillSays(telvofm::test::request(0xD2, {"1", "0"})), "\x06");
+    ASSERT_EQ(tillSays(telvofm::test::blockOf("x", '\x17')), "\x06");
+    EXPECT_THAT(check(R"({"received": [{"count": 1}, {"name": "probe"}, {"name": "block"}, {"command": "d2"}],
+                          "executed": [{"count": 1}, {"name": "block"}, {"command": "d2"}],
+                          "acknowledged": [{"count": 1}, {"name": "probe"}, {"name": "block"},
+                                           {"command": "d2"}]})"),
+                ElementsAre());
+}
+
 TEST_F(Assertions, CompareFieldsByName)
 {
     beginDay();

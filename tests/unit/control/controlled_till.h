@@ -24,7 +24,11 @@ struct Answered
 class ControlledTill : public testing::Test
 {
 protected:
-    ControlledTill() { control.add(station); }
+    ControlledTill()
+    {
+        station.show(); // as the program does before anybody can ask
+        control.add(station);
+    }
 
     static HttpRequest requestFor(const std::string& method, const std::string& target,
                                   const std::string& body)

@@ -62,5 +62,23 @@ TEST_F(FullDiskUnderControl, RefusesEachChangeAlike)
     }
 }
 
+TEST_F(FullDiskUnderControl, LetsATillReadOnWhenAChangeIsRefused)
+{
+    ASSERT_EQ(post(at("snapshots"), R"({"name": "morning"})").status, 201);
+    beginDay();
+    for (int count = 0; count < 8; ++count) {
+        sell("12.50");
+    }
+    constexpr std::size_t block = ReplyData::mostOfABlock + 4; // its frame
+    ASSERT_EQ(tillSays(telvofm::test::request(0x9F)).size(), block);
+    for (const auto& [path, body] : std::vector<std::pair<std::string, std::string>>{
+             {"reset", R"({"to": "started"})"}, {"reset", "{}"}, {"restore", R"({"name": "morning"})"}}) {
+        fill();
+        refusedWith(409, post(at(path), body));
+        makeRoom();
+        EXPECT_EQ(tillSays("\x06").size(), block) << path << body;
+    }
+}
+
 } // namespace
 } // namespace virtual_printer

@@ -1,5 +1,6 @@
 // Assertions that no exchange or document could ever fit: with a count of 0 they would hold whatever happens.
 #include "tests/unit/control/controlled_till.h"
+#include "tests/unit/own_folder.h"
 
 namespace virtual_printer {
 namespace {
@@ -46,6 +47,14 @@ TEST_F(ImpossibleAssertions, AreRefusedWithTheirPlace)
          R"(There is no "received[0].refusal.nme")"},
         {R"({"received": [{"refusal": {"name": "alredyPaid"}, "count": 0}]})",
          R"("received[0].refusal.name" is "alredyPaid", and no refusal is called so)"},
+        {R"({"received": [{"refusal": {"sentence": "nonsense"}, "count": 0}]})",
+         R"(No refusal is {"sentence":"nonsense"}, as "received[0].refusal" wants it; )"
+         R"(docs/virtual-printer.md lists them with their numbers.)"},
+        {R"({"received": [{"refusal": {"name": "alreadyPaid", "code": 6}, "count": 0}]})",
+         R"(No refusal is {"name":"alreadyPaid","code":6}, as "received[0].refusal" wants it)"},
+        {R"({"received": [{"refusal": {"code": 200}, "count": 0}]})", R"(No refusal is {"code":200})"},
+        {R"({"received": [{"refusal": {"code": 32, "sentence": "The selling day is open"}, "count": 0}]})",
+         R"(No refusal is {"code":32,"sentence":"The selling day is open"})"},
         {R"({"received": [{"faults": [1], "count": 0}]})", R"("received[0].faults[0]" is no text)"},
         // Values that no exchange has.
         {R"({"received": [{"attempt": 4, "count": 0}]})",
@@ -167,6 +176,37 @@ TEST_F(ImpossibleAssertions, AreThoseWhosePartsContradictEachOther)
          R"("executed[0].fields" are those of several commands; name those of one.)"},
         {R"({"executed": [{"command": "24", "fields": {"paymentNumber": "1"}, "count": 0}]})",
          R"(There is no "executed[0].fields.paymentNumber")"},
+        // What faults do to an exchange.
+        {R"({"received": [{"executed": true, "faults": ["the request was neither carried out nor answered"],
+                           "count": 0}]})",
+         R"("received[0]" is executed and kept from it by a fault)" + never},
+        {R"({"executed": [{"faults": ["the request was refused and not carried out"], "count": 0}]})",
+         R"("executed[0]" is executed and kept from it by a fault)" + never},
+        {R"({"received": [{"committed": true, "faults": ["the printer's disk was full"], "count": 0}]})",
+         R"("received[0]" is committed and kept from it by a fault)" + never},
+        {R"({"received": [{"taken": true, "count": 0, "faults":
+                ["the request was neither carried out nor answered, nor were the probes after it"]}]})",
+         R"("received[0]" is taken and kept from it by a fault)" + never},
+        {R"({"received": [{"acknowledged": true, "faults": ["the answer was lost"], "count": 0}]})",
+         R"("received[0]" is acknowledged and left without an acceptance by a fault)" + never},
+        {R"({"acknowledged": [{"faults": ["CTS went off", "the printer lost its power"], "count": 0}]})",
+         R"("acknowledged[0]" is acknowledged and left without an acceptance by a fault)" + never},
+        {R"({"received": [{"executed": false, "count": 0,
+                           "faults": ["the request was carried out and answered with a refusal"]}]})",
+         R"("received[0]" is executed and not executed)" + never},
+        {R"({"received": [{"refusal": {}, "faults": ["the request was accepted and not carried out"],
+                           "count": 0}]})",
+         R"("received[0]" is refused by the printer and not refused by it, as a fault says)" + never},
+        {R"({"received": [{"refusal": null, "faults": ["the printer's disk was full"], "count": 0}]})",
+         R"("received[0]" is not refused and refused because the disk was full)" + never},
+        {R"({"received": [{"refusal": {"name": "alreadyPaid"}, "faults": ["the printer's disk was full"],
+                           "count": 0}]})",
+         R"("received[0]" is refused for another reason and refused because the disk was full)" + never},
+        {R"({"received": [{"name": "getVariable", "faults": ["the printer's disk was full"], "count": 0}]})",
+         R"("received[0]" is a question and hit by a fault of what is carried out)" + never},
+        // No command has this code.
+        {R"({"executed": [{"command": "3a", "count": 0}]})",
+         R"(What is called unknown is never executed; ask whether it is "received".)"},
         {R"({"received": [{}]})",
          R"("received[0]" says nothing; name a part of an exchange, or "count" alone )"
          R"(for how many there are of any.)"},
@@ -185,6 +225,16 @@ TEST_F(ImpossibleAssertions, AreThoseWhosePartsContradictEachOther)
          R"({"received": [{"executed": true, "refusal": null, "count": 0}]})",
          R"({"received": [{"acknowledged": true, "executed": false, "count": 0}]})",
          R"({"received": [{"refusal": {"name": "alreadyPaid", "code": 32}, "count": 0}]})",
+         R"({"received": [{"refusal": {"name": "dayIsOpen", "code": 6, "sentence":
+            "The selling day is open already; sell, or close it with the daily closure (printReport Z)."},
+            "count": 0}]})",
+         R"({"received": [{"refusal": {"sentence":
+            "No picture is kept under this number; upload it first. It is 3."}, "count": 0}]})",
+         R"({"received": [{"command": "3a", "count": 0}]})",
+         R"({"received": [{"executed": true, "faults": ["the answer was lost"], "count": 0}]})",
+         R"({"acknowledged": [{"faults": ["the request was accepted and not carried out"], "count": 0}]})",
+         R"({"received": [{"refusal": {"name": "diskFull"}, "faults": ["the printer's disk was full"],
+                           "count": 0}]})",
          R"({"received": [{"name": "block", "command": "d2", "count": 0}]})",
          R"({"received": [{"name": "unknown", "command": "30", "count": 0}]})",
          R"({"received": [{"name": "probe", "command": "00", "repeatOf": null, "attempt": 1, "count": 0}]})",
@@ -231,6 +281,23 @@ TEST_F(ImpossibleAssertions, AreNotThoseOfWhatFaultsDid)
     EXPECT_EQ(post(at("assert"), Json{{"executed", Json::array({entry})}}.dump()).status, 200);
 }
 
+// A team gives refusals the numbers of its own device.
+TEST_F(ImpossibleAssertions, KnowTheNumbersThatRefusalsHave)
+{
+    const telvofm::test::OwnFolder folder;
+    std::ofstream(folder.file("codes.json")) << R"({"alreadyPaid": 77})";
+    Control renumbered(readyToSell(), "", "", Codes(folder.file("codes.json")));
+    renumbered.add(station);
+    const auto statusOf = [&](const std::string& refusal) {
+        const std::string body = R"({"received": [{"refusal": )" + refusal + R"(, "count": 0}]})";
+        return std::get<HttpAnswer>(renumbered.answer(requestFor("POST", at("assert"), body))).status;
+    };
+    EXPECT_EQ(statusOf(R"({"name": "alreadyPaid", "code": 77})"), 200);
+    EXPECT_EQ(statusOf(R"({"code": 77})"), 200);
+    EXPECT_EQ(statusOf(R"({"name": "alreadyPaid", "code": 32})"), 400);
+    EXPECT_EQ(statusOf(R"({"code": 32})"), 400);
+}
+
 TEST_F(ImpossibleAssertions, AreNotThoseOfWhatIsNoSoundRequest)
 {
     beginDay();
@@ -242,7 +309,7 @@ TEST_F(ImpossibleAssertions, AreNotThoseOfWhatIsNoSoundRequest)
     EXPECT_EQ(post(at("assert"),
                    R"({"received": [{"name": "probe"}, {"name": "damagedRequest"}, {"name": "unknown"},
                                                   {"name": "block", "count": 0}, {"count": 2}],
-                                     "acknowledged": [{"name": "probe"}, {"refusal": null, "count": 2}]})")
+                                     "acknowledged": [{"name": "probe"}, {"refusal": null, "count": 1}]})")
                   .status,
               200);
 }

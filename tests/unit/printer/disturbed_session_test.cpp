@@ -228,6 +228,14 @@ TEST_F(DisturbedSale, SellsNothingThatIsLostOrOnlyAcknowledged)
     EXPECT_EQ(linesOfReceipt(), before);
 }
 
+TEST_F(DisturbedSale, MeetsFaultsUponWhatThePrinterDoesNotKnow)
+{
+    till.arm(R"({"kind":"refuse","code":49,"command":"3a"})");
+    EXPECT_EQ(till.heard(sold), accepted);
+    EXPECT_EQ(till.heard(request(0x3A)), "\x15\x31");
+    EXPECT_EQ(till.heard(request(0x3A)), refused(Refusal::unknownCommand));
+}
+
 TEST_F(DisturbedSale, GoesOnWithAReceiptAfterThePowerLoss)
 {
     till.takePaper();

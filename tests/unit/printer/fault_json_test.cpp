@@ -88,6 +88,30 @@ TEST(FaultFromJson, DamagesBlocksOfRepliesWhereThereAreSome)
     EXPECT_EQ(sentenceFor(R"({"kind":"flippedBit","byte":0,"command":"payment"})"), "accepted");
 }
 
+// Upon a question nothing is written or carried out, and the printer refuses what it does not know.
+TEST(FaultFromJson, HindersOnlyWhatIsCarriedOut)
+{
+    for (const char* kind : {"diskFull", "acknowledgedNotExecuted"}) {
+        const std::string start = R"({"kind":")" + std::string(kind) + R"(","command":)";
+        for (const char* command : {R"("getVariable")", R"("92")", R"("3a")"}) {
+            EXPECT_EQ(sentenceFor(start + command + "}"),
+                      "A fault of the kind " + std::string(kind) +
+                          " is done to what is carried out and kept, and nothing is upon what \"command\" "
+                          "selects.");
+        }
+        for (const char* command : {R"("payment")", R"("30")", R"("block")"}) {
+            EXPECT_EQ(sentenceFor(start + command + "}"), "accepted") << command;
+        }
+        EXPECT_EQ(sentenceFor(R"({"kind":")" + std::string(kind) + "\"}"), "accepted");
+    }
+    const std::string refusal = R"({"kind":"executedNotAcknowledged","code":9,"command":)";
+    EXPECT_EQ(sentenceFor(refusal + R"("getVariable"})"), "accepted");
+    EXPECT_EQ(
+        sentenceFor(refusal + R"("3a"})"),
+        "A fault of the kind executedNotAcknowledged is done to what is carried out, and nothing is upon "
+        "what \"command\" selects.");
+}
+
 TEST(FaultFromJson, SaysWhatIsWrong)
 {
     EXPECT_EQ(sentenceFor("[]"), R"(A fault is a JSON object, as {"kind": "refuse", "code": 49}.)");
@@ -103,7 +127,8 @@ TEST(FaultFromJson, SaysWhatIsWrong)
               R"(A fault of the kind connectionRefused takes no "command".)");
     for (const char* command : {R"("pay")", R"("G1")", R"("301")", "30"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","command":)" + std::string(command) + "}"),
-                  R"("command" is a name or a code of the command table, as "payment" or "30", or "block".)");
+                  R"("command" is a name or a code of the command table, as "payment" or "30", or "block"; )"
+                  R"(a code may also be one that no command has.)");
     }
     for (const char* chance : {"0", "1.1", "-1", R"("1")"}) {
         EXPECT_EQ(sentenceFor(R"({"kind":"paperOut","probability":)" + std::string(chance) + "}"),

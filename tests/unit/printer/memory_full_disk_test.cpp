@@ -4,6 +4,7 @@
 #include "tests/unit/printer/scripted_sale.h"
 #include "tests/unit/printer/simulated_disk.h"
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
@@ -142,6 +143,32 @@ TEST_F(MemoryFullDisk, RefusesACommitThatCannotBeSynchronizedAndDoesNotFindItLat
             }
         }
         EXPECT_TRUE(isRefused) << failing;
+    }
+}
+
+// Whoever reads the journal meanwhile goes on.
+TEST_F(MemoryFullDisk, LeavesTheJournalTheSameOneWhenItIsNotClearedOrReplaced)
+{
+    disk.failureOf = nullptr;
+    Memory memory(path);
+    memory.commit(State(), test::nextStep(test::stateWhenNew()));
+    memory.remember();
+    Memory other;
+    other.copyFrom(memory);
+    const State state = memory.load().value();
+    Draft clearing(state, Moment());
+    clearing.service = Draft::Service::clearJournal;
+    for (const std::function<void()>& change :
+         {std::function<void()>([&] { memory.commit(state, clearing); }),
+          std::function<void()>([&] { memory.copyFrom(other); }),
+          std::function<void()>([&] { memory.goBack(); })}) {
+        const std::uint64_t before = memory.journalNumber();
+        failFrom(0, everyFurther, SQLITE_FULL);
+        EXPECT_THROW(change(), DiskFull);
+        EXPECT_EQ(memory.journalNumber(), before);
+        disk.failureOf = nullptr;
+        change();
+        EXPECT_NE(memory.journalNumber(), before);
     }
 }
 

@@ -104,5 +104,56 @@ TEST_F(PrinterMemory, IsToldToBeDamagedWhenADocumentCannotBeRead)
     EXPECT_EQ(send(printer, 0x92, {"TOTAL"}), Refusal::none) << "it goes on";
 }
 
+// The power comes back, and with it one printer of many: the others must not notice.
+TEST_F(PrinterMemory, HasNoRoomForTheLineOfAPowerLossOnAFullDisk)
+{
+    SimulatedDisk disk;
+    Printer printer = start();
+    EXPECT_EQ(send(printer, 0x29, {"0"}), Refusal::none);
+    EXPECT_EQ(send(printer, 0x20, {"0", "1", "0", "0", "1", "0"}), Refusal::none);
+    const auto kept = printer.state().receipt;
+    disk.failureOf = [](const SimulatedDisk::Operation& operation) {
+        return operation.kind == SimulatedDisk::Operation::Kind::write ? SQLITE_FULL : SQLITE_OK;
+    };
+    printer.takeHappened();
+    printer.restart();
+    ASSERT_TRUE(printer.state().receipt);
+    EXPECT_EQ(*printer.state().receipt, *kept) << "and no line behind it";
+    const std::vector<Happened> told = printer.takeHappened();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told.front().command, "start");
+    EXPECT_EQ(told.front().refusal, Refusal::diskFull);
+    disk.failureOf = nullptr;
+    EXPECT_EQ(send(printer, 0x22, {"0", "0"}), Refusal::nothingSold) << "it goes on";
+    EXPECT_EQ(send(printer, 0x2B, {"0", ""}), Refusal::none);
+}
+
+// More than is held in memory: what it starts from is read from the disk again.
+TEST_F(PrinterMemory, CannotBeReadAfterAPowerLoss)
+{
+    SimulatedDisk disk;
+    State withPictures = readyToSell();
+    Pictures pictures;
+    constexpr int side = 4'096;
+    pictures[1] = {side, side, std::vector<bool>(std::size_t{side} * side, true)};
+    withPictures.pictures = std::make_shared<const Pictures>(std::move(pictures));
+    Printer printer(Memory(path), withPictures,
+                    [] { return parseMoment("2026-01-31 12:00", Edge::first).value(); });
+    EXPECT_EQ(send(printer, 0x29, {"0"}), Refusal::none);
+    const auto files = disk.files;
+    for (auto& [name, content] : disk.files) {
+        content.assign(content.size(), 'x');
+    }
+    printer.takeHappened();
+    printer.restart();
+    EXPECT_TRUE(printer.state().standing->dayIsOpen) << "it stands where it stood";
+    const std::vector<Happened> told = printer.takeHappened();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told.front().command, "start");
+    EXPECT_EQ(told.front().refusal, Refusal::journalDamaged);
+    EXPECT_THAT(told.front().detail, HasSubstr("is damaged"));
+    disk.files = files;
+}
+
 } // namespace
 } // namespace virtual_printer

@@ -9,8 +9,8 @@ namespace telvofm {
 AppendedFile::AppendedFile(const std::string& path)
 {
     // Text: a line ends as the platform's lines do.
-    descriptor =
-        ::_open(path.c_str(), _O_WRONLY | _O_CREAT | _O_APPEND | _O_TEXT | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    descriptor = ::_open(path.c_str(), _O_WRONLY | _O_CREAT | _O_APPEND | _O_TEXT | _O_NOINHERIT,
+                         _S_IREAD | _S_IWRITE);
 }
 
 AppendedFile::~AppendedFile()

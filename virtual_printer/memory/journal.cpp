@@ -30,6 +30,12 @@ Document documentIn(const Rows& rows)
     return document;
 }
 
+bool isPageOfPeriod(const DocumentQuery& query)
+{
+    return query.most && query.moments && !query.numbers && !query.closure && !query.invoice &&
+           !query.transaction && !query.positions;
+}
+
 Parameter textOrNone(const std::string& text)
 {
     return text.empty() ? Parameter() : Parameter(std::string_view(text));
@@ -108,11 +114,16 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
         readFound(query, reader);
         return;
     }
-    const Conditions conditions(query);
+    DocumentQuery wanted = query;
+    std::string documents = "documents";
+    if (isPageOfPeriod(query) && (wanted.positions = placesOfPeriod(*query.moments))) {
+        documents += " NOT INDEXED"; // by the index of the moments they would be sorted for each page
+    }
+    const Conditions conditions(wanted);
     // The contents are looked up for a page only, not for all that is skipped in front of it.
     const Statement select = database.prepare(
         query.most
-            ? "SELECT content, closure, id FROM (SELECT id, closure FROM documents" + conditions.text() +
+            ? "SELECT content, closure, id FROM (SELECT id, closure FROM " + documents + conditions.text() +
                   ") JOIN contents USING (id) ORDER BY id" + (query.newestFirst ? " DESC" : "")
             : "SELECT content, closure, id FROM documents JOIN contents USING (id)" + conditions.text());
     Rows rows = select.rows(conditions.parameters());
@@ -120,6 +131,18 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     while (isWanted && rows.next()) {
         isWanted = reader(documentIn(rows), rows.whole(2));
     }
+}
+
+// Nothing when more than as many others lie between them, as they may when the clock was set back.
+std::optional<PlacesInARow> Journal::placesOfPeriod(const std::pair<Moment, Moment>& period) const
+{
+    const Statement select =
+        database.prepare("SELECT min(id), max(id), count(*) FROM documents WHERE moment BETWEEN ? AND ?");
+    Rows rows = select.rows({secondsOf(period.first), secondsOf(period.second)});
+    rows.next();
+    const PlacesInARow places(rows.whole(0), rows.whole(1));
+    const std::int64_t found = rows.whole(2);
+    return places.second - places.first < 2 * found ? std::optional(places) : std::nullopt;
 }
 
 std::vector<PlacesInARow> Journal::placesOf(const DocumentQuery& query) const

@@ -30,6 +30,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
     const preview = element("section", { class: "preview", "aria-label": "Document", hidden: true });
     let skip = 0;
     let question = 0;
+    let isOld = false; // documents have come while the sheet was hidden
 
     async function find() {
         let found;
@@ -45,6 +46,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
 
     async function load() {
         const mine = ++question;
+        isOld = false;
         try {
             const { documents, next } = await find();
             if (mine !== question) {
@@ -56,6 +58,9 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             setText(range, documents.length > 0 ? `${skip + 1} to ${skip + documents.length}` : "");
             setText(empty, documents.length > 0 ? "" : "The journal has no such document.");
         } catch ({ message }) {
+            if (mine !== question) {
+                return;
+            }
             body.replaceChildren();
             setText(range, "");
             setText(empty, message);
@@ -126,7 +131,13 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                 empty),
             element("div", { class: "bar pages" }, newer, older, range)),
         preview);
-    printer.on("totals", () => skip === 0 && load(), signal); // whoever turns pages is not disturbed
+    const follow = () => skip === 0 && load(); // whoever turns pages is not disturbed
+    printer.on("totals", () => {
+        isOld = true;
+        if (!sheet.hidden) {
+            follow();
+        }
+    }, signal);
     load();
-    return { open };
+    return { open, refresh: () => isOld && follow() };
 }

@@ -5,6 +5,10 @@ import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf }
 
 const mostRows = 300;
 const rowsAtOnce = 40;
+const columns = [["No.", "number"], ["Time", "time"], ["Request", "what"], ["Outcome", "ending"], ["Took", "took"]];
+
+// Rows that nobody sees are not laid out and not painted, which browsers do for no <tr>.
+const cell = (part, ...children) => element("div", { role: "cell", class: part }, children);
 
 function bytes(title, text) {
     return element("div", { class: "bytes" }, element("h3", {}, title),
@@ -34,7 +38,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     const wanted = element("input", { type: "search", placeholder: "payment, Chlieb, refused ...", on: { input: () => draw() } });
     const withProbes = element("input", { type: "checkbox", on: { change: () => draw() } });
     const hold = element("input", { type: "checkbox", on: { change: () => draw() } });
-    const body = element("tbody");
+    const body = element("div", { role: "rowgroup" });
     const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
     const rows = new Map(); // by the number of the exchange
     let waiting = []; // exchanges whose rows are not drawn yet, the oldest first
@@ -56,16 +60,16 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             event.stopPropagation();
             choose(isChosen ? 0 : exchange.number);
         }, { class: "name", "aria-expanded": String(isChosen) });
-        const row = element("tr", { class: `exchange ${outcome.kind}`, "data-number": exchange.number, on: { click: () => choose(isChosen ? 0 : exchange.number) } },
-            element("td", { class: "number" }, String(exchange.number)),
-            element("td", { class: "time" }, timeOf(exchange.moment)),
-            element("td", { class: "what" }, name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
+        const row = element("div", { role: "row", class: `exchange ${outcome.kind}`, "data-number": exchange.number, on: { click: () => choose(isChosen ? 0 : exchange.number) } },
+            cell("number", String(exchange.number)),
+            cell("time", timeOf(exchange.moment)),
+            cell("what", name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
                 exchange.repeatOf && element("span", { class: "chip repeat" }, `↻ repeats ${exchange.repeatOf} after ${secondsOf(exchange.repeatedAfter)}`),
                 exchange.faults.map((fault) => element("span", { class: "chip fault" }, fault))),
-            element("td", {}, element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
-            element("td", { class: "took" }, durationOf(exchange)));
+            cell("ending", element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
+            cell("took", durationOf(exchange)));
         row.classList.toggle("chosen", isChosen);
-        const detail = isChosen ? element("tr", { class: "detailRow" }, element("td", { colspan: "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
+        const detail = isChosen ? element("div", { role: "row", class: "detailRow" }, element("div", { role: "cell", "aria-colspan": "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
         return { row, detail, as: JSON.stringify(exchange) };
     }
 
@@ -183,9 +187,8 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             element("label", { class: "check" }, withProbes, "Probes"),
             element("label", { class: "check" }, hold, "Hold still")),
         element("div", { class: "scroll" },
-            element("table", { class: "exchanges" },
-                element("caption", { class: "unseen" }, "Exchanges, the newest first"),
-                element("thead", {}, element("tr", {}, ["No.", "Time", "Request", "Outcome", "Took"].map((title) => element("th", { scope: "col" }, title)))),
+            element("div", { role: "table", class: "exchanges", "aria-label": "Exchanges, the newest first" },
+                element("div", { role: "rowgroup", class: "heads" }, element("div", { role: "row" }, columns.map(([title, part]) => element("div", { role: "columnheader", class: part }, title)))),
                 body),
             empty));
     printer.on("trace", take, signal);

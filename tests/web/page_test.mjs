@@ -133,7 +133,7 @@ withPage("the focus stays where it is while the till goes on", async ({ till, pa
     await page.getByRole("button", { name: "Lose the acknowledge of a payment" }).click();
     await page.getByRole("button", { name: "Disarm fault 1" }).focus();
     await till.sell("Chlieb", "1.00");
-    await seesText(page.locator(".armed"), "Ended. Met 1 requests");
+    await seesText(page.locator(".armed"), "Ended. Met 1 request,");
     const focused = () => page.evaluate(() => document.activeElement.getAttribute("aria-label") ?? document.activeElement.textContent);
     assert.equal(await focused(), "Remove fault 1");
     await page.getByRole("tab", { name: "Journal" }).click();
@@ -181,6 +181,7 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     await seesText(page.locator(".journal .hint"), "no such document");
     await search.fill("26");
     await rows.getByRole("button", { name: "Receipt 26" }).click();
+    await becomes("Receipt 26", () => page.locator(".documents [aria-current]").innerText());
     await seesText(page.locator(".preview .slip"), "TOTAL EUR                           1.00");
     for (const [name, pattern] of [["Text", /TOTAL EUR +1\.00/], ["SVG", /^<svg .*NO FISCAL DOCUMENT/s]]) {
         const waiting = page.waitForEvent("download");
@@ -213,7 +214,7 @@ withPage("a fault that is armed on the page is met by the till", async ({ till, 
     assert.equal(await till.pay(1250), 32);
     assert.equal((await till.ask("getVariable", 1, "DUE"))[1], "0.00");
     assert.equal(await till.finish(), 0);
-    await seesText(armed, "Ended. Met 1 requests, hit 1 in 1 calls.");
+    await seesText(armed, "Ended. Met 1 request, hit 1 in 1 call.");
     await armed.getByRole("button", { name: /^Exchange / }).click();
     await seesText(page.locator(".exchange.chosen"), "done, till not told");
     await seesText(page.locator(".story"), "The till was not told");
@@ -568,6 +569,14 @@ withPage("it is dark in the dark, and nothing is cut off on a narrow screen", as
             await page.locator(`#sheet-${sheet}`).waitFor();
             const [all, seen] = await page.evaluate(() => [document.documentElement.scrollWidth, window.innerWidth]);
             assert.ok(all <= seen, `${sheet} is ${all} wide on a screen of ${seen}`);
+            const cutOff = await page.evaluate((id) => {
+                const outside = document.getElementById(id).getBoundingClientRect();
+                return [...document.querySelectorAll(`#${id} .scroll`)].filter((part) => {
+                    const { left, right } = part.getBoundingClientRect();
+                    return left < outside.left || right > outside.right || part.scrollWidth > part.clientWidth;
+                }).map(({ innerText }) => innerText);
+            }, `sheet-${sheet}`);
+            assert.deepEqual(cutOff, [], `${sheet} on a screen of ${seen}`);
         }
     }
 });

@@ -30,6 +30,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
     const preview = element("section", { class: "preview", "aria-label": "Document", hidden: true });
     let skip = 0;
     let question = 0;
+    let opened = 0; // the place of the document that is shown
     let isOld = false; // documents have come while the sheet was hidden
 
     async function find() {
@@ -78,13 +79,20 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             element("td", {}, button(titleOf(document), (event) => {
                 event.stopPropagation();
                 open(document.position);
-            }, { class: "name", "data-key": document.position })),
+            }, { class: "name", "data-key": document.position, "aria-current": document.position === opened ? "true" : null })),
             element("td", { title: document.moment }, document.moment.slice(0, 16)),
             element("td", { class: "sum" }, document.kind.includes("eceipt") ? document.total : ""),
             element("td", { class: "quiet" }, payments));
     }
 
+    function mark(position) {
+        opened = position;
+        body.querySelector("[aria-current]")?.removeAttribute("aria-current");
+        body.querySelector(`[data-key="${position}"]`)?.setAttribute("aria-current", "true");
+    }
+
     async function open(position) {
+        mark(position);
         const path = `documents/${position}`;
         try {
             const [document, paper] = await Promise.all([get(at(printer.name, path)), get(at(printer.name, `${path}/paper.json`))]);
@@ -98,6 +106,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                     button("Print or PDF", () => window.print()),
                     exchange && button("Trace", () => showDocument(exchange)),
                     button("×", () => {
+                        mark(0);
                         preview.hidden = true;
                         sheet.classList.remove("isOpen");
                     }, { "aria-label": "Close the document" })),

@@ -1,6 +1,7 @@
 // How fast the page is, and how much memory it takes.
 //
 //     figures.mjs [latency] [load] [start] [journal] [memory]      all of them without an argument
+import http from "node:http";
 import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
 import { openRawTill } from "./raw_till.mjs";
 
@@ -75,7 +76,14 @@ if (isWanted("start")) {
     for (let receipt = 0; receipt < 50; receipt += 1) {
         await till.sell(5);
     }
-    const times = [[], []];
+    // What the browser itself takes: a page of nothing but a script.
+    const empty = http.createServer((_, answer) => answer.setHeader("Content-Type", "text/html").end("<!doctype html><script>window.ready = performance.now()</script>"));
+    await new Promise((resolve) => empty.listen(0, "127.0.0.1", resolve));
+    const kinds = [
+        { title: "an empty page, first time", address: `http://127.0.0.1:${empty.address().port}/`, times: [] },
+        { title: "page interactive, first time", address: printer.web, times: [] },
+        { title: "page interactive, again", address: printer.web, times: [] },
+    ];
     for (let round = 0; round < 10; round += 1) {
         const context = await (await openBrowser()).newContext({ viewport: { width: 1440, height: 900 } });
         await context.addInitScript(() => {
@@ -88,15 +96,15 @@ if (isWanted("start")) {
             }).observe(document, { subtree: true, childList: true, attributes: true });
         });
         const page = await context.newPage();
-        for (const kind of times) {
-            await page.goto(printer.web);
+        for (const { address, times } of kinds) {
+            await page.goto(address);
             await page.waitForFunction(() => window.ready);
-            kind.push(await page.evaluate(() => window.ready));
+            times.push(await page.evaluate(() => window.ready));
         }
         await context.close();
     }
-    say("page interactive, first time", times[0]);
-    say("page interactive, again", times[1]);
+    kinds.forEach(({ title, times }) => say(title, times));
+    empty.close();
     till.end();
     await printer.end();
 }

@@ -5,9 +5,9 @@ import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf }
 
 const mostRows = 300;
 const rowsAtOnce = 40;
+const rowsOfAGroup = 20;
 const columns = [["No.", "number"], ["Time", "time"], ["Request", "what"], ["Outcome", "ending"], ["Took", "took"]];
 
-// Rows that nobody sees are not laid out and not painted, which browsers do for no <tr>.
 const cell = (part, ...children) => element("div", { role: "cell", class: part }, children);
 
 function bytes(title, text) {
@@ -38,7 +38,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     const wanted = element("input", { type: "search", placeholder: "payment, Chlieb, refused ...", on: { input: () => draw() } });
     const withProbes = element("input", { type: "checkbox", on: { change: () => draw() } });
     const hold = element("input", { type: "checkbox", on: { change: () => draw() } });
-    const body = element("div", { role: "rowgroup" });
+    const body = element("div");
     const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
     const rows = new Map(); // by the number of the exchange
     let waiting = []; // exchanges whose rows are not drawn yet, the oldest first
@@ -73,7 +73,26 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         return { row, detail, as: JSON.stringify(exchange) };
     }
 
-    function place(exchange, before) {
+    // Of groups that nobody sees the browser lays out and paints nothing, and moves each as a whole.
+    function add(made, isNewest) {
+        let group = isNewest ? body.firstChild : body.lastChild;
+        if (!group || group.children.length >= rowsOfAGroup) {
+            group = element("div", { role: "rowgroup", class: "group" });
+            body.insertBefore(group, isNewest ? body.firstChild : null);
+        }
+        group.insertBefore(made, isNewest ? group.firstChild : null);
+    }
+
+    function remove({ row, detail }) {
+        const group = row.parentElement;
+        row.remove();
+        detail?.remove();
+        if (group.children.length === 0) {
+            group.remove();
+        }
+    }
+
+    function place(exchange, isNewest) {
         const made = rowOf(exchange);
         const old = rows.get(exchange.number);
         if (old) {
@@ -84,7 +103,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
                 made.row.querySelector("button").focus();
             }
         } else {
-            body.insertBefore(made.row, before);
+            add(made.row, isNewest);
         }
         if (made.detail) {
             made.row.after(made.detail);
@@ -98,9 +117,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         }
         const others = [...rows.keys()].filter((number) => number !== chosen).sort((a, b) => a - b);
         for (const number of others.slice(0, rows.size - mostRows)) {
-            const { row, detail } = rows.get(number);
-            row.remove();
-            detail?.remove();
+            remove(rows.get(number));
             rows.delete(number);
         }
     }
@@ -109,7 +126,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     function drawOlder(exchanges) {
         waiting = exchanges;
         cancelAnimationFrame(frame);
-        waiting.splice(-rowsAtOnce).reverse().forEach((exchange) => place(exchange, null));
+        waiting.splice(-rowsAtOnce).reverse().forEach((exchange) => place(exchange, false));
         if (waiting.length > 0) {
             frame = requestAnimationFrame(() => drawOlder(waiting));
         }
@@ -139,7 +156,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         }
         for (const exchange of added.filter(isWanted)) {
             if (rows.get(exchange.number)?.as !== JSON.stringify(exchange)) {
-                place(exchange, body.firstChild);
+                place(exchange, true);
             }
         }
         forgetOld();

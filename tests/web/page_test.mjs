@@ -296,8 +296,10 @@ withPage("paper, cover, busy and drawer are switched by hand", async ({ till, pa
     await becomes("warn", () => lamp("Paper"));
     assert.equal(await begin(), 49);
     await becomes("bad", () => lamp("Paper"));
+    await becomes("bad", () => lamp("Ready"));
     assert.equal(await begin(), 49);
     await becomes("off", () => lamp("Paper"));
+    await becomes("good", () => lamp("Ready"));
     await choose("Cover", "Open");
     await becomes("bad", () => lamp("Cover"));
     assert.equal(await begin(), 50);
@@ -728,6 +730,13 @@ withPage("several printers are seen side by side", async ({ page, printer }) => 
     await seesText(page.getByRole("region", { name: "shop" }), "Cover is open");
     await page.evaluate(axe);
     await axeFindsNothing(page, "several printers");
+    await printer.ask("PATCH", "/printers/shop/hardware", { cover: "closed" });
+    await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
+    await printer.ask("POST", "/printers/shop/faults", { kind: "paperOut", command: "paragonBegin", requests: 2 });
+    assert.equal(await shop.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0), 49);
+    await seesText(page.getByRole("region", { name: "shop" }), "Paper is out");
+    assert.equal(await shop.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0), 49);
+    await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
     for (let sale = 0; sale < 3; sale += 1) {
         await bar.sell("Espresso", "1.90");
     }

@@ -44,7 +44,7 @@ public:
 
 private:
     [[nodiscard]] std::int64_t checksumOfDay(int closure) const;
-    [[nodiscard]] std::optional<PlacesInARow> placesOfPeriod(const std::pair<Moment, Moment>& period) const;
+    [[nodiscard]] bool hasMany(const std::pair<Moment, Moment>& period) const;
     void readFound(const DocumentQuery& query, const DocumentReader& reader) const;
 
     const Database& database;

@@ -579,6 +579,10 @@ withPage("it is dark in the dark, and nothing is cut off on a narrow screen", as
                 }).map(({ innerText }) => innerText);
             }, `sheet-${sheet}`);
             assert.deepEqual(cutOff, [], `${sheet} on a screen of ${seen}`);
+            if (sheet === "totals") {
+                const tall = await page.locator(".hours text").first().evaluate((text) => text.getBoundingClientRect().height);
+                assert.ok(tall >= 12, `the hours are ${tall} tall on a screen of ${seen}`);
+            }
         }
     }
 });

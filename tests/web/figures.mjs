@@ -1,6 +1,8 @@
 // How fast the page is, and how much memory it takes.
 //
 //     figures.mjs [latency] [load] [start] [journal] [memory]      all of them without an argument
+import fs from "node:fs";
+import http from "node:http";
 import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
 import { openRawTill } from "./raw_till.mjs";
 
@@ -12,6 +14,13 @@ function say(what, times) {
     const sorted = [...times].sort((a, b) => a - b);
     const at = (share) => sorted[Math.min(sorted.length - 1, Math.floor(sorted.length * share))].toFixed(1);
     console.log(`${what.padEnd(58)} median ${at(0.5).padStart(7)} ms   95 % ${at(0.95).padStart(7)} ms   most ${at(1).padStart(7)} ms   (${sorted.length})`);
+}
+
+// What a process has had of the processor, in milliseconds: on a busy machine this says more than a time. The system
+// counts hundredths of a second.
+function processorTime(pid) {
+    const fields = fs.readFileSync(`/proc/${pid}/stat`, "utf8").split(") ").at(-1).split(" ");
+    return 10 * (Number(fields[11]) + Number(fields[12]));
 }
 
 // From before the till's call until the frame in which its line is on the page; the call itself is within.
@@ -28,8 +37,12 @@ async function latency(title, printer, name) {
             });
         })).observe(document.querySelector(".paper"), { subtree: true, childList: true });
     });
+    const session = await page.context().newCDPSession(page);
+    await session.send("Performance.enable");
+    const ofPage = async () => (await session.send("Performance.getMetrics")).metrics.find((metric) => metric.name === "ProcessTime").value * 1000;
     const till = await openTill(printer.addressOf(name));
     const begun = new Map();
+    const before = await ofPage();
     for (let number = 0; number < 200; number += 1) {
         if (number % 10 === 0) {
             await till.begin();
@@ -45,6 +58,7 @@ async function latency(title, printer, name) {
     await page.waitForFunction(() => Object.keys(window.seen).length === 200);
     const seen = await page.evaluate(() => window.seen);
     say(title, [...begun].map(([text, time]) => seen[text] - time));
+    console.log(`    of the processor, for each line, the page's process: ${((await ofPage() - before) / begun.size).toFixed(1)} ms`);
     await till.end();
     await page.context().close();
 }
@@ -75,7 +89,14 @@ if (isWanted("start")) {
     for (let receipt = 0; receipt < 50; receipt += 1) {
         await till.sell(5);
     }
-    const times = [[], []];
+    // What the browser itself takes: a page of nothing but a script.
+    const empty = http.createServer((_, answer) => answer.setHeader("Content-Type", "text/html").end("<!doctype html><script>window.ready = performance.now()</script>"));
+    await new Promise((resolve) => empty.listen(0, "127.0.0.1", resolve));
+    const kinds = [
+        { title: "an empty page, first time", address: `http://127.0.0.1:${empty.address().port}/`, times: [] },
+        { title: "page interactive, first time", address: printer.web, times: [] },
+        { title: "page interactive, again", address: printer.web, times: [] },
+    ];
     for (let round = 0; round < 10; round += 1) {
         const context = await (await openBrowser()).newContext({ viewport: { width: 1440, height: 900 } });
         await context.addInitScript(() => {
@@ -88,15 +109,15 @@ if (isWanted("start")) {
             }).observe(document, { subtree: true, childList: true, attributes: true });
         });
         const page = await context.newPage();
-        for (const kind of times) {
-            await page.goto(printer.web);
+        for (const { address, times } of kinds) {
+            await page.goto(address);
             await page.waitForFunction(() => window.ready);
-            kind.push(await page.evaluate(() => window.ready));
+            times.push(await page.evaluate(() => window.ready));
         }
         await context.close();
     }
-    say("page interactive, first time", times[0]);
-    say("page interactive, again", times[1]);
+    kinds.forEach(({ title, times }) => say(title, times));
+    empty.close();
     till.end();
     await printer.end();
 }
@@ -114,12 +135,14 @@ if (isWanted("journal")) {
         ["by a text that many have", "&text=Ware"], ["by a text that one has", "&text=Makovnik"], ["by a text that none has", "&text=Nowhere"],
     ]) {
         const times = [];
+        const before = processorTime(printer.pid);
         for (let round = 0; round < 20; round += 1) {
             const start = now();
             await printer.ask("GET", `documents?order=newest&limit=25${query}`);
             times.push(now() - start);
         }
         say(`${documents} documents, ${title}`, times);
+        console.log(`    of the processor, for each: ${((processorTime(printer.pid) - before) / times.length).toFixed(1)} ms`);
     }
     // What a till waits for an exchange while somebody searches without a pause for what is nowhere.
     let isSearching = true;

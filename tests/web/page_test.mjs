@@ -6,6 +6,7 @@ import { createRequire } from "node:module";
 import os from "node:os";
 import path from "node:path";
 import { after, test } from "node:test";
+import { drawLogo } from "./logo.mjs";
 import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
 
 after(endAll);
@@ -110,7 +111,7 @@ withPage("what happens while nobody looks is there when somebody does", async ({
     await hide(false);
     await becomes(251, () => page.locator(".slip .item").count());
     await becomes(253, () => page.locator(".exchange").count());
-    const numbers = await page.locator(".exchange .number").allInnerTexts();
+    const numbers = await page.locator(".exchange .number").allTextContents();
     assert.deepEqual(numbers.map(Number), Array.from({ length: 253 }, (_, index) => 253 - index));
 });
 
@@ -132,7 +133,7 @@ withPage("the focus stays where it is while the till goes on", async ({ till, pa
     await page.getByRole("button", { name: "Lose the acknowledge of a payment" }).click();
     await page.getByRole("button", { name: "Disarm fault 1" }).focus();
     await till.sell("Chlieb", "1.00");
-    await seesText(page.locator(".armed"), "Ended. Met 1 requests");
+    await seesText(page.locator(".armed"), "Ended. Met 1 request,");
     const focused = () => page.evaluate(() => document.activeElement.getAttribute("aria-label") ?? document.activeElement.textContent);
     assert.equal(await focused(), "Remove fault 1");
     await page.getByRole("tab", { name: "Journal" }).click();
@@ -180,6 +181,7 @@ withPage("the journal is searched, turned over and opened", async ({ till, page,
     await seesText(page.locator(".journal .hint"), "no such document");
     await search.fill("26");
     await rows.getByRole("button", { name: "Receipt 26" }).click();
+    await becomes("Receipt 26", () => page.locator(".documents [aria-current]").innerText());
     await seesText(page.locator(".preview .slip"), "TOTAL EUR                           1.00");
     for (const [name, pattern] of [["Text", /TOTAL EUR +1\.00/], ["SVG", /^<svg .*NO FISCAL DOCUMENT/s]]) {
         const waiting = page.waitForEvent("download");
@@ -212,7 +214,7 @@ withPage("a fault that is armed on the page is met by the till", async ({ till, 
     assert.equal(await till.pay(1250), 32);
     assert.equal((await till.ask("getVariable", 1, "DUE"))[1], "0.00");
     assert.equal(await till.finish(), 0);
-    await seesText(armed, "Ended. Met 1 requests, hit 1 in 1 calls.");
+    await seesText(armed, "Ended. Met 1 request, hit 1 in 1 call.");
     await armed.getByRole("button", { name: /^Exchange / }).click();
     await seesText(page.locator(".exchange.chosen"), "done, till not told");
     await seesText(page.locator(".story"), "The till was not told");
@@ -294,8 +296,10 @@ withPage("paper, cover, busy and drawer are switched by hand", async ({ till, pa
     await becomes("warn", () => lamp("Paper"));
     assert.equal(await begin(), 49);
     await becomes("bad", () => lamp("Paper"));
+    await becomes("bad", () => lamp("Ready"));
     assert.equal(await begin(), 49);
     await becomes("off", () => lamp("Paper"));
+    await becomes("good", () => lamp("Ready"));
     await choose("Cover", "Open");
     await becomes("bad", () => lamp("Cover"));
     assert.equal(await begin(), 50);
@@ -322,6 +326,39 @@ withPage("what others change is seen", async ({ page, printer }) => {
     await printer.ask("PATCH", "settings", { vat: { B: { percent: 11 } }, header: { 1: "Pekáreň" }, columns: 48 });
     await seesText(page.locator(".settings td"), "11 %");
     await seesText(page.locator(".settings td"), "Pekáreň");
+});
+
+withPage("a logo is printed and shown as the till has set it", async ({ till, page, printer }) => {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "page-test-logo-"));
+    const file = path.join(folder, "logo.bmp");
+    await drawLogo(page, file);
+    assert.equal(await till.call("prepareGraphicHeader", 1, file), 0);
+    assert.equal(await till.call("loadGHNV", 1, 1, 0, 0, 0, 0, 0, 0, 0), 0);
+    await printer.ask("PATCH", "settings", { printsLogo: true });
+    assert.equal(await till.call("setHeader", 1, "0000", 1, "Pekáreň LIPA"), 0);
+    await till.sell("Chlieb", "1.00");
+    const printed = page.locator(".paper .slip", { hasText: "Chlieb" }).locator(".line.picture svg");
+    await printed.waitFor(soon);
+    assert.ok(await printed.evaluate((drawn) => drawn.getBoundingClientRect().width > 100 && drawn.querySelector("path").getAttribute("d").length > 1000));
+    await seesText(page.locator(".paper .slip .heading"), "Pekáreň LIPA");
+    await page.getByRole("tab", { name: "Settings" }).click();
+    await seesText(page.locator(".logos figcaption"), /^1: 384 × 128 dots$/);
+    await seesText(page.locator(".settings td"), "Pekáreň LIPA");
+    const dots = (locator) => locator.locator("path").getAttribute("d");
+    assert.equal(await dots(page.locator(".logos svg")), await dots(printed), "the same dots");
+    fs.rmSync(folder, { recursive: true });
+});
+
+withPage("the head tells day and life, and the trace a reply with its time", async ({ till, page }) => {
+    await seesText(page.locator(".facts"), /Fiscal.*not begun/);
+    assert.equal(await till.call("sellingDayBegin", 1, 0), 0);
+    await seesText(page.locator(".facts"), "since 2026-01-31 09:12");
+    assert.equal((await till.ask("getVariable", 1, "DUE"))[1], "0.00");
+    const row = page.locator(".exchange", { hasText: "getVariable" });
+    await row.getByRole("button").click();
+    assert.match(await row.locator(".time").innerText(), /^\d\d:\d\d:\d\d/);
+    assert.match(await row.locator(".took").innerText(), /^\d+(\.\d)? m?s$/);
+    await seesText(page.locator(".detail .bytes", { hasText: "Reply" }).locator("code"), "0.00");
 });
 
 withPage("the day is summed up, by hour, letter and payment", async ({ till, page, printer }) => {
@@ -413,23 +450,38 @@ test("the page of another program is loaded where the old one was, and stays whe
     await other.end();
 });
 
-withPage("its files are fetched once, and a change is one question", async ({ till, page }) => {
+withPage("its files are fetched once, and a change is one question", async ({ till, page, printer }) => {
     await seesText(page.locator(".link-state"), "Live");
     await page.reload();
     await page.locator(".device").waitFor();
     const files = await page.evaluate(() => performance.getEntriesByType("resource").filter(({ name }) => name.includes("/page/")).map(({ name, transferSize }) => [name.split("/").at(-1), transferSize]));
     assert.deepEqual(files.filter(([, size]) => size > 0), [], "the browser has kept them");
     assert.ok(files.length <= 4, String(files));
+    const asked = [];
+    page.on("request", (request) => asked.push(new URL(request.url())));
     await seesText(page.locator(".link-state"), "Live");
     await till.begin();
     await seesText(page.locator(".slip"), "Receipt 1");
-    const asked = [];
-    page.on("request", (request) => asked.push(new URL(request.url()).pathname));
+    asked.length = 0;
     assert.equal(await till.item("Chlieb", "1.00"), 0);
     await seesText(page.locator(".slip .item"), "Chlieb");
     await seesText(page.locator(".exchange.good"), "Chlieb");
-    assert.deepEqual([...new Set(asked)], ["/printers/printer/news"]);
+    assert.deepEqual([...new Set(asked.map(({ pathname }) => pathname))], ["/printers/printer/news"]);
     assert.ok(asked.length <= 3, `${asked.length} questions`);
+    // A sheet that nobody looks at asks nothing, and shows what there is when somebody does.
+    await page.getByRole("tab", { name: "Journal" }).click();
+    await becomes("The journal has no such document.", () => page.locator(".journal .hint").innerText());
+    await page.getByRole("tab", { name: "Faults" }).click();
+    await page.locator(".scenarios li").first().waitFor(soon);
+    asked.length = 0;
+    await till.pay(100);
+    await till.finish();
+    await seesText(page.locator(".slip .cut"), "NO FISCAL DOCUMENT");
+    await seesText(page.locator(".facts"), "1 receipt, 1.00 EUR");
+    assert.deepEqual([...new Set(asked.map(({ pathname }) => pathname))], ["/printers/printer/news"]);
+    await page.getByRole("tab", { name: "Journal" }).click();
+    await seesText(page.locator(".documents"), "Receipt 1");
+    assert.deepEqual([...new Set(asked.map(({ origin }) => origin))], [printer.web], "no other host");
 });
 
 // A browser opens six connections to one host: eight streams would leave none for anything else.
@@ -444,6 +496,9 @@ test("eight tabs follow a sale at once", async () => {
     await till.pay(100);
     await till.finish();
     await Promise.all(pages.map((page) => seesText(page.locator(".slip"), "NO FISCAL DOCUMENT")));
+    await pages[0].locator(".switch", { hasText: "Cover" }).getByLabel("Open").click({ force: true });
+    const lamp = (page) => page.locator(".lamp", { hasText: "Cover" }).getAttribute("data-kind");
+    await Promise.all(pages.map((page) => becomes("bad", () => lamp(page))));
     assert.deepEqual(pages.flatMap((page) => page.complaints), []);
     await till.end();
     await context.close();
@@ -516,12 +571,29 @@ withPage("it is dark in the dark, and nothing is cut off on a narrow screen", as
             await page.locator(`#sheet-${sheet}`).waitFor();
             const [all, seen] = await page.evaluate(() => [document.documentElement.scrollWidth, window.innerWidth]);
             assert.ok(all <= seen, `${sheet} is ${all} wide on a screen of ${seen}`);
+            const cutOff = await page.evaluate((id) => {
+                const outside = document.getElementById(id).getBoundingClientRect();
+                return [...document.querySelectorAll(`#${id} .scroll`)].filter((part) => {
+                    const { left, right } = part.getBoundingClientRect();
+                    return left < outside.left || right > outside.right || part.scrollWidth > part.clientWidth;
+                }).map(({ innerText }) => innerText);
+            }, `sheet-${sheet}`);
+            assert.deepEqual(cutOff, [], `${sheet} on a screen of ${seen}`);
+            if (sheet === "totals") {
+                const tall = await page.locator(".hours text").first().evaluate((text) => text.getBoundingClientRect().height);
+                assert.ok(tall >= 12, `the hours are ${tall} tall on a screen of ${seen}`);
+            }
         }
     }
 });
 
+const axe = fs.readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+async function axeFindsNothing(page, where, options = {}) {
+    const { violations } = await page.evaluate((all) => window.axe.run(document, { preload: false, resultTypes: ["violations"], ...all }), options);
+    assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map(({ html }) => html)]), [], where);
+}
+
 withPage("axe finds nothing", async ({ till, page, printer }) => {
-    const axe = fs.readFileSync(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
     await till.sell("Chlieb", "1.00");
     await till.sell("Chlieb", "0.00"); // refused
     await printer.ask("POST", "faults", { kind: "acknowledgeLost", command: "payment" });
@@ -540,10 +612,7 @@ withPage("axe finds nothing", async ({ till, page, printer }) => {
                 await page.locator(".preview .slip").waitFor();
             }
             // In the dark nothing but the colours is different.
-            const { violations } = await page.evaluate((isDark) => window.axe.run(document, {
-                preload: false, resultTypes: ["violations"], ...(isDark ? { runOnly: ["color-contrast"] } : {}),
-            }), colorScheme === "dark");
-            assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map(({ html }) => html)]), [], `${sheet}, ${colorScheme}`);
+            await axeFindsNothing(page, `${sheet}, ${colorScheme}`, colorScheme === "dark" ? { runOnly: ["color-contrast"] } : {});
         }
     }
 });
@@ -634,6 +703,8 @@ test("the token is asked for once", async () => {
     const token = "0123456789abcdef";
     const printer = await startPrinter("--token", token);
     const page = await openPage(printer, { until: "#login" });
+    await page.evaluate(axe);
+    await axeFindsNothing(page, "the question for the token");
     await page.getByRole("textbox").fill("0123456789abcdeX");
     await page.getByRole("button", { name: "Open" }).click();
     await seesText(page.locator("#login .failure"), "The token is wrong");
@@ -661,6 +732,15 @@ withPage("several printers are seen side by side", async ({ page, printer }) => 
     await seesText(page.getByRole("region", { name: "shop" }), "Chlieb");
     await printer.ask("PATCH", "/printers/shop/hardware", { cover: "open" });
     await seesText(page.getByRole("region", { name: "shop" }), "Cover is open");
+    await page.evaluate(axe);
+    await axeFindsNothing(page, "several printers");
+    await printer.ask("PATCH", "/printers/shop/hardware", { cover: "closed" });
+    await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
+    await printer.ask("POST", "/printers/shop/faults", { kind: "paperOut", command: "paragonBegin", requests: 2 });
+    assert.equal(await shop.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0), 49);
+    await seesText(page.getByRole("region", { name: "shop" }), "Paper is out");
+    assert.equal(await shop.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0), 49);
+    await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
     for (let sale = 0; sale < 3; sale += 1) {
         await bar.sell("Espresso", "1.90");
     }

@@ -34,6 +34,7 @@ export async function startPrinter(...options) {
     return {
         web: `http://${told.web}`,
         said,
+        pid: process.pid,
         addressOf: (name = "printer") => told.printers.find((printer) => printer.name === name).address,
         async ask(method, target, body) {
             const answer = await fetch(`http://${told.web}${target.startsWith("/") ? target : `/printers/printer/${target}`}`, {

@@ -31,6 +31,12 @@ Document documentIn(const Rows& rows)
     return document;
 }
 
+bool isPageOfPeriod(const DocumentQuery& query)
+{
+    return query.most && query.moments && !query.numbers && !query.closure && !query.invoice &&
+           !query.transaction && !query.positions;
+}
+
 Parameter textOrNone(const std::string& text)
 {
     return text.empty() ? Parameter() : Parameter(std::string_view(text));
@@ -118,11 +124,14 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
         readFound(query, reader);
         return;
     }
+    // By the index of the moments they would be sorted for each page.
+    const std::string documents =
+        isPageOfPeriod(query) && hasMany(*query.moments) ? "documents NOT INDEXED" : "documents";
     const Conditions conditions(query);
     // The contents are looked up for a page only, not for all that is skipped in front of it.
     const Statement select = database.prepare(
         query.most
-            ? "SELECT content, closure, id FROM (SELECT id, closure FROM documents" + conditions.text() +
+            ? "SELECT content, closure, id FROM (SELECT id, closure FROM " + documents + conditions.text() +
                   ") JOIN contents USING (id) ORDER BY id" + (query.newestFirst ? " DESC" : "")
             : "SELECT content, closure, id FROM documents JOIN contents USING (id)" + conditions.text());
     Rows rows = select.rows(conditions.parameters());
@@ -130,6 +139,15 @@ void Journal::read(const DocumentQuery& query, const DocumentReader& reader) con
     while (isWanted && rows.next()) {
         isWanted = reader(documentIn(rows), rows.whole(2));
     }
+}
+
+// So many of all documents that to go through all of them in their order costs less than to sort these.
+bool Journal::hasMany(const std::pair<Moment, Moment>& period) const
+{
+    constexpr std::int64_t share = 4;
+    const Statement count = database.prepare("SELECT count(*) FROM documents WHERE moment BETWEEN ? AND ?");
+    Rows rows = count.rows({secondsOf(period.first), secondsOf(period.second)});
+    return rows.next() && rows.whole(0) * share >= ends().document;
 }
 
 // Of many, these are found long before all, as long as nobody wants them in order.

@@ -46,6 +46,7 @@ public:
 
 private:
     [[nodiscard]] std::int64_t checksumOfDay(int closure) const;
+    [[nodiscard]] bool hasMany(const std::pair<Moment, Moment>& period) const;
     void readFound(const DocumentQuery& query, const DocumentReader& reader) const;
 
     const Database& database;

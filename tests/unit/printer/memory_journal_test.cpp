@@ -112,6 +112,26 @@ TEST_F(MemoryJournal, FindsDocumentsByNumberMomentAndClosure)
     EXPECT_THAT(memory.numbersOf({.kinds = {Document::Kind::receipt}, .closure = 2}), ElementsAre(3, 4));
 }
 
+TEST_F(MemoryJournal, TurnsThePagesOfAPeriodInTheOrderOfTheDocuments)
+{
+    const std::pair period(momentOf(20), momentOf(60));
+    EXPECT_THAT(found({.moments = period, .most = 2, .skip = 1}), ElementsAre(30, 40));
+    EXPECT_THAT(found({.moments = period, .newestFirst = true, .most = 2}), ElementsAre(60, 50));
+    EXPECT_THAT(found({.moments = period, .newestFirst = true, .most = 9, .skip = 3}), ElementsAre(30, 20));
+    EXPECT_THAT(found({.kinds = {Document::Kind::receipt}, .moments = period, .most = 2, .skip = 1}),
+                ElementsAre(60));
+    EXPECT_THAT(found({.moments = std::pair(momentOf(90), momentOf(99)), .most = 2}), IsEmpty());
+    keep(Document::Kind::receipt, 5, 3, 25); // the clock was set back
+    keep(Document::Kind::receipt, 6, 3, 75);
+    EXPECT_THAT(found({.moments = period, .newestFirst = true, .most = 3}), ElementsAre(25, 60, 50));
+    for (int receipt = 7; receipt < 27; ++receipt) {
+        keep(Document::Kind::receipt, receipt, 3, 70 + receipt);
+    }
+    keep(Document::Kind::receipt, 27, 3, 35);
+    EXPECT_THAT(found({.moments = period, .newestFirst = true, .most = 3}), ElementsAre(35, 25, 60));
+    EXPECT_THAT(found({.moments = period, .most = 3, .skip = 4}), ElementsAre(60, 25, 35));
+}
+
 TEST_F(MemoryJournal, FindsDocumentsByWhatTheTillHasCalledThem)
 {
     EXPECT_THAT(found({.invoice = "F1"}), ElementsAre(40, 60));

@@ -16,6 +16,18 @@ const displayColumns = 20;
 export const situationText = (state) => situations[state?.situation] ?? "";
 export const lifeText = (state) => lives[state?.life] ?? "";
 
+// A fault takes the paper away for the requests that it meets, wherever the switch is.
+const paperFault = ({ faults }) => faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
+
+// Why it cannot print, if it cannot.
+export function troubleOf(printer) {
+    const { hardware } = printer.state;
+    if (hardware.paper === "out" || paperFault(printer)?.requestsHit > 0) {
+        return "Paper is out";
+    }
+    return hardware.cover === "open" ? "Cover is open" : "";
+}
+
 export function todayText({ totals }) {
     const receipts = totals?.day.receipts ?? 0;
     return `${receipts} ${receipts === 1 ? "receipt" : "receipts"}, ${totals?.day.turnover ?? "0.00"} EUR`;
@@ -103,11 +115,11 @@ export function makeDevice(printer, signal) {
         lines.forEach((line, index) => setText(rows[index], line));
         glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
         const isBusy = printer.faults.some(({ ended, fault }) => !ended && fault.kind === "busy");
-        const isStopped = hardware.paper === "out" || hardware.cover === "open";
+        const isStopped = troubleOf(printer) !== "";
         lamps.ready.show(isStopped ? "bad" : state.situation === "overdue" ? "warn" : "good", isStopped ? "cannot print" : situationText(state));
-        const paperFault = printer.faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
-        if (paperFault && hardware.paper !== "out") {
-            const isHit = paperFault.requestsHit > 0;
+        const fault = paperFault(printer);
+        if (fault && hardware.paper !== "out") {
+            const isHit = fault.requestsHit > 0;
             lamps.paper.show(isHit ? "bad" : "warn", isHit ? "out, by a fault" : "out for a request to come, by a fault");
         } else {
             lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);

@@ -4,6 +4,8 @@ import { button, element, labelled, replaceChildren, setText } from "./dom.js";
 import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
 import { makeOutcome } from "./outcome.js";
 
+const counted = (number, what) => `${number} ${what}${number === 1 ? "" : "s"}`;
+
 // "acknowledgeLost of payment, from call 2".
 function wordsFor({ kind, command, ...rest }) {
     const others = Object.entries(rest).filter(([name, value]) => name !== "requests" || value !== 1).map(([name, value]) => `${name} ${value}`);
@@ -118,7 +120,7 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
             element("div", {},
                 element("b", {}, wordsFor(fault)),
                 element("p", {}, ended ? "Ended. " : "Armed. ",
-                    `Met ${requestsMet} requests, hit ${requestsHit} in ${callsHit} calls. `,
+                    `Met ${counted(requestsMet, "request")}, hit ${requestsHit} in ${counted(callsHit, "call")}. `,
                     exchanges.length > 0 && "Exchanges: ",
                     exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}`, "data-key": `${number} ${exchange}` })))),
             button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }))));

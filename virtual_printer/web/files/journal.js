@@ -30,6 +30,8 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
     const preview = element("section", { class: "preview", "aria-label": "Document", hidden: true });
     let skip = 0;
     let question = 0;
+    let opened = 0; // the place of the document that is shown
+    let isOld = false; // documents have come while the sheet was hidden
 
     async function find() {
         let found;
@@ -45,6 +47,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
 
     async function load() {
         const mine = ++question;
+        isOld = false;
         try {
             const { documents, next } = await find();
             if (mine !== question) {
@@ -56,6 +59,9 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             setText(range, documents.length > 0 ? `${skip + 1} to ${skip + documents.length}` : "");
             setText(empty, documents.length > 0 ? "" : "The journal has no such document.");
         } catch ({ message }) {
+            if (mine !== question) {
+                return;
+            }
             body.replaceChildren();
             setText(range, "");
             setText(empty, message);
@@ -73,13 +79,20 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             element("td", {}, button(titleOf(document), (event) => {
                 event.stopPropagation();
                 open(document.position);
-            }, { class: "name", "data-key": document.position })),
+            }, { class: "name", "data-key": document.position, "aria-current": document.position === opened ? "true" : null })),
             element("td", { title: document.moment }, document.moment.slice(0, 16)),
             element("td", { class: "sum" }, document.kind.includes("eceipt") ? document.total : ""),
             element("td", { class: "quiet" }, payments));
     }
 
+    function mark(position) {
+        opened = position;
+        body.querySelector("[aria-current]")?.removeAttribute("aria-current");
+        body.querySelector(`[data-key="${position}"]`)?.setAttribute("aria-current", "true");
+    }
+
     async function open(position) {
+        mark(position);
         const path = `documents/${position}`;
         try {
             const [document, paper] = await Promise.all([get(at(printer.name, path)), get(at(printer.name, `${path}/paper.json`))]);
@@ -93,6 +106,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                     button("Print or PDF", () => window.print()),
                     exchange && button("Trace", () => showDocument(exchange)),
                     button("×", () => {
+                        mark(0);
                         preview.hidden = true;
                         sheet.classList.remove("isOpen");
                     }, { "aria-label": "Close the document" })),
@@ -126,7 +140,13 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                 empty),
             element("div", { class: "bar pages" }, newer, older, range)),
         preview);
-    printer.on("totals", () => skip === 0 && load(), signal); // whoever turns pages is not disturbed
+    const follow = () => skip === 0 && load(); // whoever turns pages is not disturbed
+    printer.on("totals", () => {
+        isOld = true;
+        if (!sheet.hidden) {
+            follow();
+        }
+    }, signal);
     load();
-    return { open };
+    return { open, refresh: () => isOld && follow() };
 }

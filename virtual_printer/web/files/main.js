@@ -72,6 +72,7 @@ function show() {
     shown?.stop.abort();
     const stop = new AbortController();
     shown = { name: printer?.name ?? null, tabs: null, stop };
+    printers.filter(isWatched).forEach((each) => each.look()); // the answer comes when all of it is there
     document.title = printer && printers.length > 1 ? `${printer.name}, virtual printer` : "Virtual printer";
     if (printer) {
         shown.tabs = showPrinter(printer, sheet, stop.signal);
@@ -82,7 +83,6 @@ function show() {
     }
     header.showPrinters(printers, shown.name);
     header.showFacts(printer);
-    printers.filter(isWatched).forEach((each) => each.look());
 }
 
 // The program may be another one now: then its page is another one, too. The address says what is shown.

@@ -1,6 +1,6 @@
 // Several printers side by side: each with its display, its lamps and the end of its paper.
 import { element, setText } from "./dom.js";
-import { situationText, todayText } from "./device.js";
+import { situationText, todayText, troubleOf } from "./device.js";
 import { makeRoll } from "./roll.js";
 
 export function makeOverview(place, printers, signal) {
@@ -15,7 +15,7 @@ export function makeOverview(place, printers, signal) {
                     return;
                 }
                 const { hardware, situation } = printer.state;
-                const trouble = hardware.paper === "out" ? "Paper is out" : hardware.cover === "open" ? "Cover is open" : "";
+                const trouble = troubleOf(printer);
                 state.dataset.kind = trouble ? "bad" : situation === "overdue" ? "warn" : "good";
                 setText(state, trouble || situationText(printer.state));
                 setText(glass, hardware.display || " ");
@@ -28,6 +28,7 @@ export function makeOverview(place, printers, signal) {
             }, signal);
             printer.on("state", show, signal);
             printer.on("totals", show, signal);
+            printer.on("faults", show, signal);
             show();
             return element("section", { class: "card printer", "aria-label": printer.name },
                 element("div", { class: "bar" }, element("h3", {}, element("a", { href: address }, printer.name)), state),

@@ -18,8 +18,10 @@ function bars(title, rows) {
                         shape("rect", { width: String((Math.abs(Number(sum)) / largest) * 100), height: "10", rx: "1.5" }))))))));
 }
 
-const width = 720;
+const usualWidth = 720;
 const height = 200;
+const widthOfCharacter = 7.5;
+const widthOfHour = 34;
 const bottom = 26;
 const top = 22;
 
@@ -40,12 +42,13 @@ function spanOf(hours) {
     return all;
 }
 
-function chart(hours) {
+// As wide as its place is, so that its texts are as large as others.
+function chart(hours, width) {
     const all = spanOf(hours);
     const largest = Math.max(...all.map(({ turnover }) => Number(turnover)), 0.01);
     const step = width / all.length;
     const room = height - bottom - top;
-    const everyNth = Math.ceil(all.length / 12);
+    const everyNth = Math.ceil(widthOfHour / step);
     const described = hours.map(({ from, turnover }) => `${from.slice(11, 13)}h: ${turnover}`).join(", ");
     return shape("svg", { class: "hours", viewBox: `0 0 ${width} ${height}`, role: "img", "aria-label": `Turnover by hour. ${described}` },
         shape("path", { class: "ground", d: `M0 ${height - bottom}h${width}` }),
@@ -55,7 +58,7 @@ function chart(hours) {
             return [
                 shape("rect", { class: "bar", x: index * step + step * 0.18, y: height - bottom - tall, width: step * 0.64, height: tall, rx: 3 },
                     shape("title", {}, `${from.slice(11, 16)}: ${turnover} EUR, ${receipts} receipts`)),
-                Number(turnover) > 0 && step > 44 && shape("text", { class: "value", x: middle, y: height - bottom - tall - 6, "text-anchor": "middle" }, turnover),
+                Number(turnover) > 0 && step > turnover.length * widthOfCharacter && shape("text", { class: "value", x: middle, y: height - bottom - tall - 6, "text-anchor": "middle" }, turnover),
                 index % everyNth === 0 && shape("text", { class: "hour", x: middle, y: height - 8, "text-anchor": "middle" }, `${from.slice(11, 13)}h`),
             ];
         }));
@@ -71,7 +74,7 @@ export function makeTotals(sheet, printer, signal) {
         for (let isComplete = false; !isComplete && !signal.aborted;) {
             const { hours, complete } = await get(at(printer.name, "totals/hours"));
             isComplete = complete;
-            figure.replaceChildren(hours.length > 0 ? chart(hours) : element("p", { class: "hint" }, "No receipt today."));
+            figure.replaceChildren(hours.length > 0 ? chart(hours, figure.clientWidth || usualWidth) : element("p", { class: "hint" }, "No receipt today."));
         }
     }
 

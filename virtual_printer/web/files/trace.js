@@ -5,6 +5,10 @@ import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf }
 
 const mostRows = 300;
 const rowsAtOnce = 40;
+const rowsOfAGroup = 20;
+const columns = [["No.", "number"], ["Time", "time"], ["Request", "what"], ["Outcome", "ending"], ["Took", "took"]];
+
+const cell = (part, ...children) => element("div", { role: "cell", class: part }, children);
 
 function bytes(title, text) {
     return element("div", { class: "bytes" }, element("h3", {}, title),
@@ -34,7 +38,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     const wanted = element("input", { type: "search", placeholder: "payment, Chlieb, refused ...", on: { input: () => draw() } });
     const withProbes = element("input", { type: "checkbox", on: { change: () => draw() } });
     const hold = element("input", { type: "checkbox", on: { change: () => draw() } });
-    const body = element("tbody");
+    const body = element("div");
     const empty = element("p", { class: "hint" }, "Nothing has gone over the link yet.");
     const rows = new Map(); // by the number of the exchange
     let waiting = []; // exchanges whose rows are not drawn yet, the oldest first
@@ -56,20 +60,39 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             event.stopPropagation();
             choose(isChosen ? 0 : exchange.number);
         }, { class: "name", "aria-expanded": String(isChosen) });
-        const row = element("tr", { class: `exchange ${outcome.kind}`, "data-number": exchange.number, on: { click: () => choose(isChosen ? 0 : exchange.number) } },
-            element("td", { class: "number" }, String(exchange.number)),
-            element("td", { class: "time" }, timeOf(exchange.moment)),
-            element("td", { class: "what" }, name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
+        const row = element("div", { role: "row", class: `exchange ${outcome.kind}`, "data-number": exchange.number, on: { click: () => choose(isChosen ? 0 : exchange.number) } },
+            cell("number", String(exchange.number)),
+            cell("time", timeOf(exchange.moment)),
+            cell("what", name, " ", element("span", { class: "summary" }, summaryOf(exchange)),
                 exchange.repeatOf && element("span", { class: "chip repeat" }, `↻ repeats ${exchange.repeatOf} after ${secondsOf(exchange.repeatedAfter)}`),
                 exchange.faults.map((fault) => element("span", { class: "chip fault" }, fault))),
-            element("td", {}, element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
-            element("td", { class: "took" }, durationOf(exchange)));
+            cell("ending", element("span", { class: `outcome ${outcome.kind}` }, outcome.text)),
+            cell("took", durationOf(exchange)));
         row.classList.toggle("chosen", isChosen);
-        const detail = isChosen ? element("tr", { class: "detailRow" }, element("td", { colspan: "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
+        const detail = isChosen ? element("div", { role: "row", class: "detailRow" }, element("div", { role: "cell", "aria-colspan": "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
         return { row, detail, as: JSON.stringify(exchange) };
     }
 
-    function place(exchange, before) {
+    // Of groups that nobody sees the browser lays out and paints nothing, and moves each as a whole.
+    function add(made, isNewest) {
+        let group = isNewest ? body.firstChild : body.lastChild;
+        if (!group || group.children.length >= rowsOfAGroup) {
+            group = element("div", { role: "rowgroup", class: "group" });
+            body.insertBefore(group, isNewest ? body.firstChild : null);
+        }
+        group.insertBefore(made, isNewest ? group.firstChild : null);
+    }
+
+    function remove({ row, detail }) {
+        const group = row.parentElement;
+        row.remove();
+        detail?.remove();
+        if (group.children.length === 0) {
+            group.remove();
+        }
+    }
+
+    function place(exchange, isNewest) {
         const made = rowOf(exchange);
         const old = rows.get(exchange.number);
         if (old) {
@@ -80,7 +103,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
                 made.row.querySelector("button").focus();
             }
         } else {
-            body.insertBefore(made.row, before);
+            add(made.row, isNewest);
         }
         if (made.detail) {
             made.row.after(made.detail);
@@ -94,9 +117,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         }
         const others = [...rows.keys()].filter((number) => number !== chosen).sort((a, b) => a - b);
         for (const number of others.slice(0, rows.size - mostRows)) {
-            const { row, detail } = rows.get(number);
-            row.remove();
-            detail?.remove();
+            remove(rows.get(number));
             rows.delete(number);
         }
     }
@@ -105,7 +126,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     function drawOlder(exchanges) {
         waiting = exchanges;
         cancelAnimationFrame(frame);
-        waiting.splice(-rowsAtOnce).reverse().forEach((exchange) => place(exchange, null));
+        waiting.splice(-rowsAtOnce).reverse().forEach((exchange) => place(exchange, false));
         if (waiting.length > 0) {
             frame = requestAnimationFrame(() => drawOlder(waiting));
         }
@@ -135,7 +156,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         }
         for (const exchange of added.filter(isWanted)) {
             if (rows.get(exchange.number)?.as !== JSON.stringify(exchange)) {
-                place(exchange, body.firstChild);
+                place(exchange, true);
             }
         }
         forgetOld();
@@ -183,9 +204,8 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             element("label", { class: "check" }, withProbes, "Probes"),
             element("label", { class: "check" }, hold, "Hold still")),
         element("div", { class: "scroll" },
-            element("table", { class: "exchanges" },
-                element("caption", { class: "unseen" }, "Exchanges, the newest first"),
-                element("thead", {}, element("tr", {}, ["No.", "Time", "Request", "Outcome", "Took"].map((title) => element("th", { scope: "col" }, title)))),
+            element("div", { role: "table", class: "exchanges", "aria-label": "Exchanges, the newest first" },
+                element("div", { role: "rowgroup", class: "heads" }, element("div", { role: "row" }, columns.map(([title, part]) => element("div", { role: "columnheader", class: part }, title)))),
                 body),
             empty));
     printer.on("trace", take, signal);

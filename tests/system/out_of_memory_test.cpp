@@ -41,49 +41,6 @@ TEST_F(OutOfMemory, OpeningIsMinusOneWhereverMemoryEnds)
     closeFM();
 }
 
-TEST_F(OutOfMemory, ClosingNeedsNone)
-{
-    PrinterThread printer(acceptAll);
-    ASSERT_EQ(openFM(printer.address().c_str()), 0);
-    withAllocations(0, closeFM);
-    EXPECT_EQ(printJobCancel(1), -1);
-}
-
-TEST_F(OutOfMemory, ClosingGivesBackWhatOpeningTook)
-{
-    const wire::Listener refusing(false);
-    const std::string address = "127.0.0.1:" + std::to_string(refusing.port());
-    const auto heldAfterAnother = [&address] {
-        EXPECT_EQ(openFM(address.c_str()), -1); // which leaves a session
-        closeFM();
-        return piecesHeld();
-    };
-    const long held = heldAfterAnother();
-    EXPECT_EQ(heldAfterAnother(), held);
-    EXPECT_EQ(heldAfterAnother(), held);
-}
-
-// A port that is opened again is closed first, wherever its session was.
-TEST_F(OutOfMemory, OpeningAPortAgainGivesBackWhatItsSessionTook)
-{
-    const OwnFolder folder;
-    const std::string first = "COM" + folder.file("first");
-    const std::string second = "COM" + folder.file("second");
-    const auto heldAfterBoth = [&] {
-        for (const std::string& name : {first, second}) {
-            EXPECT_EQ(openFM(name.c_str()), -1); // which leaves a session
-        }
-        return piecesHeld();
-    };
-    heldAfterBoth();
-    const long held = heldAfterBoth();
-    EXPECT_EQ(heldAfterBoth(), held);
-    EXPECT_EQ(heldAfterBoth(), held);
-    closeFM();
-    openFM(first.c_str());
-    closeFM();
-}
-
 TEST_F(OutOfMemory, RawBytesThatCannotBeCopiedAreNotWritten)
 {
     PrinterThread printer(

@@ -21,7 +21,7 @@ from judgement import Judge, Results
 from linked import link_all
 from made import kept_mutants
 from recording import record
-from report import report
+from report import judged_survivors, report
 from syntax import TOP, own_files
 from tests_of_library import Runner, library_tests
 from woven_library import HERE, OPTIONS, WovenLibrary, precompiled
@@ -34,7 +34,7 @@ def options():
     parser.add_argument("--sample", type=int, help="so many mutants, drawn at random")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--seconds", type=float, default=1e9, help="begin no mutant later than this")
-    parser.add_argument("--only", default="", help="mutants whose description has this")
+    parser.add_argument("--only", default="", help="mutants whose key or description has this")
     parser.add_argument("--tests", default="", help="by tests whose name has this")
     parser.add_argument("--list", action="store_true", help="print them and judge none")
     parser.add_argument("--record", action="store_true", help="find out anew what each test reaches")
@@ -74,20 +74,23 @@ def main():
     tests = [test for test in library_tests(TOP, build) if re.search(given.tests, test.name)]
     programs = sorted({test.command[0].rsplit("/", 1)[1] for test in tests})
     link_all(library, build, work / "linked", programs)
-    if given.record:
-        (work / "reached.jsonl").unlink(missing_ok=True)
+    reached = work / "reached.jsonl"  # by the mutants' numbers, which other mutants change
+    if given.record or reached.exists() and reached.stat().st_mtime < (work / "mutants.json").stat().st_mtime:
+        reached.unlink(missing_ok=True)
     tests, failing = record(tests, work, work / "linked", max(4, given.at_once))
     woven = [one for one in mutants if one not in library.left_out and one.form != "alone"]
     results = Results(work / "results.jsonl")
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
-    wanted = [one for one in woven if re.search(given.only, one.describe()) and not results.is_killed(one)]
+    listed = judged_survivors(HERE / "survivors.md")
+    wanted = [one for one in woven if re.search(given.only, f"{one.key} {one.describe()}") and not results.is_killed(one)
+              and not (one.key in listed and one.key in results.by_key)]
     random.Random(given.seed).shuffle(wanted)
     wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
     judge = Judge(tests, results, given.most_tests)
     judge_all(judge, wanted[:given.sample], work, work / "linked", given)
     alone = [one for one in mutants if one.form == "alone"]
     for one in alone if given.sample is None else []:
-        if re.search(given.only, one.describe()) and not results.is_killed(one):
+        if re.search(given.only, f"{one.key} {one.describe()}") and not results.is_killed(one):
             judge_alone(judge, one, library, build, work, programs, woven)
     sys.exit(report(woven + alone, results, HERE / "survivors.md", judge.wavering))
 

@@ -82,6 +82,21 @@ TEST_F(Closing, BesideAPrinterThatChattersInFrontOfItsReply)
         journal, closedLink);
 }
 
+// The call ends itself, long before it would be cut off and before its answer comes.
+TEST_F(Closing, BesideAPrinterThatIsBusyForAMoment)
+{
+    expectThatClosingEnds(
+        [this](wire::Connection& connection) {
+            receiveRequest(connection);
+            isInside.set_value();
+            for (int times = 0; times < 50 && connection.receive(1, 50ms); ++times) {
+                connection.send("\x13");
+            }
+            connection.send("\x06");
+        },
+        [] { return printJobCancel(1); }, closedLink);
+}
+
 TEST_F(Closing, BesideAReplyOfGoodBlocksWithoutEnd)
 {
     expectThatClosingEnds(

@@ -1,6 +1,7 @@
-// Host programs with habits of their own: many open files, signals at any time.
+// Host programs with habits of their own: many open files, signals at any time, programs that they start.
 #include "telvofm.h"
 #include "tests/system/printer_thread.h"
+#include "tests/system/started_programs_posix.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +43,15 @@ TEST_F(HostProgram, MayHaveMoreThan1024OpenFiles)
     for (const int file : opened) {
         ::close(file);
     }
+}
+
+TEST_F(HostProgram, StartsProgramsThatDoNotHaveItsConnection)
+{
+    PrinterThread printer(acceptAll);
+    const auto before = filesOfStartedPrograms();
+    EXPECT_EQ(openFM(printer.address().c_str()), 0);
+    EXPECT_EQ(filesOfStartedPrograms(), before);
+    closeFM();
 }
 
 volatile std::sig_atomic_t signalsSeen = 0;

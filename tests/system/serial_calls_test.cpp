@@ -22,14 +22,17 @@ class SerialCalls : public ::testing::Test
 protected:
     // Until no more goes in. The system moves what it holds for a moment longer and has a little room again,
     // but never as much as `more`.
-    void fillLine() const
+    void fillLine()
     {
         const int line = ::open(printer.terminal().c_str(), O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
         ASSERT_NE(line, -1);
-        while (::write(line, more.data(), more.size()) > 0) {
+        for (ssize_t count = 0; count >= 0; count = ::write(line, more.data(), more.size())) {
+            inLine += static_cast<std::size_t>(count);
         }
         ::close(line);
     }
+
+    std::size_t inLine = 0; // that much was filled in
 
     const std::string more = std::string(16384, 'x');
     OwnFolder folder;
@@ -49,6 +52,18 @@ TEST_F(SerialCalls, AByteWaitsFifteenSecondsForRoom)
         EXPECT_EQ(failure.code, -10201);
     }
     EXPECT_EQ(calls.waitedForTerminal, 15000ms);
+}
+
+TEST_F(SerialCalls, ASignalProlongsNoWaitForRoomAndShortensNone)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    fillLine();
+    calls.waitsForRoomToInterrupt = 1;
+    EXPECT_THROW(driver.writeRaw(more), Telvo06FMException);
+    EXPECT_EQ(calls.waitsForRoomToInterrupt, 0);
+    EXPECT_LE(calls.waitedForTerminal, 15000ms);
+    EXPECT_GE(calls.waitedForTerminal, 12000ms); // the real time counts, too
 }
 
 TEST_F(SerialCalls, AByteIsWrittenWhenThereIsRoomAgain)
@@ -111,6 +126,26 @@ TEST_F(SerialCalls, AWaitForRoomThatFailsIsAFailureAtOnce)
     EXPECT_TRUE(printer.hearsNothing());
 }
 
+// What the terminal has not delivered yet, which is less than all. Data-set-ready has no part in it.
+TEST_F(SerialCalls, WhatThePrinterHoldsBackIsThrownAwayAndWhatFlowsIsNot)
+{
+    for (const bool clearToSend : {true, false}) {
+        CSerial port;
+        ASSERT_TRUE(port.openPort(R"(\\.\)" + printer.name(), 0));
+        ASSERT_TRUE(port.setLine(57600, StopBits::one));
+        inLine = 0;
+        fillLine();
+        printer.setLines(clearToSend, !clearToSend);
+        EXPECT_TRUE(port.purge());
+        const auto patience = clearToSend ? 5000ms : 100ms; // what flows comes, however late
+        std::size_t received = 0;
+        for (std::size_t count = 1; count > 0 && received < inLine; received += count) {
+            count = printer.line().receive(more.size(), patience)->size();
+        }
+        EXPECT_EQ(received == inLine, clearToSend) << received << " of " << inLine;
+    }
+}
+
 // Another thread's raw access can take the byte between the wait for it and the read.
 TEST_F(SerialCalls, AnAnswerThatWasTakenIsWaitedForAgain)
 {
@@ -123,6 +158,19 @@ TEST_F(SerialCalls, AnAnswerThatWasTakenIsWaitedForAgain)
     calls.terminalReadErrors = {EAGAIN, EINTR};
     EXPECT_EQ(driver.sendCommand("\x1C\x01\xE0\x04"), 0x06);
     EXPECT_TRUE(calls.terminalReadErrors.empty());
+}
+
+TEST_F(SerialCalls, AWaitForAnAnswerThatFailsIsAFailure)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    calls.waitErrors = {EINTR, ENOMEM};
+    try {
+        driver.readByte(false, 5000);
+        FAIL() << "the wait has failed";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, -10201);
+    }
 }
 
 TEST_F(SerialCalls, AReadThatFailsIsAFailure)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -64,6 +66,21 @@ TEST(SerialPort, AFileThatIsNoTerminalIsAFailure)
     EXPECT_EQ(codeOfOpening("COM/dev/null"), -10201);
 }
 
+TEST(SerialPort, NothingCanBeSetOfAFileThatIsNoTerminal)
+{
+    CSerial port;
+    ASSERT_TRUE(port.openPort(R"(\\.\COM/dev/null)", 0));
+    CSerial::ModemStatus status{};
+    EXPECT_FALSE(port.setLine(57600, StopBits::one));
+    EXPECT_FALSE(port.setBlockingReads());
+    EXPECT_FALSE(port.setHardwareHandshake());
+    EXPECT_FALSE(port.setSpecialCharacters('\n', '\4'));
+    EXPECT_FALSE(port.purge());
+    EXPECT_FALSE(port.raiseDataTerminalReady());
+    EXPECT_FALSE(port.modemStatus(status));
+    EXPECT_EQ(port.lastError(), std::uint32_t{ENOTTY});
+}
+
 // Run by the administrator, the test becomes another user for the moment: to the former no file is closed.
 TEST(SerialPort, APortThatMayNotBeOpenedIsAFailure)
 {
@@ -107,6 +124,31 @@ TEST_F(OpenSerialPort, WaitsForTheGivenTime)
     EXPECT_GE(std::chrono::steady_clock::now() - started, 150ms);
     printer.line().send("x");
     EXPECT_EQ(driver.readByte(false, 5000), 'x');
+}
+
+TEST_F(OpenSerialPort, TellsThatTheTimeIsOverByACountOfZero)
+{
+    CSerial port;
+    ASSERT_TRUE(port.openPort(R"(\\.\)" + printer.name(), 0));
+    ASSERT_TRUE(port.setLine(57600, StopBits::one));
+    std::array<char, 8> bytes{};
+    std::size_t count = bytes.size();
+    EXPECT_TRUE(port.readPort(bytes, 1ms, count));
+    EXPECT_EQ(count, 0U);
+}
+
+TEST_F(OpenSerialPort, FailsWithAnErrorOfItsOwnWhenTheLineHangsUp)
+{
+    CSerial port;
+    ASSERT_TRUE(port.openPort(R"(\\.\)" + printer.name(), 0));
+    ASSERT_TRUE(port.setLine(57600, StopBits::one));
+    printer.line().close();
+    std::array<char, 8> bytes{};
+    std::size_t count = 0;
+    errno = 0;
+    EXPECT_FALSE(port.readPort(bytes, 5000ms, count));
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(port.lastError(), std::uint32_t{EIO});
 }
 
 TEST_F(OpenSerialPort, CanBeOpenedTwiceAndEachHandleClosesByItself)

@@ -1,7 +1,10 @@
 // Opening serial links through the three open exports: names, rates, stop bits, and a driver opened again.
 #include "tests/system/serial_link_fixture.h"
+#include "tests/system/started_programs_posix.h"
 #include "tests/unit/bytes.h"
 
+#include <algorithm>
+#include <array>
 #include <fcntl.h>
 #include <termios.h>
 #include <unistd.h>
@@ -157,6 +160,25 @@ TEST_F(SerialSession, AMissingPortIsMinusOneAndLeavesASessionWhosePortIsNotOpen)
     EXPECT_EQ(printJobCancel(1), -1);
     ASSERT_EQ(openFM(printer.name().c_str()), 0);
     EXPECT_EQ(textReceived(printer.line()), "\xE6");
+}
+
+TEST_F(SerialSession, WorksBesideHundredsOfOpenFiles)
+{
+    std::array<int, 300> files;
+    std::generate(files.begin(), files.end(), [] { return ::open("/dev/null", O_RDONLY | O_CLOEXEC); });
+    EXPECT_GE(files.back(), 256) << "this machine allows too few open files";
+    ASSERT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_EQ(textReceived(printer.line()), "\xE6");
+    closeFM();
+    std::for_each(files.begin(), files.end(), ::close);
+}
+
+// A program that kept the port open would hold up who opens it next.
+TEST_F(SerialSession, AProgramThatTheHostStartsDoesNotHaveThePort)
+{
+    const auto before = filesOfStartedPrograms();
+    ASSERT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_EQ(filesOfStartedPrograms(), before);
 }
 
 TEST_F(SerialSession, AFileThatIsNoTerminalIsMinusOne)

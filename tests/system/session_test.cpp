@@ -112,6 +112,15 @@ TEST_F(SessionTest, ASecondOpenLeavesTheFirstConnectionOpen)
     EXPECT_EQ(printJobCancel(1), -1);
 }
 
+TEST_F(SessionTest, IsOpenedAsOftenAsTheHostLikesWithoutAClosing)
+{
+    const wire::Listener listener;
+    const std::string address = "127.0.0.1:" + std::to_string(listener.port());
+    for (int count = 0; count < 8; ++count) {
+        EXPECT_EQ(openFM(address.c_str()), 0) << count;
+    }
+}
+
 // A serial open closes no TCP session, neither the current one nor a replaced one, whatever comes of it.
 TEST_F(SessionTest, AMistypedSerialNameLeavesTcpConnectionsOpen)
 {

@@ -4,6 +4,7 @@
 
 #include "api/delivery.h"
 #include "tests/system/process_ending.h"
+#include "tests/unit/own_folder.h"
 
 namespace telvofm::test {
 namespace {
@@ -47,6 +48,23 @@ TEST_P(SmallBufferDeathTest, ThatIsOneByteLargerSuffices)
 {
     EXPECT_EQ(call(tooSmall() + 1), 0);
     EXPECT_EQ(std::string_view(smallBuffer.data(), smallBufferReply.size()), smallBufferReply);
+}
+
+// Variables are logged with what the caller has got.
+TEST(SmallBufferOfAVariableDeathTest, EndsTheProcessBeforeTheLineOfTheCall)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    setLogginOff();
+    const OwnFolder folder;
+    static const std::string log = folder.file("till.txt");
+    const auto callWithLog = [] {
+        PrinterThread printer(replyingWith(std::string(smallBufferReply)));
+        openFM(printer.address().c_str());
+        setLogginOn(log.c_str());
+        judgeAtInvalidParameter([] { return contentOf(log) == "(no file)"; });
+        getVariable(1, "7", smallBuffer.data(), static_cast<int>(smallBufferReply.size()));
+    };
+    EXPECT_EXIT(callWithLog(), ::testing::ExitedWithCode(judgedGood), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, SmallBufferDeathTest, ::testing::ValuesIn(bufferExports), nameOfExport);

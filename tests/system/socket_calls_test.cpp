@@ -52,6 +52,12 @@ TEST_F(SocketCalls, ARequestAndItsChecksumByteAreOneSendEach)
     EXPECT_THAT(calls.sends, ElementsAre(4, 1));
 }
 
+TEST_F(SocketCalls, AnAnswerIsWaitedForInStepsOfThreeSeconds)
+{
+    exchange();
+    EXPECT_THAT(calls.socketWaits, ElementsAre(3000));
+}
+
 // The rest of a request that the system takes in part is lost: this is meant.
 TEST_F(SocketCalls, APartialSendIsNotRepeated)
 {
@@ -171,6 +177,18 @@ TEST_F(SocketCalls, ASystemWithoutSocketsIsAFailureAndTheNextOpenWorks)
     EXPECT_EQ(codeOfFailure([&] { driver.open(); }), -10201);
     EXPECT_EQ(codeOfFailure([&] { driver.open(); }), 0);
     driver.close();
+}
+
+TEST_F(SocketCalls, ASocketThatTheSystemRefusesIsNone)
+{
+    const wire::Listener listener;
+    const auto addresses = Socket::resolve("127.0.0.1", std::to_string(listener.port()));
+    ASSERT_TRUE(addresses);
+    Socket socket;
+    calls.socketsToRefuse = 1;
+    EXPECT_FALSE(socket.create(addresses->front()));
+    EXPECT_TRUE(socket.create(addresses->front()));
+    socket.close();
 }
 
 TEST_F(SocketCalls, AnInterruptedWaitForAnAnswerGoesOnAndOneThatFailsIsAFailure)

@@ -87,6 +87,30 @@ TEST_F(StandardOutput, GetsExactlyOneLineOfAnOpening)
     EXPECT_EQ(contentOf(file), line) << "and it is there without a flush of the host's";
 }
 
+TEST_F(StandardOutput, ThatIsAFileGetsALineOfAnyLength)
+{
+    const OwnFolder folder;
+    const std::string file = folder.file("captured");
+    const std::string host(5000, 'x'); // more than a pipe promises to take
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600), STDOUT_FILENO);
+                  return openFM((host + ":1").c_str()) == -1 ? 0 : 1;
+              }),
+              0);
+    EXPECT_EQ(contentOf(file), "host: " + host + " port: 1\n");
+}
+
+TEST_F(StandardOutput, ThatIsAPipeGetsALineOfAWholePage)
+{
+    const std::string host(PIPE_BUF - std::string_view("host:  port: 1\n").size(), 'x');
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  return openFM((host + ":1").c_str()) == -1 ? 0 : 1;
+              }),
+              0);
+    EXPECT_EQ(drain(pipe.ends[0]), "host: " + host + " port: 1\n");
+}
+
 TEST_F(StandardOutput, WhoseReaderHasGoneDoesNotEndTheHost)
 {
     ::close(pipe.ends[0]);

@@ -137,10 +137,17 @@ int poll(pollfd* waiting, nfds_t count, int limit)
     if (watcher == nullptr || waiting->fd == STDOUT_FILENO) {
         return real(waiting, count, limit);
     }
+    if (count != 1) { // the library waits for one at a time
+        errno = EINVAL;
+        return -1;
+    }
+    const bool isForTerminal = ::isatty(waiting->fd) == 1;
+    if (!isForTerminal) {
+        watcher->socketWaits.push_back(limit);
+    }
     if (failsWithTheNext(watcher->waitErrors)) {
         return -1;
     }
-    const bool isForTerminal = count == 1 && ::isatty(waiting->fd) == 1;
     if (!isForTerminal || real(waiting, count, 0) != 0) {
         return real(waiting, count, limit);
     }
@@ -154,15 +161,25 @@ int poll(pollfd* waiting, nfds_t count, int limit)
         watcher->whenTerminalIsFull();
         return real(waiting, count, limit);
     }
-    watcher->waitedForTerminal += std::chrono::milliseconds(limit);
-    timePassedAtOnce += std::chrono::milliseconds(limit);
-    return 0;
+    const bool isInterrupted = interrupts(&SystemCalls::waitsForRoomToInterrupt);
+    const std::chrono::milliseconds waited(isInterrupted ? limit / 2 : limit);
+    watcher->waitedForTerminal += waited;
+    timePassedAtOnce += waited;
+    return isInterrupted ? -1 : 0;
 }
 
 ssize_t write(int descriptor, const void* bytes, size_t count)
 {
     static auto* const real = telvofm::test::system<decltype(::write)>("write");
-    if (watcher == nullptr || watcher->terminalWriteErrors.empty() || ::isatty(descriptor) == 0) {
+    if (watcher == nullptr) {
+        return real(descriptor, bytes, count);
+    }
+    if (::isatty(descriptor) == 0) {
+        return failsWithTheNext(watcher->fileWriteErrors)
+                   ? -1
+                   : real(descriptor, bytes, std::min(count, watcher->mostBytesPerFileWrite));
+    }
+    if (watcher->terminalWriteErrors.empty()) {
         return real(descriptor, bytes, count);
     }
     timePassedAtOnce += std::chrono::seconds(1);

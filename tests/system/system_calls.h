@@ -29,6 +29,8 @@ public:
     // With which errors the next waits for a socket or a terminal end.
     std::deque<int> waitErrors;
     std::size_t mostBytesPerSend = static_cast<std::size_t>(-1);
+    // How many waits for room in a terminal a signal interrupts when half of their time is over.
+    int waitsForRoomToInterrupt = 0;
     // Called when a terminal has no room for a byte, before the wait for it begins. Without it that wait ends
     // in vain, and its time passes at once.
     std::function<void()> whenTerminalIsFull;
@@ -38,8 +40,13 @@ public:
     std::deque<int> terminalWriteErrors;
     std::deque<int> terminalReadErrors;
 
+    // How much of its bytes a write to a file takes, and with which errors the next ones fail.
+    std::size_t mostBytesPerFileWrite = static_cast<std::size_t>(-1);
+    std::deque<int> fileWriteErrors;
+
     // What has happened.
     std::vector<std::size_t> sends; // how many bytes each was given
+    std::vector<int> socketWaits;   // for how many milliseconds each was
     int socketOptionsSet = 0;
     std::chrono::milliseconds waitedForTerminal{0};
     int rests = 0;

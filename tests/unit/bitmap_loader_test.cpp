@@ -24,6 +24,7 @@ TEST_F(BitmapLoader, ReadsTheOldestHeader)
 {
     expectPattern({.descriptionSize = 12});
     expectPattern({.width = 1, .height = 40000, .descriptionSize = 12}); // whose sizes have no sign
+    expectPattern({.width = 70, .descriptionSize = 12}); // with pixels where the newer ones have their head
 }
 
 TEST_F(BitmapLoader, FindsThePixelsBehindAGap)

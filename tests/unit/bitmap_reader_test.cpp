@@ -57,6 +57,17 @@ TEST(BitmapReader, GivesOneForWhiteWhicheverColourIsTheFirst)
     expectItsPattern({.height = -10, .descriptionSize = 124, .palette = whiteFirst}, false);
 }
 
+TEST(BitmapReader, TakesMemoryForThePixelsOnceAndNoMore)
+{
+    for (const auto& [width, height] :
+         std::initializer_list<std::pair<std::int32_t, std::int32_t>>{{8, 1000}, {1000, 8}}) {
+        const auto bytes = BitmapFile{.width = width, .height = height}.bytes();
+        const auto bitmap = readBitmap(bytes);
+        ASSERT_TRUE(bitmap.has_value());
+        EXPECT_EQ(bitmap->bits.capacity(), bitmap->stride * bitmap->height) << width << " x " << height;
+    }
+}
+
 TEST(BitmapReader, TakesOtherColoursForNotMonochrome)
 {
     const auto bytes = BitmapFile{.palette = {0xFF0000, BitmapFile::white}}.bytes();

@@ -164,6 +164,15 @@ TEST(Receiver, AnUnknownTerminatorKeepsTheDataAndAsksAgain)
     }
 }
 
+TEST(Receiver, AKnownTerminatorWithItsHighestBitSetIsAnUnknownOne)
+{
+    for (const char terminator : {etx, etb}) {
+        Reply reply(block("A", static_cast<char>(terminator | 0x80)) + eot);
+        EXPECT_EQ(reply.fetch(), "A");
+        EXPECT_EQ(reply.answered(), bytes({0x15}));
+    }
+}
+
 TEST(Receiver, ThreeUnknownTerminatorsEndTheQuery)
 {
     const std::string unknown = block("A", 0x05);

@@ -8,6 +8,7 @@
 #include <bit>
 #include <cfloat>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -47,6 +48,15 @@ TEST(Truncated, HoldsUpToBothEndsOfTheRange)
     EXPECT_EQ(truncated(-2147483648.0), INT_MIN);
     EXPECT_EQ(truncated(-2147483648.9), INT_MIN);
     EXPECT_EQ(truncated(-2147483647.9), -INT_MAX);
+}
+
+TEST(Truncated, TheLargestDoublesBelowAWholeNumberAreBelowIt)
+{
+    EXPECT_EQ(truncated(std::nextafter(1.0, 0.0)), 0);
+    EXPECT_EQ(truncated(std::nextafter(2.0, 0.0)), 1);
+    EXPECT_EQ(truncated(std::nextafter(-3.0, 0.0)), -2);
+    EXPECT_EQ(truncated(std::nextafter(4.0, 0.0)), 3);
+    EXPECT_EQ(truncated(std::nextafter(2147483648.0, 0.0)), INT_MAX);
 }
 
 TEST(Truncated, BeyondTheRangeIsTheSmallestInteger)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -66,6 +67,16 @@ TEST_F(InputBufferTest, Holds256Bytes)
         return room.size();
     });
     EXPECT_EQ(take(300), std::string(256, 'x'));
+}
+
+TEST_F(InputBufferTest, GivesEachOfThemByItself)
+{
+    std::string all(256, '\0');
+    std::iota(all.begin(), all.end(), '\0');
+    input.fillOnceSince(0, bringing(all));
+    for (const char byte : all) {
+        EXPECT_EQ(take(1), std::string{byte});
+    }
 }
 
 TEST_F(InputBufferTest, ForgetsWhatIsDiscarded)

@@ -78,6 +78,26 @@ TEST(NumberText, FixedRoundsATrueTieToTheEvenDigit)
     EXPECT_EQ(fixed(2.5, 0), "2");
 }
 
+TEST(NumberText, FixedRoundsTheNeighboursOfATieToTheirOwnSide)
+{
+    EXPECT_EQ(fixed(std::nextafter(0.125, 1.0), 2), "0.13");
+    EXPECT_EQ(fixed(std::nextafter(0.375, 0.0), 2), "0.37");
+    EXPECT_EQ(fixed(std::nextafter(0.0625, 1.0), 3), "0.063");
+    EXPECT_EQ(fixed(std::nextafter(0.5625, 0.0), 3), "0.562");
+    EXPECT_EQ(fixed(std::nextafter(1.25, 2.0), 1), "1.3");
+    EXPECT_EQ(fixed(std::nextafter(1.75, 1.0), 1), "1.7");
+}
+
+// With half of the last digit in the highest of 63 bits, and in a bit more than that.
+TEST(NumberText, FixedRoundsTheSmallestFractionsThatItCanHold)
+{
+    EXPECT_EQ(fixed(0.0005, 3), "0.001"); // stored a little above
+    EXPECT_EQ(fixed(std::nextafter(0.0005, 0.0), 3), "0.000");
+    EXPECT_EQ(fixed(0.0009765625, 3), "0.001");
+    EXPECT_EQ(fixed(0.00048828125, 3), "0.000");
+    EXPECT_EQ(fixed(std::nextafter(0.00048828125, 0.0), 3), "0.000");
+}
+
 TEST(NumberText, FixedHoldsTheLargestDoubleWithAllItsDigits)
 {
     // (2^53 - 1) * 2^971
@@ -128,6 +148,16 @@ TEST(NumberText, GeneralRoundsATrueTieToTheEvenDigit)
     EXPECT_EQ(general(1000.375), "1000.38");
     EXPECT_EQ(general(1.000025), "1.00002"); // stored a little below
     EXPECT_EQ(general(1.000015), "1.00002"); // a little above
+}
+
+TEST(NumberText, GeneralRoundsTheNeighboursOfATieToTheirOwnSide)
+{
+    EXPECT_EQ(general(std::nextafter(100000.5, 200000.0)), "100001");
+    EXPECT_EQ(general(std::nextafter(100001.5, 0.0)), "100001");
+    EXPECT_EQ(general(std::nextafter(1000.125, 2000.0)), "1000.13");
+    EXPECT_EQ(general(std::nextafter(1000.375, 0.0)), "1000.37");
+    EXPECT_EQ(general(std::nextafter(10.03125, 20.0)), "10.0313");
+    EXPECT_EQ(general(std::nextafter(10.09375, 0.0)), "10.0937");
 }
 
 TEST(NumberText, GeneralCarriesIntoTheWholes)

@@ -88,6 +88,15 @@ TEST_P(SerialClosing, ASilentStepIsTheLast)
     EXPECT_EQ(port().events.size(), 1U);
 }
 
+TEST_P(SerialClosing, ASilentStepIsTheLastAfterACutToo)
+{
+    port().play({silence(1000ms), silence(1000ms), arrive(GetParam().answer)});
+    port().meanwhile(
+        "read", [this] { driver.cut(); }, 1);
+    EXPECT_EQ(codeOfExchange(), closedPort);
+    EXPECT_EQ(port().events.size(), 1U);
+}
+
 TEST_P(SerialClosing, AnAnswerWithinTheStepEndsTheExchangeWell)
 {
     interruptDuring("read");
@@ -167,6 +176,21 @@ TEST_F(SerialClosingInsideAReply, StrayBytesWithoutEndBeforeItAreLeft)
     port().play({arrive(std::string(1000, 'x'))});
     EXPECT_EQ(codeOfQuery(), closedPort);
     EXPECT_EQ(port().count("read 1 15000"), 51);
+}
+
+TEST_F(SerialClosingInsideAReply, TheBlockThatComesWithinTheStepBehindAStrayByteEndsTheQueryWell)
+{
+    interruptDuringRead(1);
+    port().play({arrive("x" + block("abc", etx))});
+    EXPECT_EQ(driver.query(request), "abc");
+}
+
+TEST_F(SerialClosingInsideAReply, AStrayByteThatComesWithinTheStepIsTheLast)
+{
+    interruptDuringRead(0);
+    port().play({arrive("x" + block("abc", etx))});
+    EXPECT_EQ(codeOfQuery(), closedPort);
+    EXPECT_EQ(port().count("read 1 15000"), 1);
 }
 
 TEST_F(SerialClosingInsideAReply, GoodBlocksWithoutEndAreLeftAfterTheNext)

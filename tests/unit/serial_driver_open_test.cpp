@@ -116,6 +116,16 @@ TEST_F(SerialDriverOpen, AnOpenPortIsClosedBeforeItIsOpenedAgain)
     EXPECT_EQ(port().calls.at(1), R"(open \\.\COM1 28800)");
 }
 
+TEST_F(SerialDriverOpen, APortThatCannotBeOpenedAgainIsNotOpen)
+{
+    SerialDriver driver("COM1", 57600, StopBits::one);
+    driver.open();
+    port().fail("open", 2);
+    EXPECT_EQ(codeOfOpening(driver), -10200);
+    EXPECT_THROW(driver.writeRaw("x"), Telvo06FMException);
+    EXPECT_EQ(port().written(), "");
+}
+
 TEST_F(SerialDriverOpen, DestructionReleasesThePort)
 {
     {

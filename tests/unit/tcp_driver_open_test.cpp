@@ -152,6 +152,27 @@ TEST_F(TcpOpen, OpenedAgainItReadsNothingOfTheConnectionBefore)
     EXPECT_EQ(buffer, (std::array<unsigned char, 3>{'n', 'e', 'w'}));
 }
 
+TEST_F(TcpOpen, AnOpenLinkIsClosedBeforeItIsOpenedAgain)
+{
+    TcpDriver driver("printer");
+    driver.open();
+    network().calls.clear();
+    driver.open();
+    EXPECT_THAT(network().calls,
+                ElementsAre("close", "cleanUp", "startUp", "resolve printer 64000", "create 1", "connect 1"));
+}
+
+TEST_F(TcpOpen, ALinkThatIsClosedMeanwhileTriesNoOtherAddress)
+{
+    network().addresses = 2;
+    network().refusing = {1};
+    TcpDriver driver("printer");
+    network().meanwhile("connect", [&driver] { driver.interrupt(); });
+    EXPECT_THROW(driver.open(), Telvo06FMException);
+    EXPECT_THAT(network().calls,
+                ElementsAre("startUp", "resolve printer 64000", "create 1", "connect 1", "close", "cleanUp"));
+}
+
 TEST_F(TcpOpen, OpensAgainAfterClosing)
 {
     TcpDriver driver("printer");

@@ -36,6 +36,22 @@ TEST(TransportLock, IsWaitedForNoLongerThanAsked)
     transport.unlock();
 }
 
+TEST(TransportLock, IsNotSharedWhileSomebodyHasItAloneHoweverItWasTaken)
+{
+    static constexpr std::chrono::milliseconds moment{20};
+    TransportLock transport;
+    const auto take = {+[](TransportLock& lock) { lock.lock(); },
+                       +[](TransportLock& lock) { EXPECT_TRUE(lock.try_lock()); },
+                       +[](TransportLock& lock) { EXPECT_TRUE(lock.try_lock_for(moment)); }};
+    for (const auto& way : take) {
+        way(transport);
+        const auto sharing =
+            std::async(std::launch::async, [&] { const std::shared_lock shared(transport); });
+        EXPECT_EQ(sharing.wait_for(moment), std::future_status::timeout);
+        transport.unlock();
+    }
+}
+
 // The two numbers differ only while somebody has the lock alone.
 TEST(TransportLock, KeepsThoseWhoShareItApartFromWhoHasItAlone)
 {

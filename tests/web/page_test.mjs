@@ -82,7 +82,7 @@ withPage("an exchange that the list no longer has is shown all the same, and sta
         assert.equal(await till.item(`Item ${item}`, "0.01"), 0);
     }
     await seesText(page.locator(".exchange"), "Item 409");
-    await page.locator(".slip .item").first().click();
+    await page.locator(".slip .item", { hasText: /Item 0\b/ }).first().click(soon); // older paper comes after the newest
     const chosen = page.locator(".exchange.chosen");
     await becomes("3", () => chosen.getAttribute("data-number"));
     await seesText(page.locator(".detail td"), "Item 0");

@@ -35,7 +35,7 @@ protected:
     // Says the data of what comes upon these bytes: of a block that others follow, or of the last one.
     static std::string dataOf(const std::string& block, char terminator = '\x17')
     {
-        const std::string data = block.size() < 4 ? "" : block.substr(2, block.size() - 4);
+        std::string data = block.size() < 4 ? "" : block.substr(2, block.size() - 4);
         EXPECT_EQ(block, data.empty() ? "a block" : blockOf(data, terminator));
         return data;
     }

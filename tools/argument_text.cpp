@@ -25,8 +25,9 @@ bool namesFile(const Parameter& parameter)
 
 std::string contentsOf(const std::string& name)
 {
+    std::error_code ignored;
     std::ifstream file(pathOf(name), std::ios::binary);
-    if (!file) {
+    if (!file || std::filesystem::is_directory(pathOf(name), ignored)) {
         throw Failure(Ending::noFile, "the file " + name + " cannot be read; name one that is there");
     }
     return {std::istreambuf_iterator<char>(file), {}};

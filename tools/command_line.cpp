@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <map>
 
 namespace telvofm::tools {
@@ -187,6 +188,28 @@ void refuseUnknownCommand(const CLI::App& app, const std::vector<std::string>& w
     }
 }
 
+// As the library reads it: at the first colon, with a port of its own when there is none. The name of a port
+// is for the system to know.
+void requirePossible(const std::string& address)
+{
+    if (address.empty() || address.starts_with("COM") || address.starts_with(R"(\\.\COM)")) {
+        return;
+    }
+    const std::size_t colon = address.find(':');
+    if (colon == 0) {
+        throw Failure(Ending::wrongUse, address + " names no host; write HOST or HOST:PORT");
+    }
+    const std::string port = colon == std::string::npos ? "" : address.substr(colon + 1);
+    const std::size_t sign = port.starts_with('-') ? 1 : 0;
+    const bool isNumber =
+        port.size() > sign && port.find_first_not_of("0123456789", sign) == std::string::npos;
+    unsigned value = 0;
+    const auto parsed = std::from_chars(port.data(), port.data() + port.size(), value);
+    if (isNumber && (parsed.ec != std::errc() || value < 1 || value > 65535)) {
+        throw Failure(Ending::wrongUse, address + ": " + port + " is no port; 1 to 65535");
+    }
+}
+
 void requirePossible(const Task& task)
 {
     if (task.errand == Errand::call && !task.isList && task.words.empty()) {
@@ -195,6 +218,7 @@ void requirePossible(const Task& task)
     if (task.errand == Errand::replay && !task.isDryRun && task.printer.address.empty()) {
         throw Failure(Ending::wrongUse, "no printer is named; name one with --printer, or add --dry-run");
     }
+    requirePossible(task.printer.address);
 }
 
 } // namespace

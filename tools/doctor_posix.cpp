@@ -21,6 +21,11 @@ std::string pathOfPort(const std::string& name)
     return serialPath(name.starts_with("COM") ? R"(\\.\)" + name : name);
 }
 
+Finding noSerialPort(const std::string& path)
+{
+    return {"port", Health::bad, path + " is no serial port.", "Name a port such as COM/dev/ttyUSB0."};
+}
+
 Finding examinePresence(const std::string& path)
 {
     struct stat status
@@ -33,10 +38,35 @@ Finding examinePresence(const std::string& path)
                               : "Plug its adapter in, or name " + ports.front() + "."};
     }
     if (!S_ISCHR(status.st_mode)) {
-        return {"port", Health::bad, path + " is no serial port.", "Name a port such as COM/dev/ttyUSB0."};
+        return noSerialPort(path);
     }
     return {"port", Health::good, "The port " + path + " is there.", {}};
 }
+
+// Opened once for all that is asked of it, because that moves the lines of a port that nobody holds.
+class OpenPort
+{
+public:
+    explicit OpenPort(const std::string& path)
+        : number(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)),
+          error(number == -1 ? errno : 0)
+    {
+    }
+    OpenPort(const OpenPort&) = delete;
+    OpenPort& operator=(const OpenPort&) = delete;
+    ~OpenPort()
+    {
+        if (error == 0) {
+            ::close(number);
+        }
+    }
+
+    // As far as one that cannot be opened tells.
+    [[nodiscard]] bool isTerminal() const { return error != 0 || ::isatty(number) == 1; }
+
+    const int number;
+    const int error; // 0, or why it is not open
+};
 
 Finding line(const std::string& about, const std::string& name, bool isOn, const std::string& whenOff)
 {
@@ -47,17 +77,14 @@ Finding line(const std::string& about, const std::string& name, bool isOn, const
             "Check that the printer is on and ready, and that its cable has all the handshake lines."};
 }
 
-Findings examineLines(const std::string& path)
+Findings examineLines(const std::string& path, const OpenPort& port)
 {
-    const int port = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (port == -1) {
-        return {{"port", Health::bad, path + " cannot be opened: " + std::strerror(errno) + ".",
-                 errno == EBUSY ? "End the program that holds it." : "Plug its adapter in again."}};
+    if (port.error != 0) {
+        return {{"port", Health::bad, path + " cannot be opened: " + std::strerror(port.error) + ".",
+                 port.error == EBUSY ? "End the program that holds it." : "Plug its adapter in again."}};
     }
     unsigned int lines = 0;
-    const bool areKnown = ::ioctl(port, TIOCMGET, &lines) == 0;
-    ::close(port);
-    if (!areKnown) {
+    if (::ioctl(port.number, TIOCMGET, &lines) != 0) {
         return {{"lines", Health::bad,
                  path + " has no modem lines, and the library cannot write without them.",
                  "Use a real serial port, or scripts/with-modem-lines for tests on a pseudo-terminal."}};
@@ -80,8 +107,12 @@ Findings examineSerialPort(const std::string& name)
         findings.push_back(examineRights(path));
     }
     if (isHealthy(findings)) {
+        const OpenPort port(path);
+        if (!port.isTerminal()) {
+            return {noSerialPort(path)};
+        }
         findings.push_back(examineHolders(path));
-        const Findings lines = examineLines(path);
+        const Findings lines = examineLines(path, port);
         findings.insert(findings.end(), lines.begin(), lines.end());
     }
     return findings;

@@ -4,14 +4,30 @@
 #include "tools/console.h"
 #include "tools/ending.h"
 #include "tools/exported_function.h"
+#include "tools/paths.h"
 
+#include <fstream>
 #include <utility>
 
 namespace telvofm::tools {
+namespace {
+
+// The library says nothing about a log that it cannot write.
+void requireWritable(const std::string& log)
+{
+    if (!log.empty() && !std::ofstream(pathOf(log), std::ios::app)) {
+        throw Failure(Ending::noFile,
+                      "the log " + log + " cannot be written; name a file in a folder that is there");
+    }
+}
+
+} // namespace
 
 PrinterSession::PrinterSession(PrinterOptions given)
     : library(loadLibrary(given.library)), options(std::move(given))
 {
+    requireWritable(options.callLog);
+    requireWritable(options.rawLog);
     if (options.callLog.empty()) {
         exported<decltype(setLogginOff)>("setLogginOff")();
     } else {

@@ -21,7 +21,7 @@ struct PrinterOptions
 class PrinterSession
 {
 public:
-    // Opens nothing yet. Throws a Failure when the library is missing.
+    // Opens no printer yet. Throws a Failure when the library is missing, or a log cannot be written.
     explicit PrinterSession(PrinterOptions given);
     PrinterSession(const PrinterSession&) = delete;
     PrinterSession& operator=(const PrinterSession&) = delete;

@@ -24,6 +24,16 @@ public:
         }
     }
 
+    // What is written begins with its direction, and a byte behind it.
+    void end()
+    {
+        const bool isCutOff = !log.runs.empty() && log.runs.back().bytes.empty() &&
+                              (log.damages.empty() || log.damages.back().line < log.runs.back().line);
+        if (isCutOff) {
+            log.damages.push_back({log.runs.back().line, "the log is cut off in front of a byte"});
+        }
+    }
+
     RawLog log;
 
 private:
@@ -61,6 +71,7 @@ RawLog readRawLog(std::string_view text)
         reader.readLine(text.substr(0, end), end == text.size());
         text.remove_prefix(std::min(end + 1, text.size()));
     }
+    reader.end();
     return std::move(reader.log);
 }
 

@@ -11,6 +11,7 @@ namespace Telvofm
         readonly Session session;
         readonly Questions questions;
         bool begun; // or may be
+        bool over; // ended, cancelled, or recovered without a person: nothing of it is open
         bool anotherOpen; // since before this one: whatever is open is not ours
         bool compared; // its total with the printer's, before the first payment
         bool finished; // as far as the till goes: paid in full, refused or not, or told to end
@@ -44,6 +45,15 @@ namespace Telvofm
             };
         }
 
+        /// <summary>What an earlier receipt of this object has left.</summary>
+        void StartAfresh()
+        {
+            NumberBefore = null;
+            Total = Paid = 0;
+            begun = over = anotherOpen = compared = finished = false;
+            doubt = null;
+        }
+
         // ---- Selling ----
 
         // What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes
@@ -51,10 +61,16 @@ namespace Telvofm
         // with more decimals than money (2) or quantities (3) have. After these two nothing was sent.
 
         /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and
-        /// OutcomeUnknownException also when another receipt was open before. After a failure call Recover before anything else: the
-        /// printer may have opened it and refused the same request when it was sent again.</summary>
+        /// OutcomeUnknownException also when another receipt was open before, and while it is unknown what became of the one that was
+        /// begun before with this object. After a failure call Recover before anything else: the printer may have opened it and refused
+        /// the same request when it was sent again.</summary>
         public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
         {
+            if (doubt != null && !over)
+            {
+                throw doubt;
+            }
+            StartAfresh();
             NumberBefore = Asked(questions.LastNumber);
             anotherOpen = questions.State != null && session.Variable(questions.State) != questions.Closed;
             begun = true;
@@ -147,15 +163,23 @@ namespace Telvofm
                 throw Doubt("paragonEnd", "The printer's last receipt is still " + number + ".");
             }
             Compare("paragonEnd", questions.LastTotal, Total, "the total of the last receipt");
+            over = true;
             return number;
         }
 
-        /// <summary>Cancels the receipt; the printer prints the description. Throws CallException and TextException.</summary>
+        /// <summary>Cancels the receipt; the printer prints the description. Throws CallException and TextException;
+        /// NotExecutedException also when it was not begun, is over, or was begun while another was open: that one is left
+        /// alone.</summary>
         public void Cancel(string description = "")
         {
             byte[] words = Windows1250.Encode(description);
+            if (!begun || anotherOpen || over)
+            {
+                throw NotExecutedException.NotOurs("destroyParagon");
+            }
             session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, words));
             begun = false;
+            over = true;
         }
 
         // ---- Comparing ----

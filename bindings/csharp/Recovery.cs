@@ -62,8 +62,9 @@ namespace Telvofm
             }
             if (anotherOpen)
             {
-                return new Recovery(Verdict.AskAPerson, "another receipt was open before this one began, and is left alone; end or cancel it " +
-                                                        "before this one is sold again");
+                return new Recovery(Verdict.AskAPerson, "another receipt was open before this one began, and is left alone; end it with " +
+                                                        "paragonEnd or cancel it with destroyParagon, called through the session, before this " +
+                                                        "one is sold again");
             }
             if (NumberBefore == null)
             {
@@ -73,7 +74,9 @@ namespace Telvofm
             {
                 session.Reopen();
                 Finish();
-                return Judged();
+                Recovery recovery = Judged();
+                over |= recovery.Verdict != Verdict.AskAPerson;
+                return recovery;
             }
             catch (CallException failure)
             {
@@ -92,17 +95,27 @@ namespace Telvofm
             bool isPaid = finished && NumberOf(Asked(questions.Total)) == Total && NumberOf(Asked(questions.Due)) == 0;
             try
             {
-                if (isPaid)
-                {
-                    session.Call("paragonEnd", () => Functions.paragonEnd(session.Device, 0, 0));
-                }
-                else
+                if (!isPaid || IsRefusedAsEmpty())
                 {
                     session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, null));
                 }
             }
             catch (CallException)
             {
+            }
+        }
+
+        /// <summary>Ends the receipt, unless the printer refuses that and nothing was sold in it.</summary>
+        bool IsRefusedAsEmpty()
+        {
+            try
+            {
+                session.Call("paragonEnd", () => Functions.paragonEnd(session.Device, 0, 0));
+                return false;
+            }
+            catch (RefusedException)
+            {
+                return Total == 0 && Paid == 0;
             }
         }
 

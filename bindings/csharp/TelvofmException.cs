@@ -98,6 +98,13 @@ namespace Telvofm
         {
             return new NotExecutedException(call, -1, "notOpen", "This session is closed.", "Open another session.");
         }
+
+        /// <summary>Of a call on a receipt that is none of the printer's now.</summary>
+        internal static NotExecutedException NotOurs(string call)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.",
+                                            "To cancel another one call destroyParagon through the session.");
+        }
     }
 
     /// <summary>The printer may have carried the command out, or not, or twice.</summary>

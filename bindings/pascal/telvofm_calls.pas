@@ -38,6 +38,10 @@ type
     procedure Doubt(const Happened: string);
     { The same, and raises EOutcomeUnknown. }
     procedure RaiseDoubt(const Happened: string);
+    { Raises EOutcomeUnknown when the outcome of an earlier call is open. }
+    procedure RequireNoDoubt;
+    { Everything is sent again. }
+    procedure ForgetDoubt;
   end;
 
 implementation
@@ -67,8 +71,7 @@ end;
 
 procedure TCalls.Start(const Call: string);
 begin
-  if FIsInDoubt then
-    raise DoubtOf(FCall, FDoubt);
+  RequireNoDoubt;
   FCall := Call;
   Session.Start(Call);
 end;
@@ -120,6 +123,17 @@ procedure TCalls.RaiseDoubt(const Happened: string);
 begin
   Doubt(Happened);
   raise DoubtOf(FCall, Happened);
+end;
+
+procedure TCalls.RequireNoDoubt;
+begin
+  if FIsInDoubt then
+    raise DoubtOf(FCall, FDoubt);
+end;
+
+procedure TCalls.ForgetDoubt;
+begin
+  FIsInDoubt := False;
 end;
 
 end.

@@ -67,6 +67,9 @@ function FailureOf(const Call: string; Code: Integer; IsSlow: Boolean): ECall;
 { Of a call on a session that is closed. }
 function ClosedFailure(const Call: string): ENotExecuted;
 
+{ Of a call on a receipt that is none of the printer's now. }
+function NotOursFailure(const Call: string): ENotExecuted;
+
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
 
@@ -118,6 +121,12 @@ end;
 function ClosedFailure(const Call: string): ENotExecuted;
 begin
   Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This session is closed.', exNo, 'Open another session.');
+end;
+
+function NotOursFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt was not begun, is over, or was begun while another was open.', exNo,
+    'To cancel another one call destroyParagon through the session.');
 end;
 
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;

@@ -19,12 +19,14 @@ type
   private
     FCalls: TCalls;
     FIsBegun: Boolean; { or may be }
+    FIsOver: Boolean; { ended, cancelled, or recovered without a person: nothing of it is open }
     FIsAnotherOpen: Boolean; { since before this one: whatever is open is not ours }
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
     FIsFinished: Boolean; { as far as the till goes: paid in full, refused or not, or told to end }
     FNumberBefore: UnicodeString;
     FTotal, FPaid: Currency;
     function Session: TSession;
+    procedure StartAfresh;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
     function Due(Amount: Currency = 0): Currency;
@@ -38,8 +40,8 @@ type
     destructor Destroy; override;
 
     { Opens the receipt; what the numbers mean is the printer's matter. Raises EOutcomeUnknown also when another receipt was open
-      before. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
-      was sent again. }
+      before, and while it is unknown what became of the one that was begun before with this object. After a failure call Recover
+      before anything else: the printer may have opened it and refused the same request when it was sent again. }
     procedure BeginReceipt(SaleType: Integer = 1; Commission: Integer = 0; ReceiptType: Integer = 0; Recapitulation: Integer = 1;
       Picture: Integer = 0);
     { Sells an item: Total for Quantity of UnitName at UnitPrice each, under the printer's letter of a VAT rate. The library sends no
@@ -57,7 +59,8 @@ type
     { Ends the receipt and returns its number; an empty one if the printer cannot be asked. Picture is the printer's number of one, 0
       for none. Raises EOutcomeUnknown also when the printer's last receipt is not this one. }
     function EndReceipt(Picture: Integer = 0): UnicodeString;
-    { Cancels the receipt; the printer prints the description. }
+    { Cancels the receipt; the printer prints the description. Raises ENotExecuted, too, when it was not begun, is over, or was begun
+      while another was open: that one is left alone. }
     procedure Cancel(const Description: UnicodeString = '');
 
     { Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
@@ -109,8 +112,25 @@ begin
   Result := FCalls.Session;
 end;
 
+{ Without what an earlier receipt of this object has left. }
+procedure TReceipt.StartAfresh;
+begin
+  if not FIsOver then
+    FCalls.RequireNoDoubt;
+  FCalls.ForgetDoubt;
+  FIsBegun := False;
+  FIsOver := False;
+  FIsAnotherOpen := False;
+  FIsCompared := False;
+  FIsFinished := False;
+  FNumberBefore := '';
+  FTotal := 0;
+  FPaid := 0;
+end;
+
 procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
 begin
+  StartAfresh;
   if Session.Questions.LastReceipt <> '' then
   begin
     FNumberBefore := Session.Variable(Session.Questions.LastReceipt);
@@ -209,6 +229,7 @@ begin
   if Result = FNumberBefore then
     FCalls.RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
   FCalls.Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
+  FIsOver := True;
 end;
 
 procedure TReceipt.Cancel(const Description: UnicodeString);
@@ -216,9 +237,12 @@ var
   Words: RawByteString;
 begin
   Words := EncodeText(Description);
+  if not FIsBegun or FIsAnotherOpen or FIsOver then
+    raise NotOursFailure('destroyParagon');
   Session.Start('destroyParagon');
   Session.Check(Functions.destroyParagon(Session.Device, 0, PAnsiChar(Words)));
   FIsBegun := False;
+  FIsOver := True;
 end;
 
 { ---- Counting ---- }
@@ -253,12 +277,15 @@ begin
     Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
       'recover it as an interrupted receipt of another session')
   else if FIsAnotherOpen then
-    Result := Recovered(vdAskAPerson, 'another receipt was open before this one began, and is left alone; end or cancel it before this ' +
-      'one is sold again')
+    Result := Recovered(vdAskAPerson, 'another receipt was open before this one began, and is left alone; end it with paragonEnd or ' +
+      'cancel it with destroyParagon, called through the session, before this one is sold again')
   else if FNumberBefore = '' then
     Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
   else
-    Result := AskedRecovery(FCalls.Session, FNumberBefore, FTotal, FIsFinished);
+  begin
+    Result := AskedRecovery(FCalls.Session, FNumberBefore, FTotal, FPaid, FIsFinished);
+    FIsOver := FIsOver or (Result.Verdict <> vdAskAPerson);
+  end;
 end;
 
 end.

@@ -20,9 +20,9 @@ type
   end;
 
 { Asks the printer what has become of a receipt of this total that was begun behind the number before. If it is still open it is ended
-  when the till has finished it and it is paid in full, and cancelled otherwise. Raises nothing for what the printer does.
-  TReceipt.Recover is this for its own receipt. }
-function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean): TRecovery;
+  when the till has finished it and it is paid in full, and cancelled otherwise, as an empty one is whose end is refused. Raises nothing
+  for what the printer does. TReceipt.Recover is this for its own receipt. }
+function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total, Paid: Currency; IsFinished: Boolean): TRecovery;
 
 { A verdict with its sentence. }
 function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString = ''): TRecovery;
@@ -42,8 +42,20 @@ begin
   Result.Number := Number;
 end;
 
+function IsEndRefused(Session: TSession): Boolean;
+begin
+  Result := False;
+  try
+    Session.Start('paragonEnd');
+    Session.Check(Functions.paragonEnd(Session.Device, 0, 0));
+  except
+    on ERefused do
+      Result := True;
+  end;
+end;
+
 { Ends or cancels the receipt if it is open. Whether that worked, Judged sees. }
-procedure Finish(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean);
+procedure Finish(Session: TSession; const NumberBefore: UnicodeString; Total, Paid: Currency; IsFinished: Boolean);
 var
   IsPaid: Boolean;
 begin
@@ -53,12 +65,7 @@ begin
   IsPaid := IsFinished and IsAmount(Session.Variable(Session.Questions.Total), Total) and
     IsAmount(Session.Variable(Session.Questions.Due), 0);
   try
-    if IsPaid then
-    begin
-      Session.Start('paragonEnd');
-      Session.Check(Functions.paragonEnd(Session.Device, 0, 0));
-    end
-    else
+    if not IsPaid or (IsEndRefused(Session) and (Total = 0) and (Paid = 0)) then
     begin
       Session.Start('destroyParagon');
       Session.Check(Functions.destroyParagon(Session.Device, 0, nil));
@@ -89,11 +96,11 @@ begin
     '; the till sold ' + string(MoneyText(Total)) + ' after receipt ' + string(NumberBefore) + '; look at the paper before it is sold again');
 end;
 
-function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean): TRecovery;
+function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Total, Paid: Currency; IsFinished: Boolean): TRecovery;
 begin
   try
     Session.Reopen;
-    Finish(Session, NumberBefore, Total, IsFinished);
+    Finish(Session, NumberBefore, Total, Paid, IsFinished);
     Result := Judged(Session, NumberBefore, Total);
   except
     on Failure: ECall do

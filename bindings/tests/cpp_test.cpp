@@ -222,6 +222,22 @@ TEST_F(CppSession, ReceiptThatWasOpenBeforeIsLeftAlone)
     EXPECT_FALSE(receipt.begin());
     EXPECT_EQ(receipt.failure()->kind, Kind::refused);
     EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
+    EXPECT_FALSE(receipt.cancel());
+    EXPECT_EQ(receipt.failure()->kind, Kind::notExecuted);
+    EXPECT_FALSE(session_->receipt().cancel()); // one that was not begun
+    EXPECT_EQ(session_->variable("STATE").value_or(""), "open");
+}
+
+TEST_F(CppSession, ReceiptThatIsNotOpenIsNotCancelled)
+{
+    Receipt receipt = begun();
+    EXPECT_TRUE(receipt.pay(1, 4, "") && receipt.end());
+    begun(); // another one, which is open
+    EXPECT_FALSE(receipt.cancel());
+    EXPECT_EQ(receipt.failure()->text(),
+              "destroyParagon: code -1 (notOpen): This receipt was not begun, is over, or was begun while "
+              "another was open. It was not carried out. To cancel another one call destroyParagon through "
+              "the session.");
     EXPECT_EQ(session_->variable("STATE").value_or(""), "open");
 }
 
@@ -249,9 +265,38 @@ TEST_F(CppSession, TotalThatIsNotThePrintersIsDoubt)
     EXPECT_FALSE(receipt.pay(1, 5, ""));
     EXPECT_NE(receipt.failure()->text().find("the total is \"4.00\", for the till 5.00"), std::string::npos);
     EXPECT_FALSE(receipt.sell("Syr", 3, "A", 1, 3, "ks")); // it takes nothing more
+    EXPECT_FALSE(receipt.begin()); // nor another one, as long as it may have been sold
+    EXPECT_EQ(receipt.failure()->kind, Kind::outcomeUnknown);
     EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
     EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
     EXPECT_EQ(session_->variable("STATE").value_or(""), "closed");
+}
+
+TEST_F(CppSession, ReceiptOfTheSameObjectBeginsAfresh)
+{
+    Receipt receipt = begun();
+    EXPECT_TRUE(receipt.pay(1, 1, ""));
+    receipt.total() += 1;
+    EXPECT_FALSE(receipt.pay(1, 4, ""));
+    EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
+    EXPECT_TRUE(receipt.begin() && receipt.sell("Med", 4, "A", 1, 4, "ks") && receipt.pay(1, 4, "") &&
+                receipt.end());
+    EXPECT_EQ(receipt.number(), "1");
+    EXPECT_TRUE(receipt.begin());
+    EXPECT_EQ(receipt.total(), Decimal());
+    EXPECT_EQ(receipt.paid(), Decimal());
+    EXPECT_EQ(receipt.number(), "");
+}
+
+TEST_F(CppSession, EmptyReceiptIsCancelled)
+{
+    Receipt receipt = session_->receipt();
+    EXPECT_TRUE(receipt.begin());
+    EXPECT_EQ(session_->interruptedReceipt("0", 0).recover().verdict, Verdict::notSold);
+    EXPECT_TRUE(receipt.begin());
+    EXPECT_FALSE(receipt.end());
+    EXPECT_EQ(receipt.failure()->kind, Kind::refused);
+    EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
 }
 
 TEST_F(CppSession, TillThatWasSwitchedOffBeforeTheEnd)

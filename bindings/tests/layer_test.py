@@ -46,5 +46,5 @@ with FiscalPrinter(program=printer_program) as printer, tempfile.TemporaryDirect
         {"name": "freeID", "fields": {"print": "0", "freeID": "ščžťľ"}, "count": 1},
         {"name": "printReport", "fields": {"reportType": "X"}, "count": 1},
         {"name": "paragonEnd", "count": 4},
-        {"name": "destroyParagon", "count": 4},
+        {"name": "destroyParagon", "count": 7},
     ])

@@ -16,13 +16,68 @@ class Recovering(WithPrinter):
         receipt = self.session.receipt()
         with self.assertRaises(failure):
             receipt.begin()
-        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+        recovery = receipt.recover()
+        self.assertEqual(recovery.verdict, telvofm.Verdict.ASK_A_PERSON)
+        self.assertIn("cancel it with destroyParagon, called through the session", recovery.sentence)
         self.session.reopen()
+        self.assert_is_not_ours(receipt)
         self.assertEqual(self.session.variable("STATE"), "open")
         other.pay(1, Decimal("4.00"))
         other.end()
         self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
         self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
+
+    def assert_is_not_ours(self, receipt):
+        with self.assertRaisesRegex(telvofm.NotExecuted, "This receipt was not begun, is over, or was begun while another was open"):
+            receipt.cancel()
+
+    def test_cancelling_what_is_not_open_sends_nothing(self):
+        ended = self.begun_receipt()
+        ended.pay(1, Decimal("4.00"))
+        ended.end()
+        other = self.begun_receipt()
+        self.assertEqual(ended.recover().verdict, telvofm.Verdict.ASK_A_PERSON)  # that changes nothing
+        for receipt in (ended, self.session.receipt()):
+            self.assert_is_not_ours(receipt)
+        other.cancel()
+        self.assert_is_not_ours(other)
+        self.printer.expect(received=[{"name": "destroyParagon", "count": 1}])
+
+    def test_empty_receipt_is_cancelled(self):
+        self.session.begin_day()
+        receipt = self.session.receipt()
+        receipt.begin()
+        self.assertEqual(self.session.interrupted_receipt("0", Decimal(0)).recover().verdict, telvofm.Verdict.NOT_SOLD)
+        receipt.begin()
+        with self.assertRaises(telvofm.Refused):
+            receipt.end()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}, {"kind": "cancelledReceipt"}])
+
+    def test_same_object_begins_afresh(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, Decimal("1.00"))
+        self.printer.arm("connectionClosed", command="payment", at="answer")
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.pay(1, Decimal("3.00"))
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.begin()  # it may be sold, as far as the till knows
+        self.assertEqual((receipt.number_before, receipt.total), ("0", Decimal("4.00")))
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.SOLD)
+        for number in ("2", "3"):
+            receipt.begin()
+            receipt.sell("Med", Decimal("4.00"), "A")
+            receipt.pay(1, Decimal("4.00"))
+            self.assertEqual((receipt.end(), receipt.total, receipt.paid), (number, Decimal("4.00"), Decimal("4.00")))
+
+    def test_same_object_begins_afresh_behind_another_that_was_open(self):
+        other = self.begun_receipt()
+        receipt = self.session.receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        other.cancel()
+        receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
 
     def test_begin_behind_another_that_is_open(self):
         self.assert_begin_leaves_another_alone(telvofm.Refused)

@@ -88,6 +88,31 @@ TEST(Decode, GoesOnBehindWhatIsNoByte)
               "till     printJobCancel to device 1, checksum ok\n");
 }
 
+// 3a ^ 01 ^ 61 ^ 62 ^ 17 is 2f: behind 17 more comes.
+TEST(Decode, TellsWhereTheLogEndsInsideAReply)
+{
+    const std::string block = "till     getJournal to device 1, checksum ok\n"
+                              "printer  block \"ab\", checksum ok\n";
+    const std::string begun = "C: 1c 01 9f 04 86 \nS: 3a 01 61 62 17 2f ";
+    EXPECT_EQ(decodeRawLog(begun, windows1250), block + "?        line 2: the log ends inside a reply\n");
+    EXPECT_EQ(decodeRawLog(begun + "\nC: 06 11 \nS: 11 ", windows1250),
+              block + "till     block received, go on\n"
+                      "till     are you there?\n"
+                      "printer  ready\n"
+                      "?        line 4: the log ends inside a reply\n");
+    EXPECT_EQ(decodeRawLog(begun + "\nC: 06 \nS: ", windows1250),
+              block + "till     block received, go on\n"
+                      "?        line 4: the log is cut off in front of a byte\n");
+}
+
+// The till's own blocks are asked for by the printer, which may have had enough of them.
+TEST(Decode, TellsNothingOfWhereAnUploadEnds)
+{
+    EXPECT_EQ(decodeRawLog("C: 3a 01 61 62 17 2f \nS: 06 ", windows1250),
+              "till     block \"ab\", checksum ok\n"
+              "printer  accepted\n");
+}
+
 // The printer may pause inside a block, and the library then asks whether it is there.
 TEST(Decode, JoinsABlockThatProbesInterrupt)
 {

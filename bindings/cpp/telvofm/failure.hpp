@@ -86,6 +86,18 @@ inline Failure closed(std::string_view call)
             Executed::no,      "Open another session."};
 }
 
+// The failure of a call on a receipt that is none of the printer's now.
+inline Failure notOurs(std::string_view call)
+{
+    return {Kind::notExecuted,
+            std::string(call),
+            -1,
+            "notOpen",
+            "This receipt was not begun, is over, or was begun while another was open.",
+            Executed::no,
+            "To cancel another one call destroyParagon through the session."};
+}
+
 // The failure of what is refused before any call.
 inline Failure wrongArgument(Kind kind, std::string sentence)
 {

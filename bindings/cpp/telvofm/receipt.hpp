@@ -22,10 +22,15 @@ public:
 
     // Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before
     // anything else: the printer may have opened it and refused the same request when it was sent again. The
-    // outcome is unknown, too, when another receipt was open before.
+    // outcome is unknown, too, when another receipt was open before, and while it is unknown what became of
+    // the one that was begun before with this object.
     Outcome begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1,
                   int picture = 0)
     {
+        if (doubt_ && !isOver_) {
+            return failed(*doubt_);
+        }
+        startAfresh();
         const Questions& questions = session_.questions();
         if (questions.canBeAsked) {
             const Result<std::string> last = session_.variable(questions.lastReceipt);
@@ -133,15 +138,23 @@ public:
             return doubted(doubt("paragonEnd", "The printer's last receipt is still " + *last + "."));
         }
         number_ = *last;
-        return check("paragonEnd", session_.questions().lastTotal, total_, "the total of the last receipt");
+        Outcome compared =
+            check("paragonEnd", session_.questions().lastTotal, total_, "the total of the last receipt");
+        isOver_ = compared.has_value();
+        return compared;
     }
 
-    // Cancels the receipt; the printer prints the description.
+    // Cancels the receipt; the printer prints the description. It is notExecuted, too, when the receipt was
+    // not begun, is over, or was begun while another was open: that one is left alone.
     Outcome cancel(std::string_view description = "")
     {
+        if (!isBegun_ || isAnotherOpen_ || isOver_) {
+            return failed(notOurs("destroyParagon"));
+        }
         Outcome cancelled =
             session_.call("destroyParagon", destroyParagon, session_.device(), 0, description);
-        isBegun_ = isBegun_ && !cancelled;
+        isBegun_ = !cancelled;
+        isOver_ = cancelled.has_value();
         return cancelled ? cancelled : failed(cancelled.error());
     }
 
@@ -177,17 +190,20 @@ public:
                     ""};
         }
         if (isAnotherOpen_) {
-            return {Verdict::askAPerson,
-                    "another receipt was open before this one began, and is left alone; end or cancel it "
-                    "before this one is sold again",
-                    ""};
+            return {
+                Verdict::askAPerson,
+                "another receipt was open before this one began, and is left alone; end it with paragonEnd "
+                "or cancel it with destroyParagon, called through the session, before this one is sold "
+                "again",
+                ""};
         }
         if (!numberBefore_) {
             return {Verdict::askAPerson,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
         }
-        const inside::KnownReceipt known{*numberBefore_, total_, isFinished_};
+        const inside::KnownReceipt known{*numberBefore_, total_, paid_, isFinished_};
         Recovery recovery = inside::askedRecovery(session_, known);
+        isOver_ = isOver_ || recovery.verdict != Verdict::askAPerson;
         number_ = recovery.number.empty() ? number_ : recovery.number;
         return recovery;
     }
@@ -196,6 +212,17 @@ private:
     friend class Session;
 
     explicit Receipt(Session session) : session_(std::move(session)) {}
+
+    // Without what an earlier receipt of this object has left.
+    void startAfresh()
+    {
+        isBegun_ = isOver_ = isAnotherOpen_ = isCompared_ = isFinished_ = false;
+        numberBefore_.reset();
+        number_.clear();
+        total_ = paid_ = Decimal();
+        failure_.reset();
+        doubt_.reset();
+    }
 
     template <typename Function, typename... Arguments>
     Outcome send(std::string_view name, Function function, const Arguments&... arguments)
@@ -286,6 +313,7 @@ private:
 
     Session session_;            // as it was lent: it may have ended
     bool isBegun_ = false;       // or may be
+    bool isOver_ = false;        // ended, cancelled, or recovered without a person: nothing of it is open
     bool isAnotherOpen_ = false; // since before this one: whatever is open is not ours
     bool isCompared_ = false;    // its total with the printer's, before the first payment
     bool isFinished_ = false;    // as far as the till goes: paid in full, refused or not, or told to end

@@ -41,6 +41,7 @@ struct KnownReceipt
 {
     std::string numberBefore; // the last receipt's before this one began
     Decimal total;
+    Decimal paid;
     bool isFinished; // as far as the till goes: paid in full, refused or not, or told to end
 };
 
@@ -71,15 +72,18 @@ inline Result<Standing> standing(Session& session)
 }
 
 // Ends or cancels the open receipt. Whether that worked is asked afterwards.
-inline void finish(const Session& session, const KnownReceipt& known, const Standing& now)
+inline void finish(Session& session, const KnownReceipt& known, const Standing& now)
 {
     const bool isPaid =
         known.isFinished && Decimal::parse(now.total) == known.total && Decimal::parse(now.due) == Decimal();
     if (isPaid) {
-        paragonEnd(session.device(), 0, 0);
-    } else {
-        destroyParagon(session.device(), 0, "");
+        const bool isEmpty = known.total == Decimal() && known.paid == Decimal();
+        const Outcome ended = session.call("paragonEnd", paragonEnd, session.device(), 0, 0);
+        if (ended || ended.error().kind != Kind::refused || !isEmpty) {
+            return;
+        }
     }
+    destroyParagon(session.device(), 0, "");
 }
 
 inline Recovery judge(const KnownReceipt& known, const Standing& now)
@@ -101,7 +105,7 @@ inline Recovery judge(const KnownReceipt& known, const Standing& now)
 }
 
 // Asks the printer what has become of a receipt. If it is still open it is ended when it is paid as it should
-// be, and cancelled otherwise.
+// be, and cancelled otherwise, as an empty one is whose end is refused.
 inline Recovery askedRecovery(Session& session, const KnownReceipt& known)
 {
     Outcome reopened = session.reopen();

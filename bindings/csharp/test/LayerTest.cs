@@ -157,6 +157,11 @@ static class LayerTest
         Receipt empty = session.NewReceipt();
         empty.Begin();
         Check(empty.Recover().Verdict == Verdict.NotSold, "a receipt without a line");
+        empty.Begin();
+        CheckThrows<RefusedException>("paragonEnd", () => empty.End());
+        Check(empty.Recover().Verdict == Verdict.NotSold, "one whose end was refused");
+        empty.Begin();
+        Check(session.InterruptedReceipt(empty.NumberBefore, 0).Recover().Verdict == Verdict.NotSold, "a till that was switched off behind begin");
 
         Receipt receipt = WithOneItem(session);
         CheckThrows<AmountException>("1.005 has more than 2 decimals; round it first", () => receipt.Pay(1, 1.005m, ""));
@@ -168,12 +173,21 @@ static class LayerTest
         receipt.Total += 1;
         CheckThrows<OutcomeUnknownException>("the total is \"0.25\", for the till 1.25", () => receipt.Pay(1, 1.25m, ""));
         CheckThrows<OutcomeUnknownException>("for the till 1.25", () => receipt.Sell("Med", 1, 'A', 1, 1, "ks"));
+        CheckThrows<OutcomeUnknownException>("for the till 1.25", () => receipt.Begin());
         Check(receipt.Recover().Verdict == Verdict.NotSold, "a receipt of another total");
         Check(receipt.Recover().Verdict == Verdict.NotSold, "asked again");
+        receipt.Begin();
+        Check(receipt.Total == 0, "the same object begins afresh");
+        receipt.Sell("Med", 1, 'A', 1, 1, "ks");
+        receipt.Cancel();
+        CheckThrows<NotExecutedException>("is over", () => receipt.Cancel());
 
         Receipt left = WithOneItem(session);
         Receipt another = session.NewReceipt();
+        CheckThrows<NotExecutedException>("was not begun", () => another.Cancel());
         CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
+        CheckThrows<NotExecutedException>("begun while another was open. It was not carried out. To cancel another one call destroyParagon through "
+                                          + "the session.", () => another.Cancel());
         Check(another.Recover().Verdict == Verdict.AskAPerson && session.Variable("STATE") == "open", "a receipt behind one that was open");
         Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
         Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");

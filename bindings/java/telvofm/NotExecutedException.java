@@ -12,4 +12,10 @@ public final class NotExecutedException extends CallException {
     static NotExecutedException closed(String call) {
         return new NotExecutedException(call, -1, "notOpen", "This session is closed.", "Open another session.");
     }
+
+    /** Of a call on a receipt that is none of the printer's now. */
+    static NotExecutedException notOurs(String call) {
+        return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.",
+                "To cancel another one call destroyParagon through the session.");
+    }
 }

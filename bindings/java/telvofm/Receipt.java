@@ -15,6 +15,7 @@ public final class Receipt {
     final Session session;
     private final Functions functions;
     private boolean begun; // or may be
+    private boolean over; // ended, cancelled, or recovered without a person: nothing of it is open
     private boolean anotherOpen; // since before this one: whatever is open is not ours
     private boolean compared; // its total with the printer's, before the first payment
     private boolean finished; // as far as the till goes: paid in full, refused or not, or told to end
@@ -59,6 +60,19 @@ public final class Receipt {
         return paid;
     }
 
+    /** What an earlier receipt of this object has left. */
+    private void startAfresh() {
+        numberBefore = null;
+        total = BigDecimal.ZERO;
+        paid = BigDecimal.ZERO;
+        begun = false;
+        over = false;
+        anotherOpen = false;
+        compared = false;
+        finished = false;
+        doubt = null;
+    }
+
     // ---- Selling ----
 
     /** Opens the receipt with the virtual printer's numbers; see the other begin. */
@@ -68,10 +82,15 @@ public final class Receipt {
 
     /**
      * Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and OutcomeUnknownException also
-     * when another receipt was open before. After a failure call recover before anything else: the printer may have opened it and
-     * refused the same request when it was sent again.
+     * when another receipt was open before, and while it is unknown what became of the one that was begun before with this object.
+     * After a failure call recover before anything else: the printer may have opened it and refused the same request when it was sent
+     * again.
      */
     public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
+        if (doubt != null && !over) {
+            throw doubt;
+        }
+        startAfresh();
         numberBefore = asked(session.questions.lastReceipt);
         anotherOpen = session.questions.state != null && !asked(session.questions.state).equals(session.questions.closed);
         begun = true;
@@ -161,14 +180,22 @@ public final class Receipt {
             throw doubted("paragonEnd", "The printer's last receipt is still " + number + ".");
         }
         compare("paragonEnd", session.questions.lastTotal, total, "the total of the last receipt");
+        over = true;
         return number;
     }
 
-    /** Cancels the receipt; the printer prints the description. Throws CallException and TextException. */
+    /**
+     * Cancels the receipt; the printer prints the description. Throws CallException and TextException; NotExecutedException also when it
+     * was not begun, is over, or was begun while another was open: that one is left alone.
+     */
     public void cancel(String description) {
         byte[] words = Windows1250.encode(description);
+        if (!begun || anotherOpen || over) {
+            throw NotExecutedException.notOurs("destroyParagon");
+        }
         session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
         begun = false;
+        over = true;
     }
 
     // ---- Comparing ----
@@ -247,13 +274,15 @@ public final class Receipt {
                     + "is sold again, or recover it as an interrupted receipt of another session", "");
         }
         if (anotherOpen) {
-            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end or "
-                    + "cancel it before this one is sold again", "");
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end it "
+                    + "with paragonEnd or cancel it with destroyParagon, called through the session, before this one is sold again", "");
         }
         if (numberBefore == null) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", "");
         }
-        return Recovery.ask(session, numberBefore, total, finished);
+        Recovery recovery = Recovery.ask(session, numberBefore, total, paid, finished);
+        over |= recovery.verdict != Recovery.Verdict.ASK_A_PERSON;
+        return recovery;
     }
 }

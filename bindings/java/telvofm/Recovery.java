@@ -41,12 +41,12 @@ public final class Recovery {
 
     /**
      * Asks the printer what has become of a receipt of this total that was begun behind the number before. If it is still open it is ended
-     * when the till has finished it and it is paid in full, and cancelled otherwise.
+     * when the till has finished it and it is paid in full, and cancelled otherwise, as an empty one is whose end is refused.
      */
-    static Recovery ask(Session session, String numberBefore, BigDecimal total, boolean finished) {
+    static Recovery ask(Session session, String numberBefore, BigDecimal total, BigDecimal paid, boolean finished) {
         try {
             session.reopen();
-            finish(session, numberBefore, total, finished);
+            finish(session, numberBefore, total, paid, finished);
             return judged(session, numberBefore, total);
         } catch (CallException failure) {
             return new Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
@@ -55,7 +55,7 @@ public final class Recovery {
     }
 
     /** Ends or cancels the receipt if it is open. Whether that worked, judged sees. */
-    private static void finish(Session session, String numberBefore, BigDecimal total, boolean finished) {
+    private static void finish(Session session, String numberBefore, BigDecimal total, BigDecimal paid, boolean finished) {
         Questions questions = session.questions;
         Functions functions = session.functions;
         if (!session.variable(questions.lastReceipt).equals(numberBefore) || isClosed(session)) {
@@ -64,13 +64,21 @@ public final class Recovery {
         boolean isPaid = finished && Amounts.isNumber(session.variable(questions.total), total)
                 && Amounts.isNumber(session.variable(questions.due), BigDecimal.ZERO);
         try {
-            if (isPaid) {
-                session.call("paragonEnd", () -> functions.paragonEnd(session.device, 0, 0));
-            } else {
+            boolean isEmpty = total.signum() == 0 && paid.signum() == 0;
+            if (!isPaid || (isEndRefused(session) && isEmpty)) {
                 session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, null));
             }
         } catch (CallException seenByJudged) {
             return;
+        }
+    }
+
+    private static boolean isEndRefused(Session session) {
+        try {
+            session.call("paragonEnd", () -> session.functions.paragonEnd(session.device, 0, 0));
+            return false;
+        } catch (RefusedException refused) {
+            return true;
         }
     }
 

@@ -105,6 +105,13 @@ begin
   Receipt := TReceipt.Create(Session);
   Receipt.BeginReceipt;
   Check(Receipt.Recover.Verdict = vdNotSold, 'a receipt without a line');
+  Receipt.BeginReceipt;
+  CheckRaises(ERefused, 'paragonEnd', EndIt);
+  Check(Receipt.Recover.Verdict = vdNotSold, 'one whose end was refused');
+  Receipt.BeginReceipt;
+  Left := Receipt;
+  CheckInterrupted(Left.NumberBefore, 0, vdNotSold, '');
+  Receipt := Left;
   Receipt.Free;
 
   Receipt := WithOneItem(Session);
@@ -117,13 +124,22 @@ begin
   Receipt.Total := Receipt.Total + 1;
   CheckRaises(EOutcomeUnknown, 'the total is "0.25", for the till 1.25', PayMore);
   CheckRaises(EOutcomeUnknown, 'for the till 1.25', SellHoney);
+  CheckRaises(EOutcomeUnknown, 'for the till 1.25', BeginAgain);
   Check(Receipt.Recover.Verdict = vdNotSold, 'a receipt of another total');
   Check(Receipt.Recover.Verdict = vdNotSold, 'asked again');
+  Receipt.BeginReceipt;
+  Check(Receipt.Total = 0, 'the same object begins afresh');
+  SellHoney;
+  Receipt.Cancel;
+  CheckRaises(ENotExecuted, 'is over', CancelIt);
   Receipt.Free;
 
   Left := WithOneItem(Session);
   Receipt := TReceipt.Create(Session);
+  CheckRaises(ENotExecuted, 'was not begun', CancelIt);
   CheckRaises(ERefused, 'paragonBegin', BeginAgain);
+  CheckRaises(ENotExecuted, 'begun while another was open. It was not carried out. To cancel another one call destroyParagon through the ' +
+    'session.', CancelIt);
   Check((Receipt.Recover.Verdict = vdAskAPerson) and (Session.Variable('STATE') = 'open'), 'a receipt behind one that was open');
   Receipt.Free;
   CheckInterrupted(Left.NumberBefore, 0.25, vdNotSold, '');

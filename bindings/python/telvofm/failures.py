@@ -70,6 +70,12 @@ def closed(call):
     return NotExecuted(call, -1, "notOpen", "This session is closed.", "no", "Open another session.")
 
 
+def not_ours(call):
+    """The exception for a call on a receipt that is none of the printer's now."""
+    return NotExecuted(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.", "no",
+                       "To cancel another one call destroyParagon through the session.")
+
+
 def doubt(call, happened):
     """The exception for a call that returned 0 and left the printer with other totals than it should."""
     return OutcomeUnknown(call, 0, "totals", happened, "unknown", "Call recover().")

@@ -5,7 +5,7 @@ import typing
 from decimal import Decimal
 
 from .amounts import money, paid as paid_text, quantity as quantity_text
-from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt
+from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt, not_ours
 
 
 class Verdict(enum.Enum):
@@ -41,7 +41,11 @@ class Receipt:
 
     def __init__(self, session):
         self._session = session
+        self._start_afresh()
+
+    def _start_afresh(self):
         self._begun = False  # or may be
+        self._is_over = False  # ended, cancelled, or recovered without a person: nothing of it is open
         self._is_another_open = False  # since before this one: whatever is open is not ours
         self._doubt = None  # the failure after which nothing more is sold into it
         self.number_before = None
@@ -65,7 +69,10 @@ class Receipt:
     def begin(self, sale_type=1, commission=0, receipt_type=0, recapitulation=1, picture=0):
         """Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before anything else: the
         printer may have opened it and refused the same request when it was sent again. Raises OutcomeUnknown also when another
-        receipt was open before."""
+        receipt was open before, and while it is unknown what became of the one that was begun before with this object."""
+        if self._doubt and not self._is_over:
+            raise self._doubt
+        self._start_afresh()
         questions, variable = self._session.questions, self._session.variable
         if questions:
             self.number_before = variable(questions.last_receipt)
@@ -125,12 +132,16 @@ class Receipt:
         if number == self.number_before:
             self._fail(doubt("paragonEnd", f"The printer's last receipt is still {number}."))
         self._check("paragonEnd", "last_total", self.total, "the total of the last receipt")
+        self._is_over = True
         return number
 
     def cancel(self, description=""):
-        """Cancels the receipt; the printer prints the description."""
+        """Cancels the receipt; the printer prints the description. Raises NotExecuted, too, when it was not begun, is over, or was
+        begun while another was open: that one is left alone."""
+        if not self._begun or self._is_another_open or self._is_over:
+            raise not_ours("destroyParagon")
         self._session.call("destroyParagon", self._session.device, 0, description)
-        self._begun = False
+        self._begun, self._is_over = False, True
 
     # ---- Comparing ----
 
@@ -189,14 +200,16 @@ class Receipt:
             return Recovery(Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it is sold again, "
                                                   "or recover it as an interrupted receipt of another session")
         if self._is_another_open:
-            return Recovery(Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end or cancel it before "
-                                                  "this one is sold again")
+            return Recovery(Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end it with paragonEnd or "
+                                                  "cancel it with destroyParagon, called through the session, before this one is sold again")
         if not self._session.questions or self.number_before is None:
             return Recovery(Verdict.ASK_A_PERSON, "this printer cannot be asked; look at its paper before this receipt is sold again")
         try:
             self._session.reopen()
             self._finish()
-            return self._judge()
+            recovery = self._judge()
+            self._is_over |= recovery.verdict != Verdict.ASK_A_PERSON
+            return recovery
         except Failure as failure:
             return Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
                                                   f"sold again ({failure.call}: code {failure.code})")
@@ -209,12 +222,18 @@ class Receipt:
         is_paid = (self._is_finished and _number(variable(questions.total)) == self.total
                    and _number(variable(questions.due)) == 0)
         try:
-            if is_paid:
-                self._session.call("paragonEnd", self._session.device, 0, 0)
-            else:
+            if not is_paid or self._is_refused_as_empty():
                 self._session.call("destroyParagon", self._session.device, 0, "")
         except Failure:
             pass
+
+    def _is_refused_as_empty(self):
+        """Ends the receipt, unless the printer refuses that and nothing was sold in it."""
+        try:
+            self._session.call("paragonEnd", self._session.device, 0, 0)
+        except Refused:
+            return self.total == 0 and self.paid == 0
+        return False
 
     def _judge(self):
         questions, variable = self._session.questions, self._session.variable

@@ -4,7 +4,7 @@ import re
 import subprocess
 import unittest
 
-from tool import BUILD, DONE, NO_ANSWER, REFUSED, SOURCE, WRONG_USE, ToolTest, program, telvofm
+from tool import BUILD, DONE, NO_ANSWER, NO_FILE, REFUSED, SOURCE, WRONG_USE, ToolTest, program, telvofm
 
 MODEM_LINES = {"LD_PRELOAD": str(BUILD / "libmodem_lines.so")}  # a pseudo-terminal has none of its own
 
@@ -92,6 +92,33 @@ class WithoutPrinter(ToolTest):
         self.assertEqual(said.json["error"]["exitCode"], WRONG_USE)
         self.assertIn("did you mean itemSale?", said.json["error"]["sentence"])
         self.assertEqual(said.sentences, ["telvofm: " + said.json["error"]["sentence"]])
+
+    def test_wants_logs_that_can_be_written(self):
+        for option in ("--call-log", "--raw-log"):
+            log = self.folder / "missing" / "a.log"
+            self.assert_refused(telvofm("call", option, log, "getVersion"), NO_FILE,
+                                f"the log {log} cannot be written; name a file in a folder that is there")
+            self.assert_refused(telvofm("call", option, self.folder, "getVersion"), NO_FILE, "cannot be written")
+
+    def test_keeps_the_calls_that_a_log_holds(self):
+        log = self.file("calls.log", b"earlier\n")
+        self.assertEqual(telvofm("call", "--call-log", log, "getVersion").code, DONE)
+        self.assertTrue(log.read_bytes().startswith(b"earlier\n"))
+
+    def test_wants_files_for_bytes(self):
+        for words in (["rawWrite"], ["printGraphic", 1, 0, 0]):
+            for name in (self.folder, self.folder / "missing"):
+                self.assert_refused(telvofm("call", *words, f"@{name}"), NO_FILE, f"the file {name} cannot be read")
+
+    def test_wants_a_host_and_a_port_that_can_be(self):
+        for command in (["call"], ["doctor"]):
+            for address, sentence in (("127.0.0.1:99999", "99999 is no port; 1 to 65535"),
+                                      ("127.0.0.1:65536", "65536 is no port; 1 to 65535"),
+                                      ("127.0.0.1:0", "0 is no port; 1 to 65535"),
+                                      ("127.0.0.1:-1", "-1 is no port; 1 to 65535"),
+                                      (":36875", "no host"), (":", "no host")):
+                said = telvofm(*command, "-p", address, *(["getVersion"] if command == ["call"] else []))
+                self.assert_refused(said, WRONG_USE, sentence)
 
     def test_says_that_nobody_is_there(self):
         self.assert_refused(telvofm("call", "-p", "127.0.0.1:1", "repeatParagon", 1), NO_ANSWER,

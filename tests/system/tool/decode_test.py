@@ -60,6 +60,24 @@ class Decode(ToolTest):
             (8, "a request is broken off")])
         self.assertEqual(len(document["exchanges"]), 5)
 
+    def test_says_that_a_log_ends_inside_a_reply(self):
+        # getJournal is answered with a block and 17, behind which more comes: 3a^01^61^62^17 is 2f.
+        whole = b"C: 1c 01 9f 04 86 \nS: 3a 01 61 62 17 2f \nC: 06 \nS: 3a 00 63 03 5a \nC: 03 "
+        self.assertEqual(telvofm("decode", self.file("raw.log", whole)).code, DONE)
+        block = whole.index(b"\nC: 06")
+        for end, line, what in (
+                (block, 2, "the log ends inside a reply"),
+                (block + 4, 3, "the log is cut off in front of a byte"),
+                (block + 7, 3, "the log ends inside a reply"),
+                (whole.index(b"S: 3a 00") + 3, 4, "the log is cut off in front of a byte"),
+                (whole.index(b"S: 3a 00") + 6, 4, "a block is broken off")):
+            log = self.file("raw.log", whole[:end])
+            said = telvofm("decode", log)
+            self.assertEqual((said.code, said.sentences), (TROUBLE, [f"telvofm: the log is damaged in line {line}: {what}"]), end)
+            self.assertEqual(telvofm("decode", "--json", log).json["damages"], [{"line": line, "what": what}])
+            if what.startswith("the log"):
+                self.assertEqual(said.output.splitlines()[-1], f"?        line {line}: {what}")
+
     def test_wants_a_raw_log(self):
         self.assert_refused(telvofm("decode", self.folder / "nothing"), NO_FILE, "nothing cannot be read")
         self.assert_refused(telvofm("decode", self.folder), NO_FILE, "cannot be read")

@@ -109,6 +109,12 @@ class Port(ToolTest):
         self.assertIn("names no port here", findings("COM0")["port"][1])
         self.assertIn("names no port here", findings("COMX")["port"][1])
 
+    def test_that_is_a_device_of_another_kind(self):
+        found = findings("COM/dev/null")
+        self.assertEqual(found["port"][0], "bad")
+        self.assertIn("/dev/null is no serial port. Name a port such as COM/dev/ttyUSB0.", found["port"][1])
+        self.assertNotIn("holder", found)
+
     def test_that_is_none(self):
         self.assertIn("is no serial port", findings("COM" + str(self.file("port", b"")))["port"][1])
 

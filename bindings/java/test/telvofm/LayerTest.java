@@ -164,6 +164,12 @@ final class LayerTest {
         Receipt empty = session.receipt();
         empty.begin();
         check(empty.recover().verdict == Recovery.Verdict.NOT_SOLD, "a receipt without a line");
+        empty.begin();
+        checkThrows(RefusedException.class, "paragonEnd", empty::end);
+        check(empty.recover().verdict == Recovery.Verdict.NOT_SOLD, "one whose end was refused");
+        empty.begin();
+        check(session.interruptedReceipt(empty.numberBefore(), BigDecimal.ZERO).recover().verdict == Recovery.Verdict.NOT_SOLD,
+                "a till that was switched off behind begin");
 
         BigDecimal one = BigDecimal.ONE;
         Receipt receipt = withOneItem(session);
@@ -176,12 +182,21 @@ final class LayerTest {
         receipt.setTotal(receipt.total().add(one));
         checkThrows(OutcomeUnknownException.class, "the total is \"0.25\", for the till 1.25", () -> receipt.pay(1, amount("1.25"), ""));
         checkThrows(OutcomeUnknownException.class, "for the till 1.25", () -> receipt.sell("Med", one, 'A', one, one, "ks"));
+        checkThrows(OutcomeUnknownException.class, "for the till 1.25", receipt::begin);
         check(receipt.recover().verdict == Recovery.Verdict.NOT_SOLD, "a receipt of another total");
         check(receipt.recover().verdict == Recovery.Verdict.NOT_SOLD, "asked again");
+        receipt.begin();
+        check(receipt.total().signum() == 0, "the same object begins afresh");
+        receipt.sell("Med", one, 'A', one, one, "ks");
+        receipt.cancel("");
+        checkThrows(NotExecutedException.class, "is over", () -> receipt.cancel(""));
 
         Receipt left = withOneItem(session);
         Receipt another = session.receipt();
+        checkThrows(NotExecutedException.class, "was not begun", () -> another.cancel(""));
         checkThrows(RefusedException.class, "paragonBegin", another::begin);
+        checkThrows(NotExecutedException.class, "begun while another was open. It was not carried out. To cancel another one call "
+                + "destroyParagon through the session.", () -> another.cancel(""));
         check(another.recover().verdict == Recovery.Verdict.ASK_A_PERSON && session.variable("STATE").equals("open"),
                 "a receipt behind one that was open");
         BigDecimal total = amount("0.25");

@@ -8,41 +8,11 @@ import path from "node:path";
 import { after, test } from "node:test";
 import { drawLogo } from "./logo.mjs";
 import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
+import { becomes, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
 
 const sheets = ["trace", "journal", "totals", "faults", "settings", "session"];
-
-// A test with a printer, a till and a page, which must not complain.
-function withPage(title, run, { options = [], page: pageOptions = {} } = {}) {
-    test(title, async () => {
-        const printer = await startPrinter(...options);
-        const till = options.includes("--printer") ? null : await openTill(printer.addressOf());
-        const page = await openPage(printer, pageOptions);
-        try {
-            await run({ printer, till, page });
-            assert.deepEqual(page.complaints, []);
-        } finally {
-            await page.context().close();
-            await till?.end();
-            await printer.end();
-        }
-    });
-}
-
-const soon = { timeout: 60_000 }; // on a machine with much else to do
-const seesText = (locator, text) => locator.filter({ hasText: text }).first().waitFor(soon);
-async function becomes(expected, ask) {
-    let seen;
-    for (const end = Date.now() + soon.timeout; Date.now() < end;) {
-        seen = await ask();
-        if (seen === expected) {
-            return;
-        }
-        await new Promise((resolve) => setTimeout(resolve, 20));
-    }
-    assert.equal(seen, expected);
-}
 
 withPage("a sale appears on the paper while it happens", async ({ till, page }) => {
     const slip = page.locator(".slip");
@@ -387,7 +357,15 @@ withPage("a session is kept, left and taken away", async ({ till, page, printer 
     assert.equal(session.trace.length, 10); // five each; the day is begun twice, once in vain
     await page.getByRole("button", { name: "Go back to morning" }).click();
     await becomes(1, () => page.locator(".paper .slip").count());
+    const questions = [];
+    page.on("dialog", (dialog) => {
+        questions.push(dialog.message());
+        return questions.length === 1 ? dialog.dismiss() : dialog.accept();
+    });
     await page.getByRole("button", { name: "As a new printer" }).click();
+    assert.equal((await printer.ask("GET", "state")).position.document, 1, "it asks once");
+    await page.getByRole("button", { name: "As a new printer" }).click();
+    assert.equal(questions.length, 2);
     await seesText(page.locator(".facts"), "No day is open");
     await becomes(0, () => page.locator(".paper .slip").count());
     await page.getByRole("button", { name: "An hour on" }).click();

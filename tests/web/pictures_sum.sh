@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 kept=docs/pictures/page.sum
-sum=$(cat virtual_printer/web/files/* tests/web/pictures.mjs tests/web/logo.mjs | sha256sum)
+sum=$(cat virtual_printer/web/files/* tests/web/{pictures,logo,shop}.mjs | sha256sum)
 if [[ $1 == --keep ]]; then
     printf '%s\n' "$sum" >"$kept"
 elif [[ $(cat "$kept" 2>/dev/null) != "$sum" ]]; then

@@ -14,12 +14,13 @@ export function whenLocked(listener) {
 }
 
 async function answerTo(method, path, body) {
-    const answer = await fetch(path, {
+    const asked = fetch(path, {
         method,
         body: body === undefined ? undefined : JSON.stringify(body),
         cache: "no-store",
         credentials: "same-origin",
     });
+    const answer = await asked.catch(() => { throw new Refused(0, "The printer does not answer."); });
     if (answer.ok) {
         return answer;
     }

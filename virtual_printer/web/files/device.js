@@ -1,6 +1,7 @@
 // The printer itself, as it stands on the desk: display, lamps, switches, drawer.
 import { at, patch, post, remove } from "./api.js";
 import { button, element, setText } from "./dom.js";
+import { isAwaited } from "./exchange.js";
 
 const situations = {
     noDay: "No day is open",
@@ -19,6 +20,10 @@ export const lifeText = (state) => lives[state?.life] ?? "";
 // A fault takes the paper away for the requests that it meets, wherever the switch is.
 const paperFault = ({ faults }) => faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
 
+// As it is armed to, or does with the newest exchange, whose fault may have ended with it.
+const letsWait = ({ faults, exchanges }) => faults.some(({ ended, fault, exchanges: hit }) =>
+    fault.kind === "busy" && (!ended || exchanges.some((exchange) => hit.includes(exchange.number) && isAwaited(exchange))));
+
 // Why it cannot print, if it cannot.
 export function troubleOf(printer) {
     const { hardware } = printer.state;
@@ -34,7 +39,7 @@ export function todayText({ totals }) {
 }
 
 // Two lines of twenty, as the glass has them.
-function onDisplay(text) {
+export function onDisplay(text) {
     const characters = [...text];
     const rows = [characters.slice(0, displayColumns), characters.slice(displayColumns, 2 * displayColumns)];
     return rows.map((row) => row.join("").padEnd(displayColumns));
@@ -114,7 +119,6 @@ export function makeDevice(printer, signal) {
         const lines = onDisplay(hardware.display);
         lines.forEach((line, index) => setText(rows[index], line));
         glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
-        const isBusy = printer.faults.some(({ ended, fault }) => !ended && fault.kind === "busy");
         const isStopped = troubleOf(printer) !== "";
         lamps.ready.show(isStopped ? "bad" : state.situation === "overdue" ? "warn" : "good", isStopped ? "cannot print" : situationText(state));
         const fault = paperFault(printer);
@@ -125,6 +129,7 @@ export function makeDevice(printer, signal) {
             lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
         }
         lamps.cover.show(hardware.cover === "open" ? "bad" : "off", hardware.cover);
+        const isBusy = letsWait(printer);
         lamps.busy.show(isBusy ? "warn" : "off", isBusy ? "lets tills wait" : "no");
         if (pending === 0) {
             paper.show(hardware.paper);

@@ -33,6 +33,14 @@ export function summaryOf(exchange) {
     return exchange.fields.map((field) => String(field.value).trim()).filter(Boolean).join(" · ");
 }
 
+// What faults say of an answer that they put off, and that still comes.
+const putOff = new Set([
+    "the printer was busy before it answered", "the answer came late", "the answer came twice", "the answer came byte by byte",
+    "the answer came in two pieces", "CTS went off", "DSR went off",
+]);
+export const isAwaited = ({ isOver, acknowledged, faults }) =>
+    isOver === false && !acknowledged && faults.every((fault) => putOff.has(fault) || fault.includes(" did nothing: "));
+
 // How it ended, in two words, and how good that is.
 export function outcomeOf(exchange) {
     if (isProbe(exchange)) {
@@ -41,13 +49,11 @@ export function outcomeOf(exchange) {
     if (exchange.refusal) {
         return { kind: "bad", text: `refused ${exchange.refusal.code}` };
     }
+    if (isAwaited(exchange) && (exchange.executed || exchange.faults.length > 0)) {
+        return { kind: "quiet", text: exchange.faults.length > 0 ? "waiting" : "answering" };
+    }
     if (exchange.executed) {
-        if (exchange.acknowledged) {
-            return { kind: "good", text: "done" };
-        }
-        return exchange.isOver === false && exchange.faults.length === 0
-            ? { kind: "quiet", text: "answering" }
-            : { kind: "warn", text: "done, till not told" };
+        return exchange.acknowledged ? { kind: "good", text: "done" } : { kind: "warn", text: "done, till not told" };
     }
     if (exchange.acknowledged) {
         return exchange.faults.length > 0
@@ -76,7 +82,7 @@ export function storyOf(exchange, later = []) {
     } else if (!isProbe(exchange) && exchange.faults.length > 0) {
         story.push("The printer did not carry it out.");
     }
-    if (exchange.executed && !exchange.acknowledged && exchange.isOver !== false) {
+    if (exchange.executed && !exchange.acknowledged && !isAwaited(exchange)) {
         story.push("The till was not told: it cannot know whether this counts. It has to ask before it does anything twice.");
     }
     const repeat = later.find(({ repeatOf }) => repeatOf === exchange.number);

@@ -46,6 +46,6 @@ export const faultKinds = {
 
 // What tills send most; any other name of the command table can be typed.
 export const usualCommands = [
-    "sellingDayBegin", "paragonBegin", "itemSale", "itemVoid", "itemDiscount", "subtotal", "payment", "paragonEnd",
-    "paragonCancel", "printReport", "getVariable",
+    "sellingDayBegin", "paragonBegin", "itemSale", "itemVoid", "itemDiscount", "subTotal", "payment", "paragonEnd",
+    "destroyParagon", "printReport", "getVariable",
 ];

@@ -107,11 +107,22 @@ function scenarioList(arm, report) {
 }
 
 export function makeFaults(sheet, printer, { showExchange }, signal) {
-    const { said, act, report } = makeOutcome(printer);
+    const { said, say, act, report } = makeOutcome(printer);
     const list = element("ul", { class: "armed" });
-    const arm = (fault, name) => act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, () => post(at(printer.name, "faults"), fault));
+    let told = []; // the numbers of the faults whose arming is told
+    const arm = (fault, name) => act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, async () => {
+        const known = printer.faults.map(({ number }) => number);
+        const { faults } = await post(at(printer.name, "faults"), fault);
+        told = faults.map(({ number }) => number).filter((number) => !known.includes(number));
+        await printer.look();
+        list.lastElementChild.scrollIntoView({ block: "nearest" });
+    });
 
     function show() {
+        if (told.length > 0 && !printer.faults.some(({ number, ended }) => !ended && told.includes(number))) {
+            say("quiet", "");
+            told = [];
+        }
         if (printer.faults.length === 0) {
             replaceChildren(list, [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
             return;

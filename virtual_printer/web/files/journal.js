@@ -91,11 +91,20 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
         body.querySelector(`[data-key="${position}"]`)?.setAttribute("aria-current", "true");
     }
 
+    function close() {
+        mark(0);
+        preview.hidden = true;
+        sheet.classList.remove("isOpen");
+    }
+
     async function open(position) {
         mark(position);
         const path = `documents/${position}`;
         try {
             const [document, paper] = await Promise.all([get(at(printer.name, path)), get(at(printer.name, `${path}/paper.json`))]);
+            if (position !== opened) {
+                return; // another one was opened meanwhile, or it was closed
+            }
             const name = `${printer.name}-${position}`;
             const exchange = printer.lines.findLast((line) => line.document === position && line.exchange > 0)?.exchange;
             preview.replaceChildren(
@@ -105,13 +114,12 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                     button("SVG", async () => download(`${name}.svg`, "image/svg+xml", await getText(at(printer.name, `${path}/paper.svg`)))),
                     button("Print or PDF", () => window.print()),
                     exchange && button("Trace", () => showDocument(exchange)),
-                    button("×", () => {
-                        mark(0);
-                        preview.hidden = true;
-                        sheet.classList.remove("isOpen");
-                    }, { "aria-label": "Close the document" })),
+                    button("×", close, { "aria-label": "Close the document" })),
                 element("div", { class: "scroll", tabindex: "0", role: "region", "aria-label": "Paper of the document" }, drawDocument(paper)));
         } catch ({ message }) {
+            if (position !== opened) {
+                return;
+            }
             preview.replaceChildren(element("p", { class: "failure", role: "alert" }, message));
         }
         preview.hidden = false;
@@ -135,18 +143,37 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             element("div", { class: "scroll" },
                 element("table", { class: "documents" },
                     element("caption", { class: "unseen" }, "Documents, the newest first"),
-                    element("thead", {}, element("tr", {}, ["Document", "Moment", "Total", "Paid"].map((title) => element("th", { scope: "col" }, title)))),
+                    element("thead", {}, element("tr", {}, ["Document", "Moment", "Total", "Paid"].map((title) => element("th", { scope: "col", class: title === "Total" ? "sum" : null }, title)))),
                     body),
                 empty),
             element("div", { class: "bar pages" }, newer, older, range)),
         preview);
     const follow = () => skip === 0 && load(); // whoever turns pages is not disturbed
+    // With other documents in the places of those that were there, nothing that is shown holds any more.
+    let since; // what its counting began with
+    let count = 0;
+    function followOther() {
+        const beginning = JSON.stringify(printer.state?.since);
+        const isOther = since !== undefined && (beginning !== since || printer.state.position.document < count);
+        since = beginning;
+        count = printer.state?.position.document ?? 0;
+        if (isOther) {
+            close();
+            skip = 0;
+            isOld = true;
+            if (!sheet.hidden) {
+                load();
+            }
+        }
+    }
     printer.on("totals", () => {
         isOld = true;
         if (!sheet.hidden) {
             follow();
         }
     }, signal);
+    printer.on("state", followOther, signal);
+    followOther();
     load();
     return { open, refresh: () => isOld && follow() };
 }

@@ -23,10 +23,10 @@ let run = null; // of the program
 let shown = null; // { name, tabs, stop }
 
 const isWatched = (printer) => shown !== null && (shown.name === null || shown.name === printer.name);
-// "#/bar/trace": the printer and the sheet.
+// "#/bar/trace/17": the printer, the sheet, and the exchange that is to be shown at once.
 function placeInAddress() {
-    const [, name = "", sheet = ""] = window.location.hash.split("/").map(decodeURIComponent);
-    return { name, sheet };
+    const [, name = "", sheet = "", exchange = "0"] = window.location.hash.split("/").map(decodeURIComponent);
+    return { name, sheet, exchange: Number(exchange) };
 }
 
 function showPrinter(printer, sheetName, signal) {
@@ -78,6 +78,9 @@ function show() {
         shown.tabs = showPrinter(printer, sheet, stop.signal);
         printer.on("state", () => header.showFacts(printer), stop.signal);
         printer.on("totals", () => header.showFacts(printer), stop.signal);
+        if (sheet === "trace" && address.exchange > 0) {
+            shown.tabs.sheet(sheet).show(address.exchange);
+        }
     } else {
         makeOverview(place, printers, stop.signal);
     }
@@ -106,6 +109,9 @@ async function load() {
 
 const again = followChanges(({ type, data }) => {
     header.showLink(type !== "offline");
+    if (type === "offline") {
+        get("/printers").catch(() => {}); // it may be there and want its token
+    }
     if (type === "start") {
         if (run !== null && run !== data.run) {
             printers.forEach((printer) => printer.forget()); // the program was started again

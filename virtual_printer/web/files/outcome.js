@@ -18,5 +18,5 @@ export function makeOutcome(printer) {
             report(failure);
         }
     };
-    return { said, act, report };
+    return { said, say, act, report };
 }

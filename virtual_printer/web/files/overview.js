@@ -1,6 +1,6 @@
 // Several printers side by side: each with its display, its lamps and the end of its paper.
 import { element, setText } from "./dom.js";
-import { situationText, todayText, troubleOf } from "./device.js";
+import { onDisplay, situationText, todayText, troubleOf } from "./device.js";
 import { makeRoll } from "./roll.js";
 
 export function makeOverview(place, printers, signal) {
@@ -8,7 +8,8 @@ export function makeOverview(place, printers, signal) {
         element("div", { class: "overview" }, printers.map((printer) => {
             const state = element("span", { class: "situation" });
             const sums = element("p", { class: "quiet" });
-            const glass = element("div", { class: "glass", role: "img" });
+            const rows = [element("div"), element("div")];
+            const glass = element("div", { class: "glass", role: "img" }, rows);
             const address = `#/${encodeURIComponent(printer.name)}/trace`;
             const show = () => {
                 if (!printer.state) {
@@ -18,13 +19,13 @@ export function makeOverview(place, printers, signal) {
                 const trouble = troubleOf(printer);
                 state.dataset.kind = trouble ? "bad" : situation === "overdue" ? "warn" : "good";
                 setText(state, trouble || situationText(printer.state));
-                setText(glass, hardware.display || " ");
+                onDisplay(hardware.display).forEach((line, index) => setText(rows[index], line));
                 glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
                 setText(sums, todayText(printer));
             };
             const roll = makeRoll(printer, {
                 open: () => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal`; },
-                showExchange: () => { window.location.hash = address; },
+                showExchange: (number) => { window.location.hash = `${address}/${number}`; },
             }, signal);
             printer.on("state", show, signal);
             printer.on("totals", show, signal);

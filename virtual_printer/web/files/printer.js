@@ -1,7 +1,7 @@
 // What is known of one printer: it asks again whenever it hears of a change, each question once at a time, and tells
 // its views what is new.
 import { at, get, getLines, Refused } from "./api.js";
-import { tellBlock } from "./exchange.js";
+import { isProbe, tellBlock } from "./exchange.js";
 
 const mostExchanges = 400;
 const mostLines = 2000;
@@ -137,11 +137,15 @@ export class Printer extends EventTarget {
         if (added.length === 0) {
             return;
         }
+        // Whoever only probes still waits.
+        const newest = added.findLast((exchange) => !isProbe(exchange));
         for (const exchange of added) {
-            exchange.isOver = exchange.acknowledged || exchange.refusal !== null || exchange !== added.at(-1);
+            const isLast = exchange === newest || exchange === added.at(-1);
+            exchange.isOver = exchange.acknowledged || exchange.refusal !== null || !isLast;
         }
         added.forEach((exchange) => tellBlock(exchange, [...this.exchanges, ...added]));
         const kept = this.exchanges.filter((exchange) => exchange.number < added[0].number);
+        kept.forEach((exchange) => { exchange.isOver = true; }); // it was not asked for again
         this.exchanges = [...kept, ...added].slice(-mostExchanges);
         this.tell("trace", { added });
     }

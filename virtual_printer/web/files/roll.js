@@ -48,6 +48,12 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         isAtEnd = true;
     }
 
+    // Only the paper moves: on a narrow screen the page would go away from what was tapped.
+    function showMiddle(line) {
+        const [outside, inside] = [paper, line].map((each) => each.getBoundingClientRect());
+        paper.scrollTop += inside.top - outside.top - (outside.height - inside.height) / 2;
+    }
+
     function beginSlip(line) {
         slipOf = line.document;
         const tools = element("div", { class: "tools" });
@@ -118,12 +124,15 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
     }
 
+    // Of the exchange 0, which is none, nothing is marked, and the paper follows what is printed.
     function markExchange(number, isToBeSeen) {
         marked.forEach((line) => line.classList.remove("marked"));
         marked = [...paper.querySelectorAll(`[data-exchange="${number}"]`)];
         marked.forEach((line) => line.classList.add("marked"));
-        if (isToBeSeen) {
-            marked[0]?.scrollIntoView({ block: "center" });
+        if (isToBeSeen && marked.length > 0) {
+            showMiddle(marked[0]);
+        } else if (number === 0) {
+            showEnd();
         }
         return marked.length;
     }

@@ -56,9 +56,12 @@ export function makeSession(sheet, printer, signal) {
     const ticking = setInterval(showClock, 1000);
     signal.addEventListener("abort", () => clearInterval(ticking));
 
+    const beginAnew = (to, done) => window.confirm("What is not in a snapshot is lost. Begin anew?") &&
+        act(done, () => post(path("reset"), { to }));
+
     sheet.append(said,
         element("section", { class: "card" }, element("h3", {}, "Take it away"),
-            element("p", {}, "Everything that this printer knows in one file; or its trace, which can be played again."),
+            element("p", {}, "Everything that this printer knows in one file; or its trace, which can be played again. The trace holds the last 10,000 exchanges."),
             element("div", { class: "row" }, button("Export the session", exportAll, { class: "main" }), button("Export the trace", exportTrace))),
         element("section", { class: "card" }, element("h3", {}, "Clock"), clock,
             element("div", { class: "row" },
@@ -74,10 +77,15 @@ export function makeSession(sheet, printer, signal) {
         element("section", { class: "card" }, element("h3", {}, "Begin anew"),
             element("p", {}, "Journal, closures and settings are lost, unless a snapshot has them."),
             element("div", { class: "row" },
-                button("As it was at the start", () => act("It is as it was when the program started.", () => post(path("reset"), { to: "started" }))),
-                button("As a new printer", () => act("It is a new printer.", () => post(path("reset"), { to: "new" })), { class: "danger" }))));
+                button("As it was at the start", () => beginAnew("started", "It is as it was when the program started.")),
+                button("As a new printer", () => beginAnew("new", "It is a new printer."), { class: "danger" }))));
     printer.on("state", showClock, signal);
     showClock();
     showSnapshots().catch(() => {});
-    return { refresh: showClock };
+    return {
+        refresh: () => {
+            showClock();
+            showSnapshots().catch(() => {}); // others keep some, too
+        },
+    };
 }

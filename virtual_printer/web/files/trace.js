@@ -33,7 +33,8 @@ function detailOf(exchange, later, showPaper) {
             printed > 0 ? `It printed ${printed === 1 ? "the line that is" : `the ${printed} lines that are`} marked on the paper.` : "It printed nothing that is still on the paper."));
 }
 
-// `showPaper` marks what an exchange has printed, scrolls there if told to, and says how many lines that are.
+// `showPaper` marks what an exchange has printed, scrolls there if told to, and says how many lines that are; of 0 none,
+// and the paper is at its end.
 export function makeTrace(sheet, printer, { showPaper }, signal) {
     const wanted = element("input", { type: "search", placeholder: "payment, Chlieb, refused ...", on: { input: () => draw() } });
     const withProbes = element("input", { type: "checkbox", on: { change: () => draw() } });
@@ -172,9 +173,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
                 place(exchange);
             }
         }
-        if (number > 0) {
-            showPaper(number, true);
-        }
+        showPaper(number, true);
     }
 
     // An exchange that is not in the list any more is fetched.
@@ -208,6 +207,10 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
                 element("div", { role: "rowgroup", class: "heads" }, element("div", { role: "row" }, columns.map(([title, part]) => element("div", { role: "columnheader", class: part }, title)))),
                 body),
             empty));
+    printer.addEventListener("forgotten", () => { // its numbers are those of others from now on
+        chosen = 0;
+        fetched = null;
+    }, { signal });
     printer.on("trace", take, signal);
     draw();
     return { show };

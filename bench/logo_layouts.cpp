@@ -145,7 +145,8 @@ void writeBitmap(const std::filesystem::path& path, std::uint32_t width, std::ui
     put(14, 40);
     put(18, width);
     put(22, height);
-    put(26, 0x00010001); // one plane, one bit per pixel
+    put(26, 0x00010001);          // one plane, one bit per pixel
+    put(14 + 40 + 4, 0x00FFFFFF); // black, then white
     std::ofstream(path, std::ios::binary).write(file.data(), static_cast<std::streamsize>(file.size()));
 }
 

@@ -48,7 +48,11 @@ private:
         actions.setLines = kind.setLines;
         till = std::make_shared<Connection<Stream>>(kind.open(), station, CodePage::cp852, codes,
                                                     std::move(actions));
-        till->start([self = this->shared_from_this()] { self->goOn(); });
+        till->start([weak = this->weak_from_this()] { // held by the line: both would live for ever
+            if (const auto self = weak.lock()) {
+                self->goOn();
+            }
+        });
         const auto now = std::chrono::steady_clock::now();
         for (const auto& [fault, end] : offUntil) {
             if (end > now) {

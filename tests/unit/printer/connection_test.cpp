@@ -237,6 +237,24 @@ TEST_F(TillOnSerialLine, MayComeWhenTheLinesAreOff)
     EXPECT_THAT(announced, testing::ElementsAre("- -", "- -"));
 }
 
+TEST_F(TillOnSerialLine, GoesWithItsPrinter)
+{
+    std::weak_ptr<Asked> ofTheLine;
+    {
+        Station other("other", Printer(Memory(), readyToSell(), [] { return Moment(); }));
+        SerialLine<ScriptedStream>::Kind kind;
+        kind.open = [&] {
+            const auto streams = std::make_shared<Asked>();
+            ofTheLine = streams;
+            return ScriptedStream(context, streams);
+        };
+        kind.setLines = [](ScriptedStream&, const SetLines&) {};
+        std::make_shared<SerialLine<ScriptedStream>>(context, other, codes, std::move(kind))->begin();
+        ofTheLine.lock()->read = {}; // as when the context goes
+    }
+    EXPECT_TRUE(ofTheLine.expired());
+}
+
 TEST_F(TillOnSerialLine, WhomNobodyHearsSeesThePrinterBeSwitchedOff)
 {
     begin();

@@ -213,7 +213,8 @@ def ratio_of(figure):
 def table(figures):
     lines = [f"Measured on {datetime.date.today()}: {machine()}.", "",
              "| what | ours | beside it | ratio or figure | promised |", "|---|---|---|---|---|"]
-    lines += [f"| {f.what} | {f.ours} | {f.beside} | {ratio_of(f)} | {f.promise()} |" for f in figures]
+    lines += [f"| {f.what} | {f.ours} | {f.beside} | {ratio_of(f)} | {f.promise()}{'' if f.is_kept() else ', missed'} |"
+              for f in figures]
     return "\n".join(lines)
 
 

@@ -15,13 +15,7 @@ class DisarmedFaults(Printers):
     def test_end_what_they_still_do(self):
         for kind in self.on_both_links():
             with self.subTest(kind.name):
-                till = self.till(kind)
-                self.printer.arm("busy")
-                till.say(HARMLESS)
-                if kind is TcpTill:
-                    self.assertEqual(till.hear(1), b"\x13")
-                else:
-                    until(lambda: self.lines.read_bytes() == b"\x02")
+                till = self.busy_till(kind)
                 self.disarm()
                 self.assertEqual(self.lines.read_bytes(), b"\x03")
                 till.say(b"\x11")
@@ -274,13 +268,7 @@ class RestoredPrinter(Printers):
     def test_is_not_busy(self):
         for kind in self.on_both_links():
             with self.subTest(kind.name):
-                till = self.till(kind)
-                self.printer.arm("busy")
-                till.say(HARMLESS)
-                if kind is TcpTill:
-                    self.assertEqual(till.hear(1), b"\x13")
-                else:
-                    until(lambda: self.lines.read_bytes() == b"\x02")
+                till = self.busy_till(kind)
                 self.restore()
                 self.assertEqual(self.lines.read_bytes(), b"\x03")
                 till.say(b"\x11")

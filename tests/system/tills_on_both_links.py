@@ -155,6 +155,17 @@ class Printers(unittest.TestCase):
         self.tills[kind] = kind(self.printer)
         return self.tills[kind]
 
+    def busy_till(self, kind):
+        """One that has been told that the printer is busy, and whose request is not answered yet."""
+        till = self.till(kind)
+        self.printer.arm("busy")
+        till.say(HARMLESS)
+        if kind is TcpTill:
+            self.assertEqual(till.hear(1), b"\x13")
+        else:
+            until(lambda: self.lines.read_bytes() == b"\x02")
+        return till
+
     def connected(self, kind):
         """A till, or none while the port is closed."""
         try:

@@ -3,58 +3,15 @@
 // for every line; a file that cannot be written loses the line and changes nothing else.
 #pragma once
 
-#include "device/amount.h"
+#include "api/log_line.h"
 
-#include <array>
 #include <atomic>
 #include <mutex>
 #include <new>
-#include <span>
 #include <string>
 #include <string_view>
-#include <type_traits>
-#include <variant>
 
 namespace telvofm {
-
-// A label or a value of a line. It refers to what stands in the call that is logged: a caller's text from its
-// copy.
-using LogPart = std::variant<std::string_view, char, bool, long long, const Amount*>;
-
-inline LogPart logPart(std::string_view text)
-{
-    return text;
-}
-inline LogPart logPart(const char* label)
-{
-    return std::string_view(label);
-}
-inline LogPart logPart(char character)
-{
-    return character;
-}
-inline LogPart logPart(bool flag)
-{
-    return flag;
-}
-inline LogPart logPart(int number)
-{
-    return static_cast<long long>(number);
-}
-inline LogPart logPart(unsigned int number)
-{
-    return static_cast<long long>(number);
-}
-inline LogPart logPart(std::size_t number)
-{
-    return static_cast<long long>(number);
-}
-inline LogPart logPart(const Amount& amount)
-{
-    return &amount;
-}
-
-void appendToLine(std::string& line, const LogPart& part);
 
 class CallLog
 {
@@ -64,8 +21,8 @@ public:
     void switchOff();
     [[nodiscard]] bool isOn() const { return enabled.load(std::memory_order_relaxed); }
 
-    // Appends a line of these parts in one write, whether the log is on or not.
-    void append(std::span<const LogPart> parts);
+    // Appends a line in one write, whether the log is on or not.
+    void append(std::string_view line);
 
 private:
     std::atomic<bool> enabled = true;
@@ -76,13 +33,21 @@ private:
 // The library's one call log. It is never destroyed, so that a thread that outlives main() can still use it.
 CallLog& callLog();
 
+template <typename... Parts>
+void appendLine(const Parts&... parts)
+{
+    LogLine line((LogLine::roomFor(parts) + ... + 1));
+    (line.add(parts), ...);
+    line.add('\n');
+    callLog().append(line.view());
+}
+
 // Writes one line made of literal labels and the values behind them, exactly as they stand in the call.
 template <typename... Parts>
 void logCall(const Parts&... parts)
 {
-    static_assert((!std::is_same_v<Parts, const char*> && ...), "a caller's text is logged from its copy");
     if (callLog().isOn()) {
-        callLog().append(std::array{logPart(parts)...});
+        appendLine(parts...);
     }
 }
 
@@ -92,7 +57,7 @@ template <typename... Parts>
 void appendOutcome(const Parts&... parts)
 {
     try {
-        callLog().append(std::array{logPart(parts)...});
+        appendLine(parts...);
     } catch (const std::bad_alloc&) {
         return;
     }

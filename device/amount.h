@@ -39,6 +39,13 @@ public:
         }
     }
 
+    // The most characters that `writeGeneral` writes.
+    [[nodiscard]] std::size_t mostCharacters() const
+    {
+        const Text* text = std::get_if<Text>(&value);
+        return text == nullptr ? NumberText::mostCharacters : std::string_view(*text).size();
+    }
+
     // Exactly zero (a negative zero counts); a text never is.
     [[nodiscard]] bool isZero() const;
 

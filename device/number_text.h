@@ -10,6 +10,9 @@ namespace telvofm {
 class NumberText
 {
 public:
+    // Of a whole number, and of one with six significant digits.
+    static constexpr std::size_t mostCharacters = 20;
+
     // Plain decimal text, "-" in front of negatives.
     static NumberText whole(long long value);
     // Fixed notation with exactly `decimals` decimals, rounded from the exact binary value.

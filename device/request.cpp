@@ -3,6 +3,7 @@
 #include "device/character_map.h"
 
 #include <algorithm>
+#include <array>
 
 namespace telvofm {
 namespace {
@@ -10,17 +11,16 @@ namespace {
 constexpr char requestStart = 0x1C;
 constexpr char fieldEnd = 0x00;
 constexpr char requestEnd = 0x04;
+constexpr std::array<char, 2> endOfLastField = {fieldEnd, requestEnd};
 
 } // namespace
 
 Request::Request(std::string& target, int address, Command command, const CharacterMap* map)
     : storage(target), conversion(map)
 {
-    storage.clear();
-    storage.push_back(requestStart);
-    storage.push_back(static_cast<char>(address & 0xFF));
-    storage.push_back(static_cast<char>(command));
-    storage.push_back(requestEnd);
+    const std::array start = {requestStart, static_cast<char>(address & 0xFF), static_cast<char>(command),
+                              requestEnd};
+    storage.assign(start.data(), start.size());
 }
 
 Request& Request::number(int value)
@@ -96,8 +96,7 @@ void Request::reopen()
 
 Request& Request::endField()
 {
-    storage.push_back(fieldEnd);
-    storage.push_back(requestEnd);
+    storage.append(endOfLastField.data(), endOfLastField.size());
     return *this;
 }
 

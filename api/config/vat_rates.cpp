@@ -24,14 +24,14 @@ constexpr std::array<std::string_view, eightPairs> pairLabels = {
     ", vatValueE ", ", reverseConstantE ", ", vatValueE ", ", reverseConstantE ",
 };
 
-Amount asLogged(double value)
+NumberText asLogged(double value)
 {
-    return number(value);
+    return NumberText::general(value);
 }
 
-int asLogged(int value)
+NumberText asLogged(int value)
 {
-    return value;
+    return NumberText::whole(value);
 }
 
 template <typename Values>
@@ -40,7 +40,7 @@ std::string labelled(const Values& values)
     std::string text;
     for (std::size_t i = 0; i < values.size(); ++i) {
         text.append(pairLabels[i]);
-        appendToLine(text, logPart(asLogged(values[i])));
+        text.append(asLogged(values[i]).view());
     }
     return text;
 }

@@ -41,6 +41,24 @@ TEST_F(OutOfMemory, OpeningIsMinusOneWhereverMemoryEnds)
     closeFM();
 }
 
+// The first one makes room for the requests.
+TEST_F(OutOfMemory, ASaleNeedsNoneWithTheLogOffAndOn)
+{
+    PrinterThread printer(acceptAll);
+    const OwnFolder folder;
+    const std::string log = folder.file("log");
+    const auto sell = [] { return itemSale(1, 0, "Bread", 12.5, 'A', 1.5, 8.3333, "pcs"); };
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    ASSERT_EQ(sell(), 0);
+    EXPECT_EQ(withAllocations(0, sell), 0);
+    setLogginOn(log.c_str());
+    EXPECT_EQ(withAllocations(0, sell), 0);
+    setLogginOff();
+    closeFM();
+    EXPECT_EQ(contentOf(log), "itemSale Device 1, row 0, commodityName Bread, total price 12.5, vat A, "
+                              "amount 1.5, unit price 8.3333, unit pcs\n");
+}
+
 TEST_F(OutOfMemory, RawBytesThatCannotBeCopiedAreNotWritten)
 {
     PrinterThread printer(

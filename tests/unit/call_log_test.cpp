@@ -99,27 +99,30 @@ TEST_F(CallLogTest, AVanishedFolderLosesTheLineAndNothingElse)
 
 TEST_F(CallLogTest, KeepsLinesOfAnyLength)
 {
-    const std::string numbers = "destroyParagondevice -2147483648, row -2147483648, description ";
     for (std::size_t length = 0; length < 600; ++length) {
         const std::string log = folder.file(std::to_string(length));
         const std::string description(length, 'x');
         setLogginOn(log.c_str());
         destroyParagon(INT_MIN, INT_MIN, description.c_str());
-        EXPECT_EQ(linesOf(log), numbers + description + "\n");
+        std::string expected = "destroyParagondevice -2147483648, row -2147483648, description ";
+        expected += description;
+        expected += '\n';
+        EXPECT_EQ(linesOf(log), expected);
     }
 }
 
 TEST_F(CallLogTest, KeepsTheLongestNumbersInLinesOfAnyLength)
 {
-    const std::string smallest = "-2.22507e-308";
     for (std::size_t length = 0; length < 300; ++length) {
         const std::string log = folder.file(std::to_string(length));
         const std::string name(length, 'x');
         setLogginOn(log.c_str());
         itemSale(INT_MIN, INT_MIN, name.c_str(), -DBL_MIN, 'A', -DBL_MIN, -DBL_MIN, "");
-        EXPECT_EQ(linesOf(log), "itemSale Device -2147483648, row -2147483648, commodityName " + name +
-                                    ", total price " + smallest + ", vat A, amount " + smallest +
-                                    ", unit price " + smallest + ", unit \n");
+        std::string expected = "itemSale Device -2147483648, row -2147483648, commodityName ";
+        expected += name;
+        expected +=
+            ", total price -2.22507e-308, vat A, amount -2.22507e-308, unit price -2.22507e-308, unit \n";
+        EXPECT_EQ(linesOf(log), expected);
     }
 }
 

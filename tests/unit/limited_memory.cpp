@@ -81,3 +81,19 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
     telvofm::test::held -= memory == nullptr ? 0 : 1;
     std::free(memory);
 }
+
+// The sanitizers have array forms of their own, which would pass the limit by.
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    operator delete(memory);
+}
+
+void operator delete[](void* memory, std::size_t size) noexcept
+{
+    operator delete(memory, size);
+}

@@ -1,6 +1,6 @@
 // Eight dots at a time, without a branch in the inner loops. Rows: eight pixels become a byte by one
-// multiplication. Bands: a loop over whole rows that compilers turn into wide instructions. Columns: the
-// bands turned on their side, in blocks of 8 x 8 bytes.
+// multiplication. Bands: eight columns of eight rows in one word. Columns: the bands turned on their side, in
+// blocks of 8 x 8 bytes.
 #include "graphics/logo_layouts.h"
 
 #include <algorithm>
@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t tileSize = 8;
 constexpr std::size_t headerSize = 4;
 constexpr unsigned byteBits = 8;
+constexpr bool firstIsLowest = std::endian::native == std::endian::little; // byte of a word
 
 std::size_t tiles(std::size_t dots)
 {
@@ -36,16 +37,20 @@ std::string withHeader(std::size_t first, std::size_t second, std::size_t dataSi
     return layout;
 }
 
+std::uint64_t eightPixels(const std::uint8_t* pixels)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, pixels, sizeof word);
+    return word;
+}
+
 // Eight pixels, each 0 or 1, as the bits of a byte, the first one in bit 7. Each product of the
 // multiplication falls on a bit of its own, and the eight wanted ones on the highest byte.
 unsigned packed(const std::uint8_t* pixels)
 {
-    constexpr bool firstIsLowest = std::endian::native == std::endian::little;
     constexpr std::uint64_t gather = firstIsLowest ? 0x8040201008040201U : 0x0102040810204080U;
     constexpr unsigned highestByte = 56;
-    std::uint64_t word = 0;
-    std::memcpy(&word, pixels, sizeof word);
-    return static_cast<unsigned>(word * gather >> highestByte);
+    return static_cast<unsigned>(eightPixels(pixels) * gather >> highestByte);
 }
 
 void packRow(const std::uint8_t* pixels, std::size_t width, unsigned mask, char* row)
@@ -64,29 +69,24 @@ void packRow(const std::uint8_t* pixels, std::size_t width, unsigned mask, char*
 
 using RowsOfBand = std::array<const std::uint8_t*, tileSize>;
 
+// Eight columns at a time, and those that are left one by one. As each pixel is 0 or 1, no bit of a word
+// reaches the byte beside it.
 void packBand(const RowsOfBand& rows, std::size_t width, unsigned mask, char* band)
 {
-    for (std::size_t x = 0; x < width; ++x) {
-        const int dots = rows[0][x] << 7 | rows[1][x] << 6 | rows[2][x] << 5 | rows[3][x] << 4 |
-                         rows[4][x] << 3 | rows[5][x] << 2 | rows[6][x] << 1 | rows[7][x];
-        band[x] = static_cast<char>(static_cast<unsigned>(dots) ^ mask);
+    constexpr std::uint64_t eachByte = 0x0101010101010101U;
+    const std::size_t wholeWidth = width / tileSize * tileSize;
+    for (std::size_t x = 0; x < wholeWidth; x += tileSize) {
+        const auto row = [&rows, x](std::size_t i) { return eightPixels(rows[i] + x) << (tileSize - 1 - i); };
+        const std::uint64_t dots =
+            (row(0) | row(1) | row(2) | row(3) | row(4) | row(5) | row(6) | row(7)) ^ mask * eachByte;
+        std::memcpy(band + x, &dots, sizeof dots);
     }
-}
-
-// Eight bytes as a word, the first one highest, on any processor: compilers make it one or two instructions.
-std::uint64_t load(const char* bytes)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < tileSize; ++i) {
-        value = value << byteBits | static_cast<std::uint8_t>(bytes[i]);
-    }
-    return value;
-}
-
-void store(std::uint64_t value, char* bytes)
-{
-    for (std::size_t i = tileSize; i-- > 0; value >>= byteBits) {
-        bytes[i] = static_cast<char>(value & 0xFFU);
+    for (std::size_t x = wholeWidth; x < width; ++x) {
+        unsigned dots = 0;
+        for (const std::uint8_t* row : rows) {
+            dots = dots << 1U | row[x];
+        }
+        band[x] = static_cast<char>(dots ^ mask);
     }
 }
 
@@ -94,12 +94,14 @@ void store(std::uint64_t value, char* bytes)
 void turn(std::array<std::uint64_t, tileSize>& rows)
 {
     const auto exchange = [&rows](std::size_t distance, std::uint64_t mask) {
+        const std::size_t shift = byteBits * distance;
         for (std::size_t i = 0; i < tileSize; ++i) {
             if ((i & distance) == 0) {
-                const std::uint64_t difference =
-                    (rows[i] ^ rows[i + distance] >> (byteBits * distance)) & mask;
-                rows[i] ^= difference;
-                rows[i + distance] ^= difference << (byteBits * distance);
+                std::uint64_t& shifted = rows[firstIsLowest ? i : i + distance];
+                std::uint64_t& other = rows[firstIsLowest ? i + distance : i];
+                const std::uint64_t difference = (shifted >> shift ^ other) & mask;
+                other ^= difference;
+                shifted ^= difference << shift;
             }
         }
     };
@@ -117,11 +119,11 @@ void turnBands(const char* bands, std::size_t width, std::size_t count, char* co
         for (std::size_t x = 0; x < wholeWidth; x += tileSize) {
             std::array<std::uint64_t, tileSize> block;
             for (std::size_t i = 0; i < tileSize; ++i) {
-                block[i] = load(bands + (b + i) * width + x);
+                std::memcpy(&block[i], bands + (b + i) * width + x, tileSize);
             }
             turn(block);
             for (std::size_t i = 0; i < tileSize; ++i) {
-                store(block[i], columns + (x + i) * count + b);
+                std::memcpy(columns + (x + i) * count + b, &block[i], tileSize);
             }
         }
     }

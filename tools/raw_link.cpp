@@ -43,9 +43,8 @@ std::string withoutChecksum(const Unit& request)
 std::unique_ptr<LinkDriver> openRawLink(const PrinterOptions& printer)
 {
     constexpr unsigned standardBaud = 57600;
-    const bool isSerial = printer.address.starts_with("COM") || printer.address.starts_with(R"(\\.\COM)");
     std::unique_ptr<LinkDriver> link;
-    if (isSerial) {
+    if (namesSerialPort(printer.address)) {
         link = std::make_unique<SerialDriver>(printer.address,
                                               printer.baud == 0 ? standardBaud : printer.baud, StopBits::one);
     } else {

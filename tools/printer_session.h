@@ -22,6 +22,10 @@ struct PrinterOptions
 // As the library tells the two kinds of names apart.
 bool namesSerialPort(std::string_view address);
 
+// Throws a Failure when a log cannot be written, of which the library says nothing; one without a name is
+// none.
+void requireWritable(const std::string& log);
+
 class PrinterSession
 {
 public:

@@ -151,6 +151,11 @@ Ending replayCallLog(const Task& task, std::string_view log, Output& output)
     if (contents.calls.empty()) {
         throw Failure(Ending::noFile, task.log + " holds no call; name a call log or a raw log");
     }
+    if (task.isSerial || task.isTcp) {
+        throw Failure(Ending::wrongUse, std::string(task.isSerial ? "--serial" : "--tcp") +
+                                            " is for raw logs, and " + task.log +
+                                            " is a call log; leave it out");
+    }
     Completion completion(task);
     std::vector<RepeatedCall> calls; // all are looked at before the first is made
     for (const LoggedCall& logged : contents.calls) {

@@ -74,10 +74,26 @@ RepeatedExchange repeat(LinkDriver& link, const Exchange& logged, const LinkText
     return now;
 }
 
+// No call is made of the library, whose options these are.
+void refuseOptionsOfCallLogs(const Task& task)
+{
+    const std::pair<const char*, const std::string*> options[] = {{"--call-log", &task.printer.callLog},
+                                                                  {"--library", &task.printer.library},
+                                                                  {"--password", &task.password},
+                                                                  {"--files", &task.folder}};
+    for (const auto& [name, given] : options) {
+        if (!given->empty()) {
+            throw Failure(Ending::wrongUse, std::string(name) + " is for call logs, and " + task.log +
+                                                " is a raw log; leave it out");
+        }
+    }
+}
+
 } // namespace
 
 Ending replayRawLog(const Task& task, std::string_view log, Output& output)
 {
+    refuseOptionsOfCallLogs(task);
     const CodePage& codePage = task.isSerial ? codePage852 : windows1250;
     const RawLog raw = readRawLog(log);
     const std::vector<Unit> units = unitsOf(raw.runs);

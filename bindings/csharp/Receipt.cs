@@ -1,5 +1,3 @@
-using System;
-using System.Globalization;
 using Telvofm.Raw;
 
 namespace Telvofm
@@ -11,6 +9,7 @@ namespace Telvofm
         readonly Session session;
         readonly Questions questions;
         bool begun; // or may be
+        bool taken; // by the printer, which answered begin with 0
         bool over; // ended, cancelled, or recovered without a person: nothing of it is open
         bool anotherOpen; // since before this one: whatever is open is not ours
         bool compared; // its total with the printer's, before the first payment
@@ -34,7 +33,7 @@ namespace Telvofm
 
         internal static Receipt Interrupted(Session session, string numberBefore, decimal total)
         {
-            return new Receipt(session)
+            return session.BegunLast = new Receipt(session)
             {
                 NumberBefore = numberBefore,
                 Total = total,
@@ -50,7 +49,7 @@ namespace Telvofm
         {
             NumberBefore = null;
             Total = Paid = 0;
-            begun = over = anotherOpen = compared = finished = false;
+            begun = taken = over = anotherOpen = compared = finished = false;
             doubt = null;
         }
 
@@ -58,22 +57,34 @@ namespace Telvofm
 
         // What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes
         // nothing more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts
-        // with more decimals than money (2) or quantities (3) have. After these two nothing was sent.
+        // with more decimals than money (2) or quantities (3) have. After these two nothing was sent. Nor is anything, and
+        // NotExecutedException is thrown, when Begin has not worked, when the receipt is over, and when another object of the session
+        // has begun one since: what is open then is not this one.
 
         /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and
         /// OutcomeUnknownException also when another receipt was open before, and while it is unknown what became of the one that was
-        /// begun before with this object. After a failure call Recover before anything else: the printer may have opened it and refused
-        /// the same request when it was sent again.</summary>
+        /// begun before with this object; NotExecutedException also while that one is open. After a failure call Recover before
+        /// anything else: the printer may have opened it and refused the same request when it was sent again.</summary>
         public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
         {
             if (doubt != null && !over)
             {
                 throw doubt;
             }
+            string numberBefore = Asked(questions.LastNumber), state = Asked(questions.State);
+            bool isOneOpen = state != null && state != questions.Closed;
+            if (isOneOpen && IsOpen)
+            {
+                throw NotExecutedException.AlreadyBegun("paragonBegin");
+            }
             StartAfresh();
-            NumberBefore = Asked(questions.LastNumber);
-            anotherOpen = questions.State != null && session.Variable(questions.State) != questions.Closed;
+            NumberBefore = numberBefore;
+            anotherOpen = isOneOpen;
             begun = true;
+            if (state != null && !isOneOpen)
+            {
+                session.BegunLast = this; // whatever is open from here on is this one
+            }
             try
             {
                 Send("paragonBegin", () => Functions.paragonBegin(session.Device, 0, saleType, commission, receiptType, recapitulation, picture));
@@ -87,6 +98,8 @@ namespace Telvofm
             {
                 throw Doubt("paragonBegin", "Another receipt was open before.");
             }
+            session.BegunLast = this;
+            taken = true;
         }
 
         /// <summary>Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a VAT rate. The
@@ -120,6 +133,7 @@ namespace Telvofm
         public void Pay(int type, decimal amount, string description)
         {
             byte[] total = Amounts.Money(Total), part = Amounts.Payment(amount), words = Windows1250.Encode(description);
+            RequireOpen("payment_str");
             if (!compared)
             {
                 Compare("payment_str", questions.Total, Total, "the total");
@@ -151,11 +165,13 @@ namespace Telvofm
         /// this one.</summary>
         public string End(int picture = 0)
         {
+            RequireOpen("paragonEnd");
             finished = true;
             Send("paragonEnd", () => Functions.paragonEnd(session.Device, 0, picture));
             string number = Answer("paragonEnd", questions.LastNumber);
             if (number == null)
             {
+                over = true;
                 return "";
             }
             if (number == NumberBefore)
@@ -168,118 +184,18 @@ namespace Telvofm
         }
 
         /// <summary>Cancels the receipt; the printer prints the description. Throws CallException and TextException;
-        /// NotExecutedException also when it was not begun, is over, or was begun while another was open: that one is left
+        /// NotExecutedException also when it was not begun, is over, or when what is open may be another one: that is left
         /// alone.</summary>
         public void Cancel(string description = "")
         {
             byte[] words = Windows1250.Encode(description);
-            if (!begun || anotherOpen || over)
+            if (!begun || over || !HasBegunLast)
             {
                 throw NotExecutedException.NotOurs("destroyParagon");
             }
-            session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, words));
+            Send("destroyParagon", () => Functions.destroyParagon(session.Device, 0, words));
             begun = false;
             over = true;
-        }
-
-        // ---- Comparing ----
-
-        void Line(decimal value, string call, Func<int> function)
-        {
-            Send(call, function);
-            Total += value;
-        }
-
-        void Count(decimal amount)
-        {
-            Paid += amount;
-            finished = Due() == 0;
-        }
-
-        /// <summary>What is left to pay, or to pay out, after this amount too; more than that is given back.</summary>
-        decimal Due(decimal amount = 0)
-        {
-            decimal due = Total - Paid - amount;
-            return Math.Sign(due) == Math.Sign(Total) ? due : 0;
-        }
-
-        /// <summary>One call of this receipt. Whatever leaves its outcome open is remembered.</summary>
-        void Send(string call, Func<int> function)
-        {
-            if (doubt != null)
-            {
-                throw doubt;
-            }
-            try
-            {
-                session.Call(call, function);
-            }
-            catch (OutcomeUnknownException unknown)
-            {
-                doubt = unknown;
-                throw;
-            }
-        }
-
-        void Compare(string call, string question, decimal expected, string what)
-        {
-            if (doubt != null)
-            {
-                throw doubt;
-            }
-            string answer = Answer(call, question);
-            if (answer != null && NumberOf(answer) != expected)
-            {
-                throw Doubt(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.Written(expected) +
-                                  ": something was carried out twice, or not at all.");
-            }
-        }
-
-        /// <summary>What the printer answers; null when it cannot be asked. A question that fails leaves the call in doubt.</summary>
-        string Answer(string call, string question)
-        {
-            try
-            {
-                return Asked(question);
-            }
-            catch (CallException failure)
-            {
-                throw Doubt(call, "The printer does not say what it has done (" + failure.Call + ": code " + failure.Code + ").");
-            }
-        }
-
-        string Asked(string question)
-        {
-            return question == null ? null : session.Variable(question);
-        }
-
-        OutcomeUnknownException Doubt(string call, string happened)
-        {
-            doubt = OutcomeUnknownException.Doubt(call, happened);
-            return doubt;
-        }
-
-        static decimal? NumberOf(string text)
-        {
-            decimal number;
-            return decimal.TryParse(text.Trim(), NumberStyles.Number & ~NumberStyles.AllowThousands, CultureInfo.InvariantCulture, out number)
-                ? number : (decimal?)null;
-        }
-    }
-
-    /// <summary>The arguments of an item as bytes, all of them made before anything is sent.</summary>
-    sealed class Item
-    {
-        internal readonly byte[] Name, Total, Vat, Quantity, UnitPrice, Unit;
-
-        internal Item(string name, decimal total, char vat, decimal quantity, decimal unitPrice, string unit)
-        {
-            Name = Windows1250.Encode(name);
-            Total = Amounts.Money(total);
-            Vat = Windows1250.Encode(vat.ToString());
-            Quantity = Amounts.Quantity(quantity);
-            UnitPrice = Amounts.Money(unitPrice);
-            Unit = Windows1250.Encode(unit);
         }
     }
 }

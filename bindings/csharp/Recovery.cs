@@ -70,6 +70,11 @@ namespace Telvofm
             {
                 return new Recovery(Verdict.AskAPerson, "this printer cannot be asked; look at its paper before this receipt is sold again");
             }
+            if (!HasBegunLast)
+            {
+                return new Recovery(Verdict.AskAPerson, "another receipt was begun since, and is left alone; look at the printer's paper before " +
+                                                        "this one is sold again");
+            }
             try
             {
                 session.Reopen();

@@ -22,15 +22,19 @@ namespace Telvofm
 
         internal Questions Questions { get; private set; }
 
+        /// <summary>Which receipt the printer has open, if it has one of this session's.</summary>
+        internal Receipt BegunLast { get; set; }
+
         /// <summary>Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes. Other questions than those of the virtual printer
         /// are for a printer that has other names; Questions.None for one that cannot be asked. Throws LibraryException when there
         /// is no library that fits, InvalidOperationException while another session is open, TextException for an address that
-        /// Windows-1250 cannot hold, and NotExecutedException when no printer answers.</summary>
+        /// Windows-1250 cannot hold, ArgumentException for questions of which some are missing, and NotExecutedException when no
+        /// printer answers.</summary>
         public Session(string address, int device = 1, Questions questions = null)
         {
             this.address = Windows1250.Encode(address);
             Device = device;
-            Questions = questions ?? new Questions();
+            Questions = (questions ?? new Questions()).Checked();
             Library.Load();
             if (Interlocked.CompareExchange(ref openOne, this, null) != null)
             {
@@ -204,6 +208,20 @@ namespace Telvofm
         public string Closed = "closed";
 
         /// <summary>For a printer that has no names for these: a receipt asks nothing, and Recover wants a person.</summary>
-        public static readonly Questions None = new Questions { LastNumber = null, LastTotal = null, State = null, Total = null, Due = null };
+        public static Questions None
+        {
+            get { return new Questions { LastNumber = null, LastTotal = null, State = null, Total = null, Due = null, Closed = null }; }
+        }
+
+        /// <summary>As they are now, whatever becomes of these. With some of the names recovery would take another receipt for its own.</summary>
+        internal Questions Checked()
+        {
+            string[] names = { LastNumber, LastTotal, State, Total, Due, Closed };
+            if (Array.Exists(names, string.IsNullOrEmpty) && !Array.TrueForAll(names, name => name == null))
+            {
+                throw new ArgumentException("Some of the printer's names are missing in the questions; give all of them, or Questions.None.");
+            }
+            return (Questions)MemberwiseClone();
+        }
     }
 }

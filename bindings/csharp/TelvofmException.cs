@@ -87,7 +87,7 @@ namespace Telvofm
             : base(call, code, name, happened, Executed.No, advice) { }
     }
 
-    /// <summary>Nothing reached the printer.</summary>
+    /// <summary>Nothing reached the printer: none is open, this session is closed, or this receipt is not open.</summary>
     public sealed class NotExecutedException : CallException
     {
         internal NotExecutedException(string call, int code, string name, string happened, string advice)
@@ -102,8 +102,21 @@ namespace Telvofm
         /// <summary>Of a call on a receipt that is none of the printer's now.</summary>
         internal static NotExecutedException NotOurs(string call)
         {
-            return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.",
+            return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or another one may be open.",
                                             "To cancel another one call destroyParagon through the session.");
+        }
+
+        /// <summary>Of what would go into another receipt than the one that it is called on.</summary>
+        internal static NotExecutedException NotBegun(string call)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "This receipt is not open: its begin has not worked, or it is over.",
+                                            "Call Recover if Begin failed, and begin it again.");
+        }
+
+        /// <summary>Of a second begin of a receipt that is open.</summary>
+        internal static NotExecutedException AlreadyBegun(string call)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "This receipt is open already, and goes on.", "End it or cancel it first.");
         }
     }
 

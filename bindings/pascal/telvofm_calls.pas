@@ -1,4 +1,5 @@
-{ The calls of one receipt and its questions to the printer: when the outcome of one is open, no other is made. }
+{ The calls of one receipt and its questions to the printer: none is made that could go into another one, and none while the outcome
+  of an earlier one is open. }
 unit telvofm_calls;
 
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
@@ -6,7 +7,7 @@ unit telvofm_calls;
 interface
 
 uses
-  telvofm_session;
+  telvofm_questions, telvofm_session;
 
 type
   { What TReceipt sends through. Its calls raise ENotExecuted when the session has been freed. }
@@ -14,8 +15,10 @@ type
   private
     FSession: TSession;
     FSessionNumber: Integer;
+    FBegin: Integer; { of all in the session; 0 for none }
     FCall, FDoubt: string;
-    FIsInDoubt: Boolean;
+    FNumberBefore: UnicodeString;
+    FIsTaken, FIsOver, FIsAnotherOpen, FIsInDoubt: Boolean;
   public
     { Call is named by what fails before any other is begun. }
     constructor Create(Session: TSession; const Call: string);
@@ -25,7 +28,20 @@ type
     { Whether it has not been. }
     function IsSessionOpen: Boolean;
 
-    { Begins a call; raises EOutcomeUnknown when the outcome of an earlier one is open. }
+    { From here on whatever is open is this receipt. }
+    procedure ClaimWhatIsOpen;
+    { The printer has begun it. }
+    procedure Take;
+    { It is ended, cancelled, or recovered without a person: nothing of it is open. }
+    procedure Finish;
+    { Whether, of the receipts of the session, whatever is open is this one. }
+    function HasBegunLast: Boolean;
+    { Whether the printer has begun it, it is not over, and no other was begun since. }
+    function IsOpen: Boolean;
+    { Raises ENotExecuted when it is not open, because what is sent goes into whatever receipt is. }
+    procedure RequireOpen(const Call: string);
+
+    { Begins a call. }
     procedure Start(const Call: string);
     { Raises what the call has returned, unless it is 0. }
     procedure Check(Code: Integer);
@@ -40,8 +56,17 @@ type
     procedure RaiseDoubt(const Happened: string);
     { Raises EOutcomeUnknown when the outcome of an earlier call is open. }
     procedure RequireNoDoubt;
-    { Everything is sent again. }
-    procedure ForgetDoubt;
+    { Before a begin: asks for the last receipt's number and what is open. Raises EOutcomeUnknown when the outcome of an earlier call
+      is open, and ENotExecuted when it is this receipt that is. }
+    procedure StartAfresh;
+
+    { The last receipt's number before the begin; empty when the printer cannot be asked. }
+    property NumberBefore: UnicodeString read FNumberBefore write FNumberBefore;
+    { Whether one was open before the begin: whatever is open is not this one. }
+    property IsAnotherOpen: Boolean read FIsAnotherOpen;
+
+    { Whether Finish was called. }
+    property IsOver: Boolean read FIsOver;
   end;
 
 implementation
@@ -69,9 +94,41 @@ begin
   Result := FSession;
 end;
 
-procedure TCalls.Start(const Call: string);
+procedure TCalls.ClaimWhatIsOpen;
+begin
+  FBegin := Session.NextBegin;
+end;
+
+procedure TCalls.Take;
+begin
+  ClaimWhatIsOpen;
+  FIsTaken := True;
+end;
+
+procedure TCalls.Finish;
+begin
+  FIsOver := True;
+end;
+
+function TCalls.HasBegunLast: Boolean;
+begin
+  Result := (FBegin <> 0) and (FBegin = Session.LastBegin);
+end;
+
+function TCalls.IsOpen: Boolean;
+begin
+  Result := FIsTaken and not FIsOver and HasBegunLast;
+end;
+
+procedure TCalls.RequireOpen(const Call: string);
 begin
   RequireNoDoubt;
+  if not IsOpen then
+    raise NotBegunFailure(Call);
+end;
+
+procedure TCalls.Start(const Call: string);
+begin
   FCall := Call;
   Session.Start(Call);
 end;
@@ -127,13 +184,34 @@ end;
 
 procedure TCalls.RequireNoDoubt;
 begin
-  if FIsInDoubt then
+  if FIsInDoubt and not FIsOver then
     raise DoubtOf(FCall, FDoubt);
 end;
 
-procedure TCalls.ForgetDoubt;
+procedure TCalls.StartAfresh;
+var
+  LastNumber: UnicodeString;
+  IsOneOpen, IsAsked: Boolean;
 begin
+  RequireNoDoubt;
+  IsAsked := CanBeAsked(Session.Questions);
+  LastNumber := '';
+  IsOneOpen := False;
+  if IsAsked then
+  begin
+    LastNumber := Session.Variable(Session.Questions.LastReceipt);
+    IsOneOpen := Session.Variable(Session.Questions.State) <> Session.Questions.Closed;
+  end;
+  if IsOneOpen and IsOpen then
+    raise AlreadyBegunFailure('paragonBegin');
+  FBegin := 0;
+  FIsTaken := False;
+  FIsOver := False;
   FIsInDoubt := False;
+  FNumberBefore := LastNumber;
+  FIsAnotherOpen := IsOneOpen;
+  if IsAsked and not IsOneOpen then
+    ClaimWhatIsOpen;
 end;
 
 end.

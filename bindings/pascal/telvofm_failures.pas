@@ -55,7 +55,7 @@ type
   { The printer understood the call and refused it. }
   ERefused = class(ECall);
 
-  { Nothing reached the printer: none is open, or the session is closed. }
+  { Nothing reached the printer: none is open, the session is closed, or the receipt is not open. }
   ENotExecuted = class(ECall);
 
   { The printer may have carried the command out, or not, or twice. }
@@ -69,6 +69,12 @@ function ClosedFailure(const Call: string): ENotExecuted;
 
 { Of a call on a receipt that is none of the printer's now. }
 function NotOursFailure(const Call: string): ENotExecuted;
+
+{ Of what would go into another receipt than the one that it is called on. }
+function NotBegunFailure(const Call: string): ENotExecuted;
+
+{ Of a second begin of a receipt that is open. }
+function AlreadyBegunFailure(const Call: string): ENotExecuted;
 
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
@@ -125,8 +131,19 @@ end;
 
 function NotOursFailure(const Call: string): ENotExecuted;
 begin
-  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt was not begun, is over, or was begun while another was open.', exNo,
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt was not begun, is over, or another one may be open.', exNo,
     'To cancel another one call destroyParagon through the session.');
+end;
+
+function NotBegunFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt is not open: its begin has not worked, or it is over.', exNo,
+    'Call Recover if BeginReceipt failed, and begin it again.');
+end;
+
+function AlreadyBegunFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt is open already, and goes on.', exNo, 'End it or cancel it first.');
 end;
 
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;

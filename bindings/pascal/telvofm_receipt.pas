@@ -14,19 +14,17 @@ type
 
     What is sent raises ERefused (the receipt goes on), ENotExecuted or EOutcomeUnknown (it takes nothing more), each an ECall. Texts go
     out in Windows-1250: EText names a character that it lacks. EAmount is for amounts with more decimals than money (2) or quantities
-    (3) have. After these two nothing was sent. }
+    (3) have. After these two nothing was sent. Nor is anything, and ENotExecuted is raised, when BeginReceipt has not worked, when the
+    receipt is over, and when another object of the session has begun one since: what is open then is not this one. }
   TReceipt = class
   private
     FCalls: TCalls;
     FIsBegun: Boolean; { or may be }
-    FIsOver: Boolean; { ended, cancelled, or recovered without a person: nothing of it is open }
-    FIsAnotherOpen: Boolean; { since before this one: whatever is open is not ours }
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
     FIsFinished: Boolean; { as far as the till goes: paid in full, refused or not, or told to end }
-    FNumberBefore: UnicodeString;
     FTotal, FPaid: Currency;
     function Session: TSession;
-    procedure StartAfresh;
+    function NumberBeforeThisOne: UnicodeString;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
     function Due(Amount: Currency = 0): Currency;
@@ -40,8 +38,9 @@ type
     destructor Destroy; override;
 
     { Opens the receipt; what the numbers mean is the printer's matter. Raises EOutcomeUnknown also when another receipt was open
-      before, and while it is unknown what became of the one that was begun before with this object. After a failure call Recover
-      before anything else: the printer may have opened it and refused the same request when it was sent again. }
+      before, and while it is unknown what became of the one that was begun before with this object; ENotExecuted also while that one
+      is open. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
+      was sent again. }
     procedure BeginReceipt(SaleType: Integer = 1; Commission: Integer = 0; ReceiptType: Integer = 0; Recapitulation: Integer = 1;
       Picture: Integer = 0);
     { Sells an item: Total for Quantity of UnitName at UnitPrice each, under the printer's letter of a VAT rate. The library sends no
@@ -59,8 +58,8 @@ type
     { Ends the receipt and returns its number; an empty one if the printer cannot be asked. Picture is the printer's number of one, 0
       for none. Raises EOutcomeUnknown also when the printer's last receipt is not this one. }
     function EndReceipt(Picture: Integer = 0): UnicodeString;
-    { Cancels the receipt; the printer prints the description. Raises ENotExecuted, too, when it was not begun, is over, or was begun
-      while another was open: that one is left alone. }
+    { Cancels the receipt; the printer prints the description. Raises ENotExecuted, too, when it was not begun, is over, or when
+      what is open may be another one: that is left alone. }
     procedure Cancel(const Description: UnicodeString = '');
 
     { Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
@@ -69,7 +68,7 @@ type
     function Recover: TRecovery;
 
     { The last receipt's number before this one began; empty while it has not, or when the printer cannot be asked. }
-    property NumberBefore: UnicodeString read FNumberBefore;
+    property NumberBefore: UnicodeString read NumberBeforeThisOne;
     { What is sold so far. Correct it after what went to the printer past this class. }
     property Total: Currency read FTotal write FTotal;
     { What is paid so far. }
@@ -79,7 +78,7 @@ type
 implementation
 
 uses
-  SysUtils, telvofm_failures, telvofm_library, telvofm_texts;
+  SysUtils, telvofm_failures, telvofm_library, telvofm_questions, telvofm_texts;
 
 { ---- Selling ---- }
 
@@ -94,9 +93,10 @@ begin
   inherited Create;
   FCalls := TCalls.Create(Session, 'Recover');
   FCalls.Doubt('The till was interrupted in this receipt.');
+  FCalls.ClaimWhatIsOpen;
   FIsBegun := True;
   FIsFinished := True;
-  FNumberBefore := NumberBefore;
+  FCalls.NumberBefore := NumberBefore;
   FTotal := Total;
   FPaid := Total;
 end;
@@ -112,31 +112,19 @@ begin
   Result := FCalls.Session;
 end;
 
-{ Without what an earlier receipt of this object has left. }
-procedure TReceipt.StartAfresh;
+function TReceipt.NumberBeforeThisOne: UnicodeString;
 begin
-  if not FIsOver then
-    FCalls.RequireNoDoubt;
-  FCalls.ForgetDoubt;
-  FIsBegun := False;
-  FIsOver := False;
-  FIsAnotherOpen := False;
-  FIsCompared := False;
-  FIsFinished := False;
-  FNumberBefore := '';
-  FTotal := 0;
-  FPaid := 0;
+  Result := FCalls.NumberBefore;
 end;
 
 procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
 begin
-  StartAfresh;
-  if Session.Questions.LastReceipt <> '' then
-  begin
-    FNumberBefore := Session.Variable(Session.Questions.LastReceipt);
-    FIsAnotherOpen := Session.Variable(Session.Questions.State) <> Session.Questions.Closed;
-  end;
+  FCalls.StartAfresh;
   FIsBegun := True;
+  FIsCompared := False;
+  FIsFinished := False;
+  FTotal := 0;
+  FPaid := 0;
   try
     FCalls.Start('paragonBegin');
     FCalls.Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
@@ -147,8 +135,9 @@ begin
       raise;
     end;
   end;
-  if FIsAnotherOpen then
+  if FCalls.IsAnotherOpen then
     FCalls.RaiseDoubt('Another receipt was open before.');
+  FCalls.Take;
 end;
 
 procedure TReceipt.Sell(const Name: UnicodeString; Total: Currency; Vat: WideChar; Quantity, UnitPrice: Currency;
@@ -157,6 +146,7 @@ var
   Texts: TTextsOfItem;
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
+  FCalls.RequireOpen('itemSale_str');
   FCalls.Start('itemSale_str');
   Line(Total, Functions.itemSale_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName)));
@@ -168,6 +158,7 @@ var
   Texts: TTextsOfItem;
 begin
   Texts := TextsOfItem(Name, Total, Vat, Quantity, UnitPrice, UnitName);
+  FCalls.RequireOpen('itemVoid_str');
   FCalls.Start('itemVoid_str');
   Line(-Total, Functions.itemVoid_str(Session.Device, 0, PAnsiChar(Texts.Name), PAnsiChar(Texts.Total), PAnsiChar(Texts.Vat),
     PAnsiChar(Texts.Quantity), PAnsiChar(Texts.UnitPrice), PAnsiChar(Texts.UnitName), nil));
@@ -180,6 +171,7 @@ begin
   Words := EncodeText(Description);
   Sum := MoneyText(Amount);
   Letter := EncodeText(Vat);
+  FCalls.RequireOpen('itemDiscount_str');
   FCalls.Start('itemDiscount_str');
   Line(-Amount, Functions.itemDiscount_str(Session.Device, 0, PAnsiChar(Words), Operation, PAnsiChar(Sum), PAnsiChar(Letter)));
 end;
@@ -192,6 +184,7 @@ begin
   Part := PaymentText(Amount);
   NoExchange := EncodeText('0');
   Words := EncodeText(Description);
+  FCalls.RequireOpen('payment_str');
   FCalls.Start('payment_str');
   if not FIsCompared then
   begin
@@ -220,16 +213,15 @@ end;
 
 function TReceipt.EndReceipt(Picture: Integer): UnicodeString;
 begin
+  FCalls.RequireOpen('paragonEnd');
   FIsFinished := True;
   FCalls.Start('paragonEnd');
   FCalls.Check(Functions.paragonEnd(Session.Device, 0, Picture));
   Result := FCalls.Answer(Session.Questions.LastReceipt);
-  if Result = '' then
-    Exit;
-  if Result = FNumberBefore then
+  if CanBeAsked(Session.Questions) and (Result = NumberBefore) then
     FCalls.RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
   FCalls.Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
-  FIsOver := True;
+  FCalls.Finish;
 end;
 
 procedure TReceipt.Cancel(const Description: UnicodeString);
@@ -237,12 +229,12 @@ var
   Words: RawByteString;
 begin
   Words := EncodeText(Description);
-  if not FIsBegun or FIsAnotherOpen or FIsOver then
+  if not FIsBegun or FCalls.IsOver or not FCalls.HasBegunLast then
     raise NotOursFailure('destroyParagon');
-  Session.Start('destroyParagon');
-  Session.Check(Functions.destroyParagon(Session.Device, 0, PAnsiChar(Words)));
+  FCalls.Start('destroyParagon');
+  FCalls.Check(Functions.destroyParagon(Session.Device, 0, PAnsiChar(Words)));
   FIsBegun := False;
-  FIsOver := True;
+  FCalls.Finish;
 end;
 
 { ---- Counting ---- }
@@ -276,15 +268,19 @@ begin
   else if not FCalls.IsSessionOpen then
     Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
       'recover it as an interrupted receipt of another session')
-  else if FIsAnotherOpen then
+  else if FCalls.IsAnotherOpen then
     Result := Recovered(vdAskAPerson, 'another receipt was open before this one began, and is left alone; end it with paragonEnd or ' +
       'cancel it with destroyParagon, called through the session, before this one is sold again')
-  else if FNumberBefore = '' then
+  else if not CanBeAsked(Session.Questions) then
     Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
+  else if not FCalls.HasBegunLast then
+    Result := Recovered(vdAskAPerson, 'another receipt was begun since, and is left alone; look at the printer''s paper before this one is ' +
+      'sold again')
   else
   begin
-    Result := AskedRecovery(FCalls.Session, FNumberBefore, FTotal, FPaid, FIsFinished);
-    FIsOver := FIsOver or (Result.Verdict <> vdAskAPerson);
+    Result := AskedRecovery(FCalls.Session, NumberBefore, FTotal, FPaid, FIsFinished);
+    if Result.Verdict <> vdAskAPerson then
+      FCalls.Finish;
   end;
 end;
 

@@ -6,20 +6,7 @@ unit telvofm_session;
 interface
 
 uses
-  telvofm_functions;
-
-type
-  { The printer's own names of the variables that a receipt asks for; Closed is what State is while no receipt is open. }
-  TQuestions = record
-    LastReceipt, LastTotal, State, Closed, Total, Due: UnicodeString;
-  end;
-
-const
-  { Those of the virtual printer. }
-  UsualQuestions: TQuestions = (LastReceipt: 'LAST_RECEIPT'; LastTotal: 'LAST_TOTAL'; State: 'STATE'; Closed: 'closed';
-    Total: 'TOTAL'; Due: 'DUE');
-  { For a printer that cannot be asked: a receipt asks nothing, and Recover wants a person. }
-  NoQuestions: TQuestions = (LastReceipt: ''; LastTotal: ''; State: ''; Closed: ''; Total: ''; Due: '');
+  telvofm_functions, telvofm_questions;
 
 type
   { Bytes of any length, which the library holds until the last reference to them goes. }
@@ -43,12 +30,12 @@ type
     FQuestions: TQuestions;
     FCall: string;
     FStarted, FLastMilliseconds: UInt64;
-    FNumber: Integer;
+    FNumber, FLastBegin: Integer;
     procedure Open;
   public
     { Opens "192.168.1.10:9100", "COM3" and whatever else openFM takes; Device is the printer's own address, whose low byte is sent.
-      Raises ELibrary when there is no library that fits, EInvalidOpException while another session is open, and ENotExecuted when
-      no printer answers. }
+      Raises ELibrary when there is no library that fits, EInvalidOpException while another session is open, EArgumentException for
+      questions of which some are missing, and ENotExecuted when no printer answers. }
     constructor Create(const Address: UnicodeString; Device: Integer = 1); overload;
     { The same for a printer that has other names for what a receipt asks; NoQuestions is for one that cannot be asked. }
     constructor Create(const Address: UnicodeString; Device: Integer; const Questions: TQuestions); overload;
@@ -83,6 +70,11 @@ type
     function LastReceipt: UnicodeString;
     { The text of the whole electronic journal, of any length. }
     function Journal: UnicodeString;
+
+    { For receipts: the number of another begin. }
+    function NextBegin: Integer;
+    { The begin whose receipt is open, if one of this session's is. }
+    property LastBegin: Integer read FLastBegin;
 
     { The printer's own address. }
     property Device: Integer read FDevice;
@@ -170,6 +162,7 @@ end;
 constructor TSession.Create(const Address: UnicodeString; Device: Integer; const Questions: TQuestions);
 begin
   inherited Create;
+  RequireAllOrNone(Questions);
   FAddress := EncodeText(Address);
   FDevice := Device;
   FQuestions := Questions;
@@ -236,6 +229,12 @@ begin
   FLastMilliseconds := GetTickCount64 - FStarted;
   if Code <> 0 then
     raise FailureOf(FCall, Code, FLastMilliseconds > SlowMilliseconds);
+end;
+
+function TSession.NextBegin: Integer;
+begin
+  Inc(FLastBegin);
+  Result := FLastBegin;
 end;
 
 function TSession.NewResult: IResultData;

@@ -44,7 +44,7 @@ def in_pascal(text):
 def in_cpp(text):
     """What stands in the namespace itself, and in the public part of its classes; constructors and operators speak for themselves.
     The second of two lines that one comment explains stands right under the first."""
-    text = re.sub(r"namespace inside \{.*?\} // namespace inside", "", text, flags=re.DOTALL)
+    text = re.sub(r"namespace (?:telvofm::)?inside \{.*?\} // namespace (?:telvofm::)?inside", "", text, flags=re.DOTALL)
     is_public, before = True, ""
     for line in text.splitlines():
         if re.match(r"(public|private):", line):

@@ -28,8 +28,120 @@ class Recovering(WithPrinter):
         self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
 
     def assert_is_not_ours(self, receipt):
-        with self.assertRaisesRegex(telvofm.NotExecuted, "This receipt was not begun, is over, or was begun while another was open"):
+        with self.assertRaisesRegex(telvofm.NotExecuted, "This receipt was not begun, is over, or another one may be open"):
             receipt.cancel()
+
+    def assert_takes_nothing(self, receipt, failure=telvofm.NotExecuted, words="This receipt is not open"):
+        """And the printer hears nothing of it."""
+        before = len(self.printer.trace())
+        for action in (lambda: receipt.sell("Syr", 3, "A"), lambda: receipt.void("Med", 4, "A"), lambda: receipt.discount("Zľava", 1, "A"),
+                       lambda: receipt.pay(1, 4), receipt.end):
+            with self.assertRaisesRegex(failure, words):
+                action()
+        self.assertEqual(len(self.printer.trace()), before)
+
+    def test_receipt_that_is_not_open_takes_nothing(self):
+        self.assert_takes_nothing(self.session.receipt())
+        receipt = self.begun_receipt()
+        receipt.cancel()
+        self.assert_takes_nothing(receipt)
+        receipt.begin()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.assert_takes_nothing(receipt)
+        receipt.begin()
+        receipt.sell("Med", 4, "A")
+        receipt.pay(1, 4)
+        receipt.end()
+        self.assert_takes_nothing(receipt)
+        self.printer.arm("connectionClosed", command="paragonBegin", at="answer")
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.begin()
+        self.assert_takes_nothing(receipt, telvofm.OutcomeUnknown, "paragonBegin: code -10201")
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        self.assert_takes_nothing(receipt)
+
+    def test_begin_that_failed_takes_nothing(self):
+        receipt = self.session.receipt()  # and no day is open
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assert_takes_nothing(receipt)
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
+        other = self.begun_receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assert_takes_nothing(receipt)
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)
+        self.assert_is_not_ours(receipt)
+        other.pay(1, 4)
+        self.assertEqual(other.end(), "1")
+        self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}])
+
+    def test_begin_that_ran_before_its_refusal_takes_nothing_and_is_cancelled(self):
+        self.session.begin_day()
+        self.printer.arm("executedNotAcknowledged", command="paragonBegin", code=11)
+        receipt = self.session.receipt()
+        with self.assertRaises(telvofm.Refused):
+            receipt.begin()
+        self.assert_takes_nothing(receipt)
+        receipt.cancel()
+        self.printer.expect(committed=[{"kind": "cancelledReceipt"}])
+
+    def test_second_begin_of_a_receipt_that_is_open_is_refused_and_it_goes_on(self):
+        receipt = self.begun_receipt()
+        with self.assertRaisesRegex(telvofm.NotExecuted, "This receipt is open already"):
+            receipt.begin()
+        receipt.pay(1, 4)
+        self.assertEqual(receipt.end(), "1")
+        self.printer.expect(received=[{"name": "paragonBegin", "count": 1}])
+
+    def test_receipt_that_another_has_followed_takes_nothing(self):
+        receipt = self.begun_receipt()
+        self.session.call("destroyParagon", 1, 0, "")  # past the object
+        other = self.begun_receipt()
+        self.assert_takes_nothing(receipt)
+        self.assert_is_not_ours(receipt)
+        recovery = receipt.recover()
+        self.assertEqual(recovery.verdict, telvofm.Verdict.ASK_A_PERSON)
+        self.assertIn("another receipt was begun since", recovery.sentence)
+        other.pay(1, 4)
+        self.assertEqual(other.end(), "1")
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.ASK_A_PERSON)  # the receipt of 4.00 is not this one
+
+    def test_receipt_of_a_printer_that_cannot_be_asked(self):
+        self.session.begin_day()
+        self.session.close()
+        blind = telvofm.Session(self.printer.address, questions=None)
+        self.addCleanup(blind.close)
+        receipt, other = blind.receipt(), blind.receipt()
+        receipt.begin()
+        receipt.sell("Med", 4, "A")
+        with self.assertRaises(telvofm.Refused):
+            other.begin()
+        self.assert_takes_nothing(other)
+        self.assert_is_not_ours(other)  # for all that is known
+        receipt.pay(1, 4)
+        receipt.end()
+        self.assert_takes_nothing(receipt)
+        self.assert_is_not_ours(receipt)
+        self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}], received=[{"name": "destroyParagon", "count": 0}])
+
+    def test_end_that_is_not_sent_ends_nothing(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("acknowledgeLost", command="payment")
+        with self.assertRaisesRegex(telvofm.OutcomeUnknown, "what is due is '0.00', for the till 2.00"):
+            receipt.pay(1, 2)
+        with self.assertRaises(telvofm.OutcomeUnknown):
+            receipt.end()
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)  # 2.00 were paid, and not 4.00
+
+    def test_cancelling_whose_answer_is_lost_is_remembered(self):
+        receipt = self.begun_receipt()
+        self.printer.arm("connectionClosed", command="destroyParagon", at="answer")
+        for action in (receipt.cancel, receipt.begin):
+            with self.assertRaisesRegex(telvofm.OutcomeUnknown, "destroyParagon: code -10201"):
+                action()
+        self.assert_takes_nothing(receipt, telvofm.OutcomeUnknown, "destroyParagon: code -10201")
+        self.assertEqual(receipt.recover().verdict, telvofm.Verdict.NOT_SOLD)
 
     def test_cancelling_what_is_not_open_sends_nothing(self):
         ended = self.begun_receipt()

@@ -124,6 +124,12 @@ class OpenSession(WithPrinter):
         with _ResultObject(fake) as result:
             self.assertEqual(result.data(), b"a\0b")
 
+    def test_wants_all_names_of_a_printers_variables_or_none(self):
+        self.session.close()
+        for questions in (telvofm.Questions(state=None), telvofm.Questions(due="")):
+            with self.assertRaisesRegex(ValueError, "give all of them, or None"):
+                telvofm.Session(self.printer.address, questions=questions)
+
     def test_printer_that_calls_its_variables_otherwise(self):
         self.session.begin_day()
         self.session.questions = telvofm.Questions(last_receipt="POSLEDNY")

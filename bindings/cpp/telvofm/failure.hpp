@@ -12,7 +12,7 @@ namespace telvofm {
 enum class Kind
 {
     refused,        // the printer understood the call and refused it
-    notExecuted,    // nothing reached the printer: none is open, or this session has ended
+    notExecuted,    // nothing reached the printer: none, this session or this receipt is not open
     outcomeUnknown, // it may have been carried out, or not, or twice
     textError,      // a text that cannot be sent; nothing was sent
     amountError,    // an amount that cannot be sent; nothing was sent
@@ -93,9 +93,33 @@ inline Failure notOurs(std::string_view call)
             std::string(call),
             -1,
             "notOpen",
-            "This receipt was not begun, is over, or was begun while another was open.",
+            "This receipt was not begun, is over, or another one may be open.",
             Executed::no,
             "To cancel another one call destroyParagon through the session."};
+}
+
+// The failure of what would go into another receipt than the one that it is called on.
+inline Failure notBegun(std::string_view call)
+{
+    return {Kind::notExecuted,
+            std::string(call),
+            -1,
+            "notOpen",
+            "This receipt is not open: its begin has not worked, or it is over.",
+            Executed::no,
+            "Call recover() if begin failed, and begin it again."};
+}
+
+// The failure of a second begin of a receipt that is open.
+inline Failure alreadyBegun(std::string_view call)
+{
+    return {Kind::notExecuted,
+            std::string(call),
+            -1,
+            "notOpen",
+            "This receipt is open already, and goes on.",
+            Executed::no,
+            "End it or cancel it first."};
 }
 
 // The failure of what is refused before any call.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "decimal.hpp"
+#include "receipt_calls.hpp"
 #include "recovery.hpp"
 #include "session.hpp"
 
@@ -14,7 +15,9 @@ namespace telvofm {
 // Compares its own total with the printer's. Each step is true when it has worked, so that a receipt is a
 // chain of && ; what failed then is failure(). After `refused` it goes on, after `outcomeUnknown` it takes
 // nothing more. Texts are UTF-8 here and go out in Windows-1250; one that does not fit is a textError, and an
-// amount with more decimals than money (2) or quantities (3) have is an amountError: nothing was sent.
+// amount with more decimals than money (2) or quantities (3) have is an amountError: nothing was sent. Nor is
+// anything, and it is notExecuted, when begin() has not worked, when the receipt is over, and when another
+// object of the session has begun one since: what is open then is not this one.
 class Receipt
 {
 public:
@@ -23,29 +26,26 @@ public:
     // Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before
     // anything else: the printer may have opened it and refused the same request when it was sent again. The
     // outcome is unknown, too, when another receipt was open before, and while it is unknown what became of
-    // the one that was begun before with this object.
+    // the one that was begun before with this object; it is notExecuted while that one is open.
     Outcome begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1,
                   int picture = 0)
     {
-        if (doubt_ && !isOver_) {
-            return failed(*doubt_);
+        if (Outcome ready = calls_.startAfresh(); !ready) {
+            return ready;
         }
-        startAfresh();
-        const Questions& questions = session_.questions();
-        if (questions.canBeAsked) {
-            const Result<std::string> last = session_.variable(questions.lastReceipt);
-            const Result<std::string> state = session_.variable(questions.state);
-            if (!last || !state) {
-                return failed(last ? state.error() : last.error());
-            }
-            numberBefore_ = *last;
-            isAnotherOpen_ = *state != questions.closed;
-        }
-        Outcome begun =
-            send("paragonBegin", paragonBegin, 0, saleType, commission, receiptType, recapitulation, picture);
+        isCompared_ = isFinished_ = false;
+        number_.clear();
+        total_ = paid_ = Decimal();
+        Outcome begun = calls_.send("paragonBegin", paragonBegin, 0, saleType, commission, receiptType,
+                                    recapitulation, picture);
         isBegun_ = begun || begun.error().kind != Kind::notExecuted;
-        return begun && isAnotherOpen_ ? doubted(doubt("paragonBegin", "Another receipt was open before."))
-                                       : begun;
+        if (begun && calls_.isAnotherOpen()) {
+            return calls_.doubted(doubt("paragonBegin", "Another receipt was open before."));
+        }
+        if (begun) {
+            calls_.take();
+        }
+        return begun;
     }
 
     // Sells an item: `total` for `quantity` of `unit` at `unitPrice` each, under the printer's letter of a
@@ -56,9 +56,9 @@ public:
         return line(
             total,
             [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return send("itemSale_str", itemSale_str, 0, name, money, vat, amount, price, unit);
+                return calls_.send("itemSale_str", itemSale_str, 0, name, money, vat, amount, price, unit);
             },
-            total, quantity, unitPrice);
+            "itemSale_str", total, quantity, unitPrice);
     }
 
     // Takes an item of this receipt back, which was sold with the same arguments.
@@ -68,9 +68,10 @@ public:
         return line(
             -total,
             [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return send("itemVoid_str", itemVoid_str, 0, name, money, vat, amount, price, unit, "");
+                return calls_.send("itemVoid_str", itemVoid_str, 0, name, money, vat, amount, price, unit,
+                                   "");
             },
-            total, quantity, unitPrice);
+            "itemVoid_str", total, quantity, unitPrice);
     }
 
     // A discount of a sum on the item that was sold last; `operation` is the printer's number for that.
@@ -79,9 +80,10 @@ public:
         return line(
             -amount,
             [&](const std::string& money, const std::string&, const std::string&) {
-                return send("itemDiscount_str", itemDiscount_str, 0, description, operation, money, vat);
+                return calls_.send("itemDiscount_str", itemDiscount_str, 0, description, operation, money,
+                                   vat);
             },
-            amount, 0, 0);
+            "itemDiscount_str", amount, 0, 0);
     }
 
     // Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library
@@ -90,22 +92,25 @@ public:
     Outcome pay(int type, Decimal amount, std::string_view description)
     {
         if (amount == Decimal()) {
-            return failed(
+            return calls_.failed(
                 wrongArgument(Kind::amountError, "a payment of 0 can mean all that is due; say the amount"));
         }
         const Result<std::string> money = amount.text(2);
         const Result<std::string> total = total_.text(2);
         if (!money || !total) {
-            return failed(money ? total.error() : money.error());
+            return calls_.failed(money ? total.error() : money.error());
+        }
+        if (Outcome open = calls_.requireOpen("payment_str"); !open) {
+            return open;
         }
         if (!isCompared_) {
-            if (Outcome compared = check("payment_str", session_.questions().total, total_, "the total");
+            if (Outcome compared = calls_.check("payment_str", questions().total, total_, "the total");
                 !compared) {
                 return compared;
             }
             isCompared_ = true;
         }
-        Outcome payed = send("payment_str", payment_str, 0, type, *total, *money, "0", description);
+        Outcome payed = calls_.send("payment_str", payment_str, 0, type, *total, *money, "0", description);
         const bool counts = payed || payed.error().kind == Kind::outcomeUnknown; // as it was meant
         const bool isRefused = !payed && payed.error().kind == Kind::refused;
         if (counts || isRefused) { // refused, it may have been taken before: the printer's totals tell
@@ -117,7 +122,7 @@ public:
         if (!payed && !isRefused) {
             return payed;
         }
-        const Outcome compared = check("payment_str", session_.questions().due, due(), "what is due");
+        const Outcome compared = calls_.check("payment_str", questions().due, due(), "what is due");
         return compared ? payed : compared;
     }
 
@@ -125,37 +130,50 @@ public:
     // the printer's number of one, 0 for none.
     Outcome end(int picture = 0)
     {
+        if (Outcome open = calls_.requireOpen("paragonEnd"); !open) {
+            return open;
+        }
         isFinished_ = true;
-        if (Outcome ended = send("paragonEnd", paragonEnd, 0, picture);
-            !ended || !session_.questions().canBeAsked) {
+        Outcome ended = calls_.send("paragonEnd", paragonEnd, 0, picture);
+        if (!ended) {
             return ended;
         }
-        const Result<std::string> last = ask("paragonEnd", session_.questions().lastReceipt);
+        if (!questions().canBeAsked) {
+            calls_.finish();
+            return ended;
+        }
+        const Result<std::string> last = calls_.ask("paragonEnd", questions().lastReceipt);
         if (!last) {
             return last.error();
         }
-        if (*last == numberBefore_) {
-            return doubted(doubt("paragonEnd", "The printer's last receipt is still " + *last + "."));
+        if (*last == numberBefore()) {
+            return calls_.doubted(doubt("paragonEnd", "The printer's last receipt is still " + *last + "."));
         }
         number_ = *last;
         Outcome compared =
-            check("paragonEnd", session_.questions().lastTotal, total_, "the total of the last receipt");
-        isOver_ = compared.has_value();
+            calls_.check("paragonEnd", questions().lastTotal, total_, "the total of the last receipt");
+        if (compared) {
+            calls_.finish();
+        }
         return compared;
     }
 
     // Cancels the receipt; the printer prints the description. It is notExecuted, too, when the receipt was
-    // not begun, is over, or was begun while another was open: that one is left alone.
+    // not begun, is over, or when what is open may be another one: that is left alone.
     Outcome cancel(std::string_view description = "")
     {
-        if (!isBegun_ || isAnotherOpen_ || isOver_) {
-            return failed(notOurs("destroyParagon"));
+        if (isBegun_ && !calls_.session().isOpen()) {
+            return calls_.failed(closed("destroyParagon"));
         }
-        Outcome cancelled =
-            session_.call("destroyParagon", destroyParagon, session_.device(), 0, description);
-        isBegun_ = !cancelled;
-        isOver_ = cancelled.has_value();
-        return cancelled ? cancelled : failed(cancelled.error());
+        if (!isBegun_ || calls_.isOver() || !calls_.hasBegunLast()) {
+            return calls_.failed(notOurs("destroyParagon"));
+        }
+        Outcome cancelled = calls_.send("destroyParagon", destroyParagon, 0, description);
+        if (cancelled) {
+            isBegun_ = false;
+            calls_.finish();
+        }
+        return cancelled;
     }
 
     // ---- Looking ----
@@ -163,13 +181,13 @@ public:
     // Of the receipt that is sold, empty before.
     [[nodiscard]] const std::string& number() const { return number_; }
     // The last receipt's number before this one began.
-    [[nodiscard]] const std::optional<std::string>& numberBefore() const { return numberBefore_; }
+    [[nodiscard]] const std::optional<std::string>& numberBefore() const { return calls_.numberBefore(); }
     // What is sold so far; yours to correct after calls of your own.
     [[nodiscard]] Decimal& total() { return total_; }
     // What is paid so far.
     [[nodiscard]] Decimal paid() const { return paid_; }
     // What failed last, or null.
-    [[nodiscard]] const Failure* failure() const { return failure_ ? &*failure_ : nullptr; }
+    [[nodiscard]] const Failure* failure() const { return calls_.failure(); }
 
     // ---- Recovering ----
 
@@ -179,31 +197,13 @@ public:
     // look.
     Recovery recover()
     {
-        if (!isBegun_) {
-            return {Verdict::notSold, "the receipt was not begun, or is cancelled", ""};
+        const inside::KnownReceipt known{
+            isBegun_,   calls_.isAnotherOpen(), calls_.hasBegunLast(), calls_.numberBefore(), total_, paid_,
+            isFinished_};
+        Recovery recovery = inside::recovered(calls_.session(), known);
+        if (recovery.verdict != Verdict::askAPerson) {
+            calls_.finish();
         }
-        if (!session_.isOpen()) {
-            return {Verdict::askAPerson,
-                    "the session of this receipt is closed; look at the printer's paper before it is sold "
-                    "again, or "
-                    "recover it as an interrupted receipt of another session",
-                    ""};
-        }
-        if (isAnotherOpen_) {
-            return {
-                Verdict::askAPerson,
-                "another receipt was open before this one began, and is left alone; end it with paragonEnd "
-                "or cancel it with destroyParagon, called through the session, before this one is sold "
-                "again",
-                ""};
-        }
-        if (!numberBefore_) {
-            return {Verdict::askAPerson,
-                    "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
-        }
-        const inside::KnownReceipt known{*numberBefore_, total_, paid_, isFinished_};
-        Recovery recovery = inside::askedRecovery(session_, known);
-        isOver_ = isOver_ || recovery.verdict != Verdict::askAPerson;
         number_ = recovery.number.empty() ? number_ : recovery.number;
         return recovery;
     }
@@ -211,43 +211,25 @@ public:
 private:
     friend class Session;
 
-    explicit Receipt(Session session) : session_(std::move(session)) {}
+    explicit Receipt(Session session) : calls_(std::move(session)) {}
 
-    // Without what an earlier receipt of this object has left.
-    void startAfresh()
-    {
-        isBegun_ = isOver_ = isAnotherOpen_ = isCompared_ = isFinished_ = false;
-        numberBefore_.reset();
-        number_.clear();
-        total_ = paid_ = Decimal();
-        failure_.reset();
-        doubt_.reset();
-    }
-
-    template <typename Function, typename... Arguments>
-    Outcome send(std::string_view name, Function function, const Arguments&... arguments)
-    {
-        if (doubt_) {
-            return failed(*doubt_);
-        }
-        Outcome sent = session_.call(name, function, session_.device(), arguments...);
-        if (sent) {
-            return sent;
-        }
-        return sent.error().kind == Kind::outcomeUnknown ? doubted(sent.error()) : failed(sent.error());
-    }
+    [[nodiscard]] const Questions& questions() { return calls_.session().questions(); }
 
     // A line that counts `value` when it has been sent; its amounts as money, quantity and unit price.
     template <typename Send>
-    Outcome line(Decimal value, Send sendLine, Decimal money, Decimal quantity, Decimal unitPrice)
+    Outcome line(Decimal value, Send sendLine, std::string_view call, Decimal money, Decimal quantity,
+                 Decimal unitPrice)
     {
         const Result<std::string> moneyText = money.text(2);
         const Result<std::string> quantityText = quantity.text(3);
         const Result<std::string> priceText = unitPrice.text(2);
         for (const Result<std::string>* text : {&moneyText, &quantityText, &priceText}) {
             if (!*text) {
-                return failed(text->error());
+                return calls_.failed(text->error());
             }
+        }
+        if (Outcome open = calls_.requireOpen(call); !open) {
+            return open;
         }
         Outcome sent = sendLine(*moneyText, *quantityText, *priceText);
         if (sent) {
@@ -266,63 +248,13 @@ private:
                                   : nothing;
     }
 
-    Outcome check(std::string_view call, const std::string& question, Decimal expected,
-                  const std::string& what)
-    {
-        if (doubt_) {
-            return failed(*doubt_);
-        }
-        if (!session_.questions().canBeAsked) {
-            return Done();
-        }
-        const Result<std::string> answer = ask(call, question);
-        if (!answer) {
-            return answer.error();
-        }
-        if (Decimal::parse(*answer) != expected) {
-            return doubted(doubt(call, "For the printer " + what + " is \"" + *answer + "\", for the till " +
-                                           expected.text(2).value_or("another") +
-                                           ": something was carried out twice, or not at all."));
-        }
-        return Done();
-    }
-
-    Result<std::string> ask(std::string_view call, const std::string& question)
-    {
-        Result<std::string> answer = session_.variable(question);
-        if (!answer) {
-            return doubted(doubt(call, "The printer does not say what it has done (" + answer.error().call +
-                                           ": code " + std::to_string(answer.error().code) + ")."))
-                .error();
-        }
-        return answer;
-    }
-
-    Outcome failed(const Failure& failure)
-    {
-        failure_ = failure;
-        return failure;
-    }
-
-    // A failure after which nothing more is sold into this receipt.
-    Outcome doubted(const Failure& failure)
-    {
-        doubt_ = failure;
-        return failed(failure);
-    }
-
-    Session session_;            // as it was lent: it may have ended
-    bool isBegun_ = false;       // or may be
-    bool isOver_ = false;        // ended, cancelled, or recovered without a person: nothing of it is open
-    bool isAnotherOpen_ = false; // since before this one: whatever is open is not ours
-    bool isCompared_ = false;    // its total with the printer's, before the first payment
-    bool isFinished_ = false;    // as far as the till goes: paid in full, refused or not, or told to end
-    std::optional<std::string> numberBefore_;
+    inside::ReceiptCalls calls_;
+    bool isBegun_ = false;    // or may be
+    bool isCompared_ = false; // its total with the printer's, before the first payment
+    bool isFinished_ = false; // as far as the till goes: paid in full, refused or not, or told to end
     std::string number_;
     Decimal total_;
     Decimal paid_;
-    std::optional<Failure> failure_;
-    std::optional<Failure> doubt_; // after which nothing more is sold into it
 };
 
 inline Receipt Session::receipt()
@@ -334,9 +266,8 @@ inline Receipt Session::interruptedReceipt(std::string numberBefore, Decimal tot
 {
     Receipt receipt(lent());
     receipt.isBegun_ = receipt.isFinished_ = true;
-    receipt.numberBefore_ = std::move(numberBefore);
+    receipt.calls_.interrupt(std::move(numberBefore));
     receipt.total_ = receipt.paid_ = total;
-    receipt.doubt_ = doubt("recover", "The till was interrupted in this receipt.");
     return receipt;
 }
 

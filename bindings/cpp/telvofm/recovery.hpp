@@ -5,6 +5,7 @@
 #include "decimal.hpp"
 #include "session.hpp"
 
+#include <optional>
 #include <string>
 
 namespace telvofm {
@@ -39,7 +40,10 @@ namespace inside {
 // What the till knows of a receipt.
 struct KnownReceipt
 {
-    std::string numberBefore; // the last receipt's before this one began
+    bool isBegun;                            // or may be
+    bool isAnotherOpen;                      // since before this one
+    bool hasBegunLast;                       // of the receipts of its session
+    std::optional<std::string> numberBefore; // the last receipt's; none when the printer cannot be asked
     Decimal total;
     Decimal paid;
     bool isFinished; // as far as the till goes: paid in full, refused or not, or told to end
@@ -100,7 +104,7 @@ inline Recovery judge(const KnownReceipt& known, const Standing& now)
     return {Verdict::askAPerson,
             "the printer's last receipt is " + now.number + " with " + now.lastTotal +
                 (now.isClosed ? "" : ", and one is open") + "; the till sold " + total + " after receipt " +
-                known.numberBefore + "; look at the paper before it is sold again",
+                *known.numberBefore + "; look at the paper before it is sold again",
             ""};
 }
 
@@ -122,6 +126,37 @@ inline Recovery askedRecovery(Session& session, const KnownReceipt& known)
                 ""};
     }
     return judge(known, *now);
+}
+
+// The same, unless the receipt or its session is not what is open.
+inline Recovery recovered(Session& session, const KnownReceipt& known)
+{
+    if (!known.isBegun) {
+        return {Verdict::notSold, "the receipt was not begun, or is cancelled", ""};
+    }
+    if (!session.isOpen()) {
+        return {Verdict::askAPerson,
+                "the session of this receipt is closed; look at the printer's paper before it is sold again, "
+                "or recover it as an interrupted receipt of another session",
+                ""};
+    }
+    if (known.isAnotherOpen) {
+        return {Verdict::askAPerson,
+                "another receipt was open before this one began, and is left alone; end it with paragonEnd "
+                "or cancel it with destroyParagon, called through the session, before this one is sold again",
+                ""};
+    }
+    if (!known.numberBefore) {
+        return {Verdict::askAPerson,
+                "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
+    }
+    if (!known.hasBegunLast) {
+        return {Verdict::askAPerson,
+                "another receipt was begun since, and is left alone; look at the printer's paper before this "
+                "one is sold again",
+                ""};
+    }
+    return askedRecovery(session, known);
 }
 
 } // namespace inside

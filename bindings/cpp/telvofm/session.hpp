@@ -6,6 +6,7 @@
 #include "file_name.hpp"
 #include "text.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -33,6 +34,8 @@ struct Questions
 };
 
 namespace inside {
+
+class ReceiptCalls;
 
 // An argument as the library takes it; a text is encoded and lives until the call is over. The path of a file
 // goes out as the system's own bytes.
@@ -79,8 +82,8 @@ class Session
 {
 public:
     // "192.168.1.10:9100", or "COM3" for a serial port; `device` is the printer's own address, whose low byte
-    // is sent. Fails when no printer answers, while another session is open, and with a library of another
-    // interface.
+    // is sent. Fails when no printer answers, while another session is open, with questions of which some are
+    // missing, and with a library of another interface.
     static Result<Session> open(std::string_view address, int device = 1, Questions questions = {})
     {
         constexpr int version = 106; // of the interface that this header is for
@@ -89,6 +92,14 @@ public:
                                  "the library that was found has version " + std::to_string(getVersion()) +
                                      " of the interface, and telvofm.hpp needs " + std::to_string(version) +
                                      "; take both from the same release");
+        }
+        // With some of the names recovery would take another receipt for its own.
+        const auto names = {questions.lastReceipt, questions.lastTotal, questions.state,
+                            questions.closed,      questions.total,     questions.due};
+        if (questions.canBeAsked && std::find(names.begin(), names.end(), "") != names.end()) {
+            return wrongArgument(Kind::notExecuted,
+                                 "some of the printer's names are missing in the questions; "
+                                 "give all of them, or .canBeAsked = false");
         }
         if (isAnyOpen()) {
             return wrongArgument(Kind::notExecuted,
@@ -184,11 +195,13 @@ public:
     [[nodiscard]] const Questions& questions() const { return questions_; }
 
 private:
-    friend class Receipt;
+    friend class inside::ReceiptCalls;
 
     // Closes the connection with its only owner, a session.
     struct Connection
     {
+        unsigned begins = 0; // of receipts; whatever is open is the last one's
+
         Connection() { isAnyOpen() = true; }
         ~Connection()
         {
@@ -203,6 +216,18 @@ private:
         : address_(address), device_(device), questions_(std::move(questions)),
           connection_(std::make_shared<Connection>()), open_(connection_)
     {
+    }
+
+    // The number of another begin, and of the last one; 0 when the session has ended.
+    [[nodiscard]] unsigned nextBegin() const
+    {
+        const std::shared_ptr<Connection> open = open_.lock();
+        return open ? ++open->begins : 0;
+    }
+    [[nodiscard]] unsigned lastBegin() const
+    {
+        const std::shared_ptr<Connection> open = open_.lock();
+        return open ? open->begins : 0;
     }
 
     // The same session for a receipt, which does not keep it open.

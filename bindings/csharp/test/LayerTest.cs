@@ -1,5 +1,6 @@
 using System;
 using System.Globalization;
+using System.IO;
 using System.Linq;
 using System.Threading;
 using Telvofm;
@@ -26,9 +27,9 @@ static class LayerTest
             action();
             Check(false, "no " + typeof(T).Name + " with " + words);
         }
-        catch (T expected)
+        catch (Exception thrown)
         {
-            Check(expected.Message.Contains(words), expected.Message + " has no " + words);
+            Check(thrown is T && thrown.Message.Contains(words), thrown + " instead of " + typeof(T).Name + " with " + words);
         }
     }
 
@@ -186,12 +187,69 @@ static class LayerTest
         Receipt another = session.NewReceipt();
         CheckThrows<NotExecutedException>("was not begun", () => another.Cancel());
         CheckThrows<RefusedException>("paragonBegin", () => another.Begin());
-        CheckThrows<NotExecutedException>("begun while another was open. It was not carried out. To cancel another one call destroyParagon through "
+        CheckThrows<NotExecutedException>("or another one may be open. It was not carried out. To cancel another one call destroyParagon through "
                                           + "the session.", () => another.Cancel());
         Check(another.Recover().Verdict == Verdict.AskAPerson && session.Variable("STATE") == "open", "a receipt behind one that was open");
         Check(session.InterruptedReceipt(left.NumberBefore, 0.25m).Recover().Verdict == Verdict.NotSold, "a till that was switched off");
         Check(session.InterruptedReceipt("2", 0.25m).Recover().Number == "4", "a till that was switched off behind the end");
         Check(session.InterruptedReceipt("1", 7).Recover().Verdict == Verdict.AskAPerson, "a receipt of somebody else");
+    }
+
+    /// <summary>Nothing goes into it, and nothing is sent.</summary>
+    static void TakesNothing(Receipt receipt, string what)
+    {
+        const string log = "nothing.log";
+        Functions.setRawLogginOn(FileName.Encode(log));
+        CheckThrows<NotExecutedException>("This receipt is not open", () => receipt.Sell("Med", 1, 'A', 1, 1, "ks"));
+        CheckThrows<NotExecutedException>("This receipt is not open", () => receipt.Void("Med", 1, 'A', 1, 1, "ks"));
+        CheckThrows<NotExecutedException>("This receipt is not open", () => receipt.Discount("Zľava", 1, 'A'));
+        CheckThrows<NotExecutedException>("This receipt is not open", () => receipt.Pay(1, 1, ""));
+        CheckThrows<NotExecutedException>("This receipt is not open", () => receipt.End());
+        Functions.seRawLogginOff();
+        Check(new FileInfo(log).Length == 0, "something is sent for " + what);
+    }
+
+    static void WhatIsNotOpen(Session session)
+    {
+        Receipt open = WithOneItem(session), other = session.NewReceipt();
+        TakesNothing(other, "a receipt that was not begun");
+        CheckThrows<RefusedException>("paragonBegin", () => other.Begin());
+        TakesNothing(other, "one whose begin was refused");
+        CheckThrows<NotExecutedException>("This receipt is open already", () => open.Begin());
+        open.Sell("Med", 1, 'A', 1, 1, "ks");
+        Check(session.Variable("TOTAL") == "1.25", "what the receipt that was open has");
+        open.Cancel();
+        TakesNothing(open, "one that is cancelled");
+
+        Receipt followed = WithOneItem(session);
+        session.Call("destroyParagon", () => Functions.destroyParagon(session.Device, 0, null)); // past the object
+        Receipt next = WithOneItem(session);
+        TakesNothing(followed, "one that another has followed");
+        CheckThrows<NotExecutedException>("or another one may be open", () => followed.Cancel());
+        Check(followed.Recover().Sentence.StartsWith("another receipt was begun since") && session.Variable("STATE") == "open", "the one that followed");
+        next.Cancel();
+    }
+
+    static void PrinterThatCannotBeAsked(string address)
+    {
+        CheckThrows<ArgumentException>("give all of them, or Questions.None", () => new Session(address, 1, new Questions { Due = null }));
+        using (var blind = new Session(address, 1, Questions.None))
+        {
+            Receipt open = WithOneItem(blind), other = blind.NewReceipt();
+            CheckThrows<RefusedException>("paragonBegin", () => other.Begin());
+            TakesNothing(other, "one behind another, for all that is known");
+            CheckThrows<NotExecutedException>("or another one may be open", () => other.Cancel());
+            open.Pay(1, 0.25m, "");
+            Check(open.End() == "", "the number of a receipt that nobody knows");
+            TakesNothing(open, "one that is ended");
+            CheckThrows<NotExecutedException>("is over", () => open.Cancel());
+        }
+        using (var session = new Session(address, 1, new Questions { LastNumber = "VAT_H" })) // empty: no rate
+        {
+            Receipt receipt = WithOneItem(session);
+            receipt.Pay(1, 0.25m, "");
+            CheckThrows<OutcomeUnknownException>("last receipt is still .", () => receipt.End());
+        }
     }
 
     static int Main(string[] arguments)
@@ -203,8 +261,10 @@ static class LayerTest
         {
             OpenSession(session, arguments[0]);
             Recovering(session);
+            WhatIsNotOpen(session);
         }
         AnotherSession(arguments[0]);
+        PrinterThatCannotBeAsked(arguments[0]);
         return failures == 0 ? 0 : 1;
     }
 }

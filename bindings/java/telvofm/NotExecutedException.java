@@ -1,6 +1,6 @@
 package telvofm;
 
-/** Nothing reached the printer: none is open, or this session is closed. */
+/** Nothing reached the printer: none is open, this session is closed, or this receipt is not open. */
 public final class NotExecutedException extends CallException {
     private static final long serialVersionUID = 1;
 
@@ -15,7 +15,18 @@ public final class NotExecutedException extends CallException {
 
     /** Of a call on a receipt that is none of the printer's now. */
     static NotExecutedException notOurs(String call) {
-        return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.",
+        return new NotExecutedException(call, -1, "notOpen", "This receipt was not begun, is over, or another one may be open.",
                 "To cancel another one call destroyParagon through the session.");
+    }
+
+    /** Of what would go into another receipt than the one that it is called on. */
+    static NotExecutedException notBegun(String call) {
+        return new NotExecutedException(call, -1, "notOpen", "This receipt is not open: its begin has not worked, or it is over.",
+                "Call recover if begin failed, and begin it again.");
+    }
+
+    /** Of a second begin of a receipt that is open. */
+    static NotExecutedException alreadyBegun(String call) {
+        return new NotExecutedException(call, -1, "notOpen", "This receipt is open already, and goes on.", "End it or cancel it first.");
     }
 }

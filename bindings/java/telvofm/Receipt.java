@@ -9,17 +9,18 @@ import java.util.function.IntSupplier;
  *
  * <p>What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes nothing
  * more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts with more decimals
- * than money (2) or quantities (3) have. After these two nothing was sent.
+ * than money (2) or quantities (3) have. After these two nothing was sent. Nor is anything, and NotExecutedException is thrown, when begin
+ * has not worked, when the receipt is over, and when another object of the session has begun one since: what is open then is not this
+ * one.
  */
 public final class Receipt {
     final Session session;
     private final Functions functions;
+    private final ReceiptCalls calls;
     private boolean begun; // or may be
-    private boolean over; // ended, cancelled, or recovered without a person: nothing of it is open
     private boolean anotherOpen; // since before this one: whatever is open is not ours
     private boolean compared; // its total with the printer's, before the first payment
     private boolean finished; // as far as the till goes: paid in full, refused or not, or told to end
-    private OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
     private String numberBefore;
     private BigDecimal total = BigDecimal.ZERO;
     private BigDecimal paid = BigDecimal.ZERO;
@@ -27,6 +28,7 @@ public final class Receipt {
     Receipt(Session session) {
         this.session = session;
         functions = session.functions;
+        calls = new ReceiptCalls(session);
     }
 
     static Receipt interrupted(Session session, String numberBefore, BigDecimal total) {
@@ -36,7 +38,8 @@ public final class Receipt {
         receipt.numberBefore = numberBefore;
         receipt.total = total;
         receipt.paid = total;
-        receipt.doubt = OutcomeUnknownException.doubt("recover", "The till was interrupted in this receipt.");
+        receipt.calls.doubted("recover", "The till was interrupted in this receipt.");
+        receipt.calls.claimWhatIsOpen();
         return receipt;
     }
 
@@ -66,11 +69,10 @@ public final class Receipt {
         total = BigDecimal.ZERO;
         paid = BigDecimal.ZERO;
         begun = false;
-        over = false;
         anotherOpen = false;
         compared = false;
         finished = false;
-        doubt = null;
+        calls.startAfresh();
     }
 
     // ---- Selling ----
@@ -82,27 +84,35 @@ public final class Receipt {
 
     /**
      * Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and OutcomeUnknownException also
-     * when another receipt was open before, and while it is unknown what became of the one that was begun before with this object.
-     * After a failure call recover before anything else: the printer may have opened it and refused the same request when it was sent
-     * again.
+     * when another receipt was open before, and while it is unknown what became of the one that was begun before with this object;
+     * NotExecutedException also while that one is open. After a failure call recover before anything else: the printer may have opened it
+     * and refused the same request when it was sent again.
      */
     public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
-        if (doubt != null && !over) {
-            throw doubt;
+        calls.requireNoDoubt();
+        String lastNumber = calls.asked(session.questions.lastReceipt);
+        String state = calls.asked(session.questions.state);
+        boolean isOneOpen = state != null && !state.equals(session.questions.closed);
+        if (isOneOpen && calls.isOpen()) {
+            throw NotExecutedException.alreadyBegun("paragonBegin");
         }
         startAfresh();
-        numberBefore = asked(session.questions.lastReceipt);
-        anotherOpen = session.questions.state != null && !asked(session.questions.state).equals(session.questions.closed);
+        numberBefore = lastNumber;
+        anotherOpen = isOneOpen;
         begun = true;
+        if (state != null && !isOneOpen) {
+            calls.claimWhatIsOpen();
+        }
         try {
-            send("paragonBegin", () -> functions.paragonBegin(session.device, 0, saleType, commission, receiptType, recapitulation, picture));
+            calls.send("paragonBegin", () -> functions.paragonBegin(session.device, 0, saleType, commission, receiptType, recapitulation, picture));
         } catch (NotExecutedException failure) {
             begun = false;
             throw failure;
         }
         if (anotherOpen) {
-            throw doubted("paragonBegin", "Another receipt was open before.");
+            throw calls.doubted("paragonBegin", "Another receipt was open before.");
         }
+        calls.take();
     }
 
     /**
@@ -142,22 +152,23 @@ public final class Receipt {
     public void pay(int type, BigDecimal amount, String description) {
         byte[] sum = Amounts.money(total), part = Amounts.payment(amount), words = Windows1250.encode(description);
         byte[] noExchange = Windows1250.encode("0");
+        calls.requireOpen("payment_str");
         if (!compared) {
-            compare("payment_str", session.questions.total, total, "the total");
+            calls.compare("payment_str", session.questions.total, total, "the total");
             compared = true;
         }
         try {
-            send("payment_str", () -> functions.payment_str(session.device, 0, type, sum, part, noExchange, words));
+            calls.send("payment_str", () -> functions.payment_str(session.device, 0, type, sum, part, noExchange, words));
         } catch (OutcomeUnknownException unknown) {
             count(amount); // as it was meant
             throw unknown;
         } catch (RefusedException refused) {
             finished = due(amount).signum() == 0; // it may have been taken before its refusal, which the printer's totals tell
-            compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
+            calls.compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
             throw refused;
         }
         count(amount);
-        compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
+        calls.compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
     }
 
     /** Ends the receipt without a picture; see the other end. */
@@ -170,38 +181,41 @@ public final class Receipt {
      * for none. Throws CallException; OutcomeUnknownException also when the printer's last receipt is not this one.
      */
     public String end(int picture) {
+        calls.requireOpen("paragonEnd");
         finished = true;
-        send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
-        String number = answer("paragonEnd", session.questions.lastReceipt);
+        calls.send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
+        String number = calls.answer("paragonEnd", session.questions.lastReceipt);
         if (number == null) {
+            calls.finish();
             return "";
         }
         if (number.equals(numberBefore)) {
-            throw doubted("paragonEnd", "The printer's last receipt is still " + number + ".");
+            throw calls.doubted("paragonEnd", "The printer's last receipt is still " + number + ".");
         }
-        compare("paragonEnd", session.questions.lastTotal, total, "the total of the last receipt");
-        over = true;
+        calls.compare("paragonEnd", session.questions.lastTotal, total, "the total of the last receipt");
+        calls.finish();
         return number;
     }
 
     /**
      * Cancels the receipt; the printer prints the description. Throws CallException and TextException; NotExecutedException also when it
-     * was not begun, is over, or was begun while another was open: that one is left alone.
+     * was not begun, is over, or when what is open may be another one: that is left alone.
      */
     public void cancel(String description) {
         byte[] words = Windows1250.encode(description);
-        if (!begun || anotherOpen || over) {
+        if (!begun || calls.isOver() || !calls.hasBegunLast()) {
             throw NotExecutedException.notOurs("destroyParagon");
         }
-        session.call("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
+        calls.send("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
         begun = false;
-        over = true;
+        calls.finish();
     }
 
-    // ---- Comparing ----
+    // ---- Counting ----
 
     private void line(BigDecimal value, String call, IntSupplier function) {
-        send(call, function);
+        calls.requireOpen(call);
+        calls.send(call, function);
         total = total.add(value);
     }
 
@@ -214,48 +228,6 @@ public final class Receipt {
     private BigDecimal due(BigDecimal amount) {
         BigDecimal due = total.subtract(paid).subtract(amount);
         return due.signum() == total.signum() ? due : BigDecimal.ZERO;
-    }
-
-    /** One call of this receipt. Whatever leaves its outcome open is remembered. */
-    private void send(String call, IntSupplier function) {
-        if (doubt != null) {
-            throw doubt;
-        }
-        try {
-            session.call(call, function);
-        } catch (OutcomeUnknownException unknown) {
-            doubt = unknown;
-            throw unknown;
-        }
-    }
-
-    private void compare(String call, String question, BigDecimal expected, String what) {
-        if (doubt != null) {
-            throw doubt;
-        }
-        String answer = answer(call, question);
-        if (answer != null && !Amounts.isNumber(answer, expected)) {
-            throw doubted(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.written(expected)
-                    + ": something was carried out twice, or not at all.");
-        }
-    }
-
-    /** What the printer answers; null when it cannot be asked. A question that fails leaves the call in doubt. */
-    private String answer(String call, String question) {
-        try {
-            return asked(question);
-        } catch (CallException failure) {
-            throw doubted(call, "The printer does not say what it has done (" + failure.call + ": code " + failure.code + ").");
-        }
-    }
-
-    private String asked(String question) {
-        return question == null ? null : session.variable(question);
-    }
-
-    private OutcomeUnknownException doubted(String call, String happened) {
-        doubt = OutcomeUnknownException.doubt(call, happened);
-        return doubt;
     }
 
     // ---- Recovering ----
@@ -281,8 +253,14 @@ public final class Receipt {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", "");
         }
+        if (!calls.hasBegunLast()) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt was begun since, and is left alone; look at the printer's "
+                    + "paper before this one is sold again", "");
+        }
         Recovery recovery = Recovery.ask(session, numberBefore, total, paid, finished);
-        over |= recovery.verdict != Recovery.Verdict.ASK_A_PERSON;
+        if (recovery.verdict != Recovery.Verdict.ASK_A_PERSON) {
+            calls.finish();
+        }
         return recovery;
     }
 }

@@ -24,6 +24,7 @@ public final class Session implements AutoCloseable {
     public final int device;
 
     final Questions questions;
+    ReceiptCalls begunLast; // of the receipt that the printer has open, if it has one of this session's
     private final byte[] address;
 
     /** Opens a printer with the address 1 that answers to the virtual printer's names; throws as the other constructor does. */

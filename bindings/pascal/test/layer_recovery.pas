@@ -138,7 +138,7 @@ begin
   Receipt := TReceipt.Create(Session);
   CheckRaises(ENotExecuted, 'was not begun', CancelIt);
   CheckRaises(ERefused, 'paragonBegin', BeginAgain);
-  CheckRaises(ENotExecuted, 'begun while another was open. It was not carried out. To cancel another one call destroyParagon through the ' +
+  CheckRaises(ENotExecuted, 'or another one may be open. It was not carried out. To cancel another one call destroyParagon through the ' +
     'session.', CancelIt);
   Check((Receipt.Recover.Verdict = vdAskAPerson) and (Session.Variable('STATE') = 'open'), 'a receipt behind one that was open');
   Receipt.Free;

@@ -5,7 +5,7 @@ program layer_test;
 {$IFDEF MSWINDOWS}{$APPTYPE CONSOLE}{$ENDIF}
 
 uses
-  SysUtils, checking, layer_recovery, layer_session, layer_values, telvofm_session;
+  SysUtils, checking, layer_recovery, layer_session, layer_values, layer_what_is_open, telvofm_session;
 
 var
   Session: TSession;
@@ -17,9 +17,11 @@ begin
   try
     TestSession(Session);
     TestRecovery(Session);
+    TestWhatIsOpen(Session);
   finally
     Session.Free;
   end;
   TestRecoveryInAnotherSession(UnicodeString(ParamStr(1)));
+  TestPrinterThatCannotBeAsked(UnicodeString(ParamStr(1)));
   ExitCode := Ord(Failures > 0);
 end.

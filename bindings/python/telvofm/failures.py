@@ -30,7 +30,7 @@ class Refused(Failure):
 
 
 class NotExecuted(Failure):
-    """Nothing reached the printer: none is open, or this session is closed."""
+    """Nothing reached the printer: none is open, this session is closed, or this receipt is not open."""
 
 
 class OutcomeUnknown(Failure):
@@ -72,8 +72,19 @@ def closed(call):
 
 def not_ours(call):
     """The exception for a call on a receipt that is none of the printer's now."""
-    return NotExecuted(call, -1, "notOpen", "This receipt was not begun, is over, or was begun while another was open.", "no",
+    return NotExecuted(call, -1, "notOpen", "This receipt was not begun, is over, or another one may be open.", "no",
                        "To cancel another one call destroyParagon through the session.")
+
+
+def not_begun(call):
+    """The exception for what would go into another receipt than the one that it is called on."""
+    return NotExecuted(call, -1, "notOpen", "This receipt is not open: its begin has not worked, or it is over.", "no",
+                       "Call recover() if begin failed, and begin it again.")
+
+
+def already_begun(call):
+    """The exception for a second begin of a receipt that is open."""
+    return NotExecuted(call, -1, "notOpen", "This receipt is open already, and goes on.", "no", "End it or cancel it first.")
 
 
 def doubt(call, happened):

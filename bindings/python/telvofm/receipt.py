@@ -5,7 +5,7 @@ import typing
 from decimal import Decimal
 
 from .amounts import money, paid as paid_text, quantity as quantity_text
-from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, doubt, not_ours
+from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, already_begun, doubt, not_begun, not_ours
 
 
 class Verdict(enum.Enum):
@@ -34,8 +34,9 @@ class Receipt:
     total           what is sold so far
     paid            what is paid so far
 
-    What is sent raises Refused (the receipt goes on), NotExecuted or OutcomeUnknown (it takes nothing more), each a Failure. Texts go out
-    in Windows-1250: TextError names a character that it lacks. Amounts are Decimal or int: AmountError is for any other type, and for
+    What is sent raises Refused (the receipt goes on), NotExecuted or OutcomeUnknown (it takes nothing more), each a Failure. It is
+    NotExecuted, too, and nothing is sent, when begin() has not worked, when the receipt is over, and when another object of the session
+    has begun one since: what is open then is not this one. Texts go out in Windows-1250: TextError names a character that it lacks. Amounts are Decimal or int: AmountError is for any other type, and for
     more decimals than money (2) or quantities (3) have. After these two nothing was sent.
     """
 
@@ -45,6 +46,7 @@ class Receipt:
 
     def _start_afresh(self):
         self._begun = False  # or may be
+        self._is_taken = False  # by the printer, which answered begin with 0
         self._is_over = False  # ended, cancelled, or recovered without a person: nothing of it is open
         self._is_another_open = False  # since before this one: whatever is open is not ours
         self._doubt = None  # the failure after which nothing more is sold into it
@@ -62,6 +64,7 @@ class Receipt:
         receipt.number_before = number_before
         receipt.total = receipt.paid = total
         receipt._doubt = doubt("recover", "The till was interrupted in this receipt.")
+        session.begun_last = receipt
         return receipt
 
     # ---- Selling ----
@@ -69,15 +72,22 @@ class Receipt:
     def begin(self, sale_type=1, commission=0, receipt_type=0, recapitulation=1, picture=0):
         """Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before anything else: the
         printer may have opened it and refused the same request when it was sent again. Raises OutcomeUnknown also when another
-        receipt was open before, and while it is unknown what became of the one that was begun before with this object."""
+        receipt was open before, and while it is unknown what became of the one that was begun before with this object; NotExecuted
+        also while that one is open."""
         if self._doubt and not self._is_over:
             raise self._doubt
-        self._start_afresh()
         questions, variable = self._session.questions, self._session.variable
+        number_before, is_one_open = None, None
         if questions:
-            self.number_before = variable(questions.last_receipt)
-            self._is_another_open = variable(questions.state) != questions.closed
+            number_before = variable(questions.last_receipt)
+            is_one_open = variable(questions.state) != questions.closed
+        if is_one_open and self._is_open():
+            raise already_begun("paragonBegin")
+        self._start_afresh()
+        self.number_before, self._is_another_open = number_before, bool(is_one_open)
         self._begun = True
+        if is_one_open is False:
+            self._session.begun_last = self  # whatever is open from here on is this one
         try:
             self._send("paragonBegin", self._session.device, 0, sale_type, commission, receipt_type, recapitulation, picture)
         except NotExecuted:
@@ -85,6 +95,8 @@ class Receipt:
             raise
         if self._is_another_open:
             self._fail(doubt("paragonBegin", "Another receipt was open before."))
+        self._session.begun_last = self
+        self._is_taken = True
 
     def sell(self, name, total, vat, quantity=1, unit_price=None, unit=""):
         """Sells an item: `total` for `quantity` of `unit` at `unit_price` each, which is `total` if nothing is said, under
@@ -106,6 +118,7 @@ class Receipt:
         bytes of `description`. Raises AmountError also for 0, and OutcomeUnknown when the printer's total or what is due is not the
         till's."""
         arguments = (type, money(self.total), paid_text(amount), "0", description)
+        self._require_open("payment_str")
         if not self._is_compared:
             self._check("payment_str", "total", self.total, "the total")
             self._is_compared = True
@@ -124,9 +137,11 @@ class Receipt:
     def end(self, picture=0):
         """Ends the receipt and returns its number; an empty one if the printer cannot be asked. `picture` is the printer's number of one,
         0 for none. Raises OutcomeUnknown also when the printer's last receipt is not this one."""
+        self._require_open("paragonEnd")
         self._is_finished = True
         self._send("paragonEnd", self._session.device, 0, picture)
         if not self._session.questions:
+            self._is_over = True
             return ""
         number = self._ask("paragonEnd", "last_receipt")
         if number == self.number_before:
@@ -136,19 +151,31 @@ class Receipt:
         return number
 
     def cancel(self, description=""):
-        """Cancels the receipt; the printer prints the description. Raises NotExecuted, too, when it was not begun, is over, or was
-        begun while another was open: that one is left alone."""
-        if not self._begun or self._is_another_open or self._is_over:
+        """Cancels the receipt; the printer prints the description. Raises NotExecuted, too, when it was not begun, is over, or when what
+        is open may be another one: that is left alone."""
+        if not self._begun or self._is_over or not self._has_begun_last():
             raise not_ours("destroyParagon")
-        self._session.call("destroyParagon", self._session.device, 0, description)
+        self._send("destroyParagon", self._session.device, 0, description)
         self._begun, self._is_over = False, True
 
     # ---- Comparing ----
 
+    def _has_begun_last(self):
+        """Of the receipts of the session: whatever is open is this one."""
+        return self._session.begun_last is self
+
+    def _is_open(self):
+        return self._is_taken and not self._is_over and self._has_begun_last()
+
+    def _require_open(self, call):
+        """What is sent goes into whatever receipt the printer has open."""
+        if self._doubt and not self._is_over:
+            raise self._doubt
+        if not self._is_open():
+            raise not_begun(call)
+
     def _send(self, call, *arguments):
         """Sends one call of this receipt. Whatever leaves its outcome open is remembered."""
-        if self._doubt:
-            raise self._doubt
         try:
             self._session.call(call, *arguments)
         except OutcomeUnknown as failure:
@@ -156,6 +183,7 @@ class Receipt:
             raise
 
     def _line(self, call, value, *arguments):
+        self._require_open(call)
         self._send(call, self._session.device, 0, *arguments)
         self.total += value
 
@@ -169,8 +197,6 @@ class Receipt:
         return due if due * self.total > 0 else Decimal(0)
 
     def _check(self, call, question, expected, what):
-        if self._doubt:
-            raise self._doubt
         if not self._session.questions:
             return
         answer = self._ask(call, question)
@@ -204,6 +230,9 @@ class Receipt:
                                                   "cancel it with destroyParagon, called through the session, before this one is sold again")
         if not self._session.questions or self.number_before is None:
             return Recovery(Verdict.ASK_A_PERSON, "this printer cannot be asked; look at its paper before this receipt is sold again")
+        if not self._has_begun_last():
+            return Recovery(Verdict.ASK_A_PERSON, "another receipt was begun since, and is left alone; look at the printer's paper before this "
+                                                  "one is sold again")
         try:
             self._session.reopen()
             self._finish()

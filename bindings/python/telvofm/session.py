@@ -27,17 +27,20 @@ class Session:
 
     address     "192.168.1.10:9100", or "COM3" for a serial port
     device      the printer's own address, whose low byte is sent
-    questions   how the printer calls what a receipt asks for, or None if it cannot be asked
+    questions   how the printer calls what a receipt asks for, all of it, or None if it cannot be asked
     library     where the library is; see telvofm.library.load
 
     Raises LibraryError when there is no library that fits, RuntimeError while another session is open, TextError for an address that
-    Windows-1250 cannot hold, and NotExecuted when no printer answers.
+    Windows-1250 cannot hold, ValueError for questions of which some are missing, and NotExecuted when no printer answers.
     """
 
     _open_one = None
 
     def __init__(self, address, device=1, questions=Questions(), library=None):
         self.address, self.device, self.questions = address, device, questions
+        if questions and not all(questions):
+            raise ValueError("some of the printer's names are missing in questions; give all of them, or None")
+        self.begun_last = None  # which receipt the printer has open, if it has one of this session's
         self.library = load(library)
         if Session._open_one is not None:
             raise RuntimeError(f"a session with {Session._open_one.address} is open, and a program has one at a time; close it first")

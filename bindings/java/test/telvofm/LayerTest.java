@@ -1,6 +1,7 @@
 package telvofm;
 
 import com.sun.jna.Native;
+import java.io.File;
 import java.math.BigDecimal;
 import java.util.Arrays;
 import java.util.Locale;
@@ -195,7 +196,7 @@ final class LayerTest {
         Receipt another = session.receipt();
         checkThrows(NotExecutedException.class, "was not begun", () -> another.cancel(""));
         checkThrows(RefusedException.class, "paragonBegin", another::begin);
-        checkThrows(NotExecutedException.class, "begun while another was open. It was not carried out. To cancel another one call "
+        checkThrows(NotExecutedException.class, "or another one may be open. It was not carried out. To cancel another one call "
                 + "destroyParagon through the session.", () -> another.cancel(""));
         check(another.recover().verdict == Recovery.Verdict.ASK_A_PERSON && session.variable("STATE").equals("open"),
                 "a receipt behind one that was open");
@@ -203,6 +204,65 @@ final class LayerTest {
         check(session.interruptedReceipt(left.numberBefore(), total).recover().verdict == Recovery.Verdict.NOT_SOLD, "a till that was switched off");
         check(session.interruptedReceipt("2", total).recover().number.equals("4"), "a till that was switched off behind the end");
         check(session.interruptedReceipt("1", amount("7")).recover().verdict == Recovery.Verdict.ASK_A_PERSON, "a receipt of somebody else");
+    }
+
+    /** Nothing goes into it, and nothing is sent. */
+    private static void takesNothing(Session session, Receipt receipt, String what) {
+        File log = new File("nothing.log");
+        BigDecimal one = BigDecimal.ONE;
+        session.functions.setRawLogginOn(FileNames.encode(log.getPath()));
+        checkThrows(NotExecutedException.class, "This receipt is not open", () -> receipt.sell("Med", one, 'A', one, one, "ks"));
+        checkThrows(NotExecutedException.class, "This receipt is not open", () -> receipt.voidItem("Med", one, 'A', one, one, "ks"));
+        checkThrows(NotExecutedException.class, "This receipt is not open", () -> receipt.discount("Zľava", one, 'A'));
+        checkThrows(NotExecutedException.class, "This receipt is not open", () -> receipt.pay(1, one, ""));
+        checkThrows(NotExecutedException.class, "This receipt is not open", receipt::end);
+        session.functions.seRawLogginOff();
+        check(log.exists() && log.length() == 0, "something is sent for " + what);
+    }
+
+    private static void whatIsNotOpen(Session session) {
+        BigDecimal one = BigDecimal.ONE;
+        Receipt open = withOneItem(session);
+        Receipt other = session.receipt();
+        takesNothing(session, other, "a receipt that was not begun");
+        checkThrows(RefusedException.class, "paragonBegin", other::begin);
+        takesNothing(session, other, "one whose begin was refused");
+        checkThrows(NotExecutedException.class, "This receipt is open already", open::begin);
+        open.sell("Med", one, 'A', one, one, "ks");
+        check(session.variable("TOTAL").equals("1.25"), "what the receipt that was open has");
+        open.cancel("");
+        takesNothing(session, open, "one that is cancelled");
+
+        Receipt followed = withOneItem(session);
+        session.call("destroyParagon", () -> session.functions.destroyParagon(session.device, 0, null)); // past the object
+        Receipt next = withOneItem(session);
+        takesNothing(session, followed, "one that another has followed");
+        checkThrows(NotExecutedException.class, "or another one may be open", () -> followed.cancel(""));
+        check(followed.recover().sentence.startsWith("another receipt was begun since") && session.variable("STATE").equals("open"),
+                "the one that followed");
+        next.cancel("");
+    }
+
+    private static void printerThatCannotBeAsked(String address) {
+        checkThrows(IllegalArgumentException.class, "give all of them, or Questions.NONE",
+                () -> new Questions("LAST_RECEIPT", "LAST_TOTAL", "STATE", "closed", "TOTAL", null));
+        try (Session blind = new Session(address, 1, Questions.NONE)) {
+            Receipt open = withOneItem(blind);
+            Receipt other = blind.receipt();
+            checkThrows(RefusedException.class, "paragonBegin", other::begin);
+            takesNothing(blind, other, "one behind another, for all that is known");
+            checkThrows(NotExecutedException.class, "or another one may be open", () -> other.cancel(""));
+            open.pay(1, amount("0.25"), "");
+            check(open.end().isEmpty(), "the number of a receipt that nobody knows");
+            takesNothing(blind, open, "one that is ended");
+            checkThrows(NotExecutedException.class, "is over", () -> open.cancel(""));
+        }
+        Questions questions = new Questions("VAT_H", "LAST_TOTAL", "STATE", "closed", "TOTAL", "DUE"); // empty: no rate
+        try (Session session = new Session(address, 1, questions)) {
+            Receipt receipt = withOneItem(session);
+            receipt.pay(1, amount("0.25"), "");
+            checkThrows(OutcomeUnknownException.class, "last receipt is still .", receipt::end);
+        }
     }
 
     public static void main(String[] arguments) {
@@ -213,8 +273,10 @@ final class LayerTest {
         try (Session session = new Session(arguments[0])) {
             openSession(session, arguments[0]);
             recovering(session);
+            whatIsNotOpen(session);
         }
         anotherSession(arguments[0]);
+        printerThatCannotBeAsked(arguments[0]);
         System.exit(failures == 0 ? 0 : 1);
     }
 }

@@ -167,8 +167,14 @@ class WithLogsOfASale(ToolTest):
         for link in ("--serial", "--tcp"):
             self.assert_refused(telvofm("replay", "--dry-run", link, self.calls), WRONG_USE,
                                 f"{link} is for raw logs, and {self.calls} is a call log; leave it out")
-        plain = self.file("plain.log", "C: 1c 01 29 30 00 04 00 \nS: 06 ")
-        self.assertEqual(telvofm("replay", "-p", self.second.address, plain).code, DONE)
+        block = "3a 00 9f 03 a6 "
+        qr_code, answer = f"C: 1c 01 ed 04 f4 \nS: 06 \nC: {block}\nS: 06 ", f"C: 1c 01 93 04 8a \nS: {block}\nC: 03 "
+        for text in (qr_code, answer):
+            self.assertEqual(telvofm("replay", "-p", self.second.address, self.file("text.log", text)).code, WRONG_USE)
+        picture = f"C: 1c 01 de 30 00 30 00 04 c7 \nS: 06 \nC: {block}\nS: 06 "
+        for plain in ("C: 1c 01 29 30 00 04 00 \nS: 06 ", picture):
+            said = telvofm("replay", "-p", self.second.address, self.file("plain.log", plain))
+            self.assertIn("1 of 1 requests repeated", said.output)
 
     def test_wants_a_request_in_a_raw_log(self):
         for contents in ("S: 06 \n", "C: 11 \nS: 11 ", "C: 1c 01 e0 "):

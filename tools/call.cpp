@@ -5,6 +5,7 @@
 #include "tools/windows_1250.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace telvofm::tools {
 namespace {
@@ -46,15 +47,17 @@ void show(const PerformedCall& call, Output& output)
     output.document["calls"].push_back(jsonOf(call));
 }
 
-} // namespace
-
-Ending endingOf(int code)
+void list(const Export& function, Output& output)
 {
-    if (code == 0) {
-        return Ending::done;
+    output.line(usageOf(function));
+    Json parameters = Json::array();
+    for (const Parameter& parameter : givenParameters(function)) {
+        parameters.push_back(parameter.name);
     }
-    return code > 0 ? Ending::refused : Ending::noAnswer;
+    output.document["functions"].push_back({{"name", function.name}, {"arguments", parameters}});
 }
+
+} // namespace
 
 Ending callFunctions(const PrinterOptions& printer, const std::vector<std::string>& words, Output& output)
 {
@@ -67,22 +70,22 @@ Ending callFunctions(const PrinterOptions& printer, const std::vector<std::strin
     for (const PlannedCall& planned : plan) {
         const PerformedCall call = perform(*planned.function, planned.arguments, context);
         show(call, output);
-        if (call.code.value_or(0) != 0) {
-            return endingOf(*call.code);
+        if (call.hasFailed()) {
+            return call.code.value_or(-1) > 0 ? Ending::refused : Ending::noAnswer;
         }
     }
     return Ending::done;
 }
 
-Ending listFunctions(Output& output)
+Ending listFunctions(const std::vector<std::string>& names, Output& output)
 {
+    std::vector<const Export*> named;
+    std::transform(names.begin(), names.end(), std::back_inserter(named),
+                   [](const std::string& name) { return &exportNamed(name); });
     for (const Export& function : exportTable()) {
-        output.line(usageOf(function));
-        Json parameters = Json::array();
-        for (const Parameter& parameter : givenParameters(function)) {
-            parameters.push_back(parameter.name);
+        if (names.empty() || std::find(named.begin(), named.end(), &function) != named.end()) {
+            list(function, output);
         }
-        output.document["functions"].push_back({{"name", function.name}, {"arguments", parameters}});
     }
     return Ending::done;
 }

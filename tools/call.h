@@ -14,10 +14,7 @@ namespace telvofm::tools {
 // share a session, and one that fails is the last.
 Ending callFunctions(const PrinterOptions& printer, const std::vector<std::string>& words, Output& output);
 
-// All functions with the arguments that they are given.
-Ending listFunctions(Output& output);
-
-// How a command ends after a call that has returned this code.
-Ending endingOf(int code);
+// These functions with the arguments that they are given; all when none is named.
+Ending listFunctions(const std::vector<std::string>& names, Output& output);
 
 } // namespace telvofm::tools

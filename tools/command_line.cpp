@@ -82,7 +82,7 @@ void addCall(CLI::App& app, Task& task)
     addNumber(call, "--stop-bits", task.printer.stopBits, "1, 2, or 15 for one and a half",
               {{"1", 1}, {"2", 2}, {"15", 15}}, "none of 1, 2 and 15, which is one and a half");
     addLogs(call, task);
-    call.add_flag("--list", task.isList, "List the functions with their arguments");
+    call.add_flag("--list", task.isList, "List the functions, or those that are named, with their arguments");
     call.prefix_command();
     call.footer(
         "Behind the options: FUNCTION [ARGUMENT...] [--then FUNCTION [ARGUMENT...]]...\n\n"
@@ -114,6 +114,8 @@ void addReplay(CLI::App& app, Task& task)
     addPrinter(replay, task);
     addLogs(replay, task);
     replay.add_option("LOG", task.log, "A call log or a raw log")->required();
+    replay.add_flag("--serial", task.isSerial, "The raw log is of a serial link: texts are in code page 852");
+    replay.add_flag("--tcp", task.isTcp, "The raw log is of a TCP link: texts are in Windows-1250");
     replay.add_flag("--dry-run", task.isDryRun, "Show what would be done; no printer is needed");
     replay.add_flag("--go-on", task.goesOn, "Go on behind a difference instead of stopping");
     replay.add_option("--password", task.password, "Take this for passwords that the call log hides");
@@ -121,7 +123,7 @@ void addReplay(CLI::App& app, Task& task)
     replay.footer("Use a printer for tests: whatever the log sold is sold again.\n\nExamples:\n"
                   "  telvofm replay --dry-run fmlog.txt\n"
                   "  telvofm replay -p 127.0.0.1:9100 fmlog.txt\n"
-                  "  telvofm replay -p 127.0.0.1:9100 --go-on --json raw.log");
+                  "  telvofm replay -p 127.0.0.1:9100 --serial --go-on --json raw.log");
 }
 
 void addDoctor(CLI::App& app, Task& task)
@@ -167,7 +169,7 @@ void describe(CLI::App& app, Task& task)
                "  2  the command line is wrong\n"
                "  3  the library is missing or the wrong one\n"
                "  4  a file cannot be read or written\n"
-               "  5  the link failed: a negative code\n"
+               "  5  the link failed: a negative code, or as a function without a code tells it\n"
                "  6  something was found: damage, a difference, something to mend\n"
                "  7  the tool itself failed\n\n"
                "Examples:\n"

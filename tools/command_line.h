@@ -31,6 +31,7 @@ struct Task
     std::string shell;
     std::string log;
     bool isSerial = false; // the raw log is of a serial link
+    bool isTcp = false;    // it is of a TCP link
     bool isDryRun = false;
     bool goesOn = false; // behind a difference
     std::string password;

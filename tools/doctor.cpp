@@ -99,11 +99,6 @@ void append(Findings& all, Findings more)
     std::move(more.begin(), more.end(), std::back_inserter(all));
 }
 
-bool namesSerialPort(const std::string& address)
-{
-    return address.starts_with("COM") || address.starts_with(R"(\\.\COM)");
-}
-
 Findings findOut(const PrinterOptions& printer)
 {
     Findings all = {examineLibrary(printer.library)};

@@ -19,7 +19,8 @@ Ending carryOut(const Task& task, Output& output)
 {
     switch (task.errand) {
     case Errand::call:
-        return task.isList ? listFunctions(output) : callFunctions(task.printer, task.words, output);
+        return task.isList ? listFunctions(task.words, output)
+                           : callFunctions(task.printer, task.words, output);
     case Errand::codes:
         return showCodes(task.code, output);
     case Errand::completion:

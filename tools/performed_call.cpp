@@ -15,6 +15,29 @@ namespace {
 constexpr std::array withText = {"getVariableStr", "getResultObjectString"};
 constexpr std::array withNumber = {"getVersion", "getResultObjectLength", "rawRead", "rawWrite"};
 
+// These have no code, and tell a failure in what they return.
+struct FailureValue
+{
+    std::string_view function;
+    std::string_view returned;
+    std::string_view happened;
+};
+constexpr std::array failureValues = std::to_array<FailureValue>({
+    {"getVariableStr", "Error", "The text could not be had; getVariable says why, with a code."},
+    {"rawRead", "-1", "No printer is open, or the link failed."},
+    {"rawWrite", "-1", "No printer is open, or the link failed; a part of the bytes may have gone out."},
+});
+
+// Null when it has not failed, or has a code.
+const FailureValue* failureOf(const PerformedCall& call)
+{
+    const auto* const found =
+        std::find_if(failureValues.begin(), failureValues.end(), [&](const FailureValue& value) {
+            return value.function == call.name && value.returned == call.returned;
+        });
+    return found == failureValues.end() ? nullptr : found;
+}
+
 // Their texts end with a 0x00 in the buffer; of what others put there, nothing shows the end.
 constexpr std::array withTerminator = {"getVariable",          "getParagonIDs",  "getParagonIDs_str",
                                        "getIntervalFPD",       "getIntervalFPC", "getJournalStructD",
@@ -78,14 +101,22 @@ PerformedCall perform(const Export& function, std::span<const Argument> argument
         context.forgetResult();
     } else if (takes(function, Kind::result) && call.code == 0) {
         call.data = contentsOf(context.result());
-    } else if (takes(function, Kind::buffer) && call.code.value_or(0) == 0) {
+    } else if (takes(function, Kind::buffer) && !call.hasFailed()) {
         call.data = written(function, context, call.returned);
     }
     return call;
 }
 
+bool PerformedCall::hasFailed() const
+{
+    return code.value_or(0) != 0 || failureOf(*this) != nullptr;
+}
+
 std::string meaningOf(const PerformedCall& call)
 {
+    if (const FailureValue* const failure = failureOf(call); failure != nullptr) {
+        return "failed: " + std::string(failure->happened);
+    }
     const CodeMeaning* const meaning = call.code ? meaningOf(*call.code) : nullptr;
     if (meaning == nullptr) {
         return {};
@@ -111,6 +142,9 @@ Json jsonOf(const PerformedCall& call)
     }
     if (const CodeMeaning* const meaning = call.code ? meaningOf(*call.code) : nullptr; meaning != nullptr) {
         json["meaning"] = jsonOf(*call.code, *meaning);
+    }
+    if (const FailureValue* const failure = failureOf(call); failure != nullptr) {
+        json["failure"] = failure->happened;
     }
     if (call.data) {
         json["data"] = {{"text", utf8Of(*call.data, windows1250)}, {"bytes", hexadecimal(*call.data)}};

@@ -16,7 +16,7 @@ namespace {
 // is for the system to know.
 void requirePossibleAddress(const std::string& address)
 {
-    if (address.empty() || address.starts_with("COM") || address.starts_with(R"(\\.\COM)")) {
+    if (address.empty() || namesSerialPort(address)) {
         return;
     }
     const std::size_t colon = address.find(':');
@@ -55,6 +55,9 @@ void requirePossibleReplay(const Task& task)
     }
     if (!task.isDryRun && task.printer.address.empty()) {
         refuseTask("no printer is named; name one with --printer, or add --dry-run");
+    }
+    if (task.isSerial && task.isTcp) {
+        refuseTask("a raw log is of one link; leave out --serial or --tcp");
     }
     if (task.isDryRun && (!task.printer.callLog.empty() || !task.printer.rawLog.empty())) {
         refuseTask("nothing is sent with --dry-run, and no log is written; leave out --dry-run or the log");

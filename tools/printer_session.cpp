@@ -19,6 +19,11 @@ void requireWritable(const std::string& log)
     }
 }
 
+bool namesSerialPort(std::string_view address)
+{
+    return address.starts_with("COM") || address.starts_with(R"(\\.\COM)");
+}
+
 PrinterSession::PrinterSession(PrinterOptions given)
     : library(loadLibrary(given.library)), options(std::move(given))
 {

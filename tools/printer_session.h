@@ -4,6 +4,7 @@
 #include "tools/loaded_library.h"
 
 #include <string>
+#include <string_view>
 
 namespace telvofm::tools {
 
@@ -17,6 +18,9 @@ struct PrinterOptions
     std::string callLog; // empty: none is written
     std::string rawLog;
 };
+
+// As the library tells the two kinds of names apart.
+bool namesSerialPort(std::string_view address);
 
 // Throws a Failure when a log cannot be written, of which the library says nothing; one without a name is
 // none.

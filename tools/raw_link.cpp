@@ -49,9 +49,8 @@ std::unique_ptr<LinkDriver> openRawLink(const PrinterOptions& printer)
     if (!printer.rawLog.empty()) {
         rawLog().switchOn(nameForLibrary(printer.rawLog));
     }
-    const bool isSerial = printer.address.starts_with("COM") || printer.address.starts_with(R"(\\.\COM)");
     std::unique_ptr<LinkDriver> link;
-    if (isSerial) {
+    if (namesSerialPort(printer.address)) {
         link = std::make_unique<SerialDriver>(printer.address,
                                               printer.baud == 0 ? standardBaud : printer.baud, StopBits::one);
     } else {

@@ -39,7 +39,7 @@ public:
     {
     }
 
-    [[nodiscard]] RepeatedCall complete(const LoggedCall& call) const
+    [[nodiscard]] RepeatedCall complete(const LoggedCall& call)
     {
         RepeatedCall repeated{&call, {}, {}};
         const auto parameters = givenParameters(*call.function);
@@ -151,14 +151,22 @@ Ending replayCallLog(const Task& task, std::string_view log, Output& output)
     if (contents.calls.empty()) {
         throw Failure(Ending::noFile, task.log + " holds no call; name a call log or a raw log");
     }
-    const Completion completion(task);
+    if (task.isSerial || task.isTcp) {
+        throw Failure(Ending::wrongUse, std::string(task.isSerial ? "--serial" : "--tcp") +
+                                            " is for raw logs, and " + task.log +
+                                            " is a call log; leave it out");
+    }
+    Completion completion(task);
+    std::vector<RepeatedCall> calls; // all are looked at before the first is made
+    for (const LoggedCall& logged : contents.calls) {
+        calls.push_back(completion.complete(logged));
+    }
     std::optional<CallLogReplay> replay;
     if (!task.isDryRun) {
         replay.emplace(task.printer);
     }
     ReplayCount count(task, output);
-    for (const LoggedCall& logged : contents.calls) {
-        const RepeatedCall call = completion.complete(logged);
+    for (const RepeatedCall& call : calls) {
         const std::string difference = replay ? replay->repeat(call) : "";
         const std::string& remark = replay ? difference : call.lack;
         output.line(wordsOf(call) + (remark.empty() ? "" : "\n    " + remark));

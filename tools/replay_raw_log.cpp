@@ -1,5 +1,6 @@
 #include "tools/decoded_lines.h"
 #include "tools/hexadecimal.h"
+#include "tools/link_texts.h"
 #include "tools/raw_link.h"
 #include "tools/replay.h"
 #include "tools/unit_words.h"
@@ -43,11 +44,34 @@ std::string wordsOf(const Exchange& exchange, const CodePage& codePage)
     return "line " + std::to_string(exchange.request.line) + ": " + wordsOf(exchange.request, codePage);
 }
 
-std::vector<Exchange> wholeOnes(const std::vector<Unit>& units)
+std::vector<Exchange> wholeOnes(const std::vector<Unit>& units, const std::string& log)
 {
     std::vector<Exchange> exchanges = exchangesOf(units);
     std::erase_if(exchanges, [](const Exchange& exchange) { return !exchange.request.isWhole; });
+    if (exchanges.empty()) {
+        throw Failure(Ending::noFile,
+                      log + " holds no whole request; 'telvofm decode " + log + "' shows what it holds");
+    }
     return exchanges;
+}
+
+// Nothing in a raw log tells its link, and a wrong guess would print other characters.
+void requireKnownLink(const Task& task, const std::vector<Exchange>& exchanges)
+{
+    const bool isTold = task.isSerial || task.isTcp;
+    if (!isTold && std::any_of(exchanges.begin(), exchanges.end(), dependsOnLink)) {
+        throw Failure(Ending::wrongUse,
+                      task.log +
+                          " holds characters that a serial link and TCP write differently; add "
+                          "--serial when the till's printer was on a serial line, --tcp when it was on TCP");
+    }
+}
+
+RepeatedExchange repeat(LinkDriver& link, const Exchange& logged, const LinkTexts& texts)
+{
+    RepeatedExchange now = repeat(link, texts.forPrinter(logged));
+    now.reply = texts.asInLog(std::move(now.reply));
+    return now;
 }
 
 // No call is made of the library, whose options these are.
@@ -70,10 +94,14 @@ void refuseOptionsOfCallLogs(const Task& task)
 Ending replayRawLog(const Task& task, std::string_view log, Output& output)
 {
     refuseOptionsOfCallLogs(task);
-    const CodePage& codePage = task.printer.address.starts_with("COM") ? codePage852 : windows1250;
+    const CodePage& codePage = task.isSerial ? codePage852 : windows1250;
     const RawLog raw = readRawLog(log);
     const std::vector<Unit> units = unitsOf(raw.runs);
-    const std::vector<Exchange> exchanges = wholeOnes(units);
+    const std::vector<Exchange> exchanges = wholeOnes(units, task.log);
+    if (!task.isDryRun) {
+        requireKnownLink(task, exchanges);
+    }
+    const LinkTexts texts(task.isSerial, namesSerialPort(task.printer.address));
     const auto link = task.isDryRun ? nullptr : openRawLink(task.printer);
     ReplayCount count(task, output);
     for (const Exchange& exchange : exchanges) {
@@ -82,7 +110,7 @@ Ending replayRawLog(const Task& task, std::string_view log, Output& output)
                      {"request", hexadecimal(exchange.request.bytes)}};
         std::string difference;
         if (link) {
-            difference = differenceOf(exchange, repeat(*link, exchange), codePage);
+            difference = differenceOf(exchange, repeat(*link, exchange, texts), codePage);
             json["difference"] = difference.empty() ? Json() : Json(difference);
         }
         output.line(wordsOf(exchange, codePage) + (difference.empty() ? "" : "\n    " + difference));

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What docs/integration.md says about a call whose outcome is unknown: on the virtual printer the variable that it names
 tells whether the call was carried out. Each call of the table is tried twice: the connection ends before the printer
-carries it out, and after that; both times the library can only say -10201.
+carries it out, and after that; both times the library can only say -10201. And no command is left out of the chapter.
 
     unknown_outcome_test.py SOURCE_FOLDER BUILD_FOLDER
 """
@@ -69,6 +69,25 @@ class Till:
             sys.exit(f"the printer cannot be asked for {name}")
         return text.value.decode()
 
+    def journal(self, file):
+        if self.call("getJournal_str_tofile", DEVICE, str(file).encode()) != 0:
+            sys.exit("the journal cannot be fetched")
+        return file.read_bytes()
+
+    def hides_replies_that_are_given_up(self, file):
+        """Whether a variable and a journal are empty, and both calls done, when the printer gives up a block that came damaged
+        three times."""
+        self.printer.reset()
+        self.open()
+        for step in ENDED:
+            self.call(*step)
+        self.printer.arm("wrongChecksum", command="getVariable", blocks=3)
+        self.printer.arm("wrongChecksum", command="getJournal", blocks=3)
+        given_up = self.variable("STATE"), self.journal(file)
+        whole = self.variable("STATE"), self.journal(file)
+        self.call("closeFM")
+        return not any(given_up) and all(whole)
+
     def outcome(self, before, call, variable, breaks):
         """What the variable says after the call has met a connection that breaks at the request or at the answer."""
         self.printer.reset()
@@ -115,6 +134,27 @@ def contradictions(source, tried):
     return wrong
 
 
+def chapter(source):
+    guide = (source / "docs/integration.md").read_text(encoding="utf-8")
+    return guide.split("## After a timeout in the middle of a receipt", 1)[1].split("\n## ", 1)[0]
+
+
+def commands(source):
+    """Each command of the virtual printer, and whether it takes it while a receipt is open."""
+    page = (source / "docs/virtual-printer.md").read_text(encoding="utf-8")
+    for name, legal in re.findall(r"^\| [0-9A-F]{2} \| (\w+) \| .* \| ([\w, ]+) \|$", page, re.MULTILINE):
+        yield name, bool({"open", "paying"} & set(legal.split(", ")))
+
+
+def left_out(text, all_commands):
+    """A command is named as it is, or by its beginning (`get...`): but not one that is sent into an open receipt, unless it
+    only reads."""
+    named = set(re.findall(r"`(\w+)", text))
+    beginnings = tuple(re.findall(r"`(\w+)\.\.\.`", text))
+    return [name for name, is_in_receipt in all_commands
+            if name not in named and not name.startswith("get" if is_in_receipt else beginnings)]
+
+
 def main():
     source, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
     sys.path.insert(0, str(source / "testing"))
@@ -122,9 +162,16 @@ def main():
 
     library = ctypes.CDLL(str(build / "libtelvofm.so"))
     wrong = contradictions(source, CASES)
+    wrong += [f"the guide does not say what to do after {name}" for name in left_out(chapter(source), commands(source))]
+    if left_out("`one` `two...`", [("one", True), ("twofold", False), ("twofold", True), ("getOne", True)]) != ["twofold"]:
+        wrong.append("a command that the guide leaves out is not noticed")
+    if len(list(commands(source))) < 100:
+        wrong.append("the commands of the virtual printer are not found")
     with tempfile.TemporaryDirectory() as folder, FiscalPrinter(program=str(build / "telvofm-printer")) as printer:
         library.setLogginOn(str(pathlib.Path(folder, "calls.txt")).encode())
         till = Till(library, printer)
+        if not till.hides_replies_that_are_given_up(pathlib.Path(folder, "journal.txt")):
+            wrong.append("a reply that the printer gives up is no longer an empty one")
         for before, call, variable, if_done, if_not in CASES:
             for breaks, expected in (("answer", if_done), ("request", if_not)):
                 said = till.outcome(before, call, variable, breaks)

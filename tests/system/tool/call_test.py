@@ -4,9 +4,7 @@ import re
 import subprocess
 import unittest
 
-from tool import BUILD, DONE, NO_ANSWER, NO_FILE, REFUSED, SOURCE, WRONG_USE, ToolTest, program, telvofm
-
-MODEM_LINES = {"LD_PRELOAD": str(BUILD / "libmodem_lines.so")}  # a pseudo-terminal has none of its own
+from tool import DONE, MODEM_LINES, NO_ANSWER, NO_FILE, REFUSED, SOURCE, WRONG_USE, ToolTest, program, telvofm
 
 SALE = ["sellingDayBegin", 1, 0, "--then", "paragonBegin", 1, 0, 1, 0, 0, 1, 0,
         "--then", "itemSale", 1, 0, "Čaj šťavnatý", "12.50", "A", "1.5", "8.33", "ks",
@@ -31,12 +29,33 @@ class WithoutPrinter(ToolTest):
         self.assertEqual(functions["rawWrite"], ["bytes"])
         self.assertEqual(functions["printGraphic"], ["device", "printType", "graphicIndex", "imageData"])
 
+    def test_lists_the_functions_that_are_named(self):
+        said = telvofm("call", "--list", "paragonEnd", "getVersion")
+        self.assertEqual((said.code, said.output), (DONE, "getVersion\nparagonEnd device row graphicsHeader\n"))
+        self.assertEqual(telvofm("call", "--json", "--list", "getVersion").json,
+                         {"functions": [{"name": "getVersion", "arguments": []}]})
+        self.assert_refused(telvofm("call", "--list", "paragonEnd", "getversion"), WRONG_USE, "did you mean getVersion?")
+
     def test_calls_functions_of_every_result(self):
-        for words, returned in ((["getVersion"], 106), (["isAutoTwoLineItem"], False), (["closeFM"], None),
-                                (["createResultObject"], None), (["getResultObjectLength"], 0),
-                                (["getResultObjectString"], ""), (["getVariableStr", 1, "X"], "Error"),
-                                (["rawRead", 4], -1), (["destroyResultObject"], None)):
-            self.assertEqual(telvofm("call", "--json", *words).json["calls"][0]["returned"], returned, words)
+        for words, returned, code in ((["getVersion"], 106, DONE), (["isAutoTwoLineItem"], False, DONE),
+                                      (["closeFM"], None, DONE), (["createResultObject"], None, DONE),
+                                      (["getResultObjectLength"], 0, DONE), (["getResultObjectString"], "", DONE),
+                                      (["getVariableStr", 1, "X"], "Error", NO_ANSWER), (["rawRead", 4], -1, NO_ANSWER),
+                                      (["rawWrite", "11"], -1, NO_ANSWER), (["destroyResultObject"], None, DONE)):
+            said = telvofm("call", "--json", *words)
+            self.assertEqual((said.json["calls"][0]["returned"], said.code), (returned, code), words)
+
+    def test_stops_where_a_function_without_a_code_tells_a_failure(self):
+        for words, sentence in ((["rawWrite", "1c"], "rawWrite returned -1, failed: "),
+                                (["rawRead", 4], "rawRead returned -1, failed: "),
+                                (["getVariableStr", 1, "X"], "getVariableStr returned Error, failed: ")):
+            said = telvofm("call", *words, "--then", "getVersion")
+            self.assertEqual(said.code, NO_ANSWER, said)
+            self.assertTrue(said.output.startswith(sentence), said)
+            self.assertEqual(len(said.output.splitlines()), 1, said)
+            call, = telvofm("call", "--json", *words, "--then", "getVersion").json["calls"]
+            self.assertTrue(call["failure"].endswith("."), call)
+            self.assertNotIn("data", call)
 
     def test_says_what_it_means_that_no_printer_is_open(self):
         said = telvofm("call", "--json", "repeatParagon", 1)
@@ -180,7 +199,7 @@ class OnAPrinter(ToolTest):
         self.assertIn('"Čaj šťavnatý"', telvofm("decode", "--serial", raw).output)
         printer.end()
         second = self.printer("--pty")
-        again = telvofm("replay", "-p", "COM" + second.address, raw, environment=MODEM_LINES)
+        again = telvofm("replay", "-p", "COM" + second.address, "--serial", raw, environment=MODEM_LINES)
         self.assertEqual(again.code, DONE, again)
         self.assertIn("Čaj šťavnatý", second.paper_showing("Čaj šťavnatý"))
 

@@ -3,7 +3,7 @@
 import re
 import unittest
 
-from tool import DONE, NO_ANSWER, NO_FILE, TROUBLE, WRONG_USE, ToolTest, telvofm
+from tool import DONE, MODEM_LINES, NO_ANSWER, NO_FILE, TROUBLE, WRONG_USE, ToolTest, telvofm
 
 SALE = ["sellingDayBegin", 1, 0, "--then", "paragonBegin", 1, 0, 1, 0, 0, 1, 0,
         "--then", "itemSale_int", 1, 0, "Čaj, vat B, zelený", 1250, "A", 1500, 83333, "ks",
@@ -27,9 +27,14 @@ class WithLogsOfASale(ToolTest):
         first.end()
         self.second = self.printer()
 
+    def replay(self, log, *options):
+        """On the second printer; of a raw log it has to be said which link it is of."""
+        link = ["--tcp"] if log == self.raw else []
+        return telvofm("replay", "-p", self.second.address, *link, *options, log)
+
     def test_sells_the_same_from_either_log(self):
         for log, count in ((self.calls, 9), (self.raw, 7)):
-            said = telvofm("replay", "-p", self.second.address, "--json", log)
+            said = self.replay(log, "--json")
             self.assertEqual(said.code, DONE, said)
             self.assertEqual((said.json["repeated"], said.json["different"], said.json["damages"]), (count, 0, []))
             self.assertEqual(len(self.sold), 4)
@@ -41,14 +46,14 @@ class WithLogsOfASale(ToolTest):
         """A raw log of either; a call log of the calls, without which the requests of a raw log are repeated."""
         for log in (self.calls, self.raw):
             again = self.folder / "again.log"
-            said = telvofm("replay", "-p", self.second.address, "--raw-log", again, log)
+            said = self.replay(log, "--raw-log", again)
             self.assertEqual(said.code, DONE, said)
             self.assertEqual(telvofm("decode", again).output, telvofm("decode", self.raw).output)
             self.assertIn("Hotovosť", telvofm("decode", again).output)
             self.second.end()
             self.second = self.printer()
         again = self.folder / "calls_again.log"
-        said = telvofm("replay", "-p", self.second.address, "--call-log", again, self.calls)
+        said = self.replay(self.calls, "--call-log", again)
         self.assertEqual(said.code, DONE, said)
         calls = self.calls.read_bytes().splitlines()[1:]
         self.assertEqual(again.read_bytes().splitlines()[1:len(calls) + 1], calls)  # the tool's own closing may follow
@@ -56,7 +61,7 @@ class WithLogsOfASale(ToolTest):
     def test_wants_logs_that_can_be_written(self):
         missing = self.folder / "missing" / "again.log"
         for log in (self.calls, self.raw):
-            self.assert_refused(telvofm("replay", "-p", self.second.address, "--raw-log", missing, log), NO_FILE,
+            self.assert_refused(self.replay(log, "--raw-log", missing), NO_FILE,
                                 f"the log {missing} cannot be written; name a file in a folder that is there")
         self.assertNotIn("Čaj", self.second.paper)
 
@@ -81,7 +86,7 @@ class WithLogsOfASale(ToolTest):
     def test_stops_at_the_first_difference_or_goes_on(self):
         telvofm("call", "-p", self.second.address, "sellingDayBegin", 1, 0)  # the second time it is refused
         for log, kind in ((self.calls, "calls"), (self.raw, "requests")):
-            said = telvofm("replay", "-p", self.second.address, log)
+            said = self.replay(log)
             self.assertEqual(said.code, TROUBLE)
             self.assertRegex(said.output, r"\n    (returned 6, refused: |refused with error 6 now, accepted in the log)")
             self.assertRegex(said.output.splitlines()[-1], rf"^\d of \d {kind} repeated, 1 different$")
@@ -106,7 +111,7 @@ class WithLogsOfASale(ToolTest):
                          lambda found: f"{found[1]} 31 {found[2]} {int(found[3], 16) ^ 1:02x}", raw, count=1)
         self.assertNotEqual(changed, raw)
         self.raw.write_text(changed)
-        said = telvofm("replay", "-p", self.second.address, "--json", self.raw)
+        said = self.replay(self.raw, "--json")
         self.assertEqual([request["difference"] for request in said.json["requests"]][-1],
                          'answered "12.50\\x0D\\x0A" now, answered "12.51\\x0D\\x0A" in the log')
 
@@ -133,7 +138,7 @@ class WithLogsOfASale(ToolTest):
 
     def test_leaves_out_requests_that_are_broken_off(self):
         self.raw.write_text(self.raw.read_text() + "\nC: 1c 01 e0 ")
-        said = telvofm("replay", "-p", self.second.address, "--json", self.raw)
+        said = self.replay(self.raw, "--json")
         self.assertEqual((said.code, said.json["repeated"], said.json["different"]), (TROUBLE, 7, 0))
         self.assertEqual(said.json["damages"][0]["what"], "a request is broken off")
 
@@ -145,11 +150,89 @@ class WithLogsOfASale(ToolTest):
     def test_wants_a_log_and_a_printer(self):
         self.assert_refused(telvofm("replay", self.calls), WRONG_USE, "--printer", "--dry-run")
         self.assert_refused(telvofm("replay", "-p", "127.0.0.1:1", self.calls), NO_ANSWER, "cannot be opened")
-        self.assert_refused(telvofm("replay", "-p", "127.0.0.1:1", self.raw), NO_ANSWER, "cannot be opened")
+        self.assert_refused(telvofm("replay", "-p", "127.0.0.1:1", "--tcp", self.raw), NO_ANSWER, "cannot be opened")
         self.assert_refused(telvofm("replay", "--dry-run", self.folder / "none"), NO_FILE, "none cannot be read")
         self.assert_refused(telvofm("replay", "--dry-run", self.file("text", b"Hello\n")), NO_FILE, "holds no call")
         self.assert_refused(telvofm("replay", "--dry-run", "--files", self.folder / "none", self.calls), NO_FILE,
                             "is no folder")
+
+    def test_asks_which_link_a_raw_log_is_of(self):
+        """Its texts are in the code page of that link, and nothing in the log says which it was."""
+        self.assert_refused(telvofm("replay", "-p", self.second.address, self.raw), WRONG_USE,
+                            f"{self.raw} holds characters that a serial link and TCP write differently",
+                            "add --serial", "--tcp")
+        self.assertEqual(sold(self.second.paper), [])
+        self.assert_refused(telvofm("replay", "-p", self.second.address, "--tcp", "--serial", self.raw), WRONG_USE,
+                            "a raw log is of one link; leave out --serial or --tcp")
+        for link in ("--serial", "--tcp"):
+            self.assert_refused(telvofm("replay", "--dry-run", link, self.calls), WRONG_USE,
+                                f"{link} is for raw logs, and {self.calls} is a call log; leave it out")
+        block = "3a 00 9f 03 a6 "
+        qr_code, answer = f"C: 1c 01 ed 04 f4 \nS: 06 \nC: {block}\nS: 06 ", f"C: 1c 01 93 04 8a \nS: {block}\nC: 03 "
+        for text in (qr_code, answer):
+            self.assertEqual(telvofm("replay", "-p", self.second.address, self.file("text.log", text)).code, WRONG_USE)
+        picture = f"C: 1c 01 de 30 00 30 00 04 c7 \nS: 06 \nC: {block}\nS: 06 "
+        for plain in ("C: 1c 01 29 30 00 04 00 \nS: 06 ", picture):
+            said = telvofm("replay", "-p", self.second.address, self.file("plain.log", plain))
+            self.assertIn("1 of 1 requests repeated", said.output)
+
+    def test_wants_a_request_in_a_raw_log(self):
+        for contents in ("S: 06 \n", "C: 11 \nS: 11 ", "C: 1c 01 e0 "):
+            log = self.file("empty.log", contents)
+            for options in (["--dry-run"], ["-p", self.second.address]):
+                self.assert_refused(telvofm("replay", *options, log), NO_FILE, f"{log} holds no whole request",
+                                    f"telvofm decode {log}")
+
+
+class BetweenLinksOfBothKinds(ToolTest):
+    """Texts are in code page 852 on a serial line, and in Windows-1250 over TCP."""
+
+    def on(self, kind):
+        """A printer and its name."""
+        link = ["--pty"] if kind == "--serial" else ["--listen", "127.0.0.1:0"]
+        printer = self.printer(*link, "--clock", "2026-01-31 12:00")
+        return printer, ("COM" if kind == "--serial" else "") + printer.address
+
+    @staticmethod
+    def printed(printer):
+        """The dots of the QR code and the receipt, as far as the name of the payment."""
+        lines = printer.paper_showing("Hotovosť").splitlines()
+        return lines[1:next(number for number, line in enumerate(lines) if "Hotovosť" in line) + 1]
+
+    def test_converts_the_texts_for_the_other_kind(self):
+        papers = []
+        for logged, other in (("--serial", "--tcp"), ("--tcp", "--serial")):
+            log = self.folder / f"raw{logged}.log"
+            printer, name = self.on(logged)
+            said = telvofm("call", "-p", name, "--raw-log", log, "printQRCode", 1, "Žemľa ťažká", "--then", *SALE,
+                           "--then", "getLastParagonResultObject", 1, environment=MODEM_LINES)
+            self.assertEqual(said.code, DONE, said)
+            papers.append(self.printed(printer))
+            printer.end()
+            for kind in (logged, other):
+                printer, name = self.on(kind)
+                said = telvofm("replay", "-p", name, logged, log, environment=MODEM_LINES)
+                self.assertEqual(said.code, DONE, said)
+                self.assertIn('"Čaj, vat B, zelený"', said.output)
+                self.assertEqual(said.output.splitlines()[-1], "7 of 7 requests repeated, 0 different")
+                papers.append(self.printed(printer))
+                printer.end()
+        self.assertIn("Čaj, vat B, zelený", "".join(papers[0]))
+        self.assertGreater(len([line for line in papers[0] if "▀" in line]), 10)
+        for paper in papers[1:]:
+            self.assertEqual(paper, papers[0])
+
+    def test_tells_differences_in_readable_characters(self):
+        printer, _ = self.on("--tcp")
+        log = self.file("raw.log", "C: 1c 01 93 04 8a \nS: 3a 00 9f 03 a6 \nC: 03 ")
+        said = telvofm("replay", "-p", printer.address, "--serial", log)
+        self.assertEqual(said.code, TROUBLE)
+        self.assertIn('answered "" now, answered "č" in the log', said.output)
+
+    def test_shows_the_texts_of_a_serial_line(self):
+        log = self.file("raw.log", "C: 1c 01 2b 30 00 e6 a0 00 04 44 ")
+        self.assertIn('"Šá"', telvofm("replay", "--dry-run", "--serial", log).output)
+        self.assertIn('"Šá"', telvofm("replay", "--dry-run", "--serial", "-p", "127.0.0.1", log).output)
 
 
 class OnAPrinter(ToolTest):
@@ -163,6 +246,21 @@ class OnAPrinter(ToolTest):
         self.assertEqual(telvofm("replay", "-p", printer.address, "--files", ours, log).code, DONE)
         self.assertEqual([file.name for file in ours.iterdir()], ["line-1"])
         self.assertFalse(theirs.exists())
+
+    def test_wants_a_folder_for_files_before_anything_is_sent(self):
+        printer = self.printer()
+        log = self.file("calls.log", "sellingDayBegindeviceNumber 1, saleMode 0\n"
+                                     "getJournal_str_tofile device 1, fileName a.txt\n")
+        nowhere = {"TMPDIR": str(self.folder / "nowhere")}
+        self.assert_refused(telvofm("replay", "-p", printer.address, log, environment=nowhere), NO_FILE,
+                            "temporary files", "--files")
+        self.assertEqual(telvofm("call", "-p", printer.address, "--json", "getVariable", 1, "DAY").json["calls"][0]["data"]["text"],
+                         "closed")
+        self.assertEqual(telvofm("replay", "-p", printer.address, "--files", self.folder, log, environment=nowhere).code, DONE)
+        self.assertEqual(telvofm("replay", "--dry-run", log, environment=nowhere).code, DONE)
+        log.write_bytes(log.read_bytes().splitlines(keepends=True)[0].replace(b"sellingDayBegin", b"printJobCancel ")
+                        .replace(b"deviceNumber 1, saleMode 0", b"device 1"))
+        self.assertEqual(telvofm("replay", "-p", printer.address, log, environment=nowhere).code, DONE)
 
     def test_asks_for_passwords_that_the_log_hides(self):
         printer = self.printer()

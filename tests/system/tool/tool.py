@@ -45,6 +45,9 @@ class Said:
         return [line for line in lines if not line.startswith("host: ")]
 
 
+# A pseudo-terminal has no modem lines of its own.
+MODEM_LINES = {"LD_PRELOAD": str(BUILD / "libmodem_lines.so")}
+
 # The characters of arguments are UTF-8 also where the tests run without a language.
 ENVIRONMENT = {**os.environ, "LC_ALL": "C.UTF-8"}
 

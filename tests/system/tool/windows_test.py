@@ -6,7 +6,7 @@ import pty
 import tty
 import unittest
 
-from tool import (DONE, NO_FILE, NO_LIBRARY, REFUSED, SOURCE, TROUBLE, WRONG_USE, ToolTest, telvofm)
+from tool import (DONE, NO_ANSWER, NO_FILE, NO_LIBRARY, REFUSED, SOURCE, TROUBLE, WRONG_USE, ToolTest, telvofm)
 
 SALE = ["sellingDayBegin", 1, 0, "--then", "paragonBegin", 1, 0, 1, 0, 0, 1, 0,
         "--then", "itemSale", 1, 0, "Čaj šťavnatý ľž", "12.50", "A", "1.5", "8.33", "ks",
@@ -43,6 +43,11 @@ class WithoutPrinter(ToolTest):
         log = self.file("raw.log", b"C: 1c 01 2b 30 00 8a e1 00 04 69 \r\nS: 06 ")
         self.assertEqual(telvofm("decode", log).output, 'till     destroyParagon to device 1 "0" "Šá", checksum ok\n'
                                                         "printer  accepted\n")
+
+    def test_takes_either_name_of_a_port(self):
+        log = self.file("raw.log", b"C: 1c 01 2b 30 00 e6 a0 00 04 44 ")
+        for name in ("COM77", "\\\\.\\COM77"):
+            self.assert_refused(telvofm("replay", "--serial", "-p", name, log), NO_ANSWER, f"{name} cannot be opened")
 
     def test_examines_a_port(self):
         said = telvofm("doctor", "--json", "-p", "COM77")
@@ -106,9 +111,9 @@ class OnAPrinter(ToolTest):
         refused = telvofm("call", "-p", first.address, "paragonEnd", 1, 0, 0)
         self.assertEqual(refused.code, REFUSED)
         first.end()
-        for log in (calls, raw):
+        for log in ([calls], ["--tcp", raw]):
             printer = self.printer()
-            again = telvofm("replay", "--json", "-p", printer.address, log)
+            again = telvofm("replay", "--json", "-p", printer.address, *log)
             self.assertEqual((again.code, again.json["different"]), (DONE, 0), again)
             self.assertIn("Čaj šťavnatý ľž", printer.paper)
             printer.end()

@@ -37,6 +37,16 @@ TEST_F(CppOpenReceipt, IsNoneBeforeBegin)
     takesNothing(receipt);
 }
 
+TEST_F(CppOpenReceipt, IsNoneWhenBeginWasRefused)
+{
+    Receipt receipt = begun();
+    EXPECT_TRUE(receipt.pay(1, 4, "") && receipt.end());
+    EXPECT_TRUE(session_->call("printReport", printReport, 1, 'Z', 1));
+    EXPECT_FALSE(receipt.begin()); // no day is open
+    takesNothing(receipt);
+    EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
+}
+
 TEST_F(CppOpenReceipt, IsTheOtherWhenBeginWasRefused)
 {
     Receipt open = begun();

@@ -228,6 +228,11 @@ static class LayerTest
         CheckThrows<NotExecutedException>("or another one may be open", () => followed.Cancel());
         Check(followed.Recover().Sentence.StartsWith("another receipt was begun since") && session.Variable("STATE") == "open", "the one that followed");
         next.Cancel();
+
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
+        CheckThrows<RefusedException>("paragonBegin", () => next.Begin()); // no day is open, nor is a receipt
+        TakesNothing(next, "one that nobody has begun");
+        Check(next.Recover().Verdict == Verdict.NotSold && session.BeginDay(), "the day after");
     }
 
     static void PrinterThatCannotBeAsked(string address)

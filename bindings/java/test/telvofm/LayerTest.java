@@ -241,6 +241,11 @@ final class LayerTest {
         check(followed.recover().sentence.startsWith("another receipt was begun since") && session.variable("STATE").equals("open"),
                 "the one that followed");
         next.cancel("");
+
+        session.call("printReport", () -> session.functions.printReport(session.device, Windows1250.encode('Z'), 1));
+        checkThrows(RefusedException.class, "paragonBegin", next::begin); // no day is open, nor is a receipt
+        takesNothing(session, next, "one that nobody has begun");
+        check(next.recover().verdict == Recovery.Verdict.NOT_SOLD && session.beginDay(), "the day after");
     }
 
     private static void printerThatCannotBeAsked(String address) {

@@ -104,7 +104,10 @@ TEST_F(CppOpenReceipt, MayBeAnotherWhenThePrinterCannotBeAsked)
     takesNothing(receipt);
     EXPECT_FALSE(receipt.cancel());
     EXPECT_EQ(receipt.failure()->kind, Kind::notExecuted);
-    EXPECT_TRUE(open.pay(1, 4, "") && open.end());
+    EXPECT_TRUE(open.pay(1, 4, ""));
+    EXPECT_FALSE(open.pay(1, 4, "")); // nothing is left to pay
+    EXPECT_EQ(open.failure()->kind, Kind::amountError);
+    EXPECT_TRUE(open.end());
     takesNothing(open);
     EXPECT_FALSE(open.cancel());
     EXPECT_EQ(open.failure()->kind, Kind::notExecuted);

@@ -245,6 +245,7 @@ static class LayerTest
             TakesNothing(other, "one behind another, for all that is known");
             CheckThrows<NotExecutedException>("or another one may be open", () => other.Cancel());
             open.Pay(1, 0.25m, "");
+            CheckThrows<AmountException>("Nothing is left to pay", () => open.Pay(1, 0.25m, ""));
             Check(open.End() == "", "the number of a receipt that nobody knows");
             TakesNothing(open, "one that is ended");
             CheckThrows<NotExecutedException>("is over", () => open.Cancel());

@@ -152,6 +152,8 @@ begin
   CheckRaises(ENotExecuted, 'or another one may be open', CancelIt);
   Other.Free;
   Open.Pay(1, 0.25, '');
+  Receipt := Open;
+  CheckRaises(EAmount, 'Nothing is left to pay', PayOne);
   Check(Open.EndReceipt = '', 'the number of a receipt that nobody knows');
   TakesNothing(Open, 'one that is ended');
   CheckRaises(ENotExecuted, 'is over', CancelIt);

@@ -258,6 +258,7 @@ final class LayerTest {
             takesNothing(blind, other, "one behind another, for all that is known");
             checkThrows(NotExecutedException.class, "or another one may be open", () -> other.cancel(""));
             open.pay(1, amount("0.25"), "");
+            checkThrows(AmountException.class, "Nothing is left to pay", () -> open.pay(1, amount("0.25"), ""));
             check(open.end().isEmpty(), "the number of a receipt that nobody knows");
             takesNothing(blind, open, "one that is ended");
             checkThrows(NotExecutedException.class, "is over", () -> open.cancel(""));

@@ -98,7 +98,9 @@
  *
  * A reply is what the printer says, byte for byte on TCP links, converted back to Windows-1250 on serial
  * ones; it may contain 0x00. After a failure, or a refusal with the error byte 0, buffers, counts and result
- * objects are as they were. A reply goes
+ * objects are as they were. A result of 0 does not say that a reply is whole: after a damaged block a printer
+ * may end it instead of sending the block again, and what came before is delivered, which may be nothing. A
+ * reply goes
  *
  * - **into a buffer, exactly**: the reply's bytes without a terminator; an empty reply leaves the buffer as
  *   it was;

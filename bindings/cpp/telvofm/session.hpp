@@ -67,6 +67,21 @@ inline constexpr bool isBuffer =
     std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned char*> ||
     std::is_same_v<Parameter, unsigned int*>;
 
+// Whether a number would lose something on its way: 12.5 for an int, or a long.
+template <typename Parameter, typename Argument>
+inline constexpr bool narrows =
+    std::is_arithmetic_v<Parameter>&& std::is_arithmetic_v<Argument> && !std::is_same_v<Parameter, bool> &&
+    ((std::is_floating_point_v<Argument> && std::is_integral_v<Parameter>) ||
+     (std::is_integral_v<Argument> && std::is_integral_v<Parameter> && sizeof(Argument) > sizeof(Parameter)));
+
+template <typename... Arguments, typename... Parameters>
+constexpr bool narrowsAny(int (*)(Parameters...))
+{
+    static_assert(sizeof...(Arguments) == sizeof...(Parameters),
+                  "the function takes another number of arguments");
+    return (narrows<Parameters, Arguments> || ...);
+}
+
 template <typename... Parameters>
 constexpr bool fillsABuffer(int (*)(Parameters...))
 {
@@ -137,6 +152,9 @@ public:
         static_assert(!inside::fillsABuffer(static_cast<int (*)(Parameters...)>(nullptr)),
                       "a buffer that is too short ends the process: use the function's twin for result "
                       "objects, and read()");
+        static_assert(
+            !inside::narrowsAny<Arguments...>(static_cast<int (*)(Parameters...)>(nullptr)),
+            "a number does not fit its parameter: 12.5 would be 12; cast it yourself if you mean it");
         return passOn(name, function, inside::converted(arguments)...);
     }
 

@@ -2,11 +2,11 @@
 
 #include "api/telvofm.h"
 #include "tools/ending.h"
-#include "tools/nearest_name.h"
+#include "tools/possible_task.h"
+#include "tools/wrong_line.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <map>
 
 namespace telvofm::tools {
@@ -18,26 +18,59 @@ void addCommon(CLI::App& command, Task& task)
     command.add_flag("--json", task.isJson, "Write one JSON document and nothing else to standard output");
 }
 
-void addLibrary(CLI::App& command, Task& task)
+// The parser takes an option for the value that is missing in front of it, and no word for a value.
+void addName(CLI::App& command, const std::string& names, std::string& name, const std::string& description)
 {
-    command.add_option("--library", task.printer.library,
-                       "The library's file; without it the one beside this tool or the system's");
+    const std::string option = names.substr(names.find("--"));
+    command.add_option_function<std::string>(
+        names,
+        [option, &name](const std::string& given) {
+            if (given.empty()) {
+                throw Failure(Ending::wrongUse, option + " is empty; write its value behind it");
+            }
+            if (given.starts_with('-') && given.size() > 1) {
+                throw Failure(Ending::wrongUse, option + ": '" + given +
+                                                    "' reads like an option; write a value in front of it");
+            }
+            name = given;
+        },
+        description);
 }
 
-CLI::Option* addPrinter(CLI::App& command, Task& task)
+// One of a few numbers, told apart as they are written.
+void addNumber(CLI::App& command, const std::string& option, unsigned& number, const std::string& description,
+               const std::map<std::string, unsigned>& numbers, const std::string& isNone)
 {
-    auto* const printer = command.add_option("-p,--printer", task.printer.address,
-                                             "HOST, HOST:PORT, COM7 or, on Linux, COM/dev/ttyUSB0");
-    command.add_option("--baud", task.printer.baud, "The speed of a serial port: 57600 or 115200")
-        ->check(CLI::IsMember({57600, 115200}))
-        ->needs(printer);
-    return printer;
+    command.add_option_function<std::string>(
+        option,
+        [option, &number, numbers, isNone](const std::string& given) {
+            const auto found = numbers.find(given);
+            if (found == numbers.end()) {
+                throw Failure(Ending::wrongUse, option + ": '" + given + "' is " + isNone);
+            }
+            number = found->second;
+        },
+        description);
+}
+
+void addLibrary(CLI::App& command, Task& task)
+{
+    addName(command, "--library", task.printer.library,
+            "The library's file; without it the one beside this tool or the system's");
+}
+
+void addPrinter(CLI::App& command, Task& task)
+{
+    addName(command, "-p,--printer", task.printer.address,
+            "HOST, HOST:PORT, COM7 or, on Linux, COM/dev/ttyUSB0");
+    addNumber(command, "--baud", task.printer.baud, "The speed of a serial port: 57600 or 115200",
+              {{"57600", 57600}, {"115200", 115200}}, "neither 57600 nor 115200");
 }
 
 void addLogs(CLI::App& command, Task& task)
 {
-    command.add_option("--call-log", task.printer.callLog, "Append the calls to this file");
-    command.add_option("--raw-log", task.printer.rawLog, "Write every byte on the link into this file");
+    addName(command, "--call-log", task.printer.callLog, "Append the calls to this file");
+    addName(command, "--raw-log", task.printer.rawLog, "Write every byte on the link into this file");
 }
 
 void addCall(CLI::App& app, Task& task)
@@ -45,11 +78,9 @@ void addCall(CLI::App& app, Task& task)
     auto& call = *app.add_subcommand("call", "Call functions of the library by their names");
     addCommon(call, task);
     addLibrary(call, task);
-    auto* const printer = addPrinter(call, task);
-    call.add_option("--stop-bits", task.printer.stopBits, "1, 2, or 15 for one and a half")
-        ->check(CLI::IsMember({1, 2, 15}))
-        ->needs(printer)
-        ->excludes("--baud");
+    addPrinter(call, task);
+    addNumber(call, "--stop-bits", task.printer.stopBits, "1, 2, or 15 for one and a half",
+              {{"1", 1}, {"2", 2}, {"15", 15}}, "none of 1, 2 and 15, which is one and a half");
     addLogs(call, task);
     call.add_flag("--list", task.isList, "List the functions with their arguments");
     call.prefix_command();
@@ -86,7 +117,7 @@ void addReplay(CLI::App& app, Task& task)
     replay.add_flag("--dry-run", task.isDryRun, "Show what would be done; no printer is needed");
     replay.add_flag("--go-on", task.goesOn, "Go on behind a difference instead of stopping");
     replay.add_option("--password", task.password, "Take this for passwords that the call log hides");
-    replay.add_option("--files", task.folder, "Keep the files that replayed calls write in this folder");
+    addName(replay, "--files", task.folder, "Keep the files that replayed calls write in this folder");
     replay.footer("Use a printer for tests: whatever the log sold is sold again.\n\nExamples:\n"
                   "  telvofm replay --dry-run fmlog.txt\n"
                   "  telvofm replay -p 127.0.0.1:9100 fmlog.txt\n"
@@ -119,7 +150,7 @@ void addCompletion(CLI::App& app, Task& task)
 {
     auto& completion = *app.add_subcommand("completion", "Write what completes this tool's words in a shell");
     addCommon(completion, task);
-    completion.add_option("SHELL", task.shell, "bash")->required()->check(CLI::IsMember({"bash"}));
+    completion.add_option("SHELL", task.shell, "bash")->required();
     completion.footer("Examples:\n"
                       "  telvofm completion bash > /etc/bash_completion.d/telvofm\n"
                       "  source <(telvofm completion bash)");
@@ -160,97 +191,28 @@ Errand errandNamed(const std::string& name)
     return commands.at(name);
 }
 
-// The help of the command that was asked for, or of all.
-const CLI::App& chosen(const CLI::App& app)
-{
-    const auto commands = app.get_subcommands();
-    return commands.empty() ? app : *commands.front();
-}
-
-// The parser itself would call it unexpected.
-void refuseUnknownCommand(const CLI::App& app, const std::vector<std::string>& words)
-{
-    const auto word = std::find_if(words.begin(), words.end(),
-                                   [](const std::string& one) { return !one.starts_with('-'); });
-    if (word == words.end()) {
-        return;
-    }
-    std::vector<std::string_view> names;
-    for (const CLI::App* command : app.get_subcommands({})) {
-        names.emplace_back(command->get_name());
-    }
-    if (std::find(names.begin(), names.end(), *word) == names.end()) {
-        const std::string_view nearest = nearestName(*word, names);
-        throw Failure(Ending::wrongUse,
-                      "there is no command " + *word +
-                          (nearest.empty() ? "; 'telvofm --help' lists them"
-                                           : "; did you mean " + std::string(nearest) + "?"));
-    }
-}
-
-// As the library reads it: at the first colon, with a port of its own when there is none. The name of a port
-// is for the system to know.
-void requirePossible(const std::string& address)
-{
-    if (address.empty() || address.starts_with("COM") || address.starts_with(R"(\\.\COM)")) {
-        return;
-    }
-    const std::size_t colon = address.find(':');
-    if (colon == 0) {
-        throw Failure(Ending::wrongUse, address + " names no host; write HOST or HOST:PORT");
-    }
-    const std::string port = colon == std::string::npos ? "" : address.substr(colon + 1);
-    const std::size_t sign = port.starts_with('-') ? 1 : 0;
-    const bool isNumber =
-        port.size() > sign && port.find_first_not_of("0123456789", sign) == std::string::npos;
-    unsigned value = 0;
-    const auto parsed = std::from_chars(port.data(), port.data() + port.size(), value);
-    if (isNumber && (parsed.ec != std::errc() || value < 1 || value > 65535)) {
-        throw Failure(Ending::wrongUse, address + ": " + port + " is no port; 1 to 65535");
-    }
-}
-
-void requirePossible(const Task& task)
-{
-    if (task.errand == Errand::call && !task.isList && task.words.empty()) {
-        throw Failure(Ending::wrongUse, "no function is named; write: telvofm call FUNCTION ARGUMENT...");
-    }
-    if (task.errand == Errand::replay && !task.isDryRun && task.printer.address.empty()) {
-        throw Failure(Ending::wrongUse, "no printer is named; name one with --printer, or add --dry-run");
-    }
-    requirePossible(task.printer.address);
-}
-
 } // namespace
 
-Task readCommandLine(std::vector<std::string> words)
+Task readCommandLine(const std::vector<std::string>& words)
 {
     Task task;
     CLI::App app("The tool beside the TelvoFM library", "telvofm");
     describe(app, task);
     refuseUnknownCommand(app, words);
     try {
-        std::reverse(words.begin(), words.end()); // as the parser takes them
-        app.parse(std::move(words));
+        parse(app, words);
     } catch (const CLI::CallForVersion& version) {
         task.said = version.what();
         return task;
     } catch (const CLI::Success& /*help*/) {
-        const CLI::App& command = chosen(app);
+        const CLI::App& command = chosenCommand(app);
         task.said = &command == &app ? app.help() : command.help("telvofm");
         return task;
-    } catch (const CLI::ParseError& wrong) {
-        const std::string& command = chosen(app).get_name();
-        throw Failure(Ending::wrongUse, std::string(wrong.what()) + "; 'telvofm " +
-                                            (command == "telvofm" ? "" : command + " ") +
-                                            "--help' shows what can be written");
     }
-    const CLI::App& command = chosen(app);
-    if (&command == &app) {
-        throw Failure(Ending::wrongUse, "no command is named; 'telvofm --help' lists them");
-    }
+    const CLI::App& command = chosenCommand(app);
     task.errand = errandNamed(command.get_name());
     task.words = command.remaining();
+    refuseUnknownOptions(command, task.words);
     requirePossible(task);
     return task;
 }

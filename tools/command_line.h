@@ -38,7 +38,7 @@ struct Task
 };
 
 // Throws a Failure with a sentence when it cannot be understood.
-Task readCommandLine(std::vector<std::string> words);
+Task readCommandLine(const std::vector<std::string>& words);
 
 // The options that each command takes, for shell completion.
 struct CommandWords

@@ -4,6 +4,7 @@
 #include "tools/exported_function.h"
 #include "tools/output.h"
 #include "tools/paths.h"
+#include "tools/windows_1250.h"
 
 #include <algorithm>
 #include <numeric>
@@ -124,8 +125,8 @@ Ending examine(const PrinterOptions& printer, Output& output)
 {
     const Findings findings = findOut(printer);
     for (const Finding& finding : findings) {
-        output.line(markOf(finding.health) + finding.sentence +
-                    (finding.advice.empty() ? "" : " " + finding.advice));
+        output.line(onOneLine(markOf(finding.health) + finding.sentence +
+                              (finding.advice.empty() ? "" : " " + finding.advice)));
         output.document["findings"].push_back({{"about", finding.about},
                                                {"health", nameOf(finding.health)},
                                                {"sentence", finding.sentence},

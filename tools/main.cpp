@@ -8,6 +8,7 @@
 #include "tools/doctor.h"
 #include "tools/exported_function.h"
 #include "tools/replay.h"
+#include "tools/windows_1250.h"
 
 #include <algorithm>
 
@@ -38,8 +39,9 @@ Ending carryOut(const Task& task, Output& output)
 }
 
 // The sentence for people, and for programs that read the document as well.
-Ending fail(Ending ending, const std::string& sentence, Output& output)
+Ending fail(Ending ending, const std::string& words, Output& output)
 {
+    const std::string sentence = onOneLine(words);
     std::fprintf(stderr, "telvofm: %s\n", sentence.c_str());
     output.document["error"] = {{"exitCode", static_cast<int>(ending)}, {"sentence", sentence}};
     output.end();

@@ -10,9 +10,7 @@
 #include <utility>
 
 namespace telvofm::tools {
-namespace {
 
-// The library says nothing about a log that it cannot write.
 void requireWritable(const std::string& log)
 {
     if (!log.empty() && !std::ofstream(pathOf(log), std::ios::app)) {
@@ -20,8 +18,6 @@ void requireWritable(const std::string& log)
                       "the log " + log + " cannot be written; name a file in a folder that is there");
     }
 }
-
-} // namespace
 
 PrinterSession::PrinterSession(PrinterOptions given)
     : library(loadLibrary(given.library)), options(std::move(given))

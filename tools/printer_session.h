@@ -18,6 +18,10 @@ struct PrinterOptions
     std::string rawLog;
 };
 
+// Throws a Failure when a log cannot be written, of which the library says nothing; one without a name is
+// none.
+void requireWritable(const std::string& log);
+
 class PrinterSession
 {
 public:

@@ -1,9 +1,11 @@
 #include "tools/raw_link.h"
 
 #include "device/command.h"
+#include "link/raw_log.h"
 #include "link/serial_driver.h"
 #include "link/tcp_driver.h"
 #include "link/telvo06fm_exception.h"
+#include "tools/console.h"
 #include "tools/ending.h"
 
 namespace telvofm::tools {
@@ -43,6 +45,10 @@ std::string withoutChecksum(const Unit& request)
 std::unique_ptr<LinkDriver> openRawLink(const PrinterOptions& printer)
 {
     constexpr unsigned standardBaud = 57600;
+    requireWritable(printer.rawLog);
+    if (!printer.rawLog.empty()) {
+        rawLog().switchOn(nameForLibrary(printer.rawLog));
+    }
     const bool isSerial = printer.address.starts_with("COM") || printer.address.starts_with(R"(\\.\COM)");
     std::unique_ptr<LinkDriver> link;
     if (isSerial) {

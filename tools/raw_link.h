@@ -10,7 +10,8 @@
 
 namespace telvofm::tools {
 
-// Opened. Throws a Failure when the printer cannot be reached.
+// Opened, with a raw log of its own when one is named. Throws a Failure when the printer cannot be reached,
+// or the log cannot be written.
 std::unique_ptr<LinkDriver> openRawLink(const PrinterOptions& printer);
 
 // What comes of the request and its uploads now.

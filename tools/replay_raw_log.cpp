@@ -6,6 +6,7 @@
 #include "tools/windows_1250.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace telvofm::tools {
 namespace {
@@ -49,10 +50,26 @@ std::vector<Exchange> wholeOnes(const std::vector<Unit>& units)
     return exchanges;
 }
 
+// No call is made of the library, whose options these are.
+void refuseOptionsOfCallLogs(const Task& task)
+{
+    const std::pair<const char*, const std::string*> options[] = {{"--call-log", &task.printer.callLog},
+                                                                  {"--library", &task.printer.library},
+                                                                  {"--password", &task.password},
+                                                                  {"--files", &task.folder}};
+    for (const auto& [name, given] : options) {
+        if (!given->empty()) {
+            throw Failure(Ending::wrongUse, std::string(name) + " is for call logs, and " + task.log +
+                                                " is a raw log; leave it out");
+        }
+    }
+}
+
 } // namespace
 
 Ending replayRawLog(const Task& task, std::string_view log, Output& output)
 {
+    refuseOptionsOfCallLogs(task);
     const CodePage& codePage = task.printer.address.starts_with("COM") ? codePage852 : windows1250;
     const RawLog raw = readRawLog(log);
     const std::vector<Unit> units = unitsOf(raw.runs);

@@ -62,6 +62,14 @@ bool isControl(std::string_view character)
     return isLow || isHigh;
 }
 
+std::string escapeOf(char byte)
+{
+    std::array<char, 5> escape{};
+    std::snprintf(escape.data(), escape.size(), "\\x%02X",
+                  static_cast<unsigned>(static_cast<unsigned char>(byte)));
+    return escape.data();
+}
+
 template <typename IsKept>
 std::string escaped(std::string_view bytes, const CodePage& codePage, IsKept isKept)
 {
@@ -70,9 +78,7 @@ std::string escaped(std::string_view bytes, const CodePage& codePage, IsKept isK
         const auto value = static_cast<unsigned char>(byte);
         const std::string character = utf8Of(value, codePage);
         if (isControl(character) && !isKept(byte)) {
-            std::array<char, 5> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(value));
-            text += escape.data();
+            text += escapeOf(byte);
         } else {
             text += character;
         }
@@ -114,6 +120,24 @@ std::string readable(std::string_view bytes, const CodePage& codePage)
 std::string readableOnOneLine(std::string_view bytes, const CodePage& codePage)
 {
     return escaped(bytes, codePage, [](char /*byte*/) { return false; });
+}
+
+std::string onOneLine(std::string_view utf8)
+{
+    std::string line;
+    while (!utf8.empty()) {
+        const std::string_view character = firstCharacter(utf8);
+        const bool endsLine = character == "\u2028" || character == "\u2029";
+        if (character.empty() || isControl(character) || endsLine) {
+            for (const char byte : utf8.substr(0, std::max<std::size_t>(character.size(), 1))) {
+                line += escapeOf(byte);
+            }
+        } else {
+            line += character;
+        }
+        utf8.remove_prefix(std::max<std::size_t>(character.size(), 1));
+    }
+    return line;
 }
 
 } // namespace telvofm::tools

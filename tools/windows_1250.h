@@ -18,4 +18,8 @@ std::string readable(std::string_view bytes, const CodePage& codePage);
 // As `readable`, with line ends and tabs as \xNN too.
 std::string readableOnOneLine(std::string_view bytes, const CodePage& codePage);
 
+// A sentence for one line of a terminal, whatever words of others stand in it: what is no character, ends a
+// line or is no UTF-8 as the \xNN of its bytes.
+std::string onOneLine(std::string_view utf8);
+
 } // namespace telvofm::tools

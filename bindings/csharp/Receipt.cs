@@ -125,12 +125,16 @@ namespace Telvofm
         }
 
         /// <summary>Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10
-        /// bytes of `description`. Throws as Sell does, AmountException also for 0, and OutcomeUnknownException when the printer's
-        /// total or what is due is not the till's.</summary>
+        /// bytes of `description`. Throws as Sell does, AmountException also for 0 and when it is paid in full, and
+        /// OutcomeUnknownException when the printer's total or what is due is not the till's.</summary>
         public void Pay(int type, decimal amount, string description)
         {
             byte[] total = Amounts.Money(Total), part = Amounts.Payment(amount), words = Windows1250.Encode(description);
             RequireOpen("payment_str");
+            if (Paid != 0 && Due() == 0)
+            {
+                throw new AmountException("Nothing is left to pay.");
+            }
             if (!compared)
             {
                 CompareAnswer("payment_str", questions.Total, Total, "the total");

@@ -58,7 +58,8 @@ type
     { A discount of a sum on the item that was sold last; Operation is the printer's number for that. }
     procedure Discount(const Description: UnicodeString; Amount: Currency; Vat: WideChar; Operation: Integer = 0);
     { Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10 bytes of
-      Description. Raises EAmount also for 0, and EOutcomeUnknown when the printer's total or what is due is not the till's. }
+      Description. Raises EAmount also for 0 and when it is paid in full, and EOutcomeUnknown when the printer's total or what is due is
+      not the till's. }
     procedure Pay(PaymentType: Integer; Amount: Currency; const Description: UnicodeString);
     { Ends the receipt and returns its number; an empty one if the printer cannot be asked. Picture is the printer's number of one, 0
       for none. Raises EOutcomeUnknown also when the printer's last receipt is not this one. }
@@ -203,6 +204,8 @@ begin
   NoExchange := EncodeText('0');
   Words := EncodeText(Description);
   FCalls.RequireOpen('payment_str');
+  if (FPaid <> 0) and (Due = 0) then
+    raise EAmount.Create('Nothing is left to pay.');
   FCalls.Start('payment_str');
   if not FIsCompared then
   begin

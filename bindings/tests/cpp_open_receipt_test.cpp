@@ -37,6 +37,16 @@ TEST_F(CppOpenReceipt, IsNoneBeforeBegin)
     takesNothing(receipt);
 }
 
+TEST_F(CppOpenReceipt, IsNoneWhenBeginWasRefused)
+{
+    Receipt receipt = begun();
+    EXPECT_TRUE(receipt.pay(1, 4, "") && receipt.end());
+    EXPECT_TRUE(session_->call("printReport", printReport, 1, 'Z', 1));
+    EXPECT_FALSE(receipt.begin()); // no day is open
+    takesNothing(receipt);
+    EXPECT_EQ(receipt.recover().verdict, Verdict::notSold);
+}
+
 TEST_F(CppOpenReceipt, IsTheOtherWhenBeginWasRefused)
 {
     Receipt open = begun();
@@ -94,7 +104,10 @@ TEST_F(CppOpenReceipt, MayBeAnotherWhenThePrinterCannotBeAsked)
     takesNothing(receipt);
     EXPECT_FALSE(receipt.cancel());
     EXPECT_EQ(receipt.failure()->kind, Kind::notExecuted);
-    EXPECT_TRUE(open.pay(1, 4, "") && open.end());
+    EXPECT_TRUE(open.pay(1, 4, ""));
+    EXPECT_FALSE(open.pay(1, 4, "")); // nothing is left to pay
+    EXPECT_EQ(open.failure()->kind, Kind::amountError);
+    EXPECT_TRUE(open.end());
     takesNothing(open);
     EXPECT_FALSE(open.cancel());
     EXPECT_EQ(open.failure()->kind, Kind::notExecuted);

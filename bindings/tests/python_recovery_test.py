@@ -125,6 +125,15 @@ class Recovering(WithPrinter):
         self.assert_is_not_ours(receipt)
         self.printer.expect(committed=[{"kind": "receipt", "total": "4.00"}], received=[{"name": "destroyParagon", "count": 0}])
 
+    def test_payment_when_nothing_is_due_is_not_sent(self):
+        receipt = self.begun_receipt()
+        receipt.pay(1, 5)
+        before = len(self.printer.trace())
+        with self.assertRaisesRegex(telvofm.AmountError, "nothing is left to pay"):
+            receipt.pay(1, 5)
+        self.assertEqual(len(self.printer.trace()), before)
+        self.assertEqual(receipt.end(), "1")
+
     def test_end_that_is_not_sent_ends_nothing(self):
         receipt = self.begun_receipt()
         self.printer.arm("acknowledgeLost", command="payment")

@@ -92,8 +92,8 @@ public:
     }
 
     // Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library
-    // sends no more than 10 bytes of `description`. An amount of 0 is an amountError, and a printer whose
-    // total or due is not the till's leaves the outcome unknown.
+    // sends no more than 10 bytes of `description`. An amount of 0 is an amountError, as any is when it is
+    // paid in full, and a printer whose total or due is not the till's leaves the outcome unknown.
     Outcome pay(int type, Decimal amount, std::string_view description)
     {
         if (amount == Decimal()) {
@@ -107,6 +107,9 @@ public:
         }
         if (Outcome open = calls_.requireOpen("payment_str"); !open) {
             return open;
+        }
+        if (paid_ != Decimal() && due() == Decimal()) {
+            return calls_.failed(wrongArgument(Kind::amountError, "nothing is left to pay"));
         }
         if (!isCompared_) {
             if (Outcome compared = calls_.check("payment_str", questions().total, total_, "the total");

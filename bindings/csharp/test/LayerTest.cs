@@ -228,6 +228,11 @@ static class LayerTest
         CheckThrows<NotExecutedException>("or another one may be open", () => followed.Cancel());
         Check(followed.Recover().Sentence.StartsWith("another receipt was begun since") && session.Variable("STATE") == "open", "the one that followed");
         next.Cancel();
+
+        session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
+        CheckThrows<RefusedException>("paragonBegin", () => next.Begin()); // no day is open, nor is a receipt
+        TakesNothing(next, "one that nobody has begun");
+        Check(next.Recover().Verdict == Verdict.NotSold && session.BeginDay(), "the day after");
     }
 
     static void PrinterThatCannotBeAsked(string address)
@@ -240,6 +245,7 @@ static class LayerTest
             TakesNothing(other, "one behind another, for all that is known");
             CheckThrows<NotExecutedException>("or another one may be open", () => other.Cancel());
             open.Pay(1, 0.25m, "");
+            CheckThrows<AmountException>("Nothing is left to pay", () => open.Pay(1, 0.25m, ""));
             Check(open.End() == "", "the number of a receipt that nobody knows");
             TakesNothing(open, "one that is ended");
             CheckThrows<NotExecutedException>("is over", () => open.Cancel());

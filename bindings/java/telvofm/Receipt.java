@@ -141,13 +141,16 @@ public final class Receipt {
 
     /**
      * Takes a payment under the printer's payment type. More than is due is given back. The library sends no more than 10 bytes of the
-     * description. Throws as sell does, AmountException also for 0, and OutcomeUnknownException when the printer's total or what is
-     * due is not the till's.
+     * description. Throws as sell does, AmountException also for 0 and when it is paid in full, and OutcomeUnknownException when the
+     * printer's total or what is due is not the till's.
      */
     public void pay(int type, BigDecimal amount, String description) {
         byte[] sum = Amounts.money(total), part = Amounts.payment(amount), words = Windows1250.encode(description);
         byte[] noExchange = Windows1250.encode("0");
         calls.requireOpen("payment_str");
+        if (paid.signum() != 0 && due(BigDecimal.ZERO).signum() == 0) {
+            throw new AmountException("Nothing is left to pay.");
+        }
         if (!compared) {
             calls.compareAnswer("payment_str", session.questions.total, total, "the total");
             compared = true;

@@ -125,6 +125,13 @@ begin
   Check((Pos('another receipt was begun since', Open.Recover.Sentence) = 1) and (Session.Variable('STATE') = 'open'), 'the one that followed');
   Open.Free;
   Next.Cancel;
+
+  Session.Start('printReport');
+  Session.Check(Functions.printReport(Session.Device, 'Z', 1));
+  Receipt := Next;
+  CheckRaises(ERefused, 'paragonBegin', BeginIt); { no day is open, nor is a receipt }
+  TakesNothing(Next, 'one that nobody has begun');
+  Check((Next.Recover.Verdict = vdNotSold) and Session.BeginDay, 'the day after');
   Next.Free;
 end;
 
@@ -145,6 +152,8 @@ begin
   CheckRaises(ENotExecuted, 'or another one may be open', CancelIt);
   Other.Free;
   Open.Pay(1, 0.25, '');
+  Receipt := Open;
+  CheckRaises(EAmount, 'Nothing is left to pay', PayOne);
   Check(Open.EndReceipt = '', 'the number of a receipt that nobody knows');
   TakesNothing(Open, 'one that is ended');
   CheckRaises(ENotExecuted, 'is over', CancelIt);

@@ -3,7 +3,8 @@ from decimal import Decimal
 
 from .amounts import money, paid as paid_text, quantity as quantity_text
 from .answers import answer, is_amount, is_closed, with_last_number
-from .failures import Failure, NotExecuted, OutcomeUnknown, Refused, already_begun, another_open, doubt, not_begun, not_ours, reason, unanswered
+from .failures import (AmountError, Failure, NotExecuted, OutcomeUnknown, Refused, already_begun, another_open, doubt, not_begun, not_ours,
+                       reason, unanswered)
 from .recovery import Known, Recovery, Verdict, asked, sold
 from .texts import letter
 
@@ -106,10 +107,12 @@ class Receipt:
 
     def pay(self, type, amount, description=""):
         """Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library sends no more than 10
-        bytes of `description`. Raises AmountError also for 0, and OutcomeUnknown when the printer's total or what is due is not the
-        till's."""
+        bytes of `description`. Raises AmountError also for 0 and when it is paid in full, and OutcomeUnknown when the printer's total or
+        what is due is not the till's."""
         arguments = (type, money(self.total), paid_text(amount), "0", description)
         self._require_open("payment_str")
+        if self.paid and self._due() == 0:
+            raise AmountError("nothing is left to pay")
         if not self._is_compared:
             self._check("payment_str", "total", self.total, "the total")
             self._is_compared = True

@@ -134,7 +134,7 @@ class Completion(ToolTest):
                          [f"{self.folder}/raw.log"])
 
     def test_refuses_other_shells(self):
-        self.assert_refused(telvofm("completion", "fish"), WRONG_USE, "fish", "telvofm completion --help")
+        self.assert_refused(telvofm("completion", "fish"), WRONG_USE, "fish", "telvofm completion bash")
 
 
 unittest.main()

@@ -83,7 +83,7 @@ class Decode(ToolTest):
         self.assert_refused(telvofm("decode", self.folder), NO_FILE, "cannot be read")
         self.assert_refused(telvofm("decode", self.file("empty", b"")), NO_FILE, "is no raw log")
         self.assert_refused(telvofm("decode", self.file("text", b"Hello\n")), NO_FILE, "is no raw log")
-        self.assert_refused(telvofm("decode"), WRONG_USE, "RAWLOG", "telvofm decode --help")
+        self.assert_refused(telvofm("decode"), WRONG_USE, "no RAWLOG is named", "telvofm decode RAWLOG")
 
 
 unittest.main()

@@ -37,6 +37,47 @@ class WithLogsOfASale(ToolTest):
             self.second.end()
             self.second = self.printer()
 
+    def test_keeps_logs_of_its_own(self):
+        """A raw log of either; a call log of the calls, without which the requests of a raw log are repeated."""
+        for log in (self.calls, self.raw):
+            again = self.folder / "again.log"
+            said = telvofm("replay", "-p", self.second.address, "--raw-log", again, log)
+            self.assertEqual(said.code, DONE, said)
+            self.assertEqual(telvofm("decode", again).output, telvofm("decode", self.raw).output)
+            self.assertIn("Hotovosť", telvofm("decode", again).output)
+            self.second.end()
+            self.second = self.printer()
+        again = self.folder / "calls_again.log"
+        said = telvofm("replay", "-p", self.second.address, "--call-log", again, self.calls)
+        self.assertEqual(said.code, DONE, said)
+        calls = self.calls.read_bytes().splitlines()[1:]
+        self.assertEqual(again.read_bytes().splitlines()[1:len(calls) + 1], calls)  # the tool's own closing may follow
+
+    def test_wants_logs_that_can_be_written(self):
+        missing = self.folder / "missing" / "again.log"
+        for log in (self.calls, self.raw):
+            self.assert_refused(telvofm("replay", "-p", self.second.address, "--raw-log", missing, log), NO_FILE,
+                                f"the log {missing} cannot be written; name a file in a folder that is there")
+        self.assertNotIn("Čaj", self.second.paper)
+
+    def test_refuses_options_that_would_do_nothing(self):
+        for option in ("--call-log", "--library", "--password", "--files"):
+            self.assert_refused(telvofm("replay", "-p", self.second.address, option, self.folder / "x", self.raw), WRONG_USE,
+                                f"{option} is for call logs, and {self.raw} is a raw log; leave it out")
+        for option in ("--call-log", "--raw-log"):
+            self.assert_refused(telvofm("replay", "--dry-run", option, self.folder / "x", self.calls), WRONG_USE,
+                                "nothing is sent with --dry-run, and no log is written; leave out --dry-run or the log")
+        self.assertFalse((self.folder / "x").exists())
+        self.assertNotIn("Čaj", self.second.paper)
+
+    def test_leaves_the_log_that_it_replays_alone(self):
+        for log in (self.calls, self.raw):
+            before = log.read_bytes()
+            for option in ("--call-log", "--raw-log"):
+                self.assert_refused(telvofm("replay", "-p", self.second.address, option, self.folder / "." / log.name, log), WRONG_USE,
+                                    f"{log} is the log that is replayed; name another file for the new one")
+            self.assertEqual(log.read_bytes(), before)
+
     def test_stops_at_the_first_difference_or_goes_on(self):
         telvofm("call", "-p", self.second.address, "sellingDayBegin", 1, 0)  # the second time it is refused
         for log, kind in ((self.calls, "calls"), (self.raw, "requests")):

@@ -241,6 +241,11 @@ final class LayerTest {
         check(followed.recover().sentence.startsWith("another receipt was begun since") && session.variable("STATE").equals("open"),
                 "the one that followed");
         next.cancel("");
+
+        session.call("printReport", () -> session.functions.printReport(session.device, Windows1250.encode('Z'), 1));
+        checkThrows(RefusedException.class, "paragonBegin", next::begin); // no day is open, nor is a receipt
+        takesNothing(session, next, "one that nobody has begun");
+        check(next.recover().verdict == Recovery.Verdict.NOT_SOLD && session.beginDay(), "the day after");
     }
 
     private static void printerThatCannotBeAsked(String address) {
@@ -253,6 +258,7 @@ final class LayerTest {
             takesNothing(blind, other, "one behind another, for all that is known");
             checkThrows(NotExecutedException.class, "or another one may be open", () -> other.cancel(""));
             open.pay(1, amount("0.25"), "");
+            checkThrows(AmountException.class, "Nothing is left to pay", () -> open.pay(1, amount("0.25"), ""));
             check(open.end().isEmpty(), "the number of a receipt that nobody knows");
             takesNothing(blind, open, "one that is ended");
             checkThrows(NotExecutedException.class, "is over", () -> open.cancel(""));

@@ -232,7 +232,8 @@ static class LayerTest
         session.Call("printReport", () => Functions.printReport(session.Device, Windows1250.Encode('Z'), 1));
         CheckThrows<RefusedException>("paragonBegin", () => next.Begin()); // no day is open, nor is a receipt
         TakesNothing(next, "one that nobody has begun");
-        Check(next.Recover().Verdict == Verdict.NotSold && session.BeginDay(), "the day after");
+        Check(next.Recover().Verdict == Verdict.NotSold, "one that was refused without a day");
+        Check(session.BeginDay(), "the day after");
     }
 
     static void PrinterThatCannotBeAsked(string address)

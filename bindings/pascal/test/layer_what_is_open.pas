@@ -131,7 +131,8 @@ begin
   Receipt := Next;
   CheckRaises(ERefused, 'paragonBegin', BeginIt); { no day is open, nor is a receipt }
   TakesNothing(Next, 'one that nobody has begun');
-  Check((Next.Recover.Verdict = vdNotSold) and Session.BeginDay, 'the day after');
+  Check(Next.Recover.Verdict = vdNotSold, 'one that was refused without a day');
+  Check(Session.BeginDay, 'the day after');
   Next.Free;
 end;
 

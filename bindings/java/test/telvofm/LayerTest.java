@@ -245,7 +245,8 @@ final class LayerTest {
         session.call("printReport", () -> session.functions.printReport(session.device, Windows1250.encode('Z'), 1));
         checkThrows(RefusedException.class, "paragonBegin", next::begin); // no day is open, nor is a receipt
         takesNothing(session, next, "one that nobody has begun");
-        check(next.recover().verdict == Recovery.Verdict.NOT_SOLD && session.beginDay(), "the day after");
+        check(next.recover().verdict == Recovery.Verdict.NOT_SOLD, "one that was refused without a day");
+        check(session.beginDay(), "the day after");
     }
 
     private static void printerThatCannotBeAsked(String address) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "decimal.hpp"
+#include "line.hpp"
 #include "receipt_calls.hpp"
 #include "recovery.hpp"
 #include "session.hpp"
@@ -58,37 +59,32 @@ public:
     Outcome sell(std::string_view name, Decimal total, std::string_view vat, Decimal quantity,
                  Decimal unitPrice, std::string_view unit)
     {
-        return line(
-            total,
-            [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return calls_.send("itemSale_str", itemSale_str, 0, name, money, vat, amount, price, unit);
-            },
-            "itemSale_str", vat, total, quantity, unitPrice);
+        return send(total, inside::lineOf(vat, total, quantity, unitPrice), "itemSale_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemSale_str", itemSale_str, 0, name, line.money, vat,
+                                           line.quantity, line.unitPrice, unit);
+                    });
     }
 
     // Takes an item of this receipt back, which was sold with the same arguments.
     Outcome takeBack(std::string_view name, Decimal total, std::string_view vat, Decimal quantity,
                      Decimal unitPrice, std::string_view unit)
     {
-        return line(
-            -total,
-            [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return calls_.send("itemVoid_str", itemVoid_str, 0, name, money, vat, amount, price, unit,
-                                   "");
-            },
-            "itemVoid_str", vat, total, quantity, unitPrice);
+        return send(-total, inside::lineOf(vat, total, quantity, unitPrice), "itemVoid_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemVoid_str", itemVoid_str, 0, name, line.money, vat,
+                                           line.quantity, line.unitPrice, unit, "");
+                    });
     }
 
     // A discount of a sum on the item that was sold last; `operation` is the printer's number for that.
     Outcome discount(std::string_view description, Decimal amount, std::string_view vat, int operation = 0)
     {
-        return line(
-            -amount,
-            [&](const std::string& money, const std::string&, const std::string&) {
-                return calls_.send("itemDiscount_str", itemDiscount_str, 0, description, operation, money,
-                                   vat);
-            },
-            "itemDiscount_str", vat, amount, 0, 0);
+        return send(-amount, inside::lineOf(vat, amount, 0, 0), "itemDiscount_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemDiscount_str", itemDiscount_str, 0, description, operation,
+                                           line.money, vat);
+                    });
     }
 
     // Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library
@@ -238,29 +234,17 @@ private:
         calls_.finish();
     }
 
-    // A line that counts `value` when it has been sent; its amounts as money, quantity and unit price.
+    // What is sent with this line counts `value` then.
     template <typename Send>
-    Outcome line(Decimal value, Send sendLine, std::string_view call, std::string_view vat, Decimal money,
-                 Decimal quantity, Decimal unitPrice)
+    Outcome send(Decimal value, const Result<inside::Line>& line, std::string_view call, Send sendLine)
     {
-        const Result<std::string> letter = encode(vat);
-        if (!letter || letter->size() != 1) { // of a longer one the library would send the first
-            return calls_.failed(letter ? wrongArgument(Kind::textError, "a VAT rate is one letter, and \"" +
-                                                                             std::string(vat) + "\" is none")
-                                        : letter.error());
-        }
-        const Result<std::string> moneyText = money.text(2);
-        const Result<std::string> quantityText = quantity.text(3);
-        const Result<std::string> priceText = unitPrice.text(2);
-        for (const Result<std::string>* text : {&moneyText, &quantityText, &priceText}) {
-            if (!*text) {
-                return calls_.failed(text->error());
-            }
+        if (!line) {
+            return calls_.failed(line.error());
         }
         if (Outcome open = calls_.requireOpen(call); !open) {
             return open;
         }
-        Outcome sent = sendLine(*moneyText, *quantityText, *priceText);
+        Outcome sent = sendLine(*line);
         if (sent) {
             total_ += value;
         }

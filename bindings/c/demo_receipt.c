@@ -148,16 +148,17 @@ static int sell(int* isFinished)
            failed("paragonEnd", paragonEnd(device, 0, 0));
 }
 
+/* The number is believed only when it comes twice: of an answer that is damaged nothing else may tell. */
 static int isSold(const char* lastBefore)
 {
     const Answer last = ask("LAST_RECEIPT");
     return last.text[0] != '\0' && strcmp(last.text, lastBefore) != 0 && is("LAST_TOTAL", total) &&
-           is("STATE", "closed");
+           is("STATE", "closed") && is("LAST_RECEIPT", last.text);
 }
 
 static int isNotSold(const char* lastBefore)
 {
-    return is("LAST_RECEIPT", lastBefore) && is("STATE", "closed");
+    return is("LAST_RECEIPT", lastBefore) && is("STATE", "closed") && is("LAST_RECEIPT", lastBefore);
 }
 
 static int saidSold(void)
@@ -208,21 +209,56 @@ static int recover(const char* address, const char* lastBefore, int isFinished)
     return saidAskAPerson("look at the printer's paper before this receipt is sold again");
 }
 
+typedef struct Standing
+{
+    Answer last, state, lastAgain;
+} Standing;
+
+static Standing standing(void)
+{
+    const Answer last = ask("LAST_RECEIPT"), state = ask("STATE");
+    const Standing now = {last, state, ask("LAST_RECEIPT")};
+    return now;
+}
+
+static int isAnswered(const Standing* now)
+{
+    return now->last.text[0] != '\0' && now->state.text[0] != '\0' &&
+           strcmp(now->last.text, now->lastAgain.text) == 0;
+}
+
+static int isClosed(const Standing* now)
+{
+    return strcmp(now->state.text, "closed") == 0;
+}
+
+/* One wrong answer is not believed, and a connection that is dead or has shifted is opened again. */
+static Standing standingBefore(const char* address)
+{
+    const Standing now = standing();
+    if (isAnswered(&now) && isClosed(&now)) {
+        return now;
+    }
+    closeFM();
+    openFM(address); /* if that fails the questions are not answered */
+    return standing();
+}
+
 static int sellOrRecover(const char* address)
 {
-    const Answer lastBefore = ask("LAST_RECEIPT"), state = ask("STATE");
-    if (lastBefore.text[0] == '\0' || state.text[0] == '\0') {
+    const Standing before = standingBefore(address);
+    if (!isAnswered(&before)) {
         puts("not sold: the printer does not say whether a receipt is open");
         return notSold;
     }
-    if (strcmp(state.text, "closed") != 0) { /* it is not ours: never ended, never cancelled */
+    if (!isClosed(&before)) { /* it is not ours: never ended, never cancelled */
         return saidAskAPerson("another receipt is open; end or cancel it before this one is sold");
     }
     int isFinished = 0;
-    if (sell(&isFinished) == 0 && isSold(lastBefore.text)) {
+    if (sell(&isFinished) == 0 && isSold(before.last.text)) {
         return saidSold();
     }
-    return recover(address, lastBefore.text, isFinished);
+    return recover(address, before.last.text, isFinished);
 }
 
 int main(int count, char** arguments)

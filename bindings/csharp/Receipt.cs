@@ -11,10 +11,11 @@ namespace Telvofm
         bool begun; // or may be
         bool taken; // by the printer, which answered begin with 0
         bool over; // ended, cancelled, or recovered without a person: nothing of it is open
-        bool anotherOpen; // since before this one: whatever is open is not ours
+        bool anotherOpen; // so that this one was not begun
         bool compared; // its total with the printer's, before the first payment
         bool finished; // as far as the till goes: paid in full, refused or not, or told to end
         OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
+        Recovery outcome; // when it is certain
 
         /// <summary>The last receipt's number before this one began; null while it has not, or cannot be asked.</summary>
         public string NumberBefore { get; private set; }
@@ -51,6 +52,7 @@ namespace Telvofm
             Total = Paid = 0;
             begun = taken = over = anotherOpen = compared = finished = false;
             doubt = null;
+            outcome = null;
         }
 
         // ---- Selling ----
@@ -61,27 +63,26 @@ namespace Telvofm
         // NotExecutedException is thrown, when Begin has not worked, when the receipt is over, and when another object of the session
         // has begun one since: what is open then is not this one.
 
-        /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and
-        /// OutcomeUnknownException also when another receipt was open before, and while it is unknown what became of the one that was
-        /// begun before with this object; NotExecutedException also while that one is open. After a failure call Recover before
-        /// anything else: the printer may have opened it and refused the same request when it was sent again.</summary>
+        /// <summary>Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and NotExecutedException
+        /// also while any receipt is open, and when the printer does not say whether one is; it is asked again over a new connection
+        /// before, which forgets the settings and pictures of the session. Throws OutcomeUnknownException also while it is unknown what
+        /// became of the receipt that was begun before with this object. After a failure call Recover before anything else: the printer
+        /// may have opened it and refused the same request when it was sent again.</summary>
         public void Begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1, int picture = 0)
         {
             if (doubt != null && !over)
             {
                 throw doubt;
             }
-            string numberBefore = Asked(questions.LastNumber), state = Asked(questions.State);
-            bool isOneOpen = state != null && state != questions.Closed;
-            if (isOneOpen && IsOpen)
+            if (!IsOpen)
             {
-                throw NotExecutedException.AlreadyBegun("paragonBegin");
+                StartAfresh();
             }
+            string numberBefore = CanBeAsked ? NumberWhileNoneIsOpen() : null;
             StartAfresh();
             NumberBefore = numberBefore;
-            anotherOpen = isOneOpen;
             begun = true;
-            if (state != null && !isOneOpen)
+            if (CanBeAsked)
             {
                 session.BegunLast = this; // whatever is open from here on is this one
             }
@@ -93,10 +94,6 @@ namespace Telvofm
             {
                 begun = false;
                 throw;
-            }
-            if (anotherOpen)
-            {
-                throw Doubt("paragonBegin", "Another receipt was open before.");
             }
             session.BegunLast = this;
             taken = true;
@@ -140,7 +137,7 @@ namespace Telvofm
             }
             if (!compared)
             {
-                Compare("payment_str", questions.Total, Total, "the total");
+                CompareAnswer("payment_str", questions.Total, Total, "the total");
                 compared = true;
             }
             try
@@ -155,11 +152,11 @@ namespace Telvofm
             catch (RefusedException)
             {
                 finished = Due(amount) == 0; // it may have been taken before its refusal, which the printer's totals tell
-                Compare("payment_str", questions.Due, Due(), "what is due");
+                CompareAnswer("payment_str", questions.Due, Due(), "what is due");
                 throw;
             }
             Count(amount);
-            Compare("payment_str", questions.Due, Due(), "what is due");
+            CompareAnswer("payment_str", questions.Due, Due(), "what is due");
         }
 
         static readonly byte[] noExchange = Windows1250.Encode("0");
@@ -172,24 +169,24 @@ namespace Telvofm
             RequireOpen("paragonEnd");
             finished = true;
             Send("paragonEnd", () => Functions.paragonEnd(session.Device, 0, picture));
-            string number = Answer("paragonEnd", questions.LastNumber);
-            if (number == null)
+            if (!CanBeAsked)
             {
                 over = true;
                 return "";
             }
-            if (number == NumberBefore)
+            string[] last = Answered("paragonEnd", () => Answers.WithLastNumber(session, questions.LastTotal));
+            if (last[0] == NumberBefore)
             {
-                throw Doubt("paragonEnd", "The printer's last receipt is still " + number + ".");
+                throw Doubt("paragonEnd", "The printer's last receipt is still " + last[0] + ".");
             }
-            Compare("paragonEnd", questions.LastTotal, Total, "the total of the last receipt");
-            over = true;
-            return number;
+            Compare("paragonEnd", last[1], Total, "the total of the last receipt");
+            Finish(SoldAs(last[0]));
+            return last[0];
         }
 
         /// <summary>Cancels the receipt; the printer prints the description. Throws CallException and TextException;
-        /// NotExecutedException also when it was not begun, is over, or when what is open may be another one: that is left
-        /// alone.</summary>
+        /// NotExecutedException also when it was not begun, is over, or when what is open may be another one: that is left alone;
+        /// OutcomeUnknownException also when a receipt is open behind it, or another one is the last.</summary>
         public void Cancel(string description = "")
         {
             byte[] words = Windows1250.Encode(description);
@@ -198,8 +195,15 @@ namespace Telvofm
                 throw NotExecutedException.NotOurs("destroyParagon");
             }
             Send("destroyParagon", () => Functions.destroyParagon(session.Device, 0, words));
-            begun = false;
-            over = true;
+            if (CanBeAsked)
+            {
+                string[] last = Answered("destroyParagon", () => Answers.WithLastNumber(session, questions.State));
+                if (last[0] != NumberBefore || last[1] != questions.Closed)
+                {
+                    throw Doubt("destroyParagon", "The printer's last receipt is " + last[0] + ", and its state " + last[1] + ".");
+                }
+            }
+            Finish(new Recovery(Verdict.NotSold, "the receipt is cancelled"));
         }
     }
 }

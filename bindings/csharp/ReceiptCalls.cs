@@ -64,32 +64,87 @@ namespace Telvofm
             }
         }
 
-        void Compare(string call, string question, decimal expected, string what)
+        bool CanBeAsked
         {
-            string answer = Answer(call, question);
-            if (answer != null && NumberOf(answer) != expected)
+            get { return questions.LastNumber != null; }
+        }
+
+        /// <summary>The last receipt's, before a begin. One wrong answer is not believed, and a connection that is dead or has shifted is
+        /// opened again.</summary>
+        string NumberWhileNoneIsOpen()
+        {
+            string[] last = null;
+            try
+            {
+                last = Answers.WithLastNumber(session, questions.State);
+            }
+            catch (CallException)
+            {
+            }
+            if (last == null || last[1] != questions.Closed)
+            {
+                if (last != null && IsOpen)
+                {
+                    throw NotExecutedException.AlreadyBegun("paragonBegin");
+                }
+                session.Reopen();
+                last = AskedAgain();
+            }
+            if (last[1] != questions.Closed)
+            {
+                anotherOpen = true;
+                throw NotExecutedException.AnotherOpen("paragonBegin");
+            }
+            return last[0];
+        }
+
+        string[] AskedAgain()
+        {
+            try
+            {
+                return Answers.WithLastNumber(session, questions.State);
+            }
+            catch (OutcomeUnknownException failure)
+            {
+                throw NotExecutedException.Unanswered("paragonBegin", failure);
+            }
+        }
+
+        void CompareAnswer(string call, string question, decimal expected, string what)
+        {
+            if (CanBeAsked)
+            {
+                Compare(call, Answered(call, () => Answers.To(session, question)), expected, what);
+            }
+        }
+
+        void Compare(string call, string answer, decimal expected, string what)
+        {
+            if (NumberOf(answer) != expected)
             {
                 throw Doubt(call, "For the printer " + what + " is \"" + answer + "\", for the till " + Amounts.Written(expected) +
                                   ": something was carried out twice, or not at all.");
             }
         }
 
-        /// <summary>What the printer answers; null when it cannot be asked. A question that fails leaves the call in doubt.</summary>
-        string Answer(string call, string question)
+        /// <summary>What the questions give; one that fails leaves the call in doubt.</summary>
+        TAnswer Answered<TAnswer>(string call, Func<TAnswer> ask)
         {
             try
             {
-                return Asked(question);
+                return ask();
             }
             catch (CallException failure)
             {
-                throw Doubt(call, "The printer does not say what it has done (" + failure.Call + ": code " + failure.Code + ").");
+                throw Doubt(call, "The printer does not say what it has done (" + failure.Reason + ").");
             }
         }
 
-        string Asked(string question)
+        /// <summary>It is certain what has become of it.</summary>
+        void Finish(Recovery certain)
         {
-            return question == null ? null : session.Variable(question);
+            outcome = certain;
+            over = true;
         }
 
         OutcomeUnknownException Doubt(string call, string happened)

@@ -16,7 +16,7 @@ namespace Telvofm
         AskAPerson
     }
 
-    /// <summary>What the printer says has become of a receipt.</summary>
+    /// <summary>What has become of a receipt, and why.</summary>
     public sealed class Recovery
     {
         /// <summary>What has become of it.</summary>
@@ -46,27 +46,30 @@ namespace Telvofm
     public sealed partial class Receipt
     {
         /// <summary>Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-        /// should be, and cancelled otherwise; one that was open before this one began is left alone. Throws nothing for what the
-        /// printer does, and may be called again. When its session is closed it asks nobody, whoever has opened
-        /// another: a person has to look.</summary>
+        /// should be, and cancelled otherwise. Throws nothing for what the printer does, and may be called again: what is certain, as
+        /// behind an End or a Cancel that worked, stays as it was said, and the printer is not asked again. When its session is
+        /// closed it asks nobody, whoever has opened another: a person has to look.</summary>
         public Recovery Recover()
         {
+            if (outcome != null)
+            {
+                return outcome;
+            }
+            if (anotherOpen)
+            {
+                return new Recovery(Verdict.AskAPerson, "another receipt is open, and this one was not begun; end that one with paragonEnd or " +
+                                                        "cancel it with destroyParagon, called through the session, before this one is sold");
+            }
             if (!begun)
             {
-                return new Recovery(Verdict.NotSold, "the receipt was not begun, or is cancelled");
+                return new Recovery(Verdict.NotSold, "the receipt was not begun");
             }
             if (!session.IsOpen)
             {
                 return new Recovery(Verdict.AskAPerson, "the session of this receipt is closed; look at the printer's paper before it is sold " +
                                                         "again, or recover it as an interrupted receipt of another session");
             }
-            if (anotherOpen)
-            {
-                return new Recovery(Verdict.AskAPerson, "another receipt was open before this one began, and is left alone; end it with " +
-                                                        "paragonEnd or cancel it with destroyParagon, called through the session, before this " +
-                                                        "one is sold again");
-            }
-            if (NumberBefore == null)
+            if (!CanBeAsked || string.IsNullOrEmpty(NumberBefore))
             {
                 return new Recovery(Verdict.AskAPerson, "this printer cannot be asked; look at its paper before this receipt is sold again");
             }
@@ -75,29 +78,38 @@ namespace Telvofm
                 return new Recovery(Verdict.AskAPerson, "another receipt was begun since, and is left alone; look at the printer's paper before " +
                                                         "this one is sold again");
             }
+            Recovery recovery = AskedRecovery();
+            if (recovery.Verdict != Verdict.AskAPerson)
+            {
+                Finish(recovery);
+            }
+            return recovery;
+        }
+
+        Recovery AskedRecovery()
+        {
             try
             {
                 session.Reopen();
-                Finish();
-                Recovery recovery = Judged();
-                over |= recovery.Verdict != Verdict.AskAPerson;
-                return recovery;
+                EndOrCancel();
+                return Judged();
             }
             catch (CallException failure)
             {
                 return new Recovery(Verdict.AskAPerson, "the printer does not say what it has done; look at its paper before this receipt " +
-                                                        "is sold again (" + failure.Call + ": code " + failure.Code + ")");
+                                                        "is sold again (" + failure.Reason + ")");
             }
         }
 
-        /// <summary>Ends or cancels the receipt if it is open. Whether that worked, Judged sees.</summary>
-        void Finish()
+        /// <summary>If it is open. Whether that worked, Judged sees.</summary>
+        void EndOrCancel()
         {
-            if (Asked(questions.LastNumber) != NumberBefore || Asked(questions.State) == questions.Closed)
+            string[] last = Answers.WithLastNumber(session, questions.State);
+            if (last[0] != NumberBefore || last[1] == questions.Closed)
             {
                 return;
             }
-            bool isPaid = finished && NumberOf(Asked(questions.Total)) == Total && NumberOf(Asked(questions.Due)) == 0;
+            bool isPaid = finished && NumberOf(Answers.To(session, questions.Total)) == Total && NumberOf(Answers.To(session, questions.Due)) == 0;
             try
             {
                 if (!isPaid || IsRefusedAsEmpty())
@@ -124,17 +136,23 @@ namespace Telvofm
             }
         }
 
+        Recovery SoldAs(string number)
+        {
+            return new Recovery(Verdict.Sold, "receipt " + number + ", total " + Amounts.Written(Total), number);
+        }
+
         Recovery Judged()
         {
-            string number = Asked(questions.LastNumber), total = Asked(questions.LastTotal);
-            bool isClosed = Asked(questions.State) == questions.Closed;
+            string[] last = Answers.WithLastNumber(session, questions.LastTotal, questions.State);
+            string number = last[0], total = last[1];
+            bool isClosed = last[2] == questions.Closed;
             if (isClosed && number == NumberBefore)
             {
                 return new Recovery(Verdict.NotSold, "receipt " + number + " is still the last one, and none is open; it can be sold again");
             }
             if (isClosed && NumberOf(total) == Total)
             {
-                return new Recovery(Verdict.Sold, "receipt " + number + ", total " + Amounts.Written(Total), number);
+                return SoldAs(number);
             }
             return new Recovery(Verdict.AskAPerson,
                 "the printer's last receipt is " + number + " with " + total + (isClosed ? "" : ", and one is open") + "; the till sold " +

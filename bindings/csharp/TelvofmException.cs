@@ -48,6 +48,12 @@ namespace Telvofm
             Advice = advice;
         }
 
+        /// <summary>Of a question that was not answered, for a sentence: what failed, or that the answer is none.</summary>
+        internal string Reason
+        {
+            get { return Code == 0 ? Happened.TrimEnd('.') : Call + ": code " + Code; }
+        }
+
         static string Sentence(Executed executed)
         {
             switch (executed)
@@ -117,6 +123,19 @@ namespace Telvofm
         internal static NotExecutedException AlreadyBegun(string call)
         {
             return new NotExecutedException(call, -1, "notOpen", "This receipt is open already, and goes on.", "End it or cancel it first.");
+        }
+
+        /// <summary>Of a begin while a receipt is open that is not this one.</summary>
+        internal static NotExecutedException AnotherOpen(string call)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "Another receipt is open, and is left alone.", "Call Recover.");
+        }
+
+        /// <summary>Of a begin when the printer does not say whether a receipt is open.</summary>
+        internal static NotExecutedException Unanswered(string call, CallException question)
+        {
+            return new NotExecutedException(call, -1, "notOpen", "The printer does not say whether a receipt is open (" + question.Reason + ").",
+                                            "Begin it again when the printer answers.");
         }
     }
 

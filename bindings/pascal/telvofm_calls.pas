@@ -7,7 +7,7 @@ unit telvofm_calls;
 interface
 
 uses
-  telvofm_questions, telvofm_session;
+  telvofm_answers, telvofm_failures, telvofm_session;
 
 type
   { What TReceipt sends through. Its calls raise ENotExecuted when the session has been freed. }
@@ -19,6 +19,10 @@ type
     FCall, FDoubt: string;
     FNumberBefore: UnicodeString;
     FIsTaken, FIsOver, FIsAnotherOpen, FIsInDoubt: Boolean;
+    procedure ClaimWhatIsOpen;
+    function IsClosed(const Last: TAnswers): Boolean;
+    procedure Compare(const Given: UnicodeString; Expected: Currency; const What: string);
+    procedure RaiseNoAnswer(Failure: ECall);
   public
     { Call is named by what fails before any other is begun. }
     constructor Create(Session: TSession; const Call: string);
@@ -28,8 +32,6 @@ type
     { Whether it has not been. }
     function IsSessionOpen: Boolean;
 
-    { From here on whatever is open is this receipt. }
-    procedure ClaimWhatIsOpen;
     { The printer has begun it. }
     procedure Take;
     { It is ended, cancelled, or recovered without a person: nothing of it is open. }
@@ -45,10 +47,12 @@ type
     procedure Start(const Call: string);
     { Raises what the call has returned, unless it is 0. }
     procedure Check(Code: Integer);
-    { What the printer answers; empty without a question. One that fails leaves the call in doubt. }
-    function Answer(const Question: UnicodeString): UnicodeString;
-    { Raises EOutcomeUnknown when the printer's answer is another amount. }
-    procedure Compare(const Question: UnicodeString; Expected: Currency; const What: string);
+    { Raises EOutcomeUnknown when the printer's answer is another amount, or none, if the printer can be asked. }
+    procedure CompareAnswer(const Question: UnicodeString; Expected: Currency; const What: string);
+    { Behind an end: the last receipt is another one than before, of this total. Returns its number; raises EOutcomeUnknown. }
+    function CompareEnded(Total: Currency): UnicodeString;
+    { Behind a cancelling, if the printer can be asked: none is open, and the last receipt is that of before. Raises EOutcomeUnknown. }
+    procedure CompareCancelled;
 
     { Nothing more is sent from here on, as this has happened. }
     procedure Doubt(const Happened: string);
@@ -56,13 +60,18 @@ type
     procedure RaiseDoubt(const Happened: string);
     { Raises EOutcomeUnknown when the outcome of an earlier call is open. }
     procedure RequireNoDoubt;
-    { Before a begin: asks for the last receipt's number and what is open. Raises EOutcomeUnknown when the outcome of an earlier call
-      is open, and ENotExecuted when it is this receipt that is. }
-    procedure StartAfresh;
+    { What an earlier receipt has left. }
+    procedure Forget;
+    { Before a begin: the last receipt's number; empty when the printer cannot be asked. One wrong answer is not believed, and a
+      connection that is dead or has shifted is opened again. Raises ENotExecuted while a receipt is open, and when the printer does
+      not say whether one is. }
+    function NumberWhileNoneIsOpen: UnicodeString;
+    { Whatever is open from here on is this receipt, behind that number; not when that is empty, because nobody knows then. }
+    procedure Expect(const NumberBefore: UnicodeString);
 
     { The last receipt's number before the begin; empty when the printer cannot be asked. }
-    property NumberBefore: UnicodeString read FNumberBefore write FNumberBefore;
-    { Whether one was open before the begin: whatever is open is not this one. }
+    property NumberBefore: UnicodeString read FNumberBefore;
+    { Whether another one is, so that this one was not begun. }
     property IsAnotherOpen: Boolean read FIsAnotherOpen;
 
     { Whether Finish was called. }
@@ -72,7 +81,7 @@ type
 implementation
 
 uses
-  SysUtils, telvofm_failures, telvofm_texts;
+  SysUtils, telvofm_questions, telvofm_texts;
 
 constructor TCalls.Create(Session: TSession; const Call: string);
 begin
@@ -146,28 +155,64 @@ begin
   end;
 end;
 
-function TCalls.Answer(const Question: UnicodeString): UnicodeString;
+procedure TCalls.RaiseNoAnswer(Failure: ECall);
 begin
-  Result := '';
-  if Question <> '' then
-    try
-      Result := Session.Variable(Question);
-    except
-      on Failure: ECall do
-        RaiseDoubt('The printer does not say what it has done (' + Failure.Call + ': code ' + IntToStr(Failure.Code) + ').');
-    end;
+  RaiseDoubt('The printer does not say what it has done (' + ReasonOf(Failure) + ').');
 end;
 
-procedure TCalls.Compare(const Question: UnicodeString; Expected: Currency; const What: string);
-var
-  Given: UnicodeString;
+procedure TCalls.Compare(const Given: UnicodeString; Expected: Currency; const What: string);
 begin
-  if Question = '' then
-    Exit;
-  Given := Answer(Question);
   if not IsAmount(Given, Expected) then
     RaiseDoubt('For the printer ' + What + ' is "' + string(Given) + '", for the till ' + string(MoneyText(Expected)) +
       ': something was carried out twice, or not at all.');
+end;
+
+procedure TCalls.CompareAnswer(const Question: UnicodeString; Expected: Currency; const What: string);
+var
+  Given: UnicodeString;
+begin
+  if not CanBeAsked(Session.Questions) then
+    Exit;
+  Given := '';
+  try
+    Given := AnswerTo(Session, Question);
+  except
+    on Failure: ECall do
+      RaiseNoAnswer(Failure);
+  end;
+  Compare(Given, Expected, What);
+end;
+
+function TCalls.CompareEnded(Total: Currency): UnicodeString;
+var
+  Last: TAnswers;
+begin
+  try
+    Last := WithLastNumber(Session, [Session.Questions.LastTotal]);
+  except
+    on Failure: ECall do
+      RaiseNoAnswer(Failure);
+  end;
+  Result := Last.Number;
+  if Result = NumberBefore then
+    RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
+  Compare(Last.Others[0], Total, 'the total of the last receipt');
+end;
+
+procedure TCalls.CompareCancelled;
+var
+  Last: TAnswers;
+begin
+  if not CanBeAsked(Session.Questions) then
+    Exit;
+  try
+    Last := WithLastNumber(Session, [Session.Questions.State]);
+  except
+    on Failure: ECall do
+      RaiseNoAnswer(Failure);
+  end;
+  if (Last.Number <> NumberBefore) or not IsClosed(Last) then
+    RaiseDoubt('The printer''s last receipt is ' + string(Last.Number) + ', and its state ' + string(Last.Others[0]) + '.');
 end;
 
 procedure TCalls.Doubt(const Happened: string);
@@ -188,29 +233,58 @@ begin
     raise DoubtOf(FCall, FDoubt);
 end;
 
-procedure TCalls.StartAfresh;
-var
-  LastNumber: UnicodeString;
-  IsOneOpen, IsAsked: Boolean;
+procedure TCalls.Forget;
 begin
-  RequireNoDoubt;
-  IsAsked := CanBeAsked(Session.Questions);
-  LastNumber := '';
-  IsOneOpen := False;
-  if IsAsked then
-  begin
-    LastNumber := Session.Variable(Session.Questions.LastReceipt);
-    IsOneOpen := Session.Variable(Session.Questions.State) <> Session.Questions.Closed;
-  end;
-  if IsOneOpen and IsOpen then
-    raise AlreadyBegunFailure('paragonBegin');
   FBegin := 0;
+  FNumberBefore := '';
   FIsTaken := False;
   FIsOver := False;
+  FIsAnotherOpen := False;
   FIsInDoubt := False;
-  FNumberBefore := LastNumber;
-  FIsAnotherOpen := IsOneOpen;
-  if IsAsked and not IsOneOpen then
+end;
+
+{ Behind the last receipt's number and the state. }
+function TCalls.IsClosed(const Last: TAnswers): Boolean;
+begin
+  Result := Last.Others[0] = Session.Questions.Closed;
+end;
+
+function TCalls.NumberWhileNoneIsOpen: UnicodeString;
+var
+  Last: TAnswers;
+  IsAnswered: Boolean;
+begin
+  if not CanBeAsked(Session.Questions) then
+    Exit('');
+  IsAnswered := True;
+  try
+    Last := WithLastNumber(Session, [Session.Questions.State]);
+  except
+    on ECall do
+      IsAnswered := False;
+  end;
+  if IsAnswered and not IsClosed(Last) and IsOpen then
+    raise AlreadyBegunFailure('paragonBegin');
+  if not IsAnswered or not IsClosed(Last) then
+  begin
+    Session.Reopen;
+    try
+      Last := WithLastNumber(Session, [Session.Questions.State]);
+    except
+      on Failure: EOutcomeUnknown do
+        raise UnansweredFailure('paragonBegin', Failure);
+    end;
+  end;
+  FIsAnotherOpen := not IsClosed(Last);
+  if FIsAnotherOpen then
+    raise AnotherOpenFailure('paragonBegin');
+  Result := Last.Number;
+end;
+
+procedure TCalls.Expect(const NumberBefore: UnicodeString);
+begin
+  FNumberBefore := NumberBefore;
+  if NumberBefore <> '' then
     ClaimWhatIsOpen;
 end;
 

@@ -76,6 +76,15 @@ function NotBegunFailure(const Call: string): ENotExecuted;
 { Of a second begin of a receipt that is open. }
 function AlreadyBegunFailure(const Call: string): ENotExecuted;
 
+{ Of a begin while a receipt is open that is not this one. }
+function AnotherOpenFailure(const Call: string): ENotExecuted;
+
+{ Of a question that was not answered, for a sentence: what failed, or that the answer is none. }
+function ReasonOf(Question: ECall): string;
+
+{ Of a begin when the printer does not say whether a receipt is open. }
+function UnansweredFailure(const Call: string; Question: ECall): ENotExecuted;
+
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
 
@@ -144,6 +153,24 @@ end;
 function AlreadyBegunFailure(const Call: string): ENotExecuted;
 begin
   Result := ENotExecuted.Create(Call, -1, 'notOpen', 'This receipt is open already, and goes on.', exNo, 'End it or cancel it first.');
+end;
+
+function AnotherOpenFailure(const Call: string): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'Another receipt is open, and is left alone.', exNo, 'Call Recover.');
+end;
+
+function ReasonOf(Question: ECall): string;
+begin
+  if Question.Code <> 0 then
+    Result := Question.Call + ': code ' + IntToStr(Question.Code)
+  else
+    Result := Copy(Question.Happened, 1, Length(Question.Happened) - 1);
+end;
+
+function UnansweredFailure(const Call: string; Question: ECall): ENotExecuted;
+begin
+  Result := ENotExecuted.Create(Call, -1, 'notOpen', 'The printer does not say whether a receipt is open (' + ReasonOf(Question) + ').', exNo, 'Begin it again when the printer answers.');
 end;
 
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;

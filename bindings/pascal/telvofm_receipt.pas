@@ -22,11 +22,15 @@ type
     FIsBegun: Boolean; { or may be }
     FIsCompared: Boolean; { its total with the printer's, before the first payment }
     FIsFinished: Boolean; { as far as the till goes: paid in full, refused or not, or told to end }
+    FIsCertain: Boolean; { what has become of it }
+    FOutcome: TRecovery;
     FTotal, FPaid: Currency;
     function Session: TSession;
     function NumberBeforeThisOne: UnicodeString;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
+    procedure StartAfresh;
+    procedure Finish(const Outcome: TRecovery);
     function Due(Amount: Currency = 0): Currency;
   public
     { One that is not begun yet; sends nothing. }
@@ -37,9 +41,10 @@ type
     { Sends nothing; whatever is open stays so. }
     destructor Destroy; override;
 
-    { Opens the receipt; what the numbers mean is the printer's matter. Raises EOutcomeUnknown also when another receipt was open
-      before, and while it is unknown what became of the one that was begun before with this object; ENotExecuted also while that one
-      is open. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
+    { Opens the receipt; what the numbers mean is the printer's matter. Raises ENotExecuted also while any receipt is open, and when
+      the printer does not say whether one is; it is asked again over a new connection before, which forgets the settings and pictures
+      of the session. Raises EOutcomeUnknown also while it is unknown what became of the receipt that was begun before with this
+      object. After a failure call Recover before anything else: the printer may have opened it and refused the same request when it
       was sent again. }
     procedure BeginReceipt(SaleType: Integer = 1; Commission: Integer = 0; ReceiptType: Integer = 0; Recapitulation: Integer = 1;
       Picture: Integer = 0);
@@ -60,12 +65,14 @@ type
       for none. Raises EOutcomeUnknown also when the printer's last receipt is not this one. }
     function EndReceipt(Picture: Integer = 0): UnicodeString;
     { Cancels the receipt; the printer prints the description. Raises ENotExecuted, too, when it was not begun, is over, or when
-      what is open may be another one: that is left alone. }
+      what is open may be another one: that is left alone. Raises EOutcomeUnknown also when a receipt is open behind it, or another
+      one is the last. }
     procedure Cancel(const Description: UnicodeString = '');
 
     { Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-      cancelled otherwise; one that was open before this one began is left alone. Raises nothing for what the printer does, and may
-      be called again. When the session is freed it asks nobody, whoever has opened another: a person has to look. }
+      cancelled otherwise. Raises nothing for what the printer does, and may be called again: what is certain, as behind an EndReceipt
+      or a Cancel that worked, stays as it was said, and the printer is not asked again. When the session is freed it asks nobody,
+      whoever has opened another: a person has to look. }
     function Recover: TRecovery;
 
     { The last receipt's number before this one began; empty while it has not, or when the printer cannot be asked. }
@@ -94,10 +101,9 @@ begin
   inherited Create;
   FCalls := TCalls.Create(Session, 'Recover');
   FCalls.Doubt('The till was interrupted in this receipt.');
-  FCalls.ClaimWhatIsOpen;
+  FCalls.Expect(NumberBefore);
   FIsBegun := True;
   FIsFinished := True;
-  FCalls.NumberBefore := NumberBefore;
   FTotal := Total;
   FPaid := Total;
 end;
@@ -118,14 +124,28 @@ begin
   Result := FCalls.NumberBefore;
 end;
 
-procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
+procedure TReceipt.StartAfresh;
 begin
-  FCalls.StartAfresh;
-  FIsBegun := True;
+  FCalls.Forget;
+  FIsBegun := False;
   FIsCompared := False;
   FIsFinished := False;
+  FIsCertain := False;
   FTotal := 0;
   FPaid := 0;
+end;
+
+procedure TReceipt.BeginReceipt(SaleType, Commission, ReceiptType, Recapitulation, Picture: Integer);
+var
+  LastNumber: UnicodeString;
+begin
+  FCalls.RequireNoDoubt;
+  if not FCalls.IsOpen then
+    StartAfresh;
+  LastNumber := FCalls.NumberWhileNoneIsOpen;
+  StartAfresh;
+  FCalls.Expect(LastNumber);
+  FIsBegun := True;
   try
     FCalls.Start('paragonBegin');
     FCalls.Check(Functions.paragonBegin(Session.Device, 0, SaleType, Commission, ReceiptType, Recapitulation, Picture));
@@ -136,8 +156,6 @@ begin
       raise;
     end;
   end;
-  if FCalls.IsAnotherOpen then
-    FCalls.RaiseDoubt('Another receipt was open before.');
   FCalls.Take;
 end;
 
@@ -191,7 +209,7 @@ begin
   FCalls.Start('payment_str');
   if not FIsCompared then
   begin
-    FCalls.Compare(Session.Questions.Total, FTotal, 'the total');
+    FCalls.CompareAnswer(Session.Questions.Total, FTotal, 'the total');
     FIsCompared := True;
     FCalls.Start('payment_str');
   end;
@@ -206,12 +224,12 @@ begin
     on ERefused do
     begin
       FIsFinished := Due(Amount) = 0; { it may have been taken before its refusal, which the printer's totals tell }
-      FCalls.Compare(Session.Questions.Due, Due, 'what is due');
+      FCalls.CompareAnswer(Session.Questions.Due, Due, 'what is due');
       raise;
     end;
   end;
   Count(Amount);
-  FCalls.Compare(Session.Questions.Due, Due, 'what is due');
+  FCalls.CompareAnswer(Session.Questions.Due, Due, 'what is due');
 end;
 
 function TReceipt.EndReceipt(Picture: Integer): UnicodeString;
@@ -220,10 +238,20 @@ begin
   FIsFinished := True;
   FCalls.Start('paragonEnd');
   FCalls.Check(Functions.paragonEnd(Session.Device, 0, Picture));
-  Result := FCalls.Answer(Session.Questions.LastReceipt);
-  if CanBeAsked(Session.Questions) and (Result = NumberBefore) then
-    FCalls.RaiseDoubt('The printer''s last receipt is still ' + string(Result) + '.');
-  FCalls.Compare(Session.Questions.LastTotal, FTotal, 'the total of the last receipt');
+  if not CanBeAsked(Session.Questions) then
+  begin
+    FCalls.Finish;
+    Exit('');
+  end;
+  Result := FCalls.CompareEnded(FTotal);
+  Finish(SoldAs(Result, FTotal));
+end;
+
+{ It is certain what has become of it. }
+procedure TReceipt.Finish(const Outcome: TRecovery);
+begin
+  FOutcome := Outcome;
+  FIsCertain := True;
   FCalls.Finish;
 end;
 
@@ -236,8 +264,8 @@ begin
     raise NotOursFailure('destroyParagon');
   FCalls.Start('destroyParagon');
   FCalls.Check(Functions.destroyParagon(Session.Device, 0, PAnsiChar(Words)));
-  FIsBegun := False;
-  FCalls.Finish;
+  FCalls.CompareCancelled;
+  Finish(Recovered(vdNotSold, 'the receipt is cancelled'));
 end;
 
 { ---- Counting ---- }
@@ -266,15 +294,17 @@ end;
 
 function TReceipt.Recover: TRecovery;
 begin
-  if not FIsBegun then
-    Result := Recovered(vdNotSold, 'the receipt was not begun, or is cancelled')
+  if FIsCertain then
+    Result := FOutcome
+  else if FCalls.IsAnotherOpen then
+    Result := Recovered(vdAskAPerson, 'another receipt is open, and this one was not begun; end that one with paragonEnd or cancel it ' +
+      'with destroyParagon, called through the session, before this one is sold')
+  else if not FIsBegun then
+    Result := Recovered(vdNotSold, 'the receipt was not begun')
   else if not FCalls.IsSessionOpen then
     Result := Recovered(vdAskAPerson, 'the session of this receipt is closed; look at the printer''s paper before it is sold again, or ' +
       'recover it as an interrupted receipt of another session')
-  else if FCalls.IsAnotherOpen then
-    Result := Recovered(vdAskAPerson, 'another receipt was open before this one began, and is left alone; end it with paragonEnd or ' +
-      'cancel it with destroyParagon, called through the session, before this one is sold again')
-  else if not CanBeAsked(Session.Questions) then
+  else if not CanBeAsked(Session.Questions) or (NumberBefore = '') then
     Result := Recovered(vdAskAPerson, 'this printer cannot be asked; look at its paper before this receipt is sold again')
   else if not FCalls.HasBegunLast then
     Result := Recovered(vdAskAPerson, 'another receipt was begun since, and is left alone; look at the printer''s paper before this one is ' +
@@ -283,7 +313,7 @@ begin
   begin
     Result := AskedRecovery(FCalls.Session, NumberBefore, FTotal, FPaid, FIsFinished);
     if Result.Verdict <> vdAskAPerson then
-      FCalls.Finish;
+      Finish(Result);
   end;
 end;
 

@@ -12,7 +12,7 @@ type
   { Sold: nothing is to be sold again. Not sold: it can be sold again. Otherwise a person has to look at the paper. }
   TVerdict = (vdSold, vdNotSold, vdAskAPerson);
 
-  { What the printer says has become of a receipt, and why in one sentence; Number if it is sold. }
+  { What has become of a receipt, and why in one sentence; Number if it is sold. }
   TRecovery = record
     Verdict: TVerdict;
     Sentence: string;
@@ -27,19 +27,27 @@ function AskedRecovery(Session: TSession; const NumberBefore: UnicodeString; Tot
 { A verdict with its sentence. }
 function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString = ''): TRecovery;
 
+{ The receipt of this number. }
+function SoldAs(const Number: UnicodeString; Total: Currency): TRecovery;
+
 { "sold: ", "not sold: " or "ask a person: ", and the sentence. }
 function RecoveryText(const Recovery: TRecovery): string;
 
 implementation
 
 uses
-  SysUtils, telvofm_failures, telvofm_library, telvofm_texts;
+  SysUtils, telvofm_answers, telvofm_failures, telvofm_library, telvofm_texts;
 
 function Recovered(Verdict: TVerdict; const Sentence: string; const Number: UnicodeString): TRecovery;
 begin
   Result.Verdict := Verdict;
   Result.Sentence := Sentence;
   Result.Number := Number;
+end;
+
+function SoldAs(const Number: UnicodeString; Total: Currency): TRecovery;
+begin
+  Result := Recovered(vdSold, 'receipt ' + string(Number) + ', total ' + string(MoneyText(Total)), Number);
 end;
 
 function IsEndRefused(Session: TSession): Boolean;
@@ -57,13 +65,14 @@ end;
 { Ends or cancels the receipt if it is open. Whether that worked, Judged sees. }
 procedure Finish(Session: TSession; const NumberBefore: UnicodeString; Total, Paid: Currency; IsFinished: Boolean);
 var
+  Last: TAnswers;
   IsPaid: Boolean;
 begin
-  if (Session.Variable(Session.Questions.LastReceipt) <> NumberBefore) or
-    (Session.Variable(Session.Questions.State) = Session.Questions.Closed) then
+  Last := WithLastNumber(Session, [Session.Questions.State]);
+  if (Last.Number <> NumberBefore) or (Last.Others[0] = Session.Questions.Closed) then
     Exit;
-  IsPaid := IsFinished and IsAmount(Session.Variable(Session.Questions.Total), Total) and
-    IsAmount(Session.Variable(Session.Questions.Due), 0);
+  IsPaid := IsFinished and IsAmount(AnswerTo(Session, Session.Questions.Total), Total) and
+    IsAmount(AnswerTo(Session, Session.Questions.Due), 0);
   try
     if not IsPaid or (IsEndRefused(Session) and (Total = 0) and (Paid = 0)) then
     begin
@@ -78,17 +87,19 @@ end;
 
 function Judged(Session: TSession; const NumberBefore: UnicodeString; Total: Currency): TRecovery;
 var
+  Last: TAnswers;
   Number, LastTotal: UnicodeString;
   IsClosed: Boolean;
   Open: string;
 begin
-  Number := Session.Variable(Session.Questions.LastReceipt);
-  LastTotal := Session.Variable(Session.Questions.LastTotal);
-  IsClosed := Session.Variable(Session.Questions.State) = Session.Questions.Closed;
+  Last := WithLastNumber(Session, [Session.Questions.LastTotal, Session.Questions.State]);
+  Number := Last.Number;
+  LastTotal := Last.Others[0];
+  IsClosed := Last.Others[1] = Session.Questions.Closed;
   if IsClosed and (Number = NumberBefore) then
     Exit(Recovered(vdNotSold, 'receipt ' + string(Number) + ' is still the last one, and none is open; it can be sold again'));
   if IsClosed and IsAmount(LastTotal, Total) then
-    Exit(Recovered(vdSold, 'receipt ' + string(Number) + ', total ' + string(MoneyText(Total)), Number));
+    Exit(SoldAs(Number, Total));
   Open := '';
   if not IsClosed then
     Open := ', and one is open';
@@ -105,7 +116,7 @@ begin
   except
     on Failure: ECall do
       Result := Recovered(vdAskAPerson, 'the printer does not say what it has done; look at its paper before this receipt is sold again (' +
-        Failure.Call + ': code ' + IntToStr(Failure.Code) + ')');
+        ReasonOf(Failure) + ')');
   end;
 end;
 

@@ -143,6 +143,29 @@ static_assert(inside::fillsABuffer(&getJournal) && inside::fillsABuffer(&getPara
               inside::fillsABuffer(&getJournal_str_count) && inside::fillsABuffer(&getBCKP));
 static_assert(!inside::fillsABuffer(&getJournal_ResultObject) && !inside::fillsABuffer(&setHeader));
 
+// Nor with these.
+static_assert(
+    inside::narrowsAny<int, int, const char*, double, const char*, int, int, const char*>(&itemSale_int));
+static_assert(
+    inside::narrowsAny<int, int, const char*, long long, const char*, int, int, const char*>(&itemSale_int));
+static_assert(inside::narrowsAny<int, int, int>(&printReport)); // a letter in the middle
+static_assert(!inside::narrowsAny<int, char, int>(&printReport) &&
+              !inside::narrowsAny<int, int, const char*>(&freeID));
+static_assert(!inside::narrowsAny<int, short, const char*, float, char, int, double, const char*>(&itemSale));
+
+TEST_F(CppSession, SellsAtOneRate)
+{
+    Receipt receipt = begun();
+    for (const char* rate : {"AB", ""}) {
+        EXPECT_FALSE(receipt.sell("Syr", 3, rate, 1, 3, "ks"));
+        EXPECT_EQ(receipt.failure()->kind, Kind::textError);
+        EXPECT_FALSE(receipt.takeBack("Med", 4, rate, 1, 4, "ks"));
+        EXPECT_FALSE(receipt.discount("Zľava", 1, rate));
+        EXPECT_NE(receipt.failure()->text().find("a VAT rate is one letter"), std::string::npos);
+    }
+    EXPECT_EQ(session_->variable("TOTAL").value_or(""), "4.00");
+}
+
 TEST_F(CppSession, TakesATruthForOneByte)
 {
     for (const bool truth : {true, false}) {
@@ -192,7 +215,7 @@ TEST_F(CppSession, ReceiptThatWasOpenBeforeIsLeftAlone)
     begun(); // another one, which is open
     Receipt receipt = session_->receipt();
     EXPECT_FALSE(receipt.begin());
-    EXPECT_EQ(receipt.failure()->kind, Kind::refused);
+    EXPECT_EQ(receipt.failure()->kind, Kind::notExecuted);
     EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
     EXPECT_FALSE(receipt.cancel());
     EXPECT_EQ(receipt.failure()->kind, Kind::notExecuted);

@@ -45,6 +45,6 @@ with FiscalPrinter(program=printer_program) as printer, tempfile.TemporaryDirect
         {"name": "freeID", "fields": {"print": "1", "freeID": "ščžťľ"}, "count": 3},
         {"name": "freeID", "fields": {"print": "0", "freeID": "ščžťľ"}, "count": 1},
         {"name": "printReport", "fields": {"reportType": "X"}, "count": 1},
-        {"name": "paragonEnd", "count": 6},
+        {"name": "paragonEnd", "count": 5},
         {"name": "destroyParagon", "count": 10},
     ])

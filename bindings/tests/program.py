@@ -31,15 +31,20 @@ if not os.path.exists(printer_program):
     sys.exit(77)
 
 
+def environment_of(**environment):
+    """In which a program finds the library."""
+    environment = {**os.environ, "TELVOFM_LIBRARY": str(library), **environment}
+    if searched:
+        environment["LD_LIBRARY_PATH"] = os.path.dirname(environment["TELVOFM_LIBRARY"])
+    return environment
+
+
 class Ended:
     """A program that has ended: its code, the lines that it printed, what it wrote to standard error."""
 
     def __init__(self, program, address, folder=work, **environment):
-        environment = {**os.environ, "TELVOFM_LIBRARY": str(library), **environment}
-        if searched:
-            environment["LD_LIBRARY_PATH"] = os.path.dirname(environment["TELVOFM_LIBRARY"])
         folder.mkdir(exist_ok=True)
-        ended = subprocess.run([*program, address], env=environment, cwd=folder, capture_output=True, timeout=100, check=False)
+        ended = subprocess.run([*program, address], env=environment_of(**environment), cwd=folder, capture_output=True, timeout=100, check=False)
         self.code = ended.returncode
         self.errors = ended.stderr.decode("utf-8", "replace")
         self.lines = ended.stdout.decode("utf-8", "replace").splitlines()

@@ -68,13 +68,30 @@ class OpenSession(WithPrinter):
         self.assertTrue(self.session.begin_day())
 
     def test_refuses_before_anything_is_sent(self):
+        before = len(self.printer.trace())
         with self.assertRaisesRegex(telvofm.TextError, "NUL"):
             self.session.call("setHeader", 1, b"0000", 1, b"a\0b")
         with self.assertRaisesRegex(TypeError, "ends the process"):
             self.session.call("getJournal", 1, b"", 0)
-        with self.assertRaisesRegex(TypeError, "takes 4 arguments and was given 2"):
-            self.session.call("setHeader", 1, "0000")
-        self.printer.expect(received=[{"name": "setHeader", "count": 0}])
+        for words, function, *arguments in (
+                ("takes 4 arguments and was given 2", "setHeader", 1, "0000"),
+                ("telvofm.h has no function itemsSale", "itemsSale", 1),
+                ("argument 4 of itemSale_int is a whole number from -2147483648 to 2147483647; 4294968546 is none",
+                 "itemSale_int", 1, 0, "X", 2 ** 32 + 1250, "A", 1500, 83333, "ks"),
+                ("argument 4 of itemSale_int is a whole number", "itemSale_int", 1, 0, "X", 12.5, "A", 1500, 83333, "ks"),
+                ("argument 4 of setSMTP is a whole number from -32768 to 32767", "setSMTP", 1, "S", "10.0.0.1", 65536, "x"),
+                ("argument 1 of setHeader is a whole number", "setHeader", "1", "0000", 1, "x"),
+                ("argument 4 of setHeader is a text; 1 is none", "setHeader", 1, "0000", 1, 1),
+                ("argument 2 of freeID is a truth; 'yes' is none", "freeID", 1, "yes", "x"),
+                ("argument 5 of itemSale is one character; 'AB' is none", "itemSale", 1, 0, "X", 1.0, "AB", 1.0, 1.0, "ks"),
+                ("argument 4 of itemSale is an int or a float", "itemSale", 1, 0, "X", Decimal(1), "A", 1.0, 1.0, "ks")):
+            with self.subTest(function=function, words=words), self.assertRaisesRegex(TypeError, words):
+                self.session.call(function, *arguments)
+        self.assertEqual(len(self.printer.trace()), before)
+
+    def test_truth_that_has_no_last_bits_is_true(self):
+        self.session.call("freeID", 1, 256, "ž")
+        self.printer.expect(executed=[{"name": "freeID", "fields": {"print": "1"}, "count": 1}])
 
     def test_reads_results_of_any_length(self):
         self.session.begin_day()

@@ -122,6 +122,33 @@ inline Failure alreadyBegun(std::string_view call)
             "End it or cancel it first."};
 }
 
+// The failure of a begin while a receipt is open that is not this one.
+inline Failure anotherOpen(std::string_view call)
+{
+    return {
+        Kind::notExecuted, std::string(call), -1, "notOpen", "Another receipt is open, and is left alone.",
+        Executed::no,      "Call recover()."};
+}
+
+// Of a question that was not answered, for a sentence: what failed, or that the answer is none.
+inline std::string reason(const Failure& question)
+{
+    return question.code != 0 ? question.call + ": code " + std::to_string(question.code)
+                              : question.happened.substr(0, question.happened.size() - 1);
+}
+
+// The failure of a begin when the printer does not say whether a receipt is open.
+inline Failure unanswered(std::string_view call, const Failure& question)
+{
+    return {Kind::notExecuted,
+            std::string(call),
+            -1,
+            "notOpen",
+            "The printer does not say whether a receipt is open (" + reason(question) + ").",
+            Executed::no,
+            "Begin it again when the printer answers."};
+}
+
 // The failure of what is refused before any call.
 inline Failure wrongArgument(Kind kind, std::string sentence)
 {

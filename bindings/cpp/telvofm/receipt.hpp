@@ -2,6 +2,7 @@
 #pragma once
 
 #include "decimal.hpp"
+#include "line.hpp"
 #include "receipt_calls.hpp"
 #include "recovery.hpp"
 #include "session.hpp"
@@ -24,24 +25,29 @@ public:
     // ---- Selling ----
 
     // Opens the receipt; what the numbers mean is the printer's matter. After a failure call recover() before
-    // anything else: the printer may have opened it and refused the same request when it was sent again. The
-    // outcome is unknown, too, when another receipt was open before, and while it is unknown what became of
-    // the one that was begun before with this object; it is notExecuted while that one is open.
+    // anything else: the printer may have opened it and refused the same request when it was sent again. It
+    // is notExecuted, too, while any receipt is open, and when the printer does not say whether one is; it is
+    // asked again over a new connection before, which forgets the settings and pictures of the session. The
+    // outcome is unknown, too, while it is unknown what became of the one that was begun before with this
+    // object.
     Outcome begin(int saleType = 1, int commission = 0, int receiptType = 0, int recapitulation = 1,
                   int picture = 0)
     {
-        if (Outcome ready = calls_.startAfresh(); !ready) {
-            return ready;
+        if (Outcome known = calls_.requireNoDoubt(); !known) {
+            return known;
         }
-        isCompared_ = isFinished_ = false;
-        number_.clear();
-        total_ = paid_ = Decimal();
+        if (!calls_.isOpen()) {
+            startAfresh();
+        }
+        Result<std::optional<std::string>> numberBefore = calls_.askBeforeBegin();
+        if (!numberBefore) {
+            return numberBefore.error();
+        }
+        startAfresh();
+        calls_.expect(std::move(*numberBefore));
         Outcome begun = calls_.send("paragonBegin", paragonBegin, 0, saleType, commission, receiptType,
                                     recapitulation, picture);
         isBegun_ = begun || begun.error().kind != Kind::notExecuted;
-        if (begun && calls_.isAnotherOpen()) {
-            return calls_.doubted(doubt("paragonBegin", "Another receipt was open before."));
-        }
         if (begun) {
             calls_.take();
         }
@@ -53,37 +59,32 @@ public:
     Outcome sell(std::string_view name, Decimal total, std::string_view vat, Decimal quantity,
                  Decimal unitPrice, std::string_view unit)
     {
-        return line(
-            total,
-            [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return calls_.send("itemSale_str", itemSale_str, 0, name, money, vat, amount, price, unit);
-            },
-            "itemSale_str", total, quantity, unitPrice);
+        return send(total, inside::lineOf(vat, total, quantity, unitPrice), "itemSale_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemSale_str", itemSale_str, 0, name, line.money, vat,
+                                           line.quantity, line.unitPrice, unit);
+                    });
     }
 
     // Takes an item of this receipt back, which was sold with the same arguments.
     Outcome takeBack(std::string_view name, Decimal total, std::string_view vat, Decimal quantity,
                      Decimal unitPrice, std::string_view unit)
     {
-        return line(
-            -total,
-            [&](const std::string& money, const std::string& amount, const std::string& price) {
-                return calls_.send("itemVoid_str", itemVoid_str, 0, name, money, vat, amount, price, unit,
-                                   "");
-            },
-            "itemVoid_str", total, quantity, unitPrice);
+        return send(-total, inside::lineOf(vat, total, quantity, unitPrice), "itemVoid_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemVoid_str", itemVoid_str, 0, name, line.money, vat,
+                                           line.quantity, line.unitPrice, unit, "");
+                    });
     }
 
     // A discount of a sum on the item that was sold last; `operation` is the printer's number for that.
     Outcome discount(std::string_view description, Decimal amount, std::string_view vat, int operation = 0)
     {
-        return line(
-            -amount,
-            [&](const std::string& money, const std::string&, const std::string&) {
-                return calls_.send("itemDiscount_str", itemDiscount_str, 0, description, operation, money,
-                                   vat);
-            },
-            "itemDiscount_str", amount, 0, 0);
+        return send(-amount, inside::lineOf(vat, amount, 0, 0), "itemDiscount_str",
+                    [&](const inside::Line& line) {
+                        return calls_.send("itemDiscount_str", itemDiscount_str, 0, description, operation,
+                                           line.money, vat);
+                    });
     }
 
     // Takes a payment: `amount` under the printer's payment type. More than is due is given back. The library
@@ -145,24 +146,17 @@ public:
             calls_.finish();
             return ended;
         }
-        const Result<std::string> last = calls_.ask("paragonEnd", questions().lastReceipt);
-        if (!last) {
-            return last.error();
+        const Result<std::string> number = calls_.checkEnd(total_);
+        if (!number) {
+            return number.error();
         }
-        if (*last == numberBefore()) {
-            return calls_.doubted(doubt("paragonEnd", "The printer's last receipt is still " + *last + "."));
-        }
-        number_ = *last;
-        Outcome compared =
-            calls_.check("paragonEnd", questions().lastTotal, total_, "the total of the last receipt");
-        if (compared) {
-            calls_.finish();
-        }
-        return compared;
+        finish(inside::soldAs(*number, total_));
+        return ended;
     }
 
     // Cancels the receipt; the printer prints the description. It is notExecuted, too, when the receipt was
-    // not begun, is over, or when what is open may be another one: that is left alone.
+    // not begun, is over, or when what is open may be another one: that is left alone. The outcome is
+    // unknown, too, when a receipt is open behind it, or another one is the last.
     Outcome cancel(std::string_view description = "")
     {
         if (isBegun_ && !calls_.session().isOpen()) {
@@ -173,8 +167,10 @@ public:
         }
         Outcome cancelled = calls_.send("destroyParagon", destroyParagon, 0, description);
         if (cancelled) {
-            isBegun_ = false;
-            calls_.finish();
+            cancelled = calls_.checkCancel();
+        }
+        if (cancelled) {
+            finish({Verdict::notSold, "the receipt is cancelled", ""});
         }
         return cancelled;
     }
@@ -195,19 +191,21 @@ public:
     // ---- Recovering ----
 
     // Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it
-    // should be, and cancelled otherwise; one that was open before this one began is left alone. May be
-    // called again. When the session has ended it asks nobody, whoever has opened another: a person has to
-    // look.
+    // should be, and cancelled otherwise. May be called again: what is certain, as behind an end() or a
+    // cancel() that worked, stays as it was said, and the printer is not asked again. When the session has
+    // ended it asks nobody, whoever has opened another: a person has to look.
     Recovery recover()
     {
+        if (outcome_) {
+            return *outcome_;
+        }
         const inside::KnownReceipt known{
             isBegun_,   calls_.isAnotherOpen(), calls_.hasBegunLast(), calls_.numberBefore(), total_, paid_,
             isFinished_};
         Recovery recovery = inside::recovered(calls_.session(), known);
-        if (recovery.verdict != Verdict::askAPerson) {
-            calls_.finish();
+        if (isBegun_ && recovery.verdict != Verdict::askAPerson) {
+            finish(recovery);
         }
-        number_ = recovery.number.empty() ? number_ : recovery.number;
         return recovery;
     }
 
@@ -218,23 +216,35 @@ private:
 
     [[nodiscard]] const Questions& questions() { return calls_.session().questions(); }
 
-    // A line that counts `value` when it has been sent; its amounts as money, quantity and unit price.
-    template <typename Send>
-    Outcome line(Decimal value, Send sendLine, std::string_view call, Decimal money, Decimal quantity,
-                 Decimal unitPrice)
+    // What an earlier receipt of this object has left.
+    void startAfresh()
     {
-        const Result<std::string> moneyText = money.text(2);
-        const Result<std::string> quantityText = quantity.text(3);
-        const Result<std::string> priceText = unitPrice.text(2);
-        for (const Result<std::string>* text : {&moneyText, &quantityText, &priceText}) {
-            if (!*text) {
-                return calls_.failed(text->error());
-            }
+        calls_.forget();
+        outcome_.reset();
+        isBegun_ = isCompared_ = isFinished_ = false;
+        number_.clear();
+        total_ = paid_ = Decimal();
+    }
+
+    // It is certain what has become of it.
+    void finish(Recovery outcome)
+    {
+        number_ = outcome.number;
+        outcome_ = std::move(outcome);
+        calls_.finish();
+    }
+
+    // What is sent with this line counts `value` then.
+    template <typename Send>
+    Outcome send(Decimal value, const Result<inside::Line>& line, std::string_view call, Send sendLine)
+    {
+        if (!line) {
+            return calls_.failed(line.error());
         }
         if (Outcome open = calls_.requireOpen(call); !open) {
             return open;
         }
-        Outcome sent = sendLine(*moneyText, *quantityText, *priceText);
+        Outcome sent = sendLine(*line);
         if (sent) {
             total_ += value;
         }
@@ -252,9 +262,10 @@ private:
     }
 
     inside::ReceiptCalls calls_;
-    bool isBegun_ = false;    // or may be
-    bool isCompared_ = false; // its total with the printer's, before the first payment
-    bool isFinished_ = false; // as far as the till goes: paid in full, refused or not, or told to end
+    std::optional<Recovery> outcome_; // when it is certain
+    bool isBegun_ = false;            // or may be
+    bool isCompared_ = false;         // its total with the printer's, before the first payment
+    bool isFinished_ = false;         // as far as the till goes: paid in full, refused or not, or told to end
     std::string number_;
     Decimal total_;
     Decimal paid_;

@@ -2,6 +2,7 @@
 // none while the outcome of an earlier one is open. For telvofm::Receipt.
 #pragma once
 
+#include "answers.hpp"
 #include "decimal.hpp"
 #include "session.hpp"
 
@@ -21,35 +22,50 @@ public:
 
     // ---- What is open ----
 
-    // Before a begin: asks what the printer has open. Fails when it is this one, and when the outcome of an
-    // earlier call is open.
-    Outcome startAfresh()
+    // What an earlier receipt has left.
+    void forget()
     {
-        if (Outcome known = requireNoDoubt(); !known) {
-            return known;
-        }
-        std::optional<std::string> last;
-        bool isOneOpen = false;
-        if (const Questions& questions = session_.questions(); questions.canBeAsked) {
-            const Result<std::string> number = session_.variable(questions.lastReceipt);
-            const Result<std::string> state = session_.variable(questions.state);
-            if (!number || !state) {
-                return failed(number ? state.error() : number.error());
-            }
-            last = *number;
-            isOneOpen = *state != questions.closed;
-        }
-        if (isOneOpen && isOpen()) {
-            return failed(alreadyBegun("paragonBegin"));
-        }
-        // From here on whatever is open is this one, if it is known that none was.
-        begin_ = last && !isOneOpen ? session_.nextBegin() : 0;
-        isTaken_ = isOver_ = false;
-        isAnotherOpen_ = isOneOpen;
-        numberBefore_ = std::move(last);
+        begin_ = 0;
+        isTaken_ = isOver_ = isAnotherOpen_ = false;
+        numberBefore_.reset();
         failure_.reset();
         doubt_.reset();
-        return Done();
+    }
+
+    // Before a begin: the last receipt's number while none is open, and nothing when the printer cannot be
+    // asked. One wrong answer is not believed, and a connection that is dead or has shifted is opened again.
+    Result<std::optional<std::string>> askBeforeBegin()
+    {
+        if (!session_.questions().canBeAsked) {
+            return std::optional<std::string>();
+        }
+        Standing now = standing();
+        if (now && !isClosed(*now) && isOpen()) {
+            return failedBegin(alreadyBegun("paragonBegin"));
+        }
+        if (!now || !isClosed(*now)) {
+            if (const Outcome reopened = session_.reopen(); !reopened) {
+                return failedBegin(reopened.error());
+            }
+            now = standing();
+        }
+        if (!now) {
+            const Failure& wrong = now.error();
+            return failedBegin(wrong.kind == Kind::outcomeUnknown ? unanswered("paragonBegin", wrong)
+                                                                  : wrong);
+        }
+        if (!isClosed(*now)) {
+            isAnotherOpen_ = true;
+            return failedBegin(anotherOpen("paragonBegin"));
+        }
+        return std::optional(now->front());
+    }
+
+    // Whatever is open from here on is this one, if it is known that none was, behind that number.
+    void expect(std::optional<std::string> numberBefore)
+    {
+        begin_ = numberBefore ? session_.nextBegin() : 0;
+        numberBefore_ = std::move(numberBefore);
     }
 
     // The printer has begun it.
@@ -62,14 +78,13 @@ public:
     // The till was switched off in it.
     void interrupt(std::string numberBefore)
     {
-        begin_ = session_.nextBegin();
-        numberBefore_ = std::move(numberBefore);
+        expect(std::move(numberBefore));
         doubt_ = failure_ = doubt("recover", "The till was interrupted in this receipt.");
     }
 
     // The last receipt's number before the begin; none when the printer cannot be asked.
     [[nodiscard]] const std::optional<std::string>& numberBefore() const { return numberBefore_; }
-    // Since before the begin: whatever is open is not this one.
+    // So that this one was not begun.
     [[nodiscard]] bool isAnotherOpen() const { return isAnotherOpen_; }
 
     void finish() { isOver_ = true; }
@@ -104,33 +119,48 @@ public:
         return sent.error().kind == Kind::outcomeUnknown ? doubted(sent.error()) : failed(sent.error());
     }
 
+    // Whether the printer has this amount too, if it can be asked.
     Outcome check(std::string_view call, const std::string& question, Decimal expected,
                   const std::string& what)
     {
         if (!session_.questions().canBeAsked) {
             return Done();
         }
-        const Result<std::string> answer = ask(call, question);
-        if (!answer) {
-            return answer.error();
-        }
-        if (Decimal::parse(*answer) != expected) {
-            return doubted(doubt(call, "For the printer " + what + " is \"" + *answer + "\", for the till " +
-                                           expected.text(2).value_or("another") +
-                                           ": something was carried out twice, or not at all."));
-        }
-        return Done();
+        const Result<std::string> said = answer(session_, question);
+        return said ? compare(call, *said, expected, what) : doubtedAnswer(call, said.error());
     }
 
-    Result<std::string> ask(std::string_view call, const std::string& question)
+    // Whether the last receipt is another one now, of this total, whose number is given.
+    Result<std::string> checkEnd(Decimal total)
     {
-        Result<std::string> answer = session_.variable(question);
-        if (!answer) {
-            return doubted(doubt(call, "The printer does not say what it has done (" + answer.error().call +
-                                           ": code " + std::to_string(answer.error().code) + ")."))
+        const Result<std::vector<std::string>> last =
+            withLastNumber(session_, {session_.questions().lastTotal});
+        if (!last) {
+            return doubtedAnswer("paragonEnd", last.error()).error();
+        }
+        if (last->front() == numberBefore_) {
+            return doubted(doubt("paragonEnd", "The printer's last receipt is still " + last->front() + "."))
                 .error();
         }
-        return answer;
+        const Outcome compared = compare("paragonEnd", last->back(), total, "the total of the last receipt");
+        return compared ? Result<std::string>(last->front()) : compared.error();
+    }
+
+    // Whether none is open and the last receipt is that of before, if the printer can be asked.
+    Outcome checkCancel()
+    {
+        if (!session_.questions().canBeAsked) {
+            return Done();
+        }
+        const Standing now = standing();
+        if (!now) {
+            return doubtedAnswer("destroyParagon", now.error());
+        }
+        if (now->front() != numberBefore_ || !isClosed(*now)) {
+            return doubted(doubt("destroyParagon", "The printer's last receipt is " + now->front() +
+                                                       ", and its state " + now->back() + "."));
+        }
+        return Done();
     }
 
     Outcome failed(const Failure& failure)
@@ -147,11 +177,36 @@ public:
     }
 
 private:
+    // The last receipt's number and the state.
+    using Standing = Result<std::vector<std::string>>;
+    Standing standing() { return withLastNumber(session_, {session_.questions().state}); }
+    [[nodiscard]] bool isClosed(const std::vector<std::string>& standing) const
+    {
+        return standing.back() == session_.questions().closed;
+    }
+
+    Result<std::optional<std::string>> failedBegin(const Failure& failure) { return failed(failure).error(); }
+
+    Outcome doubtedAnswer(std::string_view call, const Failure& failure)
+    {
+        return doubted(doubt(call, "The printer does not say what it has done (" + reason(failure) + ")."));
+    }
+
+    Outcome compare(std::string_view call, const std::string& said, Decimal expected, const std::string& what)
+    {
+        if (Decimal::parse(said) == expected) {
+            return Done();
+        }
+        return doubted(doubt(call, "For the printer " + what + " is \"" + said + "\", for the till " +
+                                       expected.text(2).value_or("another") +
+                                       ": something was carried out twice, or not at all."));
+    }
+
     Session session_;            // as it was lent: it may have ended
     unsigned begin_ = 0;         // of all in the session; 0 for none
     bool isTaken_ = false;       // by the printer, which answered begin with 0
     bool isOver_ = false;        // ended, cancelled, or recovered without a person: nothing of it is open
-    bool isAnotherOpen_ = false; // since before this one
+    bool isAnotherOpen_ = false; // so that this one was not begun
     std::optional<std::string> numberBefore_;
     std::optional<Failure> failure_;
     std::optional<Failure> doubt_; // after which nothing more is sold into it

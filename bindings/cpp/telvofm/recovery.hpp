@@ -2,11 +2,13 @@
 // answers.
 #pragma once
 
+#include "answers.hpp"
 #include "decimal.hpp"
 #include "session.hpp"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace telvofm {
 
@@ -18,7 +20,7 @@ enum class Verdict
     askAPerson // the printer does not say; a person has to look at the paper
 };
 
-// What the printer says has become of a receipt, and why in one sentence.
+// What has become of a receipt, and why in one sentence.
 struct Recovery
 {
     Verdict verdict;
@@ -41,7 +43,7 @@ namespace inside {
 struct KnownReceipt
 {
     bool isBegun;                            // or may be
-    bool isAnotherOpen;                      // since before this one
+    bool isAnotherOpen;                      // so that this one was not begun
     bool hasBegunLast;                       // of the receipts of its session
     std::optional<std::string> numberBefore; // the last receipt's; none when the printer cannot be asked
     Decimal total;
@@ -49,90 +51,96 @@ struct KnownReceipt
     bool isFinished; // as far as the till goes: paid in full, refused or not, or told to end
 };
 
-// What the printer says.
-struct Standing
+inline Recovery soldAs(const std::string& number, Decimal total)
 {
-    std::string number;
-    std::string lastTotal;
-    bool isClosed;
-    std::string total;
-    std::string due;
-};
-
-inline Result<Standing> standing(Session& session)
-{
-    const Questions& questions = session.questions();
-    std::string answers[5];
-    std::size_t next = 0;
-    for (const std::string* question :
-         {&questions.lastReceipt, &questions.lastTotal, &questions.state, &questions.total, &questions.due}) {
-        Result<std::string> answer = session.variable(*question);
-        if (!answer) {
-            return answer.error();
-        }
-        answers[next++] = *answer;
-    }
-    return Standing{answers[0], answers[1], answers[2] == questions.closed, answers[3], answers[4]};
+    return {Verdict::sold, "receipt " + number + ", total " + total.text(2).value_or("an amount"), number};
 }
 
-// Ends or cancels the open receipt. Whether that worked is asked afterwards.
-inline void finish(Session& session, const KnownReceipt& known, const Standing& now)
+// Ends or cancels the receipt if it is open. Whether that worked is asked afterwards.
+inline Outcome finish(Session& session, const KnownReceipt& known)
 {
-    const bool isPaid =
-        known.isFinished && Decimal::parse(now.total) == known.total && Decimal::parse(now.due) == Decimal();
-    if (isPaid) {
-        const bool isEmpty = known.total == Decimal() && known.paid == Decimal();
-        const Outcome ended = session.call("paragonEnd", paragonEnd, session.device(), 0, 0);
-        if (ended || ended.error().kind != Kind::refused || !isEmpty) {
-            return;
+    const Questions& questions = session.questions();
+    const Result<std::vector<std::string>> now = withLastNumber(session, {questions.state});
+    if (!now) {
+        return now.error();
+    }
+    if (now->front() != known.numberBefore || now->back() == questions.closed) {
+        return Done();
+    }
+    if (known.isFinished) {
+        const Result<std::string> total = answer(session, questions.total);
+        const Result<std::string> due = answer(session, questions.due);
+        if (!total || !due) {
+            return total ? due.error() : total.error();
+        }
+        if (Decimal::parse(*total) == known.total && Decimal::parse(*due) == Decimal()) {
+            const bool isEmpty = known.total == Decimal() && known.paid == Decimal();
+            const Outcome ended = session.call("paragonEnd", paragonEnd, session.device(), 0, 0);
+            if (ended || ended.error().kind != Kind::refused || !isEmpty) {
+                return Done();
+            }
         }
     }
     destroyParagon(session.device(), 0, "");
+    return Done();
 }
 
-inline Recovery judge(const KnownReceipt& known, const Standing& now)
+inline Result<Recovery> judged(Session& session, const KnownReceipt& known)
 {
-    const std::string total = known.total.text(2).value_or("an amount");
-    if (now.isClosed && now.number == known.numberBefore) {
-        return {Verdict::notSold,
-                "receipt " + now.number + " is still the last one, and none is open; it can be sold again",
-                ""};
+    const Questions& questions = session.questions();
+    const Result<std::vector<std::string>> now =
+        withLastNumber(session, {questions.lastTotal, questions.state});
+    if (!now) {
+        return now.error();
     }
-    if (now.isClosed && Decimal::parse(now.lastTotal) == known.total) {
-        return {Verdict::sold, "receipt " + now.number + ", total " + total, now.number};
+    const std::string& number = now->front();
+    const std::string& lastTotal = (*now)[1];
+    const bool isClosed = now->back() == questions.closed;
+    if (isClosed && number == known.numberBefore) {
+        return Recovery{
+            Verdict::notSold,
+            "receipt " + number + " is still the last one, and none is open; it can be sold again", ""};
     }
-    return {Verdict::askAPerson,
-            "the printer's last receipt is " + now.number + " with " + now.lastTotal +
-                (now.isClosed ? "" : ", and one is open") + "; the till sold " + total + " after receipt " +
-                *known.numberBefore + "; look at the paper before it is sold again",
-            ""};
+    if (isClosed && Decimal::parse(lastTotal) == known.total) {
+        return soldAs(number, known.total);
+    }
+    return Recovery{Verdict::askAPerson,
+                    "the printer's last receipt is " + number + " with " + lastTotal +
+                        (isClosed ? "" : ", and one is open") + "; the till sold " +
+                        known.total.text(2).value_or("an amount") + " after receipt " + *known.numberBefore +
+                        "; look at the paper before it is sold again",
+                    ""};
 }
 
-// Asks the printer what has become of a receipt. If it is still open it is ended when it is paid as it should
-// be, and cancelled otherwise, as an empty one is whose end is refused.
+// Asks the printer what has become of a receipt, over a new connection. If it is open it is ended when the
+// till has finished it and it is paid as it should be, and cancelled otherwise, as an empty one is whose end
+// is refused.
 inline Recovery askedRecovery(Session& session, const KnownReceipt& known)
 {
     Outcome reopened = session.reopen();
-    Result<Standing> now = reopened.and_then([&session](Done&) { return standing(session); });
-    if (now && now->number == known.numberBefore && !now->isClosed) {
-        finish(session, known, *now);
-        now = standing(session);
-    }
-    if (!now) {
+    Outcome finished = reopened.and_then([&](Done&) { return finish(session, known); });
+    const Result<Recovery> recovery = finished.and_then([&](Done&) { return judged(session, known); });
+    if (!recovery) {
         return {Verdict::askAPerson,
                 "the printer does not say what it has done; look at its paper before this receipt is sold "
                 "again (" +
-                    now.error().call + ": code " + std::to_string(now.error().code) + ")",
+                    reason(recovery.error()) + ")",
                 ""};
     }
-    return judge(known, *now);
+    return *recovery;
 }
 
 // The same, unless the receipt or its session is not what is open.
 inline Recovery recovered(Session& session, const KnownReceipt& known)
 {
+    if (known.isAnotherOpen) {
+        return {Verdict::askAPerson,
+                "another receipt is open, and this one was not begun; end that one with paragonEnd or cancel "
+                "it with destroyParagon, called through the session, before this one is sold",
+                ""};
+    }
     if (!known.isBegun) {
-        return {Verdict::notSold, "the receipt was not begun, or is cancelled", ""};
+        return {Verdict::notSold, "the receipt was not begun", ""};
     }
     if (!session.isOpen()) {
         return {Verdict::askAPerson,
@@ -140,13 +148,7 @@ inline Recovery recovered(Session& session, const KnownReceipt& known)
                 "or recover it as an interrupted receipt of another session",
                 ""};
     }
-    if (known.isAnotherOpen) {
-        return {Verdict::askAPerson,
-                "another receipt was open before this one began, and is left alone; end it with paragonEnd "
-                "or cancel it with destroyParagon, called through the session, before this one is sold again",
-                ""};
-    }
-    if (!known.numberBefore) {
+    if (known.numberBefore.value_or("").empty()) {
         return {Verdict::askAPerson,
                 "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
     }

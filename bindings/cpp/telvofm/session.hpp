@@ -3,15 +3,13 @@
 
 #include "telvofm.h"
 
-#include "file_name.hpp"
+#include "arguments.hpp"
 #include "text.hpp"
 
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <utility>
 
 namespace telvofm {
@@ -36,42 +34,6 @@ struct Questions
 namespace inside {
 
 class ReceiptCalls;
-
-// An argument as the library takes it; a text is encoded and lives until the call is over. The path of a file
-// goes out as the system's own bytes.
-template <typename Argument>
-auto converted(const Argument& argument)
-{
-    if constexpr (std::is_same_v<Argument, std::filesystem::path>) {
-        return encodeFileName(argument);
-    } else if constexpr (std::is_convertible_v<const Argument&, std::string_view>) {
-        return encode(argument);
-    } else {
-        return Result<Argument>(argument);
-    }
-}
-
-template <typename Value>
-const char* passed(const Value& value) requires std::is_same_v<Value, std::string>
-{
-    return value.c_str();
-}
-template <typename Value>
-Value passed(const Value& value) requires(!std::is_same_v<Value, std::string>)
-{
-    return value;
-}
-
-template <typename Parameter>
-inline constexpr bool isBuffer =
-    std::is_same_v<Parameter, char*> || std::is_same_v<Parameter, unsigned char*> ||
-    std::is_same_v<Parameter, unsigned int*>;
-
-template <typename... Parameters>
-constexpr bool fillsABuffer(int (*)(Parameters...))
-{
-    return (isBuffer<Parameters> || ...);
-}
 
 } // namespace inside
 
@@ -137,6 +99,9 @@ public:
         static_assert(!inside::fillsABuffer(static_cast<int (*)(Parameters...)>(nullptr)),
                       "a buffer that is too short ends the process: use the function's twin for result "
                       "objects, and read()");
+        static_assert(
+            !inside::narrowsAny<Arguments...>(static_cast<int (*)(Parameters...)>(nullptr)),
+            "a number does not fit its parameter: 12.5 would be 12; cast it yourself if you mean it");
         return passOn(name, function, inside::converted(arguments)...);
     }
 

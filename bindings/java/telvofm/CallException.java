@@ -29,6 +29,11 @@ public abstract class CallException extends TelvofmException {
         this.advice = advice;
     }
 
+    /** Of a question that was not answered, for a sentence: what failed, or that the answer is none. */
+    final String reason() {
+        return code != 0 ? call + ": code " + code : happened.substring(0, happened.length() - 1);
+    }
+
     private static String sentence(Executed executed) {
         switch (executed) {
         case YES:

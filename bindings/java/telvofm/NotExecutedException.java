@@ -29,4 +29,15 @@ public final class NotExecutedException extends CallException {
     static NotExecutedException alreadyBegun(String call) {
         return new NotExecutedException(call, -1, "notOpen", "This receipt is open already, and goes on.", "End it or cancel it first.");
     }
+
+    /** Of a begin while a receipt is open that is not this one. */
+    static NotExecutedException anotherOpen(String call) {
+        return new NotExecutedException(call, -1, "notOpen", "Another receipt is open, and is left alone.", "Call recover.");
+    }
+
+    /** Of a begin when the printer does not say whether a receipt is open. */
+    static NotExecutedException unanswered(String call, CallException question) {
+        return new NotExecutedException(call, -1, "notOpen", "The printer does not say whether a receipt is open (" + question.reason()
+                + ").", "Begin it again when the printer answers.");
+    }
 }

@@ -18,9 +18,9 @@ public final class Receipt {
     private final Functions functions;
     private final ReceiptCalls calls;
     private boolean begun; // or may be
-    private boolean anotherOpen; // since before this one: whatever is open is not ours
     private boolean compared; // its total with the printer's, before the first payment
     private boolean finished; // as far as the till goes: paid in full, refused or not, or told to end
+    private Recovery outcome; // when it is certain
     private String numberBefore;
     private BigDecimal total = BigDecimal.ZERO;
     private BigDecimal paid = BigDecimal.ZERO;
@@ -69,7 +69,7 @@ public final class Receipt {
         total = BigDecimal.ZERO;
         paid = BigDecimal.ZERO;
         begun = false;
-        anotherOpen = false;
+        outcome = null;
         compared = false;
         finished = false;
         calls.startAfresh();
@@ -83,24 +83,22 @@ public final class Receipt {
     }
 
     /**
-     * Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and OutcomeUnknownException also
-     * when another receipt was open before, and while it is unknown what became of the one that was begun before with this object;
-     * NotExecutedException also while that one is open. After a failure call recover before anything else: the printer may have opened it
+     * Opens the receipt; what the numbers mean is the printer's matter. Throws as every call does, and NotExecutedException also while
+     * any receipt is open, and when the printer does not say whether one is; it is asked again over a new connection before, which
+     * forgets the settings and pictures of the session. Throws OutcomeUnknownException also while it is unknown what became of the
+     * receipt that was begun before with this object. After a failure call recover before anything else: the printer may have opened it
      * and refused the same request when it was sent again.
      */
     public void begin(int saleType, int commission, int receiptType, int recapitulation, int picture) {
         calls.requireNoDoubt();
-        String lastNumber = calls.asked(session.questions.lastReceipt);
-        String state = calls.asked(session.questions.state);
-        boolean isOneOpen = state != null && !state.equals(session.questions.closed);
-        if (isOneOpen && calls.isOpen()) {
-            throw NotExecutedException.alreadyBegun("paragonBegin");
+        if (!calls.isOpen()) {
+            startAfresh();
         }
+        String lastNumber = calls.canBeAsked() ? calls.numberWhileNoneIsOpen() : null;
         startAfresh();
         numberBefore = lastNumber;
-        anotherOpen = isOneOpen;
         begun = true;
-        if (state != null && !isOneOpen) {
+        if (calls.canBeAsked()) {
             calls.claimWhatIsOpen();
         }
         try {
@@ -108,9 +106,6 @@ public final class Receipt {
         } catch (NotExecutedException failure) {
             begun = false;
             throw failure;
-        }
-        if (anotherOpen) {
-            throw calls.doubted("paragonBegin", "Another receipt was open before.");
         }
         calls.take();
     }
@@ -157,7 +152,7 @@ public final class Receipt {
             throw new AmountException("Nothing is left to pay.");
         }
         if (!compared) {
-            calls.compare("payment_str", session.questions.total, total, "the total");
+            calls.compareAnswer("payment_str", session.questions.total, total, "the total");
             compared = true;
         }
         try {
@@ -167,11 +162,11 @@ public final class Receipt {
             throw unknown;
         } catch (RefusedException refused) {
             finished = due(amount).signum() == 0; // it may have been taken before its refusal, which the printer's totals tell
-            calls.compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
+            calls.compareAnswer("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
             throw refused;
         }
         count(amount);
-        calls.compare("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
+        calls.compareAnswer("payment_str", session.questions.due, due(BigDecimal.ZERO), "what is due");
     }
 
     /** Ends the receipt without a picture; see the other end. */
@@ -187,22 +182,19 @@ public final class Receipt {
         calls.requireOpen("paragonEnd");
         finished = true;
         calls.send("paragonEnd", () -> functions.paragonEnd(session.device, 0, picture));
-        String number = calls.answer("paragonEnd", session.questions.lastReceipt);
-        if (number == null) {
+        if (!calls.canBeAsked()) {
             calls.finish();
             return "";
         }
-        if (number.equals(numberBefore)) {
-            throw calls.doubted("paragonEnd", "The printer's last receipt is still " + number + ".");
-        }
-        calls.compare("paragonEnd", session.questions.lastTotal, total, "the total of the last receipt");
-        calls.finish();
+        String number = calls.compareEnded(numberBefore, total);
+        finish(Recovery.soldAs(number, total));
         return number;
     }
 
     /**
      * Cancels the receipt; the printer prints the description. Throws CallException and TextException; NotExecutedException also when it
-     * was not begun, is over, or when what is open may be another one: that is left alone.
+     * was not begun, is over, or when what is open may be another one: that is left alone; OutcomeUnknownException also when a receipt is
+     * open behind it, or another one is the last.
      */
     public void cancel(String description) {
         byte[] words = Windows1250.encode(description);
@@ -210,7 +202,13 @@ public final class Receipt {
             throw NotExecutedException.notOurs("destroyParagon");
         }
         calls.send("destroyParagon", () -> functions.destroyParagon(session.device, 0, words));
-        begun = false;
+        calls.compareCancelled(numberBefore);
+        finish(new Recovery(Recovery.Verdict.NOT_SOLD, "the receipt is cancelled", ""));
+    }
+
+    /** It is certain what has become of it. */
+    private void finish(Recovery certain) {
+        outcome = certain;
         calls.finish();
     }
 
@@ -236,23 +234,27 @@ public final class Receipt {
     // ---- Recovering ----
 
     /**
-     * Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and
-     * cancelled otherwise; one that was open before this one began is left alone. Throws nothing for what the printer does, and may be
-     * called again. When its session is closed it asks nobody, whoever has opened another: a person has to look.
+     * Asks the printer what has become of this receipt. One that is still open is ended when it is paid as it should be, and cancelled
+     * otherwise. Throws nothing for what the printer does, and may be called again: what is certain, as behind an end or a cancel that
+     * worked, stays as it was said, and the printer is not asked again. When its session is closed it asks nobody, whoever has opened
+     * another: a person has to look.
      */
     public Recovery recover() {
+        if (outcome != null) {
+            return outcome;
+        }
+        if (calls.isAnotherOpen()) {
+            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt is open, and this one was not begun; end that one with "
+                    + "paragonEnd or cancel it with destroyParagon, called through the session, before this one is sold", "");
+        }
         if (!begun) {
-            return new Recovery(Recovery.Verdict.NOT_SOLD, "the receipt was not begun, or is cancelled", "");
+            return new Recovery(Recovery.Verdict.NOT_SOLD, "the receipt was not begun", "");
         }
         if (!session.isOpen()) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON, "the session of this receipt is closed; look at the printer's paper before it "
                     + "is sold again, or recover it as an interrupted receipt of another session", "");
         }
-        if (anotherOpen) {
-            return new Recovery(Recovery.Verdict.ASK_A_PERSON, "another receipt was open before this one began, and is left alone; end it "
-                    + "with paragonEnd or cancel it with destroyParagon, called through the session, before this one is sold again", "");
-        }
-        if (numberBefore == null) {
+        if (!calls.canBeAsked() || numberBefore == null || numberBefore.isEmpty()) {
             return new Recovery(Recovery.Verdict.ASK_A_PERSON,
                     "this printer cannot be asked; look at its paper before this receipt is sold again", "");
         }
@@ -262,7 +264,7 @@ public final class Receipt {
         }
         Recovery recovery = Recovery.ask(session, numberBefore, total, paid, finished);
         if (recovery.verdict != Recovery.Verdict.ASK_A_PERSON) {
-            calls.finish();
+            finish(recovery);
         }
         return recovery;
     }

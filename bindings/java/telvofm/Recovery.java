@@ -1,8 +1,9 @@
 package telvofm;
 
 import java.math.BigDecimal;
+import java.util.List;
 
-/** What the printer says has become of a receipt, and how it is asked. */
+/** What has become of a receipt, and how the printer is asked. */
 public final class Recovery {
     /** What has become of it, in words that begin the sentence for the till. */
     public enum Verdict {
@@ -50,7 +51,7 @@ public final class Recovery {
             return judged(session, numberBefore, total);
         } catch (CallException failure) {
             return new Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
-                    + "sold again (" + failure.call + ": code " + failure.code + ")", "");
+                    + "sold again (" + failure.reason() + ")", "");
         }
     }
 
@@ -58,11 +59,12 @@ public final class Recovery {
     private static void finish(Session session, String numberBefore, BigDecimal total, BigDecimal paid, boolean finished) {
         Questions questions = session.questions;
         Functions functions = session.functions;
-        if (!session.variable(questions.lastReceipt).equals(numberBefore) || isClosed(session)) {
+        List<String> last = Answers.withLastNumber(session, questions.state);
+        if (!last.get(0).equals(numberBefore) || last.get(1).equals(questions.closed)) {
             return;
         }
-        boolean isPaid = finished && Amounts.isNumber(session.variable(questions.total), total)
-                && Amounts.isNumber(session.variable(questions.due), BigDecimal.ZERO);
+        boolean isPaid = finished && Amounts.isNumber(Answers.to(session, questions.total), total)
+                && Amounts.isNumber(Answers.to(session, questions.due), BigDecimal.ZERO);
         try {
             boolean isEmpty = total.signum() == 0 && paid.signum() == 0;
             if (!isPaid || (isEndRefused(session) && isEmpty)) {
@@ -82,19 +84,20 @@ public final class Recovery {
         }
     }
 
-    private static boolean isClosed(Session session) {
-        return session.variable(session.questions.state).equals(session.questions.closed);
+    static Recovery soldAs(String number, BigDecimal total) {
+        return new Recovery(Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
     }
 
     private static Recovery judged(Session session, String numberBefore, BigDecimal total) {
-        String number = session.variable(session.questions.lastReceipt);
-        String lastTotal = session.variable(session.questions.lastTotal);
-        boolean isClosed = isClosed(session);
+        List<String> last = Answers.withLastNumber(session, session.questions.lastTotal, session.questions.state);
+        String number = last.get(0);
+        String lastTotal = last.get(1);
+        boolean isClosed = last.get(2).equals(session.questions.closed);
         if (isClosed && number.equals(numberBefore)) {
             return new Recovery(Verdict.NOT_SOLD, "receipt " + number + " is still the last one, and none is open; it can be sold again", "");
         }
         if (isClosed && Amounts.isNumber(lastTotal, total)) {
-            return new Recovery(Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
+            return soldAs(number, total);
         }
         return new Recovery(Verdict.ASK_A_PERSON, "the printer's last receipt is " + number + " with " + lastTotal
                 + (isClosed ? "" : ", and one is open") + "; the till sold " + Amounts.written(total) + " after receipt " + numberBefore

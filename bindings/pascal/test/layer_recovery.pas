@@ -137,7 +137,7 @@ begin
   Left := WithOneItem(Session);
   Receipt := TReceipt.Create(Session);
   CheckRaises(ENotExecuted, 'was not begun', CancelIt);
-  CheckRaises(ERefused, 'paragonBegin', BeginAgain);
+  CheckRaises(ENotExecuted, 'paragonBegin: code -1 (notOpen): Another receipt is open', BeginAgain);
   CheckRaises(ENotExecuted, 'or another one may be open. It was not carried out. To cancel another one call destroyParagon through the ' +
     'session.', CancelIt);
   Check((Receipt.Recover.Verdict = vdAskAPerson) and (Session.Variable('STATE') = 'open'), 'a receipt behind one that was open');

@@ -18,7 +18,8 @@
 bindings/README.md says what stands behind it; telvofm.raw has all functions of telvofm.h.
 """
 from .failures import AmountError, Failure, LibraryError, NotExecuted, OutcomeUnknown, Refused, TextError
-from .receipt import Receipt, Recovery, Verdict
+from .receipt import Receipt
+from .recovery import Recovery, Verdict
 from .session import Questions, Session
 from .texts import decode, encode
 

@@ -87,6 +87,22 @@ def already_begun(call):
     return NotExecuted(call, -1, "notOpen", "This receipt is open already, and goes on.", "no", "End it or cancel it first.")
 
 
+def another_open(call):
+    """The exception for a begin while a receipt is open that is not this one."""
+    return NotExecuted(call, -1, "notOpen", "Another receipt is open, and is left alone.", "no", "Call recover().")
+
+
+def unanswered(call, failure):
+    """The exception for a begin when the printer does not say whether a receipt is open."""
+    return NotExecuted(call, -1, "notOpen", f"The printer does not say whether a receipt is open ({reason(failure)}).", "no",
+                       "Begin it again when the printer answers.")
+
+
+def reason(failure):
+    """Of a question that was not answered, for a sentence: what failed, or that the answer is none."""
+    return f"{failure.call}: code {failure.code}" if failure.code else failure.happened.rstrip(".")
+
+
 def doubt(call, happened):
     """The exception for a call that returned 0 and left the printer with other totals than it should."""
     return OutcomeUnknown(call, 0, "totals", happened, "unknown", "Call recover().")

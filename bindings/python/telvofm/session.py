@@ -1,11 +1,11 @@
 """The connection to a printer, and every function of the library by its name."""
 import ctypes
-import os
 import time
 import typing
 import weakref
 
-from . import raw, texts
+from . import texts
+from .arguments import converted
 from .failures import Failure, closed, failure_of
 from .library import load
 
@@ -88,18 +88,13 @@ class Session:
 
         A str goes out in Windows-1250, a pathlib.Path as the system's own name of a file. Returns the seconds that it took. Raises
         Refused, NotExecuted or OutcomeUnknown when it does not return 0; TextError for a text that cannot be sent, and TypeError for
-        wrong arguments and for a function that fills a buffer: nothing was sent then."""
-        types = raw.FUNCTIONS[function][1]
-        if any(kind in (raw.Buffer, raw.Count) for kind in types):
-            raise TypeError(f"{function} fills a buffer, and one that is too short ends the process; use its twin for result objects, "
-                            "or telvofm.raw if it has none")
-        converted = [_converted(argument, kind) for argument, kind in zip(arguments, types)]
-        if len(arguments) != len(types):
-            raise TypeError(f"{function} takes {len(types)} arguments and was given {len(arguments)}")
+        wrong arguments, a number that does not fit, a function that there is none of, and one that fills a buffer: nothing was sent
+        then."""
+        given = converted(function, arguments)
         if not self.is_open:
             raise closed(function)
         started = time.monotonic()
-        code = getattr(self.library, function)(*converted)
+        code = getattr(self.library, function)(*given)
         seconds = time.monotonic() - started
         if code:
             raise failure_of(function, code, seconds)
@@ -141,8 +136,9 @@ class Session:
         return Receipt(self)
 
     def interrupted_receipt(self, number_before, total):
-        """A receipt that a till left when it was switched off: call recover() on it. The number of the last receipt before it, and its
-        total, are those that the till kept; it counts as paid in full."""
+        """A receipt that a till left when it was switched off: call recover() on it. The number of the last receipt before it, a str as
+        the printer gave it, and its total are those that the till kept; it counts as paid in full. Raises TypeError for a number that
+        is no str, and AmountError for a total that is no Decimal or int."""
         from .receipt import Receipt
         return Receipt.interrupted(self, number_before, total)
 
@@ -166,14 +162,3 @@ class _ResultObject:
     def data(self):
         length = self._library.getResultObjectLength(self) & 0xFFFFFFFF  # the low 32 bits
         return ctypes.string_at(self._library.getResultObjectString(self), length)
-
-
-def _converted(argument, kind):
-    """An argument as ctypes takes it. A number for a text, or the other way round, is left for ctypes to refuse."""
-    if isinstance(argument, os.PathLike) and kind is ctypes.c_char_p:
-        return texts.encode_path(argument)
-    if isinstance(argument, str):
-        return texts.encode(argument)
-    if isinstance(argument, bytes) and kind is ctypes.c_char_p:
-        return texts.encode(texts.decode(argument))  # refuses a NUL
-    return argument

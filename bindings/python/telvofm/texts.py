@@ -28,6 +28,13 @@ def decode(data):
     return "".join(map(_CHARACTERS.__getitem__, data))
 
 
+def letter(text):
+    """A text of one character, which is all that the printer has for a VAT rate: the library would send the first one. Raises TextError."""
+    if len(text) != 1:
+        raise TextError(f"a VAT rate is one letter, and {text!r} is none", text[1:2], len(text[:1]))
+    return text
+
+
 def encode_path(path):
     """The name of a file, which is the system's matter and not the printer's. Raises TextError for a NUL."""
     encoded = os.fspath(path).encode("mbcs", "strict") if sys.platform == "win32" else os.fsencode(path)

@@ -59,44 +59,6 @@ withPage("everything is reached by the keyboard alone", async ({ page, printer }
     await seesText(page.locator(".armed"), "No fault is armed");
 });
 
-withPage("it is dark in the dark, and nothing is cut off on a narrow screen", async ({ till, page, printer }) => {
-    await printer.ask("PATCH", "settings", { columns: 48 });
-    await till.sell("Chlieb so slnečnicovými semienkami a veľmi dlhým názvom", "1234.50");
-    const brightness = () => page.evaluate(() => {
-        const [red, green, blue] = getComputedStyle(document.querySelector("#header")).backgroundColor.match(/\d+/g).map(Number);
-        return (red + green + blue) / 3;
-    });
-    assert.ok(await brightness() > 200);
-    await page.emulateMedia({ colorScheme: "dark", reducedMotion: "reduce" });
-    assert.ok(await brightness() < 60);
-    await page.getByRole("button", { name: /^Colours/ }).click(); // light, whatever the system says
-    assert.ok(await brightness() > 200);
-    await till.sell("Rožok", "1.00");
-    await seesText(page.locator(".fresh"), "Rožok");
-    assert.equal(await page.locator(".fresh").first().evaluate((line) => getComputedStyle(line).animationName), "none");
-    for (const width of [360, 768, 1024]) {
-        await page.setViewportSize({ width, height: 800 });
-        for (const sheet of sheets) {
-            await page.goto(`${printer.web}/#/printer/${sheet}`);
-            await page.locator(`#sheet-${sheet}`).waitFor();
-            const [all, seen] = await page.evaluate(() => [document.documentElement.scrollWidth, window.innerWidth]);
-            assert.ok(all <= seen, `${sheet} is ${all} wide on a screen of ${seen}`);
-            const cutOff = await page.evaluate((id) => {
-                const outside = document.getElementById(id).getBoundingClientRect();
-                return [...document.querySelectorAll(`#${id} .scroll`)].filter((part) => {
-                    const { left, right } = part.getBoundingClientRect();
-                    return left < outside.left || right > outside.right || part.scrollWidth > part.clientWidth;
-                }).map(({ innerText }) => innerText);
-            }, `sheet-${sheet}`);
-            assert.deepEqual(cutOff, [], `${sheet} on a screen of ${seen}`);
-            if (sheet === "totals") {
-                const tall = await page.locator(".hours text").first().evaluate((text) => text.getBoundingClientRect().height);
-                assert.ok(tall >= 12, `the hours are ${tall} tall on a screen of ${seen}`);
-            }
-        }
-    }
-});
-
 withPage("axe finds nothing", async ({ till, page, printer }) => {
     await till.sell("Chlieb", "1.00");
     await till.sell("Chlieb", "0.00"); // refused

@@ -137,6 +137,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
         timer = setTimeout(search, 150);
     });
     kind.addEventListener("change", search);
+        preview.scrollIntoView({ block: "nearest" }); // on a narrow screen it is above what was pressed
     sheet.append(
         element("div", { class: "list" },
             element("form", { class: "bar", role: "search", on: { submit: search } }, labelled("Find", wanted), labelled("Kind", kind)),

@@ -1,63 +1,11 @@
-// The page for everybody: keyboard, focus, dark and narrow screens, screen readers.
+// The page for people with screen readers, as axe knows what they need.
 import assert from "node:assert/strict";
 import { after } from "node:test";
 import { axeFindsNothing } from "./axe.mjs";
 import { endAll } from "./shop.mjs";
-import { becomes, seesText, sheets, withPage } from "./with_page.mjs";
+import { sheets, withPage } from "./with_page.mjs";
 
 after(endAll);
-
-withPage("the focus stays where it is while the till goes on", async ({ till, page }) => {
-    await page.getByRole("tab", { name: "Faults" }).click();
-    await page.getByRole("button", { name: "Lose the acknowledge of a payment" }).click();
-    await page.getByRole("button", { name: "Disarm fault 1" }).focus();
-    await till.sell("Chlieb", "1.00");
-    await seesText(page.locator(".armed"), "Ended. Met 1 request,");
-    const focused = () => page.evaluate(() => document.activeElement.getAttribute("aria-label") ?? document.activeElement.textContent);
-    assert.equal(await focused(), "Remove fault 1");
-    await page.getByRole("tab", { name: "Journal" }).click();
-    await page.locator(".documents").getByRole("button", { name: "Receipt 1" }).focus();
-    await till.sell("Rožok", "2.00");
-    await seesText(page.locator(".documents"), "Receipt 2");
-    assert.equal(await focused(), "Receipt 1");
-    await page.locator(".paper").focus();
-    await page.keyboard.press("ArrowUp"); // the end of the receipt
-    await page.keyboard.press("ArrowUp");
-    await seesText(page.locator(".line.marked"), "Hotovosť");
-    await page.keyboard.press("Enter");
-    await seesText(page.locator(".exchange.chosen"), "payment");
-});
-
-withPage("everything is reached by the keyboard alone", async ({ page, printer }) => {
-    const press = async (key, times = 1) => {
-        for (let time = 0; time < times; time += 1) {
-            await page.keyboard.press(key);
-        }
-    };
-    const tabUntil = async (isThere) => {
-        for (let step = 0; step < 60; step += 1) {
-            await page.keyboard.press("Tab");
-            if (await page.evaluate(isThere)) {
-                return;
-            }
-        }
-        assert.fail(`never reached: ${isThere}`);
-    };
-    await tabUntil(() => document.activeElement.type === "radio" && document.activeElement.name.endsWith("paper"));
-    const outline = await page.evaluate(() => getComputedStyle(document.activeElement.nextElementSibling).outlineStyle);
-    assert.equal(outline, "solid", "it is seen where one is");
-    await press("ArrowRight", 2);
-    await becomes("out", async () => (await printer.ask("GET", "hardware")).paper);
-    await tabUntil(() => document.activeElement.role === "tab");
-    await press("ArrowRight", 3);
-    assert.equal(await page.evaluate(() => document.activeElement.textContent), "Faults");
-    await tabUntil(() => document.activeElement.textContent === "Busy for 5 seconds");
-    await press("Enter");
-    await seesText(page.locator(".armed"), "busy, milliseconds 5000");
-    await tabUntil(() => document.activeElement.textContent === "Disarm");
-    await press("Space");
-    await seesText(page.locator(".armed"), "No fault is armed");
-});
 
 withPage("axe finds nothing", async ({ till, page, printer }) => {
     await till.sell("Chlieb", "1.00");

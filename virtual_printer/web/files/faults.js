@@ -109,6 +109,7 @@ function scenarioList(arm, report) {
 export function makeFaults(sheet, printer, { showExchange }, signal) {
     const { said, say, act, report } = makeOutcome(printer);
     const list = element("ul", { class: "armed" });
+    const disarmAll = button("Disarm all", () => act("All faults are disarmed.", () => remove(at(printer.name, "faults"))));
     let told = []; // the numbers of the faults whose arming is told
     // A till may have met them before their arming is told.
     function forgetWhatHasEnded() {
@@ -132,18 +133,24 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
 
     function show() {
         forgetWhatHasEnded();
-        if (printer.faults.length === 0) {
-            replaceChildren(list, [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
-            return;
+        const place = [...list.children].findIndex((item) => item.contains(document.activeElement));
+        replaceChildren(list, printer.faults.length > 0 ? printer.faults.map(itemOf)
+            : [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
+        if (place !== -1 && !list.contains(document.activeElement)) { // what had the focus is gone: the next one has it
+            const all = list.querySelectorAll(":scope > li > button");
+            (all[Math.min(place, all.length - 1)] ?? disarmAll).focus();
         }
-        replaceChildren(list, printer.faults.map(({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) => element("li", { class: ended ? "ended" : "" },
+    }
+
+    function itemOf({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) {
+        return element("li", { class: ended ? "ended" : "" },
             element("div", {},
                 element("b", {}, wordsFor(fault)),
                 element("p", {}, ended ? "Ended. " : "Armed. ",
                     `Met ${counted(requestsMet, "request")}, hit ${requestsHit} in ${counted(callsHit, "call")}. `,
                     exchanges.length > 0 && "Exchanges: ",
                     exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}`, "data-key": `${number} ${exchange}` })))),
-            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }))));
+            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }));
     }
 
     const quick = [
@@ -156,8 +163,7 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
         element("div", { class: "quick", role: "group", "aria-label": "Usual troubles" }, quick.map(([title, fault]) => button(title, () => arm(fault)))),
         said,
         element("section", { class: "card" },
-            element("div", { class: "bar" }, element("h3", {}, "Armed"),
-                button("Disarm all", () => act("All faults are disarmed.", () => remove(at(printer.name, "faults"))))),
+            element("div", { class: "bar" }, element("h3", {}, "Armed"), disarmAll),
             list),
         armForm(arm), scenarioList(arm, report));
     printer.on("faults", show, signal);

@@ -24,7 +24,7 @@ export function makeOverview(place, printers, signal) {
                 setText(sums, todayText(printer));
             };
             const roll = makeRoll(printer, {
-                open: () => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal`; },
+                open: (position) => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal/${position}`; },
                 showExchange: (number) => { window.location.hash = `${address}/${number}`; },
             }, signal);
             printer.on("state", show, signal);

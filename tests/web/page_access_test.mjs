@@ -29,3 +29,13 @@ withPage("axe finds nothing", async ({ till, page, printer }) => {
         }
     }
 });
+
+for (const [what, ...options] of [["a printer that has done nothing"], ["a new printer", "--factory-new"]]) {
+    withPage(`axe finds nothing at ${what}`, async ({ page }) => {
+        for (const sheet of sheets) {
+            await page.evaluate((name) => { window.location.hash = `#/printer/${name}`; }, sheet);
+            await page.locator(`#sheet-${sheet} > :not(:empty)`).first().waitFor();
+            await axeFindsNothing(page, `${sheet} of ${what}`);
+        }
+    }, { options });
+}

@@ -29,7 +29,7 @@ function detailOf(exchange, later, showPaper) {
         bytes(exchange.cut ? "To the till (cut here)" : "To the till", exchange.toTill),
         element("p", { class: "quiet" },
             `${exchange.moment} by the printer's clock. Connection ${exchange.till}, device ${exchange.address}, command ${exchange.command.toUpperCase()}. `,
-            `Decided in ${decide} µs, kept in ${commit} µs, answered in ${answer} µs. `,
+            `Decided in ${decide} µs, kept in ${commit} µs, ${answer > 0 ? `answered in ${answer} µs` : "not answered"}. `,
             printed > 0 ? `It printed ${printed === 1 ? "the line that is" : `the ${printed} lines that are`} marked on the paper.` : "It printed nothing that is still on the paper."));
 }
 

@@ -16,6 +16,18 @@ std::uint64_t firstOfNewest(std::uint64_t known, std::uint64_t first, std::uint6
     return std::max({known + 1, first, end - std::min(most, end)});
 }
 
+// The numbers of those of which more becomes: only what came after the last one that is no probe can be such.
+Json unfinishedIn(const Trace& trace)
+{
+    Json numbers = Json::array();
+    for (auto number = std::max(trace.first(), trace.newestButProbes()); number < trace.end(); ++number) {
+        if (!trace.isOver(*trace.find(number))) {
+            numbers.push_back(number);
+        }
+    }
+    return numbers;
+}
+
 } // namespace
 
 Outcome showNews(const Call& call)
@@ -44,7 +56,8 @@ Outcome showNews(const Call& call)
     Json news = {{"changes", printer.changes},
                  {"state", stateToJson(printer)},
                  {"totals", totalsToJson(printer.station.printer)},
-                 {"paper", std::move(lines)}};
+                 {"paper", std::move(lines)},
+                 {"unfinished", unfinishedIn(trace)}};
     news.update(faultsToJson(printer.station.faults));
     std::string body = news.dump(-1, ' ', false, Json::error_handler_t::replace); // it is asked for often
     body.back() = ',';

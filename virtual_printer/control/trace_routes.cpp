@@ -12,15 +12,6 @@ namespace {
 
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 
-// Nothing more becomes of it: whoever asks something else has given up what was to come, and whoever only
-// probes still waits for it; but for what another printer had still to say.
-bool isOver(const Trace& trace, const Exchanged& exchanged)
-{
-    const bool isLast = exchanged.number + 1 == trace.end();
-    return exchanged.isOver || exchanged.number < trace.newestButProbes() ||
-           (exchanged.number < trace.begin() && !isLast);
-}
-
 // What follows the exchange `last`, which then is the last one that was sent.
 std::string eventsAfter(const Trace& trace, std::uint64_t& last)
 {
@@ -33,7 +24,7 @@ std::string eventsAfter(const Trace& trace, std::uint64_t& last)
     }
     while (events.size() < enough && last + 1 < trace.end()) {
         const Exchanged& exchanged = *trace.find(last + 1);
-        if (!isOver(trace, exchanged)) {
+        if (!trace.isOver(exchanged)) {
             break;
         }
         ++last;

@@ -43,7 +43,12 @@ bool isBoundary(const Exchanged& exchanged)
 // What the till was given for it is all, and it was something.
 bool hasSpoken(const Exchanged& exchanged)
 {
-    return exchanged.isOver && !exchanged.toTill.empty();
+    return exchanged.isOver && !exchanged.isSilenced && !exchanged.toTill.empty();
+}
+
+bool hasBeenSilent(const Exchanged& exchanged)
+{
+    return exchanged.isOver && (exchanged.isSilenced || exchanged.toTill.empty());
 }
 
 } // namespace
@@ -154,6 +159,14 @@ void Recorder::hasEnded(std::uint64_t number)
     }
 }
 
+void Recorder::hasBeenSilenced(std::uint64_t number)
+{
+    const Exchanged* exchanged = trace.find(number);
+    if (exchanged != nullptr && !exchanged->isOver) {
+        trace.change(number, [](Exchanged& silenced) { silenced.isOver = silenced.isSilenced = true; });
+    }
+}
+
 bool Recorder::isCallOver() const
 {
     const Exchanged* exchanged = trace.find(last);
@@ -161,7 +174,7 @@ bool Recorder::isCallOver() const
         return true;
     }
     return codePage == CodePage::windows1250 ? lastIsAnswered || hasSpoken(*exchanged)
-                                             : exchanged->isOver && exchanged->toTill.empty();
+                                             : hasBeenSilent(*exchanged);
 }
 
 void Recorder::hasGone()

@@ -40,6 +40,8 @@ public:
     void hasAcknowledged(std::uint64_t number, Time now);
     // All has been done that is done upon it, though its answer is not whole.
     void hasEnded(std::uint64_t number);
+    // What was to come of its answer does not come any more.
+    void hasBeenSilenced(std::uint64_t number);
     // No further try of the till's last call can come: what does come is another one.
     [[nodiscard]] bool isCallOver() const;
     // The till has gone: nothing more becomes of what it was not told.

@@ -42,6 +42,8 @@ public:
     void hasAcknowledged(std::uint64_t number, Time now);
     // The step with which this exchange ends has been taken.
     void hasEnded(std::uint64_t number);
+    // This step, which was put off, is never taken.
+    void hasLost(const Step& step);
     // The link is closed, from whichever side.
     void hasGone();
 

@@ -3,6 +3,8 @@
 #include "virtual_printer/faults/delivery.h"
 #include "virtual_printer/printers/till_session.h"
 
+#include <algorithm>
+
 namespace virtual_printer {
 
 // `rule` is null where there is none. A question is answered in any case: nothing is carried out upon it.
@@ -41,6 +43,16 @@ void TillSession::hasEnded(std::uint64_t number)
 {
     recorder.hasEnded(number);
     endCalls();
+}
+
+void TillSession::hasLost(const Step& step)
+{
+    const auto* send = std::get_if<Send>(&step.action);
+    const std::uint64_t acknowledged = send == nullptr ? 0 : send->acknowledges;
+    if (const std::uint64_t number = std::max(acknowledged, step.ends); number != 0) {
+        recorder.hasBeenSilenced(number);
+        endCalls();
+    }
 }
 
 void TillSession::hasGone()

@@ -60,6 +60,7 @@ struct Exchanged
     // Nothing more becomes of it: its acceptance or refusal has left the printer, its reply was taken or
     // given up, or all has been done that is done instead of answering it.
     bool isOver = false;
+    bool isSilenced = false; // its answer was put off, and then did not come
 
     std::vector<std::string> faults; // what they did, a sentence each
 

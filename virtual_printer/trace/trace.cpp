@@ -54,6 +54,12 @@ void Trace::clear()
     bytes = 0;
 }
 
+bool Trace::isOver(const Exchanged& exchanged) const
+{
+    const bool isLast = exchanged.number + 1 == end();
+    return exchanged.isOver || exchanged.number < newest || (exchanged.number < beginning && !isLast);
+}
+
 std::uint64_t Trace::watch(Observer observer)
 {
     observers.emplace(followingObserver, std::move(observer));

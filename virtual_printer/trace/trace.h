@@ -41,6 +41,9 @@ public:
     // Null for one that is no longer there, or not yet.
     [[nodiscard]] const Exchanged* find(std::uint64_t number) const;
     [[nodiscard]] bool isGone(std::uint64_t number) const { return number < first(); }
+    // Nothing more becomes of one that is there: whoever asks something else has given up what was to come,
+    // and whoever only probes still waits for it; but for what another printer had still to say.
+    [[nodiscard]] bool isOver(const Exchanged& exchanged) const;
     // How often one that was there has changed.
     [[nodiscard]] std::uint64_t changes() const { return changesForgotten + changed.size(); }
     // The numbers of those that have changed after so many changes, one perhaps several times; nothing when

@@ -50,6 +50,11 @@ public:
                 if (const auto connection = weak.lock()) {
                     connection->performLate(step);
                 }
+            },
+            [weak = this->weak_from_this()](const Step& step) {
+                if (const auto connection = weak.lock()) {
+                    connection->session.hasLost(step);
+                }
             });
         take(session.greet());
         goOn();

@@ -37,7 +37,22 @@ void PutOffSteps::endFault(std::uint64_t number)
 
 void PutOffSteps::forget(const std::function<bool(const Step&)>& stays)
 {
-    std::erase_if(pending, [&stays](const auto& one) { return !stays(one.second.step); });
+    std::vector<std::uint64_t> gone;
+    for (const auto& [place, later] : pending) {
+        if (!stays(later.step)) {
+            gone.push_back(place);
+        }
+    }
+    for (const std::uint64_t place : gone) {
+        lose(place);
+    }
+}
+
+void PutOffSteps::lose(std::uint64_t place)
+{
+    if (const auto node = pending.extract(place); !node.empty()) {
+        drop(node.mapped().step);
+    }
 }
 
 void PutOffSteps::await(std::uint64_t place)
@@ -60,6 +75,8 @@ void PutOffSteps::performNow(std::uint64_t place)
     const Later& later = node.mapped();
     if (later.printer == presentPrinter() || std::holds_alternative<SetLines>(later.step.action)) {
         take(later.step);
+    } else {
+        drop(later.step);
     }
 }
 
@@ -86,7 +103,7 @@ void PutOffSteps::hurry(std::uint64_t place, std::uint64_t fault)
     if (letsGo || (!isGone && step.putOff.empty())) {
         performNow(place);
     } else if (isGone) {
-        pending.erase(found);
+        lose(place);
     } else {
         found->second.timer.expires_at(found->second.timer.expiry() - earlier);
         await(place);

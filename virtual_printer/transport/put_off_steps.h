@@ -16,10 +16,14 @@ namespace virtual_printer {
 class PutOffSteps : public std::enable_shared_from_this<PutOffSteps>
 {
 public:
-    // `printer` says which one it is, as a reset makes it another; `perform` takes a step.
-    PutOffSteps(boost::asio::any_io_executor timers, std::function<std::uint64_t()> printer,
-                std::function<void(const Step&)> perform)
-        : executor(std::move(timers)), presentPrinter(std::move(printer)), take(std::move(perform))
+    using Taker = std::function<void(const Step&)>;
+
+    // `printer` says which one it is, as a reset makes it another; `perform` takes a step, `lose` hears of
+    // one that is never taken.
+    PutOffSteps(boost::asio::any_io_executor timers, std::function<std::uint64_t()> printer, Taker perform,
+                Taker lose)
+        : executor(std::move(timers)), presentPrinter(std::move(printer)), take(std::move(perform)),
+          drop(std::move(lose))
     {
     }
 
@@ -39,10 +43,12 @@ private:
     void await(std::uint64_t place);
     void performNow(std::uint64_t place);
     void hurry(std::uint64_t place, std::uint64_t fault);
+    void lose(std::uint64_t place);
 
     boost::asio::any_io_executor executor;
     std::function<std::uint64_t()> presentPrinter;
-    std::function<void(const Step&)> take;
+    Taker take;
+    Taker drop;
     std::map<std::uint64_t, Later> pending; // in the order of the steps
     std::uint64_t following = 1;
 };

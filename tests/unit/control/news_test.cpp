@@ -15,7 +15,7 @@ protected:
     {
         std::vector<int> numbers;
         for (const Json& each : list) {
-            numbers.push_back(each["number"]);
+            numbers.push_back(each.is_object() ? each["number"] : each);
         }
         return numbers;
     }
@@ -60,6 +60,23 @@ TEST_F(NewsUnderControl, AreCountedWithEachChange)
     EXPECT_EQ(get(at("news"))["changes"], before) << "who asks changes nothing";
     beginDay();
     EXPECT_GT(get(at("news"))["changes"], before);
+}
+
+// An answer that a fault has put off still comes, until the till has gone or asks something else.
+TEST_F(NewsUnderControl, TellWhichExchangesAreNotOver)
+{
+    const auto unfinished = [this] { return numbersOf(get(at("news"))["unfinished"]); };
+    tillSays(telvofm::test::request(0xE0));
+    EXPECT_THAT(unfinished(), IsEmpty());
+    post(at("faults"), R"({"kind": "busy", "calls": 2})");
+    session.take(telvofm::test::request(0xE0), now);
+    session.take("\x11", now);
+    EXPECT_THAT(unfinished(), ElementsAre(2, 3)) << "nothing has left the printer";
+    session.take(telvofm::test::request(0xE0), now);
+    EXPECT_THAT(unfinished(), ElementsAre(4));
+    EXPECT_THAT(numbersOf(get(at("news?exchange=4"))["unfinished"]), ElementsAre(4)) << "it will change";
+    session.hasGone();
+    EXPECT_THAT(unfinished(), IsEmpty());
 }
 
 // No exchange tells of either.

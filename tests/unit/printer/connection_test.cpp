@@ -100,6 +100,7 @@ protected:
         context.restart();
         context.poll();
     }
+    [[nodiscard]] bool isOver(std::uint64_t exchange) const { return station.trace.find(exchange)->isOver; }
     [[nodiscard]] bool isAcknowledged(std::uint64_t exchange) const
     {
         return station.trace.find(exchange)->isAcknowledged;
@@ -202,6 +203,35 @@ TEST_F(TillOverTcp, LosesTheLinkAlsoWhenTheLateAnswerBeforeThatIsDisarmed)
     EXPECT_FALSE(asked->isOpen);
 }
 
+TEST_F(TillOverTcp, WaitsNoLongerWhenItHangsUp)
+{
+    arm(R"({"kind":"busy"})");
+    say(job);
+    EXPECT_EQ(hear(), "\x13");
+    EXPECT_FALSE(isOver(1));
+    std::exchange(asked->read, {})(boost::asio::error::eof, 0);
+    EXPECT_TRUE(isOver(1));
+    EXPECT_FALSE(isAcknowledged(1));
+}
+
+TEST_F(TillOverTcp, WaitsForNothingThatDoesNotComeAnyMore)
+{
+    const auto late = arm(R"({"kind":"acknowledgeLate","milliseconds":60000})");
+    say(job);
+    EXPECT_FALSE(isOver(1));
+    disarm(late);
+    EXPECT_TRUE(isOver(1));
+    EXPECT_FALSE(isAcknowledged(1));
+    const auto busy = arm(R"({"kind":"busy"})");
+    say(job);
+    EXPECT_EQ(hear(), "\x13");
+    station.trace.beginAnew();
+    EXPECT_FALSE(isOver(2));
+    disarm(busy);
+    EXPECT_EQ(hear(), "") << "it is another printer";
+    EXPECT_TRUE(isOver(2));
+}
+
 class TillOnSerialLine : public ScriptedTill
 {
 protected:
@@ -292,6 +322,17 @@ TEST_F(TillOnSerialLine, SeesAnotherPrinterWithItsPowerAndNothingOfWhatFaultsHav
         say(job);
         EXPECT_EQ(hear(), "\x06");
     }
+}
+
+TEST_F(TillOnSerialLine, WaitsForNothingFromAPrinterThatIsSwitchedOff)
+{
+    begin();
+    arm(R"({"kind":"busy"})");
+    say(job);
+    EXPECT_FALSE(isOver(1));
+    arm(R"({"kind":"connectionRefused","milliseconds":60000})");
+    EXPECT_TRUE(isOver(1));
+    EXPECT_FALSE(isAcknowledged(1));
 }
 
 TEST_F(TillOnSerialLine, SeesAnotherPrinterSwitchedOffByWhatHasHitNothing)

@@ -196,6 +196,24 @@ TEST_F(TracedSession, FindsWhatWasCarriedOutInTheReceiptUntilThatIsEnded)
     EXPECT_EQ(exchange(line, destroy).repeatOf, lost + 3) << "the end itself is looked for";
 }
 
+// Over TCP a till that has heard nothing sends again by itself, on a serial line it gives up.
+TEST_F(TracedSession, TakesAnAnswerThatWasPutOffAndNeverCameForSilence)
+{
+    for (TillSession* till : {&line, &serial}) {
+        const std::uint64_t fault =
+            station.faults.arm({.kind = FaultKind::acknowledgeLate, .duration = std::chrono::minutes(1)});
+        const std::uint64_t number = station.trace.end();
+        for (const Step& step : till->take(request(0xE0), now)) {
+            till->hasLost(step);
+        }
+        EXPECT_TRUE(station.trace.find(number)->isOver);
+        station.faults.disarm(fault);
+        const Exchanged& again = exchange(*till, request(0xE0), seconds(3));
+        EXPECT_EQ(again.repeatOf, number);
+        EXPECT_EQ(again.attempt, till == &line ? 2 : 1);
+    }
+}
+
 TEST_F(TracedSession, FindsWhatWasCarriedOutWithoutTheTillsKnowingAlsoLater)
 {
     openReceipt();

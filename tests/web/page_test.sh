@@ -10,9 +10,12 @@ export TELVOFM_PAGE=$here/../../virtual_printer/web/files
 export TELVOFM_DEMO=$here/../../scripts/demo
 script=$3
 shift 3
-"$here/../fetch_npm_packages.sh" "$here" "$packages"
-cp "$here"/*.mjs "$here"/till.py "$packages"
-export TMPDIR=$packages/work # what it and the browser write on the way
-rm -rf "$TMPDIR"
+mkdir -p "$packages"
+flock "$packages" "$here/../fetch_npm_packages.sh" "$here" "$packages"
+own=$packages/${script%.mjs} # others run beside it
+rm -rf "$own"
+mkdir "$own"
+cp "$here"/*.{mjs,py,bmp} "$own"
+export TMPDIR=$own/work # what it and the browser write on the way
 mkdir "$TMPDIR"
-exec node "$packages/$script" "$@"
+exec node "$own/$script" "$@"

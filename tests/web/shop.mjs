@@ -52,8 +52,8 @@ export async function startPrinter(...options) {
     };
 }
 
-// A till whose calls are awaited: `await till.call("itemSale", ...)` gives the code.
-export async function openTill(address) {
+const idle = []; // programs of tills that have gone
+function openProgram() {
     const python = spawn("python3", ["-B", new URL("till.py", import.meta.url).pathname, path.join(build, "libtelvofm.so")],
         { stdio: ["pipe", "pipe", "inherit"], env: { ...process.env, PYTHONUTF8: "1" } });
     open.add(python);
@@ -63,10 +63,23 @@ export async function openTill(address) {
             waiting.shift()(JSON.parse(line));
         }
     });
-    const ask = (...call) => new Promise((resolve) => {
-        waiting.push(resolve);
-        python.stdin.write(`${JSON.stringify(call, (key, value) => value)}\n`);
-    });
+    return {
+        ask: (...call) => new Promise((resolve) => {
+            waiting.push(resolve);
+            python.stdin.write(`${JSON.stringify(call)}\n`);
+        }),
+        async kill() {
+            open.delete(python);
+            python.kill("SIGKILL");
+            await new Promise((resolve) => python.once("exit", resolve));
+        },
+    };
+}
+
+// A till whose calls are awaited: `await till.call("itemSale", ...)` gives the code.
+export async function openTill(address) {
+    let program = idle.pop() ?? openProgram();
+    const { ask } = program;
     const till = {
         ask,
         call: async (...call) => (await ask(...call))[0],
@@ -80,11 +93,16 @@ export async function openTill(address) {
             await till.begin();
             return [await till.item(name, sum, vat), await till.pay(cents), await till.finish()];
         },
+        // Its program ends in the middle of whatever it does.
+        async giveUp() {
+            await program.kill();
+            program = null;
+        },
         async end() {
-            open.delete(python);
-            python.stdin.end();
-            if (python.exitCode === null) {
-                await new Promise((resolve) => python.once("exit", resolve));
+            if (program) {
+                await ask("closeFM");
+                idle.push(program);
+                program = null;
             }
         },
     };

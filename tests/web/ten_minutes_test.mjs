@@ -7,9 +7,9 @@ import readline from "node:readline";
 import { after, test } from "node:test";
 import { fileURLToPath } from "node:url";
 import { build, endAll, openPage } from "./shop.mjs";
+import { soon, waitOfLibrary } from "./with_page.mjs";
 
 after(endAll);
-const soon = { timeout: 60_000 };
 
 function openDemo() {
     const demo = spawn(process.env.TELVOFM_DEMO, ["--build", path.resolve(build), "--stay"], { stdio: ["pipe", "pipe", "inherit"] });
@@ -78,7 +78,7 @@ async function playOn(demo) {
     assert.equal(await lost.count(), 1);
     await lost.getByRole("button").click();
     await sees(page.locator(".story"), "The till was not told: it cannot know whether this counts.");
-    await sees(page.locator(".story"), /repeats it after [3-9]\.\d s: done/);
+    await sees(page.locator(".story"), new RegExp(`repeats it after ${waitOfLibrary}: done`));
     await sees(page.locator(".exchange", { hasText: "repeats" }), "done");
     await sees(page.locator(".exchange", { hasText: "Karta" }), "refused 32");
     const totals = await (await fetch(`${address}/printers/printer/totals`)).json();

@@ -21,7 +21,7 @@ export const lifeText = (state) => lives[state?.life] ?? "";
 const paperFault = ({ faults }) => faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
 
 // As it is armed to, or does with the newest exchange, whose fault may have ended with it.
-const letsWait = ({ faults, exchanges }) => faults.some(({ ended, fault, exchanges: hit }) =>
+export const letsWait = ({ faults, exchanges }) => faults.some(({ ended, fault, exchanges: hit }) =>
     fault.kind === "busy" && (!ended || exchanges.some((exchange) => hit.includes(exchange.number) && isAwaited(exchange))));
 
 // Why it cannot print, if it cannot.

@@ -42,7 +42,7 @@ export function replaceChildren(parent, children) {
     const key = parent.contains(document.activeElement) ? document.activeElement.dataset.key : undefined;
     parent.replaceChildren(...children);
     if (key !== undefined) {
-        parent.querySelector(`[data-key="${key}"]`)?.focus();
+        parent.querySelector(`[data-key="${key}"]`)?.focus({ preventScroll: true });
     }
 }
 

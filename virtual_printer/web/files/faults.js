@@ -110,19 +110,28 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
     const { said, say, act, report } = makeOutcome(printer);
     const list = element("ul", { class: "armed" });
     let told = []; // the numbers of the faults whose arming is told
-    const arm = (fault, name) => act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, async () => {
-        const known = printer.faults.map(({ number }) => number);
-        const { faults } = await post(at(printer.name, "faults"), fault);
-        told = faults.map(({ number }) => number).filter((number) => !known.includes(number));
-        await printer.look();
-        list.lastElementChild.scrollIntoView({ block: "nearest" });
-    });
-
-    function show() {
+    // A till may have met them before their arming is told.
+    function forgetWhatHasEnded() {
         if (told.length > 0 && !printer.faults.some(({ number, ended }) => !ended && told.includes(number))) {
             say("quiet", "");
             told = [];
         }
+    }
+    async function arm(fault, name) {
+        let armed = [];
+        told = [];
+        await act(`Armed: ${name ?? wordsFor(fault)}. It acts from the next request on.`, async () => {
+            const { faults } = await post(at(printer.name, "faults"), fault);
+            armed = faults.slice(faults.length - (fault.faults?.length ?? 1));
+            await printer.look();
+            list.lastElementChild.scrollIntoView({ block: "nearest" });
+        });
+        told = armed.map(({ number }) => number);
+        forgetWhatHasEnded();
+    }
+
+    function show() {
+        forgetWhatHasEnded();
         if (printer.faults.length === 0) {
             replaceChildren(list, [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
             return;

@@ -11,6 +11,7 @@ function applyTheme(theme) {
 export function makeHeader(place) {
     const link = element("span", { class: "link-state", role: "status" });
     const printers = element("nav", { "aria-label": "Printers" });
+    let links = []; // { name, made }; null is all of them
     const facts = element("dl", { class: "facts" });
     let theme = themes.includes(localStorage.getItem("theme")) ? localStorage.getItem("theme") : "auto";
     const look = element("button", { type: "button", class: "look", on: { click: () => {
@@ -31,10 +32,19 @@ export function makeHeader(place) {
 
     return {
         showPrinters(list, shown) {
-            const links = list.length > 1 ? [{ name: "All", href: "#/", isShown: shown === null }] : [];
-            list.forEach(({ name }) => links.push({ name, href: `#/${encodeURIComponent(name)}/trace`, isShown: name === shown }));
+            const names = [null, ...list.map(({ name }) => name)];
+            if (names.join() !== links.map(({ name }) => name).join()) {
+                links = names.map((name) => ({ name, made: element("a", { href: name === null ? "#/" : `#/${encodeURIComponent(name)}/trace` }, name ?? "All") }));
+                printers.replaceChildren(...links.map(({ made }) => made));
+            }
             printers.hidden = list.length < 2;
-            printers.replaceChildren(...links.map(({ name, href, isShown }) => element("a", { href, "aria-current": isShown ? "page" : null }, name)));
+            for (const { name, made } of links) {
+                made.removeAttribute("aria-current");
+                if (name === shown) {
+                    made.setAttribute("aria-current", "page");
+                    made.scrollIntoView({ block: "nearest", inline: "nearest" });
+                }
+            }
         },
         showLink(isThere) {
             link.dataset.kind = isThere ? "good" : "bad";

@@ -71,6 +71,7 @@ function show() {
     }
     shown?.stop.abort();
     const stop = new AbortController();
+    const hadFocus = place.contains(document.activeElement);
     shown = { name: printer?.name ?? null, tabs: null, stop };
     printers.filter(isWatched).forEach((each) => each.look()); // the answer comes when all of it is there
     document.title = printer && printers.length > 1 ? `${printer.name}, virtual printer` : "Virtual printer";
@@ -83,6 +84,9 @@ function show() {
         }
     } else {
         makeOverview(place, printers, stop.signal);
+    }
+    if (hadFocus) {
+        place.focus({ preventScroll: true }); // what had it is gone
     }
     header.showPrinters(printers, shown.name);
     header.showFacts(printer);

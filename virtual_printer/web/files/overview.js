@@ -1,6 +1,6 @@
 // Several printers side by side: each with its display, its lamps and the end of its paper.
 import { element, setText } from "./dom.js";
-import { onDisplay, situationText, todayText, troubleOf } from "./device.js";
+import { letsWait, onDisplay, situationText, todayText, troubleOf } from "./device.js";
 import { makeRoll } from "./roll.js";
 
 export function makeOverview(place, printers, signal) {
@@ -17,8 +17,9 @@ export function makeOverview(place, printers, signal) {
                 }
                 const { hardware, situation } = printer.state;
                 const trouble = troubleOf(printer);
-                state.dataset.kind = trouble ? "bad" : situation === "overdue" ? "warn" : "good";
-                setText(state, trouble || situationText(printer.state));
+                const isBusy = letsWait(printer);
+                state.dataset.kind = trouble ? "bad" : isBusy || situation === "overdue" ? "warn" : "good";
+                setText(state, trouble || (isBusy ? "Busy: lets tills wait" : situationText(printer.state)));
                 onDisplay(hardware.display).forEach((line, index) => setText(rows[index], line));
                 glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
                 setText(sums, todayText(printer));

@@ -1,7 +1,7 @@
 // What is known of one printer: it asks again whenever it hears of a change, each question once at a time, and tells
 // its views what is new.
 import { at, get, getLines, Refused } from "./api.js";
-import { isProbe, tellBlock } from "./exchange.js";
+import { tellBlock } from "./exchange.js";
 
 const mostExchanges = 400;
 const mostLines = 2000;
@@ -10,29 +10,36 @@ const mostAtFirst = 120;
 
 const whenIdle = (action) => (window.requestIdleCallback ?? setTimeout)(action);
 
-// Asks, and once more afterwards when it was to ask again meanwhile.
+// Asks, one question at a time: whoever comes while one is asked waits for the next, which all that do so share, and so
+// knows what there was when it came.
 function inTurn(ask) {
-    let wished = 0;
+    let waiting = [];
     let isAsking = false;
-    return async () => {
-        wished += 1;
-        if (isAsking) {
-            return;
-        }
+
+    async function answerAll() {
         isAsking = true;
-        try {
-            for (let answered = 0; answered !== wished;) {
-                answered = wished;
+        while (waiting.length > 0) {
+            const those = waiting;
+            waiting = [];
+            try {
                 await ask();
+            } catch (failure) {
+                if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
+                    those.forEach(({ reject }) => reject(failure));
+                    continue;
+                } // otherwise the printer is not there: the stream tells when it comes back
             }
-        } catch (failure) {
-            if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
-                throw failure; // otherwise the printer is not there: the stream tells when it comes back
-            }
-        } finally {
-            isAsking = false;
+            those.forEach(({ resolve }) => resolve());
         }
-    };
+        isAsking = false;
+    }
+
+    return () => new Promise((resolve, reject) => {
+        waiting.push({ resolve, reject });
+        if (!isAsking) {
+            answerAll();
+        }
+    });
 }
 
 export class Printer extends EventTarget {
@@ -79,7 +86,7 @@ export class Printer extends EventTarget {
             exchange: changing ? changing.number - 1 : this.exchanges.at(-1)?.number ?? 0,
             most: isFirst ? mostAtFirst : mostAtOnce,
         });
-        const { changes, state, totals, faults, paper, trace } = await get(at(this.name, `news?${query}`));
+        const { changes, state, totals, faults, paper, trace, unfinished } = await get(at(this.name, `news?${query}`));
         this.changes = changes;
         state.heardAt = Date.now();
         this.state = state;
@@ -89,7 +96,7 @@ export class Printer extends EventTarget {
         this.dropBefore(state.paper.first);
         const hasMissed = this.dropBeforeGap(paper, trace);
         this.addLines(paper);
-        this.addExchanges(trace);
+        this.addExchanges(trace, unfinished);
         areOther.forEach((what) => this.tell(what));
         this.tell("state");
         if (isFirst || hasMissed) {
@@ -131,22 +138,16 @@ export class Printer extends EventTarget {
         this.tell("paper", { isNew, added, gone });
     }
 
-    // What follows the last exchange that cannot change any more.
-    addExchanges(all) {
+    // What follows the last exchange that was over; of those that are not over more becomes.
+    addExchanges(all, unfinished) {
         const added = all.slice(-mostExchanges);
         if (added.length === 0) {
             return;
         }
-        // Whoever only probes still waits.
-        const newest = added.findLast((exchange) => !isProbe(exchange));
-        for (const exchange of added) {
-            const isLast = exchange === newest || exchange === added.at(-1);
-            exchange.isOver = exchange.acknowledged || exchange.refusal !== null || !isLast;
-        }
         added.forEach((exchange) => tellBlock(exchange, [...this.exchanges, ...added]));
         const kept = this.exchanges.filter((exchange) => exchange.number < added[0].number);
-        kept.forEach((exchange) => { exchange.isOver = true; }); // it was not asked for again
         this.exchanges = [...kept, ...added].slice(-mostExchanges);
+        this.exchanges.forEach((exchange) => { exchange.isOver = !unfinished.includes(exchange.number); });
         this.tell("trace", { added });
     }
 

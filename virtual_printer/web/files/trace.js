@@ -101,7 +101,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             old.row.replaceWith(made.row);
             old.detail?.remove();
             if (hadFocus) {
-                made.row.querySelector("button").focus();
+                made.row.querySelector("button").focus({ preventScroll: true });
             }
         } else {
             add(made.row, isNewest);
@@ -160,6 +160,9 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
                 place(exchange, true);
             }
         }
+        if (rows.has(chosen) && added.some(({ repeatOf }) => repeatOf === chosen)) {
+            place(find(chosen)); // what it tells has gone on
+        }
         forgetOld();
         empty.hidden = rows.size > 0;
     }
@@ -174,6 +177,10 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             }
         }
         showPaper(number, true);
+        // All of it, or as much as there is room for under its row.
+        const { row, detail } = rows.get(number) ?? {};
+        detail?.scrollIntoView({ block: "nearest" });
+        row?.scrollIntoView({ block: "nearest" });
     }
 
     // An exchange that is not in the list any more is fetched.

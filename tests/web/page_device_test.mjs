@@ -1,0 +1,93 @@
+// The printer as it stands on the desk: lamps, switches, drawer, and the head of the page.
+import assert from "node:assert/strict";
+import { after } from "node:test";
+import { endAll, openTill } from "./shop.mjs";
+import { becomes, seesText, withPage } from "./with_page.mjs";
+
+after(endAll);
+
+withPage("paper, cover, busy and drawer are switched by hand", async ({ till, page, printer }) => {
+    const choose = (name, value) => page.locator(".switch", { hasText: name }).getByLabel(value).click({ force: true });
+    const lamp = (name) => page.locator(".lamp", { hasText: name }).getAttribute("data-kind");
+    assert.equal(await till.call("sellingDayBegin", 1, 0), 0);
+    const begin = () => till.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0);
+    await choose("Paper", "Out");
+    await becomes("bad", () => lamp("Paper"));
+    assert.equal(await begin(), 49);
+    await choose("Paper", "Full");
+    await becomes("off", () => lamp("Paper"));
+    await printer.ask("POST", "faults", { kind: "paperOut", command: "paragonBegin", requests: 2 });
+    await becomes("warn", () => lamp("Paper"));
+    assert.equal(await begin(), 49);
+    await becomes("bad", () => lamp("Paper"));
+    await becomes("bad", () => lamp("Ready"));
+    assert.equal(await begin(), 49);
+    await becomes("off", () => lamp("Paper"));
+    await becomes("good", () => lamp("Ready"));
+    await choose("Cover", "Open");
+    await becomes("bad", () => lamp("Cover"));
+    assert.equal(await begin(), 50);
+    await choose("Cover", "Closed");
+    await becomes("off", () => lamp("Cover"));
+    await choose("Busy", "On");
+    await becomes("warn", () => lamp("Busy"));
+    let isAnswered = false;
+    const waiting = till.call("printDisplay", 1, 0, "", "Vitajte").then((code) => { isAnswered = true; return code; });
+    await seesText(page.locator(".exchange"), "printDisplay");
+    assert.equal(isAnswered, false, "a busy printer lets the till wait");
+    await choose("Busy", "Off");
+    assert.equal(await waiting, 0);
+    await till.sell("Chlieb", "1.00");
+    await page.getByRole("button", { name: "Push it in" }).click();
+    await seesText(page.locator(".drawer"), "Drawer closed");
+});
+
+withPage("who waits is told so, and the lamp is lit for so long", async ({ till, page, printer }) => {
+    const lamp = () => page.locator(".lamp", { hasText: "Busy" }).getAttribute("data-kind");
+    await printer.ask("POST", "faults", { kind: "busy", command: "printDisplay" }); // of one request, until it is disarmed
+    const waiting = till.call("printDisplay", 1, 0, "", "Vitajte");
+    const row = page.locator(".exchange", { hasText: "printDisplay" });
+    try {
+        await seesText(row.locator(".outcome"), "waiting");
+        assert.equal((await printer.ask("GET", "faults")).faults[0].ended, true);
+        await becomes("warn", lamp);
+    } finally {
+        await printer.ask("DELETE", "faults");
+        assert.equal(await waiting, 0);
+    }
+    await seesText(row.locator(".outcome"), "done");
+    await becomes("off", lamp);
+});
+
+withPage("the busy lamp goes out when the till that waits gives up, and with another printer", async ({ till, page, printer }) => {
+    const lamp = () => page.locator(".lamp", { hasText: "Busy" }).getAttribute("data-kind");
+    const outcome = page.locator(".exchange", { hasText: "printDisplay" }).first().locator(".outcome");
+    const waits = async (who) => {
+        await printer.ask("POST", "faults", { kind: "busy", command: "printDisplay" });
+        who.call("printDisplay", 1, 0, "", "Vitajte"); // is never answered
+        await becomes("waiting", () => outcome.innerText());
+        await becomes("warn", lamp);
+    };
+    await waits(till);
+    await till.giveUp();
+    await becomes("off", lamp);
+    await becomes("done, till not told", () => outcome.innerText());
+    await printer.ask("POST", "snapshots", { name: "now", in: "memory" });
+    const another = await openTill(printer.addressOf());
+    await waits(another);
+    await printer.ask("POST", "restore", { name: "now", in: "memory" });
+    await becomes("off", lamp);
+    await another.giveUp();
+});
+
+withPage("the head tells day and life, and the trace a reply with its time", async ({ till, page }) => {
+    await seesText(page.locator(".facts"), /Fiscal.*not begun/);
+    assert.equal(await till.call("sellingDayBegin", 1, 0), 0);
+    await seesText(page.locator(".facts"), "since 2026-01-31 09:12");
+    assert.equal((await till.ask("getVariable", 1, "DUE"))[1], "0.00");
+    const row = page.locator(".exchange", { hasText: "getVariable" });
+    await row.getByRole("button").click();
+    assert.match(await row.locator(".time").innerText(), /^\d\d:\d\d:\d\d/);
+    assert.match(await row.locator(".took").innerText(), /^\d+(\.\d)? m?s$/);
+    await seesText(page.locator(".detail .bytes", { hasText: "Reply" }).locator("code"), "0.00");
+});

@@ -7,7 +7,8 @@
  *
  * It sells 12.50 + 3.20 + 4.99 and takes the 3.20 back: 17.49, paid with 10.00 in cash and 7.49 by card. Its
  * texts are in Windows-1250, as the library takes them. It is the only one at its printer: a receipt that is
- * open is its own, and it cancels it and sells again. It ends with 0 when the receipt is sold.
+ * open is its own, and it cancels it and sells again. It ends with 0 when the receipt is sold, with 1 when it
+ * is not, and with 3 when nobody knows.
  */
 #include "telvofm.h"
 
@@ -18,6 +19,9 @@
 enum
 {
     device = 1,
+    sold = 0,
+    notSold = 1,
+    unknown = 3,
     silent = 64 /* the printer said nothing, on a serial line */
 };
 
@@ -150,24 +154,25 @@ static int said(const char* sentence, int result)
     return result;
 }
 
-/* What the printer has of a receipt whose sale has failed; 0 when it is sold all the same. */
+/* What the printer has of a receipt whose sale has failed; only one that was to be ended may be sold. */
 static int settle(int isEnding)
 {
     const Answer state = ask("STATE");
-    if (state.text[0] == '\0') {
-        return said("the printer does not answer; its paper tells whether the receipt is sold", 1);
-    }
     if (isOpen(state)) {
-        return cancelReceipt() ? said("the receipt is open and not sold", 1)
-                               : said("the receipt is cancelled and not sold", 1);
+        return cancelReceipt() ? said("the receipt could not be cancelled; it is not sold", notSold)
+                               : said("the receipt is cancelled and not sold", notSold);
     }
+    const int isClosed = strcmp(state.text, "closed") == 0;
     if (!isEnding) {
-        return said("no receipt is open, and nothing is sold", 1);
+        return isClosed ? said("no receipt is open, and nothing is sold", notSold)
+                        : said("the printer does not answer; nothing is sold, and the next sale cancels "
+                               "what is open",
+                               notSold);
     }
-    if (!is("LAST_TOTAL", total)) {
-        return said("no receipt is open; the printer's paper tells whether this one is sold", 1);
+    if (isClosed && is("LAST_TOTAL", total)) {
+        return said("but the printer has ended the receipt: it is sold", sold);
     }
-    return said("but the printer has ended the receipt: it is sold", 0);
+    return said("the printer does not tell; its paper shows whether the receipt is sold", unknown);
 }
 
 static int sell(void)
@@ -175,7 +180,7 @@ static int sell(void)
     if (failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0))) || begin() || sellLinesAndPay()) {
         return settle(0);
     }
-    return failed("paragonEnd", paragonEnd(device, 0, 0)) ? settle(1) : 0;
+    return failed("paragonEnd", paragonEnd(device, 0, 0)) ? settle(1) : sold;
 }
 
 int main(int count, char** arguments)

@@ -11,12 +11,13 @@ import sys
 import urllib.request
 
 DAYS_LAST = 3_600_000  # milliseconds that no test waits
-SOLD, NOT_SOLD = "demo: sold 17.49", "demo: not sold"
+SOLD, NOT_SOLD, UNKNOWN = "demo: sold 17.49", "demo: not sold", "demo: nobody knows yet whether it is sold"
 REFUSED = "the printer refused it"
 BROKEN = "the link failed: it may be done or not"
 CANCELLED = "till: the receipt is cancelled and not sold"
 SOLD_ALL_THE_SAME = "till: but the printer has ended the receipt: it is sold"
-AWAY = "till: the printer does not answer; its paper tells whether the receipt is sold"
+AWAY = "till: the printer does not answer; nothing is sold, and the next sale cancels what is open"
+AWAY_AT_THE_END = "till: the printer does not tell; its paper shows whether the receipt is sold"
 SOLD_AGAIN = [f"till: paragonBegin failed with code 11 ({REFUSED})",
               "till: a receipt is open already; it is cancelled, and the sale begins again", SOLD]
 
@@ -60,7 +61,7 @@ class Demo:
     def sell(self):
         self.process.stdin.write("\n")
         self.process.stdin.flush()
-        return self.heard_until("demo: sold", "demo: not sold")
+        return self.heard_until(SOLD, NOT_SOLD, UNKNOWN)
 
     def ask(self, method, what, body=None):
         place = f"printers/{self.printer}/{what}" if self.printer else "printers"
@@ -99,6 +100,13 @@ def over_tcp(demo):
     expect(demo, [failed("payment", -10201, BROKEN), AWAY, NOT_SOLD], "no power")
     demo.ask("DELETE", "faults")
     expect(demo, SOLD_AGAIN, "power again")
+    before = demo.receipts()
+    demo.ask("POST", "faults", {"kind": "powerLoss", "command": "paragonEnd", "milliseconds": DAYS_LAST})
+    said = demo.sell()
+    if said != [failed("paragonEnd", -10201, BROKEN), AWAY_AT_THE_END, UNKNOWN] or demo.receipts() != before + 1:
+        sys.exit(f"no power at the end: it says {said}, and there are {demo.receipts()} receipts, before {before}")
+    demo.ask("DELETE", "faults")
+    expect(demo, [SOLD], "power again")
 
 
 def on_a_serial_line(demo):

@@ -22,7 +22,9 @@ enum
     sold = 0,
     notSold = 1,
     unknown = 3,
-    silent = 64 /* the printer said nothing, on a serial line */
+    silent = 64, /* the printer said nothing, on a serial line */
+    portMissing = -10200,
+    transportFailure = -10201
 };
 
 static const char* const total = "17.49";
@@ -34,6 +36,12 @@ static struct
     int isAway;     /* the printer did not answer a question, and is not waited for again */
 } printer;
 
+/* A serial port that has gone may be another printer's when one of its name is there again. */
+static int isGone(int code)
+{
+    return strncmp(printer.address, "COM", 3) == 0 && (code == portMissing || code == transportFailure);
+}
+
 /* Says which call failed, and why; behind a failure the printer is asked. */
 static int failed(const char* call, int code)
 {
@@ -43,6 +51,7 @@ static int failed(const char* call, int code)
     fprintf(stderr, "till: %s failed with code %d (%s)\n", call, code,
             code > 0 && code != silent ? "the printer refused it" : "the link failed: it may be done or not");
     printer.isDoubtful = 1;
+    printer.isAway = printer.isAway || isGone(code);
     return 1;
 }
 

@@ -40,7 +40,7 @@ export async function becomes(expected, ask) {
         if (seen === expected) {
             return;
         }
-        await new Promise((resolve) => setTimeout(resolve, 20));
+        await new Promise((resolve) => setTimeout(resolve, 40));
     }
     assert.equal(seen, expected);
 }

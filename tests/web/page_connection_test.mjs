@@ -177,3 +177,36 @@ test("a tab follows alone where there are no shared workers", async () => {
     await context.close();
     await printer.end();
 });
+
+test("the tab that opened the stream closes, and the others follow on", async () => {
+    const printer = await startPrinter();
+    const context = await (await openBrowser()).newContext();
+    const first = await openPage(printer, {}, context);
+    const second = await openPage(printer, {}, context);
+    const till = await openTill(printer.addressOf());
+    await first.close();
+    await till.sell("Chlieb", "1.00");
+    await seesText(second.locator(".slip .item"), "Chlieb");
+    const third = await openPage(printer, {}, context);
+    await second.reload();
+    await till.sell("Rožok", "2.00");
+    await seesText(second.locator(".slip .item"), "Rožok");
+    await seesText(third.locator(".slip .item"), "Rožok");
+    assert.deepEqual([...second.complaints, ...third.complaints], []);
+    await till.end();
+    await context.close();
+    await printer.end();
+});
+
+withPage("an address that says nothing shows the printer", async ({ page, printer }) => {
+    for (const address of ["#/%/trace", "#/printer/%E0", "#%", "#main"]) {
+        await page.goto("about:blank");
+        await page.goto(`${printer.web}/${address}`);
+        await page.locator(".device").waitFor(soon);
+        assert.equal(await page.getByRole("tab", { selected: true }).innerText(), "Trace", address);
+    }
+    await page.evaluate(() => { window.location.hash = "#/printer/totals"; });
+    await becomes("Totals", () => page.getByRole("tab", { selected: true }).innerText());
+    await page.evaluate(() => { window.location.hash = "#/printer/%"; });
+    await becomes("Trace", () => page.getByRole("tab", { selected: true }).innerText());
+});

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { after } from "node:test";
 import { endAll, openTill } from "./shop.mjs";
-import { becomes, seesText, withPage } from "./with_page.mjs";
+import { becomes, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
 
@@ -90,4 +90,17 @@ withPage("the head tells day and life, and the trace a reply with its time", asy
     assert.match(await row.locator(".time").innerText(), /^\d\d:\d\d:\d\d/);
     assert.match(await row.locator(".took").innerText(), /^\d+(\.\d)? m?s$/);
     await seesText(page.locator(".detail .bytes", { hasText: "Reply" }).locator("code"), "0.00");
+});
+
+withPage("the operator's display is there for as long as it says something", async ({ till, page }) => {
+    assert.equal(await till.call("printDisplay", 1, 0, "", "Vitajte"), 0);
+    await seesText(page.locator(".glass.customer"), "Vitajte");
+    assert.equal(await page.locator(".glass.operator").isVisible(), false);
+    assert.equal(await till.call("printDisplay", 1, 1, "", "Zásuvka je otvorená Zavrite ju"), 0);
+    const operator = page.getByRole("img", { name: "Operator display: Zásuvka je otvorená Zavrite ju" });
+    await operator.waitFor(soon);
+    assert.deepEqual(await operator.locator("div").allTextContents(), ["Zásuvka je otvorená ", "Zavrite ju          "]);
+    await seesText(page.locator(".glass.customer"), "Vitajte");
+    assert.equal(await till.call("printDisplay", 1, 1, "", ""), 0);
+    await becomes(false, () => page.locator(".glass.operator").isVisible());
 });

@@ -1,13 +1,16 @@
-// The displays at the printer: two lines of twenty characters each, as the glass has them.
+// The displays at the printer: two lines of twenty characters each, as the glass has them; a control character is a blank.
 import { element, setText } from "./dom.js";
 
 const displayColumns = 20;
 
 export function onDisplay(text) {
-    const characters = [...text];
+    const characters = [...text.replace(/\p{Cc}/gu, " ")];
     const rows = [characters.slice(0, displayColumns), characters.slice(displayColumns, 2 * displayColumns)];
     return rows.map((row) => row.join("").padEnd(displayColumns));
 }
+
+// For whoever cannot see it.
+export const spoken = (text) => onDisplay(text).join(" ").replace(/ +/g, " ").trim() || "dark";
 
 function makeGlass(whose, caption) {
     const rows = [element("div"), element("div")];
@@ -16,7 +19,7 @@ function makeGlass(whose, caption) {
         made,
         show(text) {
             onDisplay(text).forEach((row, index) => setText(rows[index], row));
-            made.setAttribute("aria-label", `${whose} display: ${text || "dark"}`);
+            made.setAttribute("aria-label", `${whose} display: ${spoken(text)}`);
         },
     };
 }

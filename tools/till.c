@@ -1,56 +1,152 @@
 /*
  * A small till: sells one receipt through the library, in the plain, whole-number and text variants of its
- * calls.
+ * calls. When one of them fails it asks the printer what it has, and says so on the error stream.
  *
  *     telvofm-till ADDRESS CALL-LOG RAW-LOG
  *     telvofm-till --version
  *
  * It sells 12.50 + 3.20 + 4.99 and takes the 3.20 back: 17.49, paid with 10.00 in cash and 7.49 by card. Its
- * texts are in Windows-1250, as the library takes them.
+ * texts are in Windows-1250, as the library takes them. It is the only one at its printer: a receipt that is
+ * open is its own, and it cancels it and sells again. It ends with 0 when the receipt is sold, with 1 when it
+ * is not, and with 3 when nobody knows.
  */
 #include "telvofm.h"
 
 #include <stdio.h>
 #include <string.h>
+#include <unistd.h>
 
-/* Says which call failed and why; nothing follows a failure. */
+enum
+{
+    device = 1,
+    sold = 0,
+    notSold = 1,
+    unknown = 3,
+    silent = 64, /* the printer said nothing, on a serial line */
+    portMissing = -10200,
+    transportFailure = -10201
+};
+
+static const char* const total = "17.49";
+
+static struct
+{
+    const char* address;
+    int isDoubtful; /* an answer may be under way that belongs to a call that has failed */
+    int isAway;     /* the printer did not answer a question, and is not waited for again */
+} printer;
+
+/* A serial port that has gone may be another printer's when one of its name is there again. */
+static int isGone(int code)
+{
+    return strncmp(printer.address, "COM", 3) == 0 && (code == portMissing || code == transportFailure);
+}
+
+/* Says which call failed, and why; behind a failure the printer is asked. */
 static int failed(const char* call, int code)
 {
     if (code == 0) {
         return 0;
     }
-    fprintf(stderr, "till: %s failed with code %d (%s); the receipt is not sold\n", call, code,
-            code > 0 ? "the printer refused it" : "the printer could not be reached");
+    fprintf(stderr, "till: %s failed with code %d (%s)\n", call, code,
+            code > 0 && code != silent ? "the printer refused it" : "the link failed: it may be done or not");
+    printer.isDoubtful = 1;
+    printer.isAway = printer.isAway || isGone(code);
     return 1;
+}
+
+/* The printer may have lost its power for a moment. */
+static int isOpenedAgain(void)
+{
+    enum
+    {
+        tries = 5
+    };
+    for (int left = tries; left > 0; --left) {
+        closeFM();
+        if (openFM(printer.address) == 0) {
+            return 1;
+        }
+        sleep(1);
+    }
+    return 0;
+}
+
+/* What the printer says; empty when it does not answer. */
+typedef struct Answer
+{
+    char text[256];
+} Answer;
+
+static Answer ask(const char* variable)
+{
+    Answer answer = {""};
+    printer.isAway = printer.isAway || (printer.isDoubtful && !isOpenedAgain());
+    printer.isDoubtful = 0;
+    if (!printer.isAway && getVariable(device, variable, answer.text, sizeof answer.text) != 0) {
+        printer.isAway = 1;
+        answer.text[0] = '\0';
+    }
+    return answer;
+}
+
+static int is(const char* variable, const char* expected)
+{
+    return strcmp(ask(variable).text, expected) == 0;
 }
 
 /* The printer refuses a day that is open already: then it goes on. */
 static int beganDay(int code)
 {
-    return code > 0 ? 0 : code;
+    return code > 0 && code != silent ? 0 : code;
 }
 
-/* A payment that failed may count all the same, when only its answer was lost: the printer knows what is due.
- */
-static int failedToPay(const char* call, int code, const char* dueAfterwards)
+static int beginReceipt(void)
 {
-    char due[256];
-    if (code != 0 && getVariable(1, "DUE", due, sizeof due) == 0 &&
-        strncmp(due, dueAfterwards, strlen(dueAfterwards)) == 0) {
-        printf("till: %s failed with code %d, but the printer says that %s is due: it counts\n", call, code,
-               dueAfterwards);
+    return failed("paragonBegin", paragonBegin(device, 0, 1, 0, 0, 1, 0));
+}
+
+static int cancelReceipt(void)
+{
+    return failed("destroyParagon", destroyParagon(device, 0, ""));
+}
+
+static int isOpen(Answer state)
+{
+    return strcmp(state.text, "open") == 0 || strcmp(state.text, "paying") == 0;
+}
+
+/* One may be open that was begun when the printer could not be asked any more. */
+static int begin(void)
+{
+    if (!beginReceipt()) {
         return 0;
     }
-    return failed(call, code);
+    if (!isOpen(ask("STATE"))) {
+        return 1;
+    }
+    fputs("till: a receipt is open already; it is cancelled, and the sale begins again\n", stderr);
+    return cancelReceipt() || beginReceipt();
 }
 
-static int sell(void)
+/* Of a payment that failed perhaps only the answer was lost: the printer knows what is due. */
+static int failedToPay(const char* call, int code, const char* dueAfterwards)
 {
-    const int device = 1;
-    return failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0))) ||
-           failed("paragonBegin", paragonBegin(device, 0, 1, 0, 0, 1, 0)) ||
-           /* chlieb, rozok and caj with their accents */
-           failed("itemSale", itemSale(device, 0, "Chlieb \x9Aumavsk\xFD", 12.50, 'A', 1.5, 8.33, "kg")) ||
+    if (!failed(call, code)) {
+        return 0;
+    }
+    if (!is("DUE", dueAfterwards)) {
+        return 1;
+    }
+    fprintf(stderr, "till: but the printer says that %s is due, as it should be: the sale goes on\n",
+            dueAfterwards);
+    return 0;
+}
+
+static int sellLinesAndPay(void)
+{
+    /* chlieb, rozok and caj with their accents */
+    return failed("itemSale", itemSale(device, 0, "Chlieb \x9Aumavsk\xFD", 12.50, 'A', 1.5, 8.33, "kg")) ||
            failed("itemSale_int", itemSale_int(device, 0, "Ro\x9Eok", 320, "A", 8000, 4000, "ks")) ||
            failed("itemSale_str", itemSale_str(device, 0,
                                                "\xC8"
@@ -58,8 +154,42 @@ static int sell(void)
                                                "4.99", "B", "1.000", "4.99", "ks")) ||
            failed("itemVoid_int", itemVoid_int(device, 0, "Ro\x9Eok", 320, "A", 8000, 4000, "ks", "")) ||
            failedToPay("payment", payment(device, 0, 1, 17.49, 10.00, 0, "Hotovos\x9D"), "7.49") ||
-           failedToPay("payment_int", payment_int(device, 0, 2, 1749, 749, 0, "Karta"), "0.00") ||
-           failed("paragonEnd", paragonEnd(device, 0, 0));
+           failedToPay("payment_int", payment_int(device, 0, 2, 1749, 749, 0, "Karta"), "0.00");
+}
+
+static int said(const char* sentence, int result)
+{
+    fprintf(stderr, "till: %s\n", sentence);
+    return result;
+}
+
+/* What the printer has of a receipt whose sale has failed; only one that was to be ended may be sold. */
+static int settle(int isEnding)
+{
+    const Answer state = ask("STATE");
+    if (isOpen(state)) {
+        return cancelReceipt() ? said("the receipt could not be cancelled; it is not sold", notSold)
+                               : said("the receipt is cancelled and not sold", notSold);
+    }
+    const int isClosed = strcmp(state.text, "closed") == 0;
+    if (!isEnding) {
+        return isClosed ? said("no receipt is open, and nothing is sold", notSold)
+                        : said("the printer does not answer; nothing is sold, and the next sale cancels "
+                               "what is open",
+                               notSold);
+    }
+    if (isClosed && is("LAST_TOTAL", total)) {
+        return said("but the printer has ended the receipt: it is sold", sold);
+    }
+    return said("the printer does not tell; its paper shows whether the receipt is sold", unknown);
+}
+
+static int sell(void)
+{
+    if (failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0))) || begin() || sellLinesAndPay()) {
+        return settle(0);
+    }
+    return failed("paragonEnd", paragonEnd(device, 0, 0)) ? settle(1) : sold;
 }
 
 int main(int count, char** arguments)
@@ -72,10 +202,11 @@ int main(int count, char** arguments)
         fputs("till: usage: telvofm-till ADDRESS CALL-LOG RAW-LOG\n", stderr);
         return 2;
     }
+    printer.address = arguments[1];
     setLogginOn(arguments[2]);
     setRawLogginOn(arguments[3]);
-    if (openFM(arguments[1]) != 0) {
-        fprintf(stderr, "till: no printer answers at %s; start one or check the address\n", arguments[1]);
+    if (openFM(printer.address) != 0) {
+        fprintf(stderr, "till: no printer answers at %s; start one or check the address\n", printer.address);
         closeFM();
         return 1;
     }

@@ -15,7 +15,7 @@ seeds = {
     "get": request("GET /printers"),
     "query": request("GET /printers/a%20b/documents?kind=receipt&limit=3&=&x=%zz+"),
     "token": request("GET /printers", TOKEN),
-    "cookie": request("GET /", "Cookie: a=b; telvofm_token=0123456789abcdef; c\r\n"),
+    "cookie": request("GET /", "Cookie: a=b; telvofm_token_80=0123456789abcdef; c\r\n"),
     "origin": request("GET /", "Origin: http://evil.example\r\n"),
     "session": request("POST /session", body='{"token": "0123456789abcdef"}'),
     "body": request("PATCH /x", TOKEN, body='{"name": "a", "limit": 5, "now": "2026-01-31 12:00", "amount": "1.50"}'),

@@ -75,7 +75,7 @@ class Reach(unittest.TestCase):
             wire = Wire(printer)
             wire.say(f"GET /printers HTTP/1.1\r\nHost: till.example\r\nAuthorization: Bearer {TOKEN}\r\n\r\n")
             self.assertEqual(wire.hear()[0], 200)
-            wire.say(f"GET /printers HTTP/1.1\r\nHost: till.example\r\nCookie: telvofm_token={TOKEN}\r\n\r\n")
+            wire.say(f"GET /printers HTTP/1.1\r\nHost: till.example\r\nCookie: telvofm_token_80={TOKEN}\r\n\r\n")
             self.assertEqual(wire.hear()[0], 200)
             wire.say("GET /printers/printer/trace/events HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n")
             self.assertEqual(wire.hear()[0], 401)

@@ -1,10 +1,11 @@
 // The page and its program: one that comes back, another one, many tabs, and what is asked for.
 import assert from "node:assert/strict";
+import { execFileSync } from "node:child_process";
 import fs from "node:fs";
 import os from "node:os";
 import path from "node:path";
 import { after, test } from "node:test";
-import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
+import { build, endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
 import { becomes, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
@@ -30,6 +31,51 @@ test("the page comes back by itself after a restart", async () => {
     await page.context().close();
     await second.end();
     fs.rmSync(data, { recursive: true });
+});
+
+test("a receipt that was open when the power failed is still there, and goes on", async () => {
+    const data = fs.mkdtempSync(path.join(os.tmpdir(), "page-test-data-"));
+    const first = await startPrinter("--data", data);
+    const page = await openPage(first);
+    const till = await openTill(first.addressOf());
+    await till.begin();
+    await till.item("Chlieb", "1.00");
+    await seesText(page.locator(".slip .item"), "Chlieb");
+    await till.end();
+    process.kill(first.pid, "SIGKILL");
+    await first.end();
+    await seesText(page.locator(".link-state"), "Not connected");
+    const second = await startPrinter("--data", data, "--web", first.web.replace("http://", ""));
+    await seesText(page.locator(".link-state"), "Live");
+    await seesText(page.locator(".facts"), "Receipt is open");
+    await seesText(page.locator(".slip .item"), "Chlieb");
+    const another = await openTill(second.addressOf());
+    assert.equal(await another.item("Rožok", "2.00"), 0);
+    assert.equal(await another.pay(300), 0);
+    assert.equal(await another.finish(), 0);
+    await seesText(page.locator(".slip .cut"), "NO FISCAL DOCUMENT");
+    assert.equal(await page.locator(".slip").count(), 1);
+    assert.deepEqual((await page.locator(".slip .item > div:first-child").allInnerTexts()).map((text) => text.trim()), ["Chlieb", "Rožok"]);
+    await seesText(page.locator(".slip .total"), /TOTAL EUR +3\.00/);
+    await seesText(page.locator(".facts"), "1 receipt, 3.00 EUR");
+    await another.end();
+    await page.context().close();
+    await second.end();
+    fs.rmSync(data, { recursive: true });
+});
+
+// A pseudo-terminal has no modem lines of its own.
+test("a sale over a serial line is on the page as one over TCP is", async () => {
+    const printer = await startPrinter("--pty");
+    const page = await openPage(printer);
+    execFileSync(path.join(build, "telvofm-till"), [`COM${printer.addressOf("pty")}`, os.devNull, os.devNull],
+        { env: { ...process.env, LD_PRELOAD: path.join(build, "libmodem_lines.so") } });
+    await seesText(page.locator(".slip .cut"), "NO FISCAL DOCUMENT");
+    await seesText(page.locator(".slip .item"), "Chlieb šumavský");
+    await seesText(page.locator(".exchange"), "paragonEnd");
+    await seesText(page.locator(".exchange.good"), "Hotovosť");
+    await page.context().close();
+    await printer.end();
 });
 
 test("the page of another program is loaded where the old one was, and stays where it was", async () => {
@@ -130,4 +176,37 @@ test("a tab follows alone where there are no shared workers", async () => {
     await till.end();
     await context.close();
     await printer.end();
+});
+
+test("the tab that opened the stream closes, and the others follow on", async () => {
+    const printer = await startPrinter();
+    const context = await (await openBrowser()).newContext();
+    const first = await openPage(printer, {}, context);
+    const second = await openPage(printer, {}, context);
+    const till = await openTill(printer.addressOf());
+    await first.close();
+    await till.sell("Chlieb", "1.00");
+    await seesText(second.locator(".slip .item"), "Chlieb");
+    const third = await openPage(printer, {}, context);
+    await second.reload();
+    await till.sell("Rožok", "2.00");
+    await seesText(second.locator(".slip .item"), "Rožok");
+    await seesText(third.locator(".slip .item"), "Rožok");
+    assert.deepEqual([...second.complaints, ...third.complaints], []);
+    await till.end();
+    await context.close();
+    await printer.end();
+});
+
+withPage("an address that says nothing shows the printer", async ({ page, printer }) => {
+    for (const address of ["#/%/trace", "#/printer/%E0", "#%", "#main"]) {
+        await page.goto("about:blank");
+        await page.goto(`${printer.web}/${address}`);
+        await page.locator(".device").waitFor(soon);
+        assert.equal(await page.getByRole("tab", { selected: true }).innerText(), "Trace", address);
+    }
+    await page.evaluate(() => { window.location.hash = "#/printer/totals"; });
+    await becomes("Totals", () => page.getByRole("tab", { selected: true }).innerText());
+    await page.evaluate(() => { window.location.hash = "#/printer/%"; });
+    await becomes("Trace", () => page.getByRole("tab", { selected: true }).innerText());
 });

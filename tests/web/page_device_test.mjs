@@ -1,8 +1,8 @@
 // The printer as it stands on the desk: lamps, switches, drawer, and the head of the page.
 import assert from "node:assert/strict";
-import { after } from "node:test";
+import { after, test } from "node:test";
 import { endAll, openTill } from "./shop.mjs";
-import { becomes, seesText, withPage } from "./with_page.mjs";
+import { becomes, pageModule, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
 
@@ -90,4 +90,42 @@ withPage("the head tells day and life, and the trace a reply with its time", asy
     assert.match(await row.locator(".time").innerText(), /^\d\d:\d\d:\d\d/);
     assert.match(await row.locator(".took").innerText(), /^\d+(\.\d)? m?s$/);
     await seesText(page.locator(".detail .bytes", { hasText: "Reply" }).locator("code"), "0.00");
+});
+
+withPage("the operator's display is there for as long as it says something", async ({ till, page }) => {
+    assert.equal(await till.call("printDisplay", 1, 0, "", "Vitajte"), 0);
+    await seesText(page.locator(".glass.customer"), "Vitajte");
+    assert.equal(await page.locator(".glass.operator").isVisible(), false);
+    assert.equal(await till.call("printDisplay", 1, 1, "", "Zásuvka je otvorená Zavrite ju"), 0);
+    const operator = page.getByRole("img", { name: "Operator display: Zásuvka je otvorená Zavrite ju" });
+    await operator.waitFor(soon);
+    assert.deepEqual(await operator.locator("div").allTextContents(), ["Zásuvka je otvorená ", "Zavrite ju          "]);
+    await seesText(page.locator(".glass.customer"), "Vitajte");
+    assert.equal(await till.call("printDisplay", 1, 1, "", ""), 0);
+    await becomes(false, () => page.locator(".glass.operator").isVisible());
+});
+
+// A line end there would make a third row, and a real glass has none.
+withPage("a control character is a blank on the display", async ({ till, page }) => {
+    const glass = page.locator(".glass.customer");
+    const height = () => glass.evaluate((whole) => whole.getBoundingClientRect().height);
+    const before = await height();
+    assert.equal(await till.call("printDisplay", 1, 0, "", "SPOLU\r\n1.00\r\n\r\nx\t\u007f"), 0);
+    await becomes("Customer display: SPOLU 1.00 x", () => glass.getAttribute("aria-label"));
+    assert.deepEqual(await glass.locator("> div").allTextContents(), ["SPOLU  1.00    x    ", " ".repeat(20)]);
+    assert.equal(await height(), before);
+});
+
+test("a display is read as it stands there", async () => {
+    const { onDisplay, spoken } = await pageModule("glass.js");
+    for (const [text, rows, said] of [
+        ["", ["", ""], "dark"],
+        ["\u0000\u001b\u0080\u009f", ["", ""], "dark"],
+        ["SPOLU          12.50Ďakujeme", ["SPOLU          12.50", "Ďakujeme"], "SPOLU 12.50 Ďakujeme"],
+        ["a\nb", ["a b", ""], "a b"],
+        ["x".repeat(41), ["x".repeat(20), "x".repeat(20)], `${"x".repeat(20)} ${"x".repeat(20)}`],
+    ]) {
+        assert.deepEqual(onDisplay(text), rows.map((row) => row.padEnd(20)), JSON.stringify(text));
+        assert.equal(spoken(text), said, JSON.stringify(text));
+    }
 });

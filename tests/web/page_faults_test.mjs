@@ -161,3 +161,25 @@ test("each command that is suggested is one of the table", async () => {
     }
     await printer.end();
 });
+
+withPage("a fault hits from a request on, and by chance", async ({ page, printer }) => {
+    await page.getByRole("tab", { name: "Faults" }).click();
+    const form = page.locator("form.card");
+    await form.getByLabel("Kind").selectOption("paperOut");
+    await form.getByLabel("From request").fill("3");
+    await form.getByLabel("By chance").fill("0.25");
+    await form.getByLabel("Seed").fill("0");
+    await form.getByRole("button", { name: "Arm" }).click();
+    await seesText(page.locator(".armed"), "paperOut, fromRequest 3, probability 0.25, seed 0");
+    const [{ fault }] = (await printer.ask("GET", "faults")).faults;
+    assert.deepEqual(fault, { kind: "paperOut", fromRequest: 3, requests: 1, probability: 0.25, seed: 0 });
+});
+
+test("whatever a fault may be told can be told on the page", async () => {
+    const { parameterForms, selectionForms } = await pageModule("fault_kinds.js");
+    const printer = await startPrinter();
+    const { components } = await printer.ask("GET", "/openapi.json");
+    assert.deepEqual(["kind", "command", ...selectionForms.map(({ name }) => name), ...Object.keys(parameterForms)].sort(),
+        Object.keys(components.schemas.Fault.properties).sort());
+    await printer.end();
+});

@@ -127,3 +127,25 @@ withPage("the journal of another printer shows none of its papers", async ({ til
     await becomes(false, () => page.locator(".preview").isVisible());
     await seesText(page.locator(".pages"), "1 to 1");
 });
+
+withPage("the journal is searched by days that have documents", async ({ till, page, printer }) => {
+    const clock = (now) => printer.ask("PATCH", "clock", { now });
+    await till.sell("Chlieb", "1.00");
+    assert.equal(await till.call("printReport", 1, { letter: "Z" }, 0), 0);
+    await clock("2026-02-01 23:59:59");
+    await printer.ask("PATCH", "clock", { mode: "stands" });
+    await till.sell("Rožok", "2.00");
+    await clock("2026-02-02 00:00:00");
+    await till.sell("Makovník", "3.00");
+    await page.getByRole("tab", { name: "Journal" }).click();
+    const found = async (day) => {
+        await page.locator(".journal input[type=search]").fill(day);
+        await page.locator(".journal input[type=search]").press("Enter");
+        return page.locator(".documents .name").allInnerTexts();
+    };
+    const becomesFound = (day, expected) => becomes(expected, async () => (await found(day)).join());
+    await becomesFound("2026-01-31", "Closure 1,Receipt 1");
+    await becomesFound("2026-02-01", "Receipt 2");
+    await becomesFound("2026-02-02", "Receipt 3");
+    await becomesFound("2026-02-03", "");
+});

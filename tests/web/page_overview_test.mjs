@@ -4,7 +4,7 @@ import { after } from "node:test";
 import { axeFindsNothing } from "./axe.mjs";
 import { openRawTill } from "./raw_till.mjs";
 import { endAll, openTill } from "./shop.mjs";
-import { becomes, seesText, withPage } from "./with_page.mjs";
+import { becomes, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
 
@@ -126,3 +126,12 @@ for (const [count, isEachSeenAtOnce] of [[6, true], [24, false]]) {
         tills.forEach((till) => till.end());
     }, { options: optionsFor(count), page: { until: ".overview" } });
 }
+
+withPage("the operator's display is seen side by side", async ({ page, printer }) => {
+    const height = () => page.getByRole("region", { name: "bar" }).evaluate((card) => card.getBoundingClientRect().height);
+    const before = await height();
+    await printer.ask("PATCH", "/printers/bar/hardware", { operatorDisplay: "Paper is low" });
+    await page.getByRole("region", { name: "bar" }).getByRole("img", { name: "Operator display: Paper is low" }).waitFor(soon);
+    assert.equal(await page.getByRole("region", { name: "shop" }).locator(".glass.operator").isVisible(), false);
+    assert.ok(await height() - before < 2, `${await height()} is taller than ${before}`);
+}, { options: two, page: { until: ".overview" } });

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { after, test } from "node:test";
 import { axeFindsNothing } from "./axe.mjs";
-import { endAll, openPage, openTill, startPrinter } from "./shop.mjs";
+import { endAll, openBrowser, openPage, openTill, startPrinter } from "./shop.mjs";
 import { becomes, seesText, sheets, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
@@ -12,13 +12,21 @@ const hostile = [
     "${hacked()}", "&lt;b&gt;&amp;", "<a href=\"/printers\">x</a>", "<!--", "]]><script>hacked()//",
 ];
 
+const watchForHacks = (page) => page.evaluate(() => {
+    window.hacks = 0;
+    window.hacked = () => { window.hacks += 1; };
+    window.violations = 0;
+    document.addEventListener("securitypolicyviolation", () => { window.violations += 1; });
+});
+const whatGotIn = (page) => page.evaluate(() => ({
+    hacks: window.hacks,
+    violations: window.violations,
+    strangers: document.querySelectorAll("main img, main script, main [onload], main [onerror], main .slip b, main .slip a").length,
+}));
+const nothing = { hacks: 0, violations: 0, strangers: 0 };
+
 withPage("texts of receipts never run and are shown as they are", async ({ till, page, printer }) => {
-    await page.evaluate(() => {
-        window.hacks = 0;
-        window.hacked = () => { window.hacks += 1; };
-        window.violations = 0;
-        document.addEventListener("securitypolicyviolation", () => { window.violations += 1; });
-    });
+    await watchForHacks(page);
     await till.begin();
     for (const name of hostile) {
         assert.equal(await till.item(name, "1.00"), 0, name);
@@ -36,12 +44,7 @@ withPage("texts of receipts never run and are shown as they are", async ({ till,
     await page.evaluate(() => { window.location.hash = "#/printer/journal"; });
     await page.locator(".documents .name").first().click();
     await seesText(page.locator(".preview .slip"), hostile[1]);
-    const found = await page.evaluate(() => ({
-        hacks: window.hacks,
-        violations: window.violations,
-        strangers: document.querySelectorAll("main img, main script, main [onload], main [onerror], main .slip b, main .slip a").length,
-    }));
-    assert.deepEqual(found, { hacks: 0, violations: 0, strangers: 0 });
+    assert.deepEqual(await whatGotIn(page), nothing);
     const drawing = await page.context().newPage();
     await drawing.goto(`${printer.web}/printers/printer/documents/1/paper.svg`);
     assert.equal(await drawing.evaluate(() => document.querySelectorAll("script, img, [onload], [onerror]").length), 0);
@@ -57,6 +60,36 @@ withPage("texts of receipts never run and are shown as they are", async ({ till,
     });
     assert.equal(isRefused, true);
     page.complaints.length = 0; // of that attempt
+});
+
+withPage("nor do texts of settings, units, codes and files", async ({ till, page, printer }) => {
+    await watchForHacks(page);
+    const [image, script, drawing, end] = hostile;
+    const settings = await printer.ask("PATCH", "settings", {
+        prelines: [image], header: { 1: script, 2: drawing }, postlines: [end], additionalHeader: image, additionalFooter: script, superFooter: drawing,
+    });
+    assert.equal(settings.error, undefined);
+    await till.begin();
+    assert.equal(await till.call("itemSale_str", 1, 0, "Chlieb", "1.00", "A", "1.000", "1.00", "<b>"), 0);
+    assert.equal(await till.call("printQRCode", 1, script), 0);
+    await till.pay(100);
+    await till.finish();
+    await seesText(page.locator(".slip .cut"), "NO FISCAL DOCUMENT");
+    const printed = await page.locator(".slip").innerText();
+    for (const text of [image, script, drawing, end, "1 <b> x 1.00"]) {
+        assert.ok(printed.includes(text), `${text} is not in\n${printed}`);
+    }
+    assert.equal(await page.locator(".slip .qrCode svg").getAttribute("aria-label"), `QR code: ${script}`);
+    await page.getByRole("tab", { name: "Settings" }).click();
+    for (const text of [image, script, drawing, end]) {
+        await seesText(page.locator("#sheet-settings td"), text);
+    }
+    await page.getByRole("tab", { name: "Faults" }).click();
+    await page.getByLabel("From a file").setInputFiles({
+        name: `${image}.json`, mimeType: "application/json", buffer: Buffer.from(JSON.stringify({ trouble: script, seed: 7, faults: [{ kind: "silence" }] })),
+    });
+    await seesText(page.locator(".faults > [role=status]"), `Armed: ${image}.json.`);
+    assert.deepEqual(await whatGotIn(page), nothing);
 });
 
 test("an address that others can reach needs a token", async () => {
@@ -84,6 +117,29 @@ test("the token is asked for once", async () => {
     assert.deepEqual([cookie.httpOnly, cookie.sameSite], [true, "Strict"]);
     await page.context().close();
     await printer.end();
+});
+
+// A browser has one set of cookies for all ports of a host.
+test("two programs on one machine ask for their tokens once each", async () => {
+    const tokens = ["0123456789abcdef", "fedcba9876543210"];
+    const printers = await Promise.all(tokens.map((token) => startPrinter("--token", token)));
+    const context = await (await openBrowser()).newContext();
+    const pages = [];
+    for (const [index, token] of tokens.entries()) {
+        const page = await openPage(printers[index], { until: "#login" }, context);
+        await page.getByRole("textbox").fill(token);
+        await page.getByRole("button", { name: "Open", exact: true }).click();
+        await page.locator(".device").waitFor(soon);
+        pages.push(page);
+    }
+    for (const page of pages) {
+        await page.reload();
+        await page.locator(".device, #login").first().waitFor(soon);
+        assert.equal(await page.locator("#login").count(), 0);
+        await seesText(page.locator(".link-state"), "Live");
+    }
+    await context.close();
+    await Promise.all(printers.map((printer) => printer.end()));
 });
 
 test("another program with another token is asked for, and nothing of the old one stays open", async () => {

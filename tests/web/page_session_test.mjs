@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import fs from "node:fs";
 import { after } from "node:test";
-import { endAll } from "./shop.mjs";
+import { endAll, openTill } from "./shop.mjs";
 import { becomes, seesText, soon, withPage } from "./with_page.mjs";
 
 after(endAll);
@@ -18,17 +18,17 @@ withPage("a session is kept, left and taken away", async ({ till, page, printer 
     const session = JSON.parse(fs.readFileSync(await (await waiting).path(), "utf8"));
     assert.deepEqual(session.documents.map(({ total }) => total), ["1.00", "2.00"]);
     assert.equal(session.trace.length, 10); // five each; the day is begun twice, once in vain
-    await page.getByRole("button", { name: "Go back to morning" }).click();
-    await becomes(1, () => page.locator(".paper .slip").count());
     const questions = [];
     page.on("dialog", (dialog) => {
         questions.push(dialog.message());
-        return questions.length === 1 ? dialog.dismiss() : dialog.accept();
+        return questions.length === 2 ? dialog.dismiss() : dialog.accept();
     });
+    await page.getByRole("button", { name: "Go back to printer-morning" }).click();
+    await becomes(1, () => page.locator(".paper .slip").count());
     await page.getByRole("button", { name: "As a new printer" }).click();
     assert.equal((await printer.ask("GET", "state")).position.document, 1, "it asks once");
     await page.getByRole("button", { name: "As a new printer" }).click();
-    assert.equal(questions.length, 2);
+    assert.equal(questions.length, 3);
     await seesText(page.locator(".facts"), "No day is open");
     await becomes(0, () => page.locator(".paper .slip").count());
     await page.getByRole("button", { name: "An hour on" }).click();
@@ -83,3 +83,54 @@ withPage("snapshots of others are listed", async ({ page, printer }) => {
     await page.getByRole("tab", { name: "Session" }).click();
     await page.getByRole("button", { name: "Go back to evening" }).waitFor(soon);
 });
+
+const two = ["--printer", "bar=127.0.0.1:0", "--printer", "shop=127.0.0.1:0"];
+withPage("a snapshot has a name of its own, and nothing is lost without a question", async ({ page, printer }) => {
+    const bar = await openTill(printer.addressOf("bar"));
+    const shop = await openTill(printer.addressOf("shop"));
+    await bar.sell("Espresso", "1.90");
+    await shop.sell("Chlieb", "2.49");
+    const questions = [];
+    let answer = "accept";
+    page.on("dialog", (dialog) => {
+        questions.push(dialog.message());
+        return dialog[answer]();
+    });
+    const keep = page.getByRole("button", { name: "Keep" });
+    const kept = page.locator(".session .armed li");
+    const total = async (name) => (await printer.ask("GET", `/printers/${name}/documents`)).documents.map((each) => each.total).join();
+    await page.goto(`${printer.web}/#/bar/session`);
+    await keep.click();
+    await seesText(kept, /bar-morning.*of bar, in memory/);
+    await page.goto(`${printer.web}/#/shop/session`);
+    await keep.click();
+    await seesText(kept, /shop-morning.*of shop, in memory/);
+    await seesText(page.locator(".session [role=status]"), "Kept as \"shop-morning\".");
+    await keep.click();
+    await seesText(kept, "shop-morning-2");
+    assert.deepEqual(questions, [], "each had a name of its own");
+
+    answer = "dismiss";
+    await page.getByLabel("Name").fill("bar-morning");
+    await keep.click();
+    await becomes(1, async () => questions.length);
+    assert.equal(questions[0], "There is \"bar-morning\" already, of bar, in memory. Put this one in its place?");
+    await page.getByRole("button", { name: "Go back to bar-morning" }).click();
+    await becomes(2, async () => questions.length);
+    assert.match(questions[1], /^"bar-morning" is what bar has kept\. What shop is now is lost, .* Go back to "bar-morning"\?$/);
+    assert.equal(await total("shop"), "2.49");
+
+    answer = "accept";
+    await page.getByRole("button", { name: "Go back to bar-morning" }).click();
+    await seesText(page.locator(".session [role=status]"), "It is as it was at \"bar-morning\".");
+    assert.equal(await total("shop"), "1.90", "and bar's was not replaced");
+    await page.getByLabel("Name").fill("shop-morning");
+    await keep.click();
+    await seesText(page.locator(".session [role=status]"), "Kept as \"shop-morning\".");
+    await shop.sell("Chlieb", "2.49");
+    await page.getByRole("button", { name: "Go back to shop-morning", exact: true }).click();
+    await becomes("1.90", () => total("shop"));
+    assert.deepEqual(questions.slice(3).map((question) => question.slice(0, 30)), ["There is \"shop-morning\" alread", "What shop is now is lost, unle"]);
+    await bar.end();
+    await shop.end();
+}, { options: two, page: { until: ".overview" } });

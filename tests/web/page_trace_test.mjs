@@ -1,7 +1,7 @@
 // The trace: every exchange with what became of it, and the paper that it printed.
 import assert from "node:assert/strict";
 import { after, test } from "node:test";
-import { endAll } from "./shop.mjs";
+import { endAll, openTill } from "./shop.mjs";
 import { becomes, pageModule, seesText, soon, waitOfLibrary, withPage } from "./with_page.mjs";
 
 after(endAll);
@@ -111,6 +111,55 @@ withPage("an exchange that is tapped on a narrow screen stays where it is", asyn
     const [top, height] = await page.locator(".detail").evaluate((detail) => [detail.getBoundingClientRect().top, window.innerHeight]);
     assert.ok(top >= 0 && top < height, `the detail is at ${top} of ${height}`);
 }, { page: { viewport: { width: 390, height: 800 } } });
+
+test("what the till has taken is told, and only what counts is warned of", async () => {
+    const { outcomeOf, storyOf } = await pageModule("exchange.js");
+    const question = {
+        name: "getVariable", executed: true, committed: false, acknowledged: true, taken: true, answer: "0.00", refusal: null, isOver: true, toTill: "3a", faults: [],
+    };
+    for (const [expected, told] of [
+        ["done", {}],
+        ["done", { acknowledged: false, faults: ["the checksum of a block was wrong"] }], // it came again
+        ["done", { taken: false, answer: "" }],
+        ["answering", { taken: false, isOver: false }],
+        ["done, till not told", { taken: false }],
+        ["done, till not told", { taken: false, acknowledged: false }],
+    ]) {
+        const exchange = { ...question, ...told };
+        assert.equal(outcomeOf(exchange).text, expected, JSON.stringify(told));
+        const isTold = storyOf(exchange).some((sentence) => sentence === "The till was not told all of the answer.");
+        assert.equal(isTold, expected === "done, till not told", JSON.stringify(told));
+        assert.doesNotMatch(storyOf(exchange).join(" "), /whether this counts|twice/);
+    }
+    const command = { ...question, answer: "", taken: false, acknowledged: false };
+    assert.match(storyOf({ ...command, committed: true }).join(" "), /keeps it\. The till was not told: it cannot know whether this counts\./);
+    assert.match(storyOf(command).join(" "), /nothing to keep\. The till was not told\.$/);
+});
+
+withPage("a reply that comes again after a damaged block is done", async ({ till, page, printer }) => {
+    await printer.ask("POST", "faults", { kind: "wrongChecksum", command: "getVariable" });
+    assert.deepEqual(await till.ask("getVariable", 1, "DUE"), [0, "0.00"]);
+    const row = page.locator(".exchange", { hasText: "getVariable" });
+    await seesText(row.locator(".outcome"), /^done$/);
+    await seesText(row.locator(".fault"), "checksum");
+});
+
+withPage("the same payment of the next customer is no repeat of one whose acknowledge was lost", async ({ till, page, printer }) => {
+    await printer.ask("POST", "faults", { kind: "connectionClosed", command: "payment" });
+    await till.begin();
+    await till.item("Chlieb", "1.00");
+    assert.equal(await till.pay(100), -10201);
+    await till.end();
+    const another = await openTill(printer.addressOf());
+    assert.equal(await another.finish(), 0);
+    assert.deepEqual(await another.sell("Chlieb", "1.00"), [0, 0, 0]);
+    await becomes(2, () => page.locator(".exchange", { hasText: "Hotovosť" }).count());
+    assert.equal(await page.locator(".chip.repeat").count(), 0);
+    await page.locator(".exchange", { hasText: "done, till not told" }).getByRole("button").click();
+    await seesText(page.locator(".story"), "The till was not told");
+    assert.doesNotMatch(await page.locator(".story").innerText(), /repeats it/);
+    await another.end();
+});
 
 test("only an answer that may still come is waited for", async () => {
     const { outcomeOf } = await pageModule("exchange.js");

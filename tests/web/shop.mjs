@@ -12,7 +12,7 @@ const open = new Set(); // processes
 export async function startPrinter(...options) {
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), "page-test-"));
     const ready = path.join(folder, "ready.json");
-    const printers = options.includes("--printer") ? [] : ["--listen", "127.0.0.1:0"];
+    const printers = options.includes("--printer") || options.includes("--pty") ? [] : ["--listen", "127.0.0.1:0"];
     const web = options.includes("--web") ? [] : ["--web", "127.0.0.1:0"];
     const all = [...printers, ...web, "--ready", ready, "--exit-with-parent", "--clock", "2026-01-31 09:12", ...options];
     const process = spawn(path.join(build, "telvofm-printer"), all, { stdio: ["ignore", "pipe", "pipe"] });

@@ -8,14 +8,33 @@
 namespace virtual_printer {
 namespace {
 
-constexpr std::string_view nameOfCookie = "telvofm_token";
-
-// Without the port.
-std::string_view nameIn(std::string_view host)
+// Where the port begins behind the name, with its colon; the end when there is none.
+std::size_t endOfName(std::string_view host)
 {
     const std::size_t colon = host.rfind(':');
     const bool isPort = colon != std::string_view::npos && host.find(']', colon) == std::string_view::npos;
-    return isPort ? host.substr(0, colon) : host;
+    return isPort ? colon : host.size();
+}
+
+std::string_view nameIn(std::string_view host)
+{
+    return host.substr(0, endOfName(host));
+}
+
+// As whoever asks has it, also behind a tunnel.
+std::uint16_t portIn(std::string_view host)
+{
+    constexpr std::uint16_t usual = 80;
+    const std::string_view digits = host.substr(std::min(endOfName(host) + 1, host.size()));
+    std::uint16_t port = 0;
+    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+    return parsed.ec == std::errc() && parsed.ptr == digits.data() + digits.size() ? port : usual;
+}
+
+// A browser has the cookies of a host for all of its ports: those of two programs have two names.
+std::string nameOfCookie(std::string_view host)
+{
+    return "telvofm_token_" + std::to_string(portIn(host));
 }
 
 std::string inSmallLetters(std::string text)
@@ -51,14 +70,14 @@ bool isOfThisMachine(std::string_view host)
     return name == "localhost" || name == "[::1]" || isLoopback(name);
 }
 
-std::string cookieIn(std::string_view header)
+std::string cookieIn(std::string_view header, std::string_view name)
 {
     while (!header.empty()) {
         const std::size_t size = std::min(header.find(';'), header.size());
         std::string_view cookie = header.substr(0, size);
         cookie.remove_prefix(std::min(cookie.find_first_not_of(' '), cookie.size()));
-        if (cookie.starts_with(nameOfCookie) && cookie.substr(nameOfCookie.size()).starts_with('=')) {
-            return std::string(cookie.substr(nameOfCookie.size() + 1));
+        if (cookie.starts_with(name) && cookie.substr(name.size()).starts_with('=')) {
+            return std::string(cookie.substr(name.size() + 1));
         }
         header.remove_prefix(std::min(size + 1, header.size()));
     }
@@ -95,7 +114,8 @@ std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
     if (request.method == "POST" && request.target == "/session") {
         return std::nullopt; // it brings the token along
     }
-    if (isToken(bearerIn(request.authorization)) || isToken(cookieIn(request.cookie))) {
+    if (isToken(bearerIn(request.authorization)) ||
+        isToken(cookieIn(request.cookie, nameOfCookie(request.host)))) {
         return std::nullopt;
     }
     HttpAnswer answer = errorAnswer(
@@ -105,7 +125,7 @@ std::optional<HttpAnswer> Access::refuse(const HttpRequest& request) const
     return answer;
 }
 
-HttpAnswer Access::logIn(const std::string& offered) const
+HttpAnswer Access::logIn(const std::string& offered, std::string_view host) const
 {
     if (!token.empty() && !isToken(offered)) {
         throw ControlRefusal(status::unauthorized,
@@ -113,8 +133,8 @@ HttpAnswer Access::logIn(const std::string& offered) const
     }
     HttpAnswer answer = jsonAnswer({{"done", true}});
     if (!token.empty()) {
-        answer.headers.emplace_back("Set-Cookie", std::string(nameOfCookie) + "=" + token +
-                                                      "; Path=/; HttpOnly; SameSite=Strict");
+        answer.headers.emplace_back("Set-Cookie",
+                                    nameOfCookie(host) + "=" + token + "; Path=/; HttpOnly; SameSite=Strict");
     }
     return answer;
 }

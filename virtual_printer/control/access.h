@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace virtual_printer {
 
@@ -22,8 +23,9 @@ public:
     // The answer to a request that may not pass.
     [[nodiscard]] std::optional<HttpAnswer> refuse(const HttpRequest& request) const;
 
-    // The token as a cookie that a page of ours can have; a wrong one is refused.
-    [[nodiscard]] HttpAnswer logIn(const std::string& offered) const;
+    // The token as a cookie that a page of ours can have, with the port of this host in its name; a wrong one
+    // is refused.
+    [[nodiscard]] HttpAnswer logIn(const std::string& offered, std::string_view host) const;
 
 private:
     [[nodiscard]] bool isToken(const std::string& offered) const;

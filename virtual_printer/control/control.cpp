@@ -83,7 +83,7 @@ Outcome Control::find(const HttpRequest& request)
     if (request.method == "POST" && target.path == std::vector<std::string>{"session"}) {
         const Json body = parseBody(request.body);
         constexpr std::size_t longestToken = 1000;
-        return access.logIn(Members(body, "").text("token", "", 0, longestToken));
+        return access.logIn(Members(body, "").text("token", "", 0, longestToken), request.host);
     }
     std::string allowed;
     for (const Route& route : controlRoutes()) {

@@ -39,7 +39,8 @@ Outcome keepSnapshot(const Call& call)
     const Members members = call.members();
     members.allow({"name", "in"});
     const std::string name = members.text("name", "", 1, longestName);
-    call.snapshots.keep(name, placeIn(members), call.printer().station.printer.snapshot());
+    call.snapshots.keep(name, placeIn(members), call.printer().station.name,
+                        call.printer().station.printer.snapshot());
     constexpr int created = 201;
     return jsonAnswer({{"done", true}}, created);
 }

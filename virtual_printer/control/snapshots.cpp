@@ -114,7 +114,7 @@ std::filesystem::path Snapshots::fileOf(const std::string& name) const
     return file;
 }
 
-void Snapshots::keep(const std::string& name, Place place, Memory memory)
+void Snapshots::keep(const std::string& name, Place place, const std::string& printer, Memory memory)
 {
     requireName(name);
     if (place == Place::memory) {
@@ -123,7 +123,7 @@ void Snapshots::keep(const std::string& name, Place place, Memory memory)
                                  "There are " + std::to_string(mostInMemory) +
                                      " snapshots in memory, more are not kept; delete one first.");
         }
-        inMemory.insert_or_assign(name, std::move(memory));
+        inMemory.insert_or_assign(name, Kept{printer, std::move(memory)});
         return;
     }
     const std::filesystem::path file = fileOf(name);
@@ -155,7 +155,7 @@ void Snapshots::read(const std::string& name, Place place, const std::function<v
             if (found == inMemory.end()) {
                 throw noSuchSnapshot(name);
             }
-            reader(found->second);
+            reader(found->second.memory);
             return;
         }
         const std::filesystem::path file = fileOf(name);
@@ -185,8 +185,8 @@ void Snapshots::forget(const std::string& name, Place place)
 Json Snapshots::list() const
 {
     Json all = Json::array();
-    for (const auto& [name, memory] : inMemory) {
-        all.push_back({{"name", name}, {"in", "memory"}});
+    for (const auto& [name, kept] : inMemory) {
+        all.push_back({{"name", name}, {"in", "memory"}, {"printer", kept.printer}});
     }
     if (!data.empty()) {
         std::vector<std::string> names;

@@ -28,17 +28,24 @@ public:
     explicit Snapshots(std::filesystem::path dataFolder) : data(std::move(dataFolder)) {}
 
     // In the place of one of the same name, whole or not at all. All throw ControlRefusal.
-    void keep(const std::string& name, Place place, Memory memory);
+    void keep(const std::string& name, Place place, const std::string& printer, Memory memory);
     void read(const std::string& name, Place place, const std::function<void(const Memory&)>& reader);
     void forget(const std::string& name, Place place);
+    // Those in memory with the printer that was kept, which files outlive.
     [[nodiscard]] Json list() const;
 
 private:
+    struct Kept
+    {
+        std::string printer;
+        Memory memory;
+    };
+
     [[nodiscard]] std::filesystem::path folder() const;
     [[nodiscard]] std::filesystem::path fileOf(const std::string& name) const;
 
     std::filesystem::path data;
-    std::map<std::string, Memory> inMemory;
+    std::map<std::string, Kept> inMemory;
 };
 
 } // namespace virtual_printer

@@ -1,6 +1,7 @@
 #include "virtual_printer/printers/recorder.h"
 
 #include <algorithm>
+#include <array>
 
 namespace virtual_printer {
 namespace {
@@ -26,6 +27,17 @@ bool endsWithRefusal(std::string_view bytes)
 bool isAccepted(const Exchanged& exchanged)
 {
     return exchanged.refusal == Refusal::none && exchanged.isAcknowledged;
+}
+
+// It has begun a receipt or the day, or ended a receipt: the same bytes behind it mean something else.
+bool isBoundary(const Exchanged& exchanged)
+{
+    using telvofm::Command;
+    constexpr std::array boundaries{Command::sellingDayBegin, Command::paragonBegin, Command::paragonEnd,
+                                    Command::destroyParagon};
+    return exchanged.kind == Exchanged::Kind::request && exchanged.isExecuted &&
+           std::find(boundaries.begin(), boundaries.end(), static_cast<Command>(exchanged.command)) !=
+               boundaries.end();
 }
 
 // What the till was given for it is all, and it was something.
@@ -56,7 +68,7 @@ Exchanged Recorder::begin(Exchanged::Kind kind, std::string_view bytes, Time now
 }
 
 // The one before it that was refused or has had no answer; of those before that only what was carried out
-// without the till's knowing.
+// without the till's knowing, and in the same receipt.
 const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
 {
     bool isBefore = true;
@@ -70,6 +82,9 @@ const Exchanged* Recorder::findRepeated(const Exchanged& exchanged) const
         if (isSame(earlier, exchanged)) {
             const bool isRepeat = !isAccepted(earlier) && (isBefore || earlier.isExecuted);
             return isRepeat ? &earlier : nullptr;
+        }
+        if (isBoundary(earlier)) {
+            return nullptr;
         }
         isBefore = false;
     }

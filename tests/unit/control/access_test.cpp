@@ -64,9 +64,9 @@ TEST_F(AccessToControl, NeedsTheTokenFromAnywhere)
     request.authorization = std::string("Bearer ") + token;
     EXPECT_EQ(statusOf(withToken, request), 200);
     request.authorization.clear();
-    request.cookie = std::string("a=b; telvofm_token=") + token + "; c=d";
+    request.cookie = std::string("a=b; telvofm_token_9180=") + token + "; c=d";
     EXPECT_EQ(statusOf(withToken, request), 200);
-    request.cookie = std::string("xtelvofm_token=") + token;
+    request.cookie = std::string("xtelvofm_token_9180=") + token;
     EXPECT_EQ(statusOf(withToken, request), 401);
 }
 
@@ -99,11 +99,35 @@ TEST_F(AccessToControl, GivesAPageTheTokenAsACookie)
     EXPECT_EQ(noteDown("POST", "/session", request.body, answer).status, 200);
     EXPECT_THAT(answer.headers,
                 testing::ElementsAre(testing::Pair(
-                    "Set-Cookie", "telvofm_token=0123456789abcdef; Path=/; HttpOnly; SameSite=Strict")));
+                    "Set-Cookie", "telvofm_token_9180=0123456789abcdef; Path=/; HttpOnly; SameSite=Strict")));
     request.body = R"({"token": "0123456789abcdeX"})";
     const auto refused = std::get<HttpAnswer>(withToken.answer(request));
     EXPECT_EQ(noteDown("POST", "/session", request.body, refused).status, 401);
     EXPECT_TRUE(refused.headers.empty());
+}
+
+// A browser sends the cookies of a host to all of its ports: two programs there have two tokens.
+TEST_F(AccessToControl, KeepsTheTokensOfTwoPortsApart)
+{
+    HttpRequest request = requestFor("POST", "/session", R"({"token": "0123456789abcdef"})");
+    for (const auto& [host, cookie] : {std::pair{"till.example:9181", "telvofm_token_9181"},
+                                       {"[::1]:9182", "telvofm_token_9182"},
+                                       {"till.example", "telvofm_token_80"},
+                                       {"[::1]", "telvofm_token_80"},
+                                       {"till.example:1; Domain=example", "telvofm_token_80"},
+                                       {"till.example:99999", "telvofm_token_80"}}) {
+        request.host = host;
+        const auto answer = std::get<HttpAnswer>(withToken.answer(request));
+        EXPECT_THAT(answer.headers, testing::ElementsAre(testing::Pair(
+                                        "Set-Cookie", std::string(cookie) + "=" + token +
+                                                          "; Path=/; HttpOnly; SameSite=Strict")))
+            << host;
+    }
+    HttpRequest later = asking("till.example:9181");
+    later.cookie = std::string("telvofm_token_9180=fedcba9876543210; telvofm_token_9181=") + token;
+    EXPECT_EQ(statusOf(withToken, later), 200);
+    later.host = "till.example:9180";
+    EXPECT_EQ(statusOf(withToken, later), 401);
 }
 
 TEST_F(AccessToControl, RefusesUnknownPathsAndMethodsInASentence)

@@ -77,7 +77,8 @@ TEST_F(DocumentsUnderControl, AreGivenBackByASnapshot)
     EXPECT_EQ(state["position"]["document"], 1);
     payAndEnd("2.00");
     EXPECT_EQ(get(at("documents"))["documents"][1]["number"], 2);
-    EXPECT_EQ(get("/snapshots"), Json::parse(R"({"snapshots": [{"name": "open", "in": "memory"}]})"));
+    EXPECT_EQ(get("/snapshots"),
+              Json::parse(R"({"snapshots": [{"name": "open", "in": "memory", "printer": "printer"}]})"));
     EXPECT_EQ(ask("DELETE", "/snapshots/open").status, 200);
     EXPECT_THAT(refusedWith(404, post(at("restore"), R"({"name": "open"})")),
                 HasSubstr("no snapshot \"open\""));

@@ -153,6 +153,49 @@ TEST_F(TracedSession, KnowsTheTriesOfTcpAfterSilenceWithProbesBetween)
     EXPECT_EQ(again.repeatedAfter, seconds(3) + milliseconds(1));
 }
 
+// The next customer pays the same sum, or buys the same, and nothing of that is a repeat.
+TEST_F(TracedSession, TakesTheSameInAnotherReceiptForWhatIsNew)
+{
+    const std::string sold = item(0x24, "Chlieb", "1.00");
+    const std::string paid = request(0x30, {"0", "1", "1.00", "1.00", "0", "Hotovost"});
+    const std::string end = request(0x22, {"0", "0"});
+    const std::string destroy = request(0x2B, {"0", ""});
+    const auto nextReceipt = [&] {
+        const std::string begin = request(0x20, {"0", "1", "0", "0", "1", "0"});
+        return exchange(line, begin).isExecuted && exchange(line, sold).isExecuted;
+    };
+    exchange(line, day);
+    ASSERT_TRUE(nextReceipt());
+    line.take(paid, now); // carried out, and the till does not hear of it
+    exchange(line, end);
+    ASSERT_TRUE(nextReceipt());
+    EXPECT_EQ(exchange(line, paid).repeatOf, 0U);
+    line.take(end, now);
+    ASSERT_TRUE(nextReceipt());
+    exchange(line, paid);
+    EXPECT_EQ(exchange(line, end).repeatOf, 0U);
+    ASSERT_TRUE(nextReceipt());
+    line.take(paid, now);
+    exchange(line, destroy);
+    ASSERT_TRUE(nextReceipt());
+    EXPECT_EQ(exchange(line, paid).repeatOf, 0U);
+}
+
+TEST_F(TracedSession, FindsWhatWasCarriedOutInTheReceiptUntilThatIsEnded)
+{
+    openReceipt();
+    const std::string sold = item(0x24, "Chlieb", "1.00");
+    const std::string destroy = request(0x2B, {"0", ""});
+    line.take(sold, now);
+    const std::uint64_t lost = station.trace.end() - 1;
+    exchange(line, request(0x20, {"0", "1", "0", "0", "1", "0"})); // refused: it begins nothing
+    EXPECT_EQ(exchange(line, sold).repeatOf, lost);
+    line.take(destroy, now);
+    exchange(line, request(0x92, {"STATE"}));
+    exchange(line, "\x03");
+    EXPECT_EQ(exchange(line, destroy).repeatOf, lost + 3) << "the end itself is looked for";
+}
+
 // Over TCP a till that has heard nothing sends again by itself, on a serial line it gives up.
 TEST_F(TracedSession, TakesAnAnswerThatWasPutOffAndNeverCameForSilence)
 {

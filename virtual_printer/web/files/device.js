@@ -2,6 +2,7 @@
 import { at, patch, post, remove } from "./api.js";
 import { button, element, setText } from "./dom.js";
 import { isAwaited } from "./exchange.js";
+import { makeDisplays } from "./glass.js";
 
 const situations = {
     noDay: "No day is open",
@@ -12,7 +13,6 @@ const situations = {
     defiscalized: "Defiscalized: only read",
 };
 const lives = { training: "In training", fiscal: "Fiscal", defiscalized: "Defiscalized" };
-const displayColumns = 20;
 
 export const situationText = (state) => situations[state?.situation] ?? "";
 export const lifeText = (state) => lives[state?.life] ?? "";
@@ -36,13 +36,6 @@ export function troubleOf(printer) {
 export function todayText({ totals }) {
     const receipts = totals?.day.receipts ?? 0;
     return `${receipts} ${receipts === 1 ? "receipt" : "receipts"}, ${totals?.day.turnover ?? "0.00"} EUR`;
-}
-
-// Two lines of twenty, as the glass has them.
-export function onDisplay(text) {
-    const characters = [...text];
-    const rows = [characters.slice(0, displayColumns), characters.slice(displayColumns, 2 * displayColumns)];
-    return rows.map((row) => row.join("").padEnd(displayColumns));
 }
 
 function lamp(name) {
@@ -78,8 +71,7 @@ const endless = 1_000_000;
 const isBusySwitch = ({ ended, fault }) => !ended && fault.kind === "busy" && fault.requests === endless;
 
 export function makeDevice(printer, signal) {
-    const rows = [element("div"), element("div")];
-    const glass = element("div", { class: "glass", role: "img" }, rows);
+    const displays = makeDisplays(printer);
     const lamps = { ready: lamp("Ready"), paper: lamp("Paper"), cover: lamp("Cover"), busy: lamp("Busy") };
     const failure = element("p", { class: "failure", role: "alert" });
 
@@ -116,9 +108,7 @@ export function makeDevice(printer, signal) {
             return;
         }
         const { hardware } = state;
-        const lines = onDisplay(hardware.display);
-        lines.forEach((line, index) => setText(rows[index], line));
-        glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
+        displays.show();
         const isStopped = troubleOf(printer) !== "";
         lamps.ready.show(isStopped ? "bad" : state.situation === "overdue" ? "warn" : "good", isStopped ? "cannot print" : situationText(state));
         const fault = paperFault(printer);
@@ -145,7 +135,7 @@ export function makeDevice(printer, signal) {
     const body = element("section", { class: "device", "aria-label": "Printer" },
         element("div", { class: "slot", "aria-hidden": "true" }),
         element("div", { class: "panel" },
-            glass,
+            displays.made,
             element("ul", { class: "lamps", "aria-label": "Lamps" }, Object.values(lamps).map(({ made }) => made))),
         element("div", { class: "switches" }, paper.made, cover.made, busy.made),
         failure,

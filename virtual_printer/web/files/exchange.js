@@ -41,6 +41,11 @@ const putOff = new Set([
 export const isAwaited = ({ isOver, acknowledged, faults }) =>
     isOver === false && !acknowledged && faults.every((fault) => putOff.has(fault) || fault.includes(" did nothing: "));
 
+// Whether the till has the whole answer: of a reply it says so itself, an acceptance or an empty reply has left the printer.
+const isTold = ({ acknowledged, taken, answer }) => taken || (acknowledged && answer === "");
+// Of a reply it has the first block, and takes the others.
+const isReading = (exchange) => exchange.isOver === false && exchange.acknowledged && !isTold(exchange);
+
 // How it ended, in two words, and how good that is.
 export function outcomeOf(exchange) {
     if (isProbe(exchange)) {
@@ -52,8 +57,11 @@ export function outcomeOf(exchange) {
     if (isAwaited(exchange) && (exchange.executed || exchange.faults.length > 0)) {
         return { kind: "quiet", text: exchange.faults.length > 0 ? "waiting" : "answering" };
     }
+    if (isReading(exchange)) {
+        return { kind: "quiet", text: "answering" };
+    }
     if (exchange.executed) {
-        return exchange.acknowledged ? { kind: "good", text: "done" } : { kind: "warn", text: "done, till not told" };
+        return isTold(exchange) ? { kind: "good", text: "done" } : { kind: "warn", text: "done, till not told" };
     }
     if (exchange.acknowledged) {
         return exchange.faults.length > 0
@@ -82,8 +90,10 @@ export function storyOf(exchange, later = []) {
     } else if (!isProbe(exchange) && exchange.faults.length > 0) {
         story.push("The printer did not carry it out.");
     }
-    if (exchange.executed && !exchange.acknowledged && !isAwaited(exchange)) {
-        story.push("The till was not told: it cannot know whether this counts. It has to ask before it does anything twice.");
+    if (exchange.executed && !isTold(exchange) && !isReading(exchange) && !isAwaited(exchange)) {
+        story.push(exchange.committed
+            ? "The till was not told: it cannot know whether this counts. It has to ask before it does anything twice."
+            : `The till was not told${exchange.answer ? " all of the answer" : ""}.`);
     }
     const repeat = later.find(({ repeatOf }) => repeatOf === exchange.number);
     if (repeat) {

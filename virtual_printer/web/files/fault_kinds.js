@@ -12,6 +12,16 @@ export const parameterForms = {
     probes: { title: "Probes meanwhile", type: "choice", choices: ["ready", "busy", "ignored"] },
 };
 
+// Which of the requests that a command selects are hit, whatever the kind.
+export const selectionForms = [
+    { name: "fromCall", title: "From call", type: "number", min: 1, placeholder: "1" },
+    { name: "fromRequest", title: "From request", type: "number", min: 1, placeholder: "1" },
+    { name: "calls", title: "For so many calls", type: "number", min: 1 },
+    { name: "requests", title: "For so many requests", type: "number", min: 1, placeholder: "1" },
+    { name: "probability", title: "By chance, 0 to 1", type: "number", min: 0, max: 1, step: "any", placeholder: "always" },
+    { name: "seed", title: "Seed of the chance", type: "number", min: 0 },
+];
+
 export const faultKinds = {
     acknowledgeLost: { takes: ["probes"], does: "carried out, but the till is not told" },
     requestLost: { takes: ["probes"], does: "nothing is carried out and nothing answered" },

@@ -1,7 +1,7 @@
 // Faults and scenarios: what the printer is armed with, what it has done so far, and what can be armed.
 import { at, get, post, remove } from "./api.js";
 import { button, element, labelled, replaceChildren, setText } from "./dom.js";
-import { faultKinds, parameterForms, usualCommands } from "./fault_kinds.js";
+import { faultKinds, parameterForms, selectionForms, usualCommands } from "./fault_kinds.js";
 import { makeOutcome } from "./outcome.js";
 
 const counted = (number, what) => `${number} ${what}${number === 1 ? "" : "s"}`;
@@ -16,7 +16,7 @@ function inputFor(name, form) {
     const needed = name.endsWith("!");
     const input = form.type === "choice"
         ? element("select", {}, element("option", { value: "" }, "as usual"), form.choices.map((value) => element("option", { value }, value)))
-        : element("input", { type: form.type, min: form.min, max: form.max, placeholder: form.placeholder, required: needed });
+        : element("input", { type: form.type, min: form.min, max: form.max, step: form.step, placeholder: form.placeholder, required: needed });
     return { name: name.replace("!", ""), input, made: labelled(form.title, input) };
 }
 
@@ -28,15 +28,9 @@ function armForm(arm) {
     const kind = element("select", {}, Object.keys(faultKinds).map((name) => element("option", { value: name }, name)));
     const does = element("p", { class: "quiet" });
     const command = element("input", { list: "commands", placeholder: "every request" });
-    const selection = {
-        fromCall: element("input", { type: "number", min: 1, placeholder: "1" }),
-        calls: element("input", { type: "number", min: 1, placeholder: "" }),
-        requests: element("input", { type: "number", min: 1, placeholder: "1" }),
-    };
-    const ofKind = element("div", { class: "row" });
-    const ofSelection = element("div", { class: "row" },
-        labelled("Command", command), labelled("From call", selection.fromCall),
-        labelled("For so many calls", selection.calls), labelled("For so many requests", selection.requests));
+    const selection = selectionForms.map(({ name, ...form }) => inputFor(name, form));
+    const ofKind = element("div", { class: "selection" });
+    const ofSelection = element("div", { class: "selection" }, labelled("Command", command), selection.map(({ made }) => made));
     let parameters = [];
 
     function showKind() {
@@ -54,17 +48,9 @@ function armForm(arm) {
         on: {
             submit: (event) => {
                 event.preventDefault();
-                const fault = { kind: kind.value };
-                if (!ofSelection.hidden) {
-                    Object.assign(fault, command.value ? { command: command.value } : {});
-                    for (const [name, input] of Object.entries(selection)) {
-                        Object.assign(fault, input.value ? { [name]: Number(input.value) } : {});
-                    }
-                }
-                for (const parameter of parameters) {
-                    Object.assign(fault, parameter.input.value ? { [parameter.name]: valueOf(parameter) } : {});
-                }
-                arm(fault);
+                const all = ofSelection.hidden ? parameters : [{ name: "command", input: command }, ...selection, ...parameters];
+                const said = all.filter(({ input }) => input.value !== "").map((each) => [each.name, valueOf(each)]);
+                arm({ kind: kind.value, ...Object.fromEntries(said) });
             },
         },
     }, element("h3", {}, "Arm a fault"),
@@ -109,6 +95,7 @@ function scenarioList(arm, report) {
 export function makeFaults(sheet, printer, { showExchange }, signal) {
     const { said, say, act, report } = makeOutcome(printer);
     const list = element("ul", { class: "armed" });
+    const disarmAll = button("Disarm all", () => act("All faults are disarmed.", () => remove(at(printer.name, "faults"))));
     let told = []; // the numbers of the faults whose arming is told
     // A till may have met them before their arming is told.
     function forgetWhatHasEnded() {
@@ -132,18 +119,24 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
 
     function show() {
         forgetWhatHasEnded();
-        if (printer.faults.length === 0) {
-            replaceChildren(list, [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
-            return;
+        const place = [...list.children].findIndex((item) => item.contains(document.activeElement));
+        replaceChildren(list, printer.faults.length > 0 ? printer.faults.map(itemOf)
+            : [element("li", { class: "hint" }, "No fault is armed: the printer does what it should.")]);
+        if (place !== -1 && !list.contains(document.activeElement)) { // what had the focus is gone: the next one has it
+            const all = list.querySelectorAll(":scope > li > button");
+            (all[Math.min(place, all.length - 1)] ?? disarmAll).focus();
         }
-        replaceChildren(list, printer.faults.map(({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) => element("li", { class: ended ? "ended" : "" },
+    }
+
+    function itemOf({ number, fault, ended, requestsMet, requestsHit, callsHit, exchanges }) {
+        return element("li", { class: ended ? "ended" : "" },
             element("div", {},
                 element("b", {}, wordsFor(fault)),
                 element("p", {}, ended ? "Ended. " : "Armed. ",
                     `Met ${counted(requestsMet, "request")}, hit ${requestsHit} in ${counted(callsHit, "call")}. `,
                     exchanges.length > 0 && "Exchanges: ",
                     exchanges.slice(-8).map((exchange) => button(String(exchange), () => showExchange(exchange), { class: "link", "aria-label": `Exchange ${exchange}`, "data-key": `${number} ${exchange}` })))),
-            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }))));
+            button(ended ? "Remove" : "Disarm", () => act("Disarmed.", () => remove(at(printer.name, `faults/${number}`))), { "aria-label": `${ended ? "Remove" : "Disarm"} fault ${number}`, "data-key": number }));
     }
 
     const quick = [
@@ -156,8 +149,7 @@ export function makeFaults(sheet, printer, { showExchange }, signal) {
         element("div", { class: "quick", role: "group", "aria-label": "Usual troubles" }, quick.map(([title, fault]) => button(title, () => arm(fault)))),
         said,
         element("section", { class: "card" },
-            element("div", { class: "bar" }, element("h3", {}, "Armed"),
-                button("Disarm all", () => act("All faults are disarmed.", () => remove(at(printer.name, "faults"))))),
+            element("div", { class: "bar" }, element("h3", {}, "Armed"), disarmAll),
             list),
         armForm(arm), scenarioList(arm, report));
     printer.on("faults", show, signal);

@@ -54,8 +54,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                 return;
             }
             replaceChildren(body, documents.map(rowOf));
-            newer.disabled = skip === 0;
-            older.disabled = next === null;
+            allowTurning(skip > 0, next !== null);
             setText(range, documents.length > 0 ? `${skip + 1} to ${skip + documents.length}` : "");
             setText(empty, documents.length > 0 ? "" : "The journal has no such document.");
         } catch ({ message }) {
@@ -65,6 +64,17 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
             body.replaceChildren();
             setText(range, "");
             setText(empty, message);
+        }
+    }
+
+    // A button that can do nothing any more leaves the focus to the other one.
+    function allowTurning(toNewer, toOlder) {
+        const buttons = [newer, older];
+        const pressed = buttons.find((each) => each === document.activeElement);
+        newer.disabled = !toNewer;
+        older.disabled = !toOlder;
+        if (pressed?.disabled) {
+            (buttons.find((each) => !each.disabled) ?? wanted).focus();
         }
     }
 
@@ -92,6 +102,9 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
     }
 
     function close() {
+        if (preview.contains(document.activeElement)) {
+            (body.querySelector("[aria-current]") ?? wanted).focus();
+        }
         mark(0);
         preview.hidden = true;
         sheet.classList.remove("isOpen");
@@ -124,6 +137,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
         }
         preview.hidden = false;
         sheet.classList.add("isOpen");
+        preview.scrollIntoView({ block: "nearest" }); // on a narrow screen it is above what was pressed
     }
 
     const search = (event) => {

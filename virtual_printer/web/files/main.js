@@ -23,22 +23,30 @@ let run = null; // of the program
 let shown = null; // { name, tabs, stop }
 
 const isWatched = (printer) => shown !== null && (shown.name === null || shown.name === printer.name);
-// "#/bar/trace/17": the printer, the sheet, and the exchange that is to be shown at once.
+const decoded = (part) => {
+    try {
+        return decodeURIComponent(part);
+    } catch {
+        return ""; // somebody has typed it
+    }
+};
+// "#/bar/trace/17": the printer, the sheet, and the exchange, or in the journal the document, that is shown at once.
 function placeInAddress() {
-    const [, name = "", sheet = "", exchange = "0"] = window.location.hash.split("/").map(decodeURIComponent);
-    return { name, sheet, exchange: Number(exchange) };
+    const [, name = "", sheet = "", number = "0"] = window.location.hash.split("/").map(decoded);
+    return { name, sheet, number: Number(number) };
 }
 
 function showPrinter(printer, sheetName, signal) {
     let tabs = null;
     const goTo = (sheet) => { window.location.hash = `#/${encodeURIComponent(printer.name)}/${sheet}`; };
-    // The sheet is there before what is asked of it.
+    // The sheet is there before what is asked of it, and has the focus if it was on the sheet that goes.
     const onSheet = (name, action) => {
+        const takesFocus = document.activeElement.closest("[role=tabpanel]") !== null;
         tabs.show(name);
         goTo(name);
-        action(tabs.sheet(name));
+        action(tabs.sheet(name), takesFocus);
     };
-    const showExchange = (number) => onSheet("trace", (trace) => trace.show(number));
+    const showExchange = (number) => onSheet("trace", (trace, takesFocus) => trace.show(number, takesFocus));
     const roll = makeRoll(printer, {
         open: (position) => onSheet("journal", (journal) => journal.open(position)),
         showExchange,
@@ -79,8 +87,10 @@ function show() {
         shown.tabs = showPrinter(printer, sheet, stop.signal);
         printer.on("state", () => header.showFacts(printer), stop.signal);
         printer.on("totals", () => header.showFacts(printer), stop.signal);
-        if (sheet === "trace" && address.exchange > 0) {
-            shown.tabs.sheet(sheet).show(address.exchange);
+        if (sheet === "trace" && address.number > 0) {
+            shown.tabs.sheet(sheet).show(address.number);
+        } else if (sheet === "journal" && address.number > 0) {
+            shown.tabs.sheet(sheet).open(address.number);
         }
     } else {
         makeOverview(place, printers, stop.signal);
@@ -137,6 +147,10 @@ whenLocked(() => askForToken(() => {
     load();
 }));
 window.addEventListener("hashchange", show);
+document.querySelector(".skip").addEventListener("click", (event) => {
+    event.preventDefault(); // it is no address of the page
+    place.focus();
+});
 document.addEventListener("visibilitychange", () => printers.filter(isWatched).forEach((printer) => printer.look()));
 setInterval(() => {
     const printer = printers.find(({ name }) => name === shown?.name);

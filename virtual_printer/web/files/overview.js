@@ -1,6 +1,7 @@
 // Several printers side by side: each with its display, its lamps and the end of its paper.
 import { element, setText } from "./dom.js";
-import { letsWait, onDisplay, situationText, todayText, troubleOf } from "./device.js";
+import { letsWait, situationText, todayText, troubleOf } from "./device.js";
+import { makeDisplays } from "./glass.js";
 import { makeRoll } from "./roll.js";
 
 export function makeOverview(place, printers, signal) {
@@ -8,24 +9,22 @@ export function makeOverview(place, printers, signal) {
         element("div", { class: "overview" }, printers.map((printer) => {
             const state = element("span", { class: "situation" });
             const sums = element("p", { class: "quiet" });
-            const rows = [element("div"), element("div")];
-            const glass = element("div", { class: "glass", role: "img" }, rows);
+            const displays = makeDisplays(printer);
             const address = `#/${encodeURIComponent(printer.name)}/trace`;
             const show = () => {
                 if (!printer.state) {
                     return;
                 }
-                const { hardware, situation } = printer.state;
+                const { situation } = printer.state;
                 const trouble = troubleOf(printer);
                 const isBusy = letsWait(printer);
                 state.dataset.kind = trouble ? "bad" : isBusy || situation === "overdue" ? "warn" : "good";
                 setText(state, trouble || (isBusy ? "Busy: lets tills wait" : situationText(printer.state)));
-                onDisplay(hardware.display).forEach((line, index) => setText(rows[index], line));
-                glass.setAttribute("aria-label", `Customer display: ${hardware.display || "dark"}`);
+                displays.show();
                 setText(sums, todayText(printer));
             };
             const roll = makeRoll(printer, {
-                open: () => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal`; },
+                open: (position) => { window.location.hash = `#/${encodeURIComponent(printer.name)}/journal/${position}`; },
                 showExchange: (number) => { window.location.hash = `${address}/${number}`; },
             }, signal);
             printer.on("state", show, signal);
@@ -34,6 +33,6 @@ export function makeOverview(place, printers, signal) {
             show();
             return element("section", { class: "card printer", "aria-label": printer.name },
                 element("div", { class: "bar" }, element("h3", {}, element("a", { href: address }, printer.name)), state),
-                sums, glass, roll.element, element("div", { class: "slot", "aria-hidden": "true" }));
+                sums, displays.made, roll.element, element("div", { class: "slot", "aria-hidden": "true" }));
         })));
 }

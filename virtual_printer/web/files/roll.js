@@ -5,7 +5,7 @@ import { drawLine } from "./paper.js";
 // `open` is called with the place in the journal of a document, `showExchange` with the number of an exchange.
 export function makeRoll(printer, { open, showExchange }, signal) {
     const hint = element("p", { class: "hint" }, "Nothing is printed yet. Begin a day and sell something.");
-    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-description": "Up and down choose lines, Enter shows the exchange that printed them", "aria-live": "off", tabindex: "0" }, hint);
+    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-description": "Up and down choose lines, Enter shows the exchange that printed them, O opens their document", "aria-live": "off", tabindex: "0" }, hint);
     const elements = new Map(); // by the number of the line
     let slip = null;
     let slipOf = null;
@@ -24,7 +24,8 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
     });
 
-    // Up and down choose what one exchange has printed, Enter shows the exchange.
+    // Up and down choose what one exchange has printed, Enter shows the exchange, O opens the document. The buttons at
+    // each document are for who points: with hundreds of them Tab would never reach the end of the paper.
     let current = 0;
     paper.addEventListener("keydown", (event) => {
         const all = [...new Set([...paper.querySelectorAll("[data-exchange]")].map((line) => Number(line.dataset.exchange)))];
@@ -36,9 +37,15 @@ export function makeRoll(printer, { open, showExchange }, signal) {
             const at = all.indexOf(current);
             current = all.at(at === -1 ? -1 : Math.min(Math.max(at + step, 0), all.length - 1));
             markExchange(current, true);
+            tellAloud(marked.map((line) => line.textContent.trim()).join(", "));
             event.preventDefault();
         } else if (event.key === "Enter" && all.includes(current)) {
             showExchange(current);
+        } else if (event.key.toLowerCase() === "o" && !event.ctrlKey && !event.metaKey && !event.altKey) {
+            const position = Number(marked[0]?.closest(".slip.isCut")?.dataset.document ?? 0);
+            if (position > 0) { // the journal has it
+                open(position);
+            }
         }
     });
 
@@ -58,7 +65,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         slipOf = line.document;
         const tools = element("div", { class: "tools" });
         if (line.exchange > 0) {
-            tools.append(button("Trace", () => showExchange(line.exchange), { "aria-label": `Show what printed document ${line.document}` }));
+            tools.append(button("Trace", () => showExchange(line.exchange), { tabindex: -1, "aria-label": `Show what printed document ${line.document}` }));
         }
         slip = element("article", { class: "slip", "data-document": line.document }, tools);
         slip.style.setProperty("--columns", line.columns);
@@ -67,7 +74,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
 
     function endSlip(line, isFresh) {
         if (line.document > 0) { // from now on the journal has it
-            slip.firstChild.prepend(button("Open", () => open(line.document), { "aria-label": `Open document ${line.document}` }));
+            slip.firstChild.prepend(button("Open", () => open(line.document), { tabindex: -1, "aria-label": `Open document ${line.document}` }));
         }
         slip.classList.add("isCut");
         slip = null;

@@ -1,6 +1,6 @@
 // What a tester does with a session: keep it, go back, start anew, move the clock, take everything away as a file.
 import { at, get, getText, patch, post } from "./api.js";
-import { button, download, element, labelled, setText } from "./dom.js";
+import { button, download, element, labelled, replaceChildren, setText } from "./dom.js";
 import { makeOutcome } from "./outcome.js";
 
 async function everyPage(path, list) {
@@ -11,6 +11,13 @@ async function everyPage(path, list) {
         skip = page.next;
     }
     return all;
+}
+
+// "bar-morning", "bar-morning-2" ...: a name that no snapshot has.
+function freeName(printer, kept) {
+    const first = `${printer.replaceAll(/[^A-Za-z0-9_-]/g, "-").slice(0, 50)}-morning`;
+    const names = [first, ...kept.map((each, index) => `${first}-${index + 2}`)];
+    return names.find((each) => !kept.some(({ name }) => name === each));
 }
 
 export function makeSession(sheet, printer, signal) {
@@ -28,18 +35,35 @@ export function makeSession(sheet, printer, signal) {
     const exportTrace = () => act("The trace is saved as a file.", async () =>
         download(`${printer.name}-trace.jsonl`, "application/x-ndjson", await getText(path("trace"))));
 
-    const name = element("input", { value: "morning", required: true, maxlength: 40 });
+    const name = element("input", { maxlength: 64 });
     const snapshots = element("ul", { class: "armed" });
+    // Names are those of the program, whichever printer keeps something.
+    const listed = async () => (await get("/snapshots")).snapshots;
+    const saysWhere = ({ in: where, printer: whose }) => where === "file" ? "in a file" : `of ${whose}, in memory`;
+    const goBack = (snapshot) => {
+        const { name: to, in: where, printer: whose } = snapshot;
+        const isOther = whose !== undefined && whose !== printer.name;
+        const question = `${isOther ? `"${to}" is what ${whose} has kept. ` : ""}What ${printer.name} is now is lost, unless another snapshot has it. Go back to "${to}"?`;
+        return window.confirm(question) && act(`It is as it was at "${to}".`, () => post(path("restore"), { name: to, in: where }));
+    };
     async function showSnapshots() {
-        const { snapshots: kept } = await get("/snapshots");
-        snapshots.replaceChildren(...kept.map((snapshot) => element("li", {},
-            element("div", {}, element("b", {}, snapshot.name), element("p", {}, snapshot.in === "file" ? "in a file" : "in memory")),
-            button("Go back to it", () => act(`It is as it was at "${snapshot.name}".`, () => post(path("restore"), snapshot)), { "aria-label": `Go back to ${snapshot.name}` }))));
+        const kept = await listed();
+        replaceChildren(snapshots, kept.map((snapshot) => element("li", {},
+            element("div", {}, element("b", {}, snapshot.name), element("p", {}, saysWhere(snapshot))),
+            button("Go back to it", () => goBack(snapshot), { "aria-label": `Go back to ${snapshot.name}`, "data-key": `${snapshot.in} ${snapshot.name}` }))));
+        name.placeholder = freeName(printer.name, kept);
     }
-    const keep = (event) => {
+    const keep = async (event) => {
         event.preventDefault();
-        return act(`Kept as "${name.value}".`, async () => {
-            await post(path("snapshots"), { name: name.value, in: "memory" });
+        const kept = await listed().catch(() => []);
+        const chosen = name.value || freeName(printer.name, kept);
+        const other = kept.find((each) => each.name === chosen && each.in === "memory");
+        if (other && !window.confirm(`There is "${chosen}" already, ${saysWhere(other)}. Put this one in its place?`)) {
+            return;
+        }
+        await act(`Kept as "${chosen}".`, async () => {
+            await post(path("snapshots"), { name: chosen, in: "memory" });
+            name.value = "";
             await showSnapshots();
         });
     };

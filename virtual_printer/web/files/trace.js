@@ -184,13 +184,16 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     }
 
     // An exchange that is not in the list any more is fetched.
-    async function show(number) {
+    async function show(number, takesFocus = false) {
         wanted.value = "";
         if (!find(number)) {
             const [found] = await getLines(at(printer.name, `trace?after=${number - 1}&limit=1`)).catch(() => []);
             if (found?.number !== number) {
                 setText(empty, `The trace no longer has exchange ${number}.`);
                 empty.hidden = false;
+                if (takesFocus) {
+                    wanted.focus();
+                }
                 return;
             }
             fetched = found;
@@ -201,7 +204,11 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             drawOlder(waiting);
         }
         showPaper(number, true);
-        rows.get(number).row.scrollIntoView({ block: "center" });
+        const { row } = rows.get(number);
+        row.scrollIntoView({ block: "center" });
+        if (takesFocus) {
+            row.querySelector("button").focus({ preventScroll: true });
+        }
     }
 
     sheet.append(

@@ -5,11 +5,10 @@ from tests_of_library import Runner
 
 def judge_alone(judge, mutant, library, build, work, programs, mutants):
     source = (library.top / mutant.file).read_bytes().decode("latin-1")
-    changed = source[:mutant.start] + mutant.text + source[mutant.end:]
     place = work / "alone"
     path = place / "tree" / mutant.file
     path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_bytes(changed.encode("latin-1"))
+    path.write_bytes(mutant.alone_in(source).encode("latin-1"))
     made = place / "changed.o"
     _, compiled = library.compile(mutant.file, made, path)
     if compiled.returncode:

@@ -6,6 +6,8 @@ import threading
 import time
 
 CONFIRMED_FOR = 30  # seconds
+FIRST_TESTS = 30  # of a mutant, before the compilers are asked whether it is one
+DONE = ("killed", "equal")
 
 
 class Results:
@@ -18,8 +20,8 @@ class Results:
                 entry = json.loads(line)
                 self.by_key[entry["key"]] = entry
 
-    def is_killed(self, mutant):
-        return self.by_key.get(mutant.key, {}).get("outcome") == "killed"
+    def is_done(self, mutant):
+        return self.by_key.get(mutant.key, {}).get("outcome") in DONE
 
     def add(self, mutant, outcome, test, seconds):
         entry = {"key": mutant.key, "outcome": outcome, "test": test, "seconds": round(seconds, 2), "mutant": mutant.describe()}
@@ -30,8 +32,8 @@ class Results:
 
 
 class Judge:
-    def __init__(self, tests, results, most_tests):
-        self.tests, self.results, self.most_tests = tests, results, most_tests
+    def __init__(self, tests, results, most_tests, proves_equal=lambda mutant: False):
+        self.tests, self.results, self.most_tests, self.proves_equal = tests, results, most_tests, proves_equal
         self.killers = collections.defaultdict(list)  # by function: tests that have killed there, the last one first
         self.passed_at = {}  # without a mutant
         self.wavering = collections.Counter()
@@ -41,7 +43,7 @@ class Judge:
         reaching = [test for test in self.tests if number in test.reached]
         reaching.sort(key=lambda test: test.seconds * math.sqrt(len(test.reached)))
         before = [test for test in self.killers[(mutant.file, mutant.function)][:4] if number in test.reached]
-        return list(dict.fromkeys([test.name for test in before + reaching])), {test.name: test for test in reaching}
+        return list({test.name: test for test in before + reaching}.values())
 
     def fails_only_with(self, runner, test, ended):
         """The same test passes without the mutant: its failure was not that of a busy machine."""
@@ -54,19 +56,28 @@ class Judge:
             self.wavering[test.name] += 1
         return passed
 
+    def killer(self, runner, mutant, number, tests, plain):
+        """The first test that fails with the mutant, and whether it was ended."""
+        for test in tests:
+            passed, ended = runner.passes(test, number)
+            if not passed and self.fails_only_with(plain, test, ended):
+                killers = self.killers[(mutant.file, mutant.function)]
+                if test in killers:
+                    killers.remove(test)
+                killers.insert(0, test)
+                return test.name + (" (time limit)" if ended else "")
+        return None
+
     def judge(self, runner, mutant, number, plain=None):
         """`plain` runs the tests without the mutant, where `runner` cannot turn it off."""
         started = time.monotonic()
-        names, tests = self.order(mutant, number)
-        for name in names[:self.most_tests]:
-            passed, ended = runner.passes(tests[name], number)
-            if not passed and self.fails_only_with(plain or runner, tests[name], ended):
-                killers = self.killers[(mutant.file, mutant.function)]
-                if tests[name] in killers:
-                    killers.remove(tests[name])
-                killers.insert(0, tests[name])
-                self.results.add(mutant, "killed", name + (" (time limit)" if ended else ""), time.monotonic() - started)
-                return
-        outcome = "survived" if len(names) <= self.most_tests else "undecided"
-        self.results.add(mutant, outcome if names else "not reached", f"{min(len(names), self.most_tests)} of {len(names)} tests pass",
-                         time.monotonic() - started)
+        reaching = self.order(mutant, number)
+        tests = reaching[:self.most_tests]
+        outcome, told = "killed", self.killer(runner, mutant, number, tests[:FIRST_TESTS], plain or runner)
+        if not told and self.proves_equal(mutant):
+            outcome, told = "equal", "the compiler makes the same code"
+        told = told or self.killer(runner, mutant, number, tests[FIRST_TESTS:], plain or runner)
+        if not told:
+            outcome = "not reached" if not reaching else "survived" if tests == reaching else "undecided"
+            told = f"{len(tests)} of {len(reaching)} tests pass"
+        self.results.add(mutant, outcome, told, time.monotonic() - started)

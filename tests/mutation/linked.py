@@ -3,7 +3,12 @@ import re
 import shutil
 import subprocess
 
-INSIDE = ("link/", "device/", "commands/", "graphics/")
+from syntax import INSIDE
+from woven_library import INLINE
+
+
+def is_inside(source):
+    return source.split("/")[0] in INSIDE
 
 
 def link(command, **more):
@@ -38,7 +43,8 @@ def program(library, build, command, target, replaced={}):
     first = []
     if "libtelvofm_inside.a" in command:
         first = [str(replaced.get(source) or library.object_of(source)) for source in library.sources
-                 if source.startswith(INSIDE) and "_posix" not in source]
+                 if is_inside(source) and "_posix" not in source]
+        first.append(str(library.object_of(INLINE)))
     for source in library.sources:  # the library's own files in a test
         command = re.sub(rf"\S*__/{re.escape(source)}\.o|\S*/{re.escape(source)}\.o(?=\s)",
                          lambda _, source=source: str(replaced.get(source) or library.object_of(source)), command)
@@ -51,7 +57,7 @@ def program(library, build, command, target, replaced={}):
 def archive(library, target, replaced={}):
     path = target / "inside.a"
     path.unlink(missing_ok=True)
-    objects = [str(replaced.get(source) or library.object_of(source)) for source in library.sources if source.startswith(INSIDE)]
+    objects = [str(replaced.get(source) or library.object_of(source)) for source in library.sources if is_inside(source)]
     link(["ar", "rcs", str(path), *objects])
 
 
@@ -65,4 +71,5 @@ def link_all(library, build, target, programs, replaced={}):
         if name in inside:
             program(library, build, inside[name], target / name, replaced)
         else:
+            (target / name).unlink(missing_ok=True)  # a test of a run that was ended may still be at it
             shutil.copy2(build / name, target / name)

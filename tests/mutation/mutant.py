@@ -22,6 +22,12 @@ class Mutant:
         before, after = shortened(self.original), shortened(self.text) or "nothing"
         return f"{self.file}, {self.function}, {self.kind}: `{before}` becomes `{after}`"
 
+    def alone_in(self, source):
+        """The text of its file as if somebody had written the mutant there, and no other."""
+        text, before = self.text.replace("MUTANT", "true"), source[self.start:self.end]
+        written = {"expression": f"({text})", "statement": f"{{ {text} }}", "after": f"{before} {text}"}.get(self.form, text)
+        return source[:self.start] + written + source[self.end:]
+
 
 def shortened(text, most=150):
     text = re.sub(r"\s+", " ", text).strip()

@@ -22,6 +22,7 @@ from linked import link_all
 from made import kept_mutants
 from recording import record
 from report import judged_survivors, report
+from same_code import SameCode
 from syntax import TOP, own_files
 from tests_of_library import Runner, library_tests
 from woven_library import HERE, OPTIONS, WovenLibrary, precompiled
@@ -31,7 +32,7 @@ def options():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("--at-once", type=int, default=2, help="so many tests at once")
     parser.add_argument("--most-tests", type=int, default=100000, help="so many tests of a mutant, and no more")
-    parser.add_argument("--sample", type=int, help="so many mutants, drawn at random")
+    parser.add_argument("--sample", type=int, help="so many mutants, drawn at random: the same ones for a seed")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--seconds", type=float, default=1e9, help="begin no mutant later than this")
     parser.add_argument("--only", default="", help="mutants whose key or description has this")
@@ -79,20 +80,21 @@ def main():
         reached.unlink(missing_ok=True)
     tests, failing = record(tests, work, work / "linked", max(4, given.at_once))
     woven = [one for one in mutants if one not in library.left_out and one.form != "alone"]
+    alone = [one for one in mutants if one.form == "alone"] if given.sample is None else []
     results = Results(work / "results.jsonl")
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
     listed = judged_survivors(HERE / "survivors.md")
-    wanted = [one for one in woven if re.search(given.only, f"{one.key} {one.describe()}") and not results.is_killed(one)
-              and not (one.key in listed and one.key in results.by_key)]
-    random.Random(given.seed).shuffle(wanted)
+    asked = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]
+    random.Random(given.seed).shuffle(asked)
+    asked = asked[:given.sample]
+    wanted = [one for one in asked if not results.is_done(one) and not (one.key in listed and one.key in results.by_key)]
     wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
-    judge = Judge(tests, results, given.most_tests)
-    judge_all(judge, wanted[:given.sample], work, work / "linked", given)
-    alone = [one for one in mutants if one.form == "alone"]
-    for one in alone if given.sample is None else []:
-        if re.search(given.only, f"{one.key} {one.describe()}") and not results.is_killed(one):
+    judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)
+    judge_all(judge, [one for one in wanted if one.form != "alone"], work, work / "linked", given)
+    for one in wanted:
+        if one.form == "alone":
             judge_alone(judge, one, library, build, work, programs, woven)
-    sys.exit(report(woven + alone, results, HERE / "survivors.md", judge.wavering))
+    sys.exit(report(asked, mutants, results, listed, judge.wavering))
 
 
 main()

@@ -2,6 +2,8 @@
 import collections
 import re
 
+from judgement import DONE
+
 WANTED = 0.97
 
 
@@ -11,29 +13,34 @@ def judged_survivors(path):
     return dict(re.findall(r"^- `([0-9a-f]{10})` (.*)$", text, re.M))
 
 
-def report(mutants, results, survivors, wavering):
-    listed = judged_survivors(survivors)
+def report(asked, mutants, results, listed, wavering):
     by_room = collections.defaultdict(collections.Counter)
     open_ones = []
-    for one in mutants:
+    for one in asked:
         entry = results.by_key.get(one.key)
         outcome = entry["outcome"] if entry else "not judged"
-        if outcome not in ("killed", "not judged") and one.key in listed:
-            outcome = "judged in writing"
-        elif outcome not in ("killed", "not judged"):
+        if outcome not in (*DONE, "not judged"):
+            outcome = "judged in writing" if one.key in listed else "open"
+        if outcome == "open":
             open_ones.append((one, entry))
         by_room[one.file.split("/")[0]][outcome] += 1
         by_room["all"][outcome] += 1
     for one, entry in open_ones:
         print(f"{entry['outcome']}: {one.key} {one.file}:{one.line} {one.describe()} ({entry['test']})")
-    print(f"{'room':<10}{'killed':>8}{'judged in writing':>19}{'open':>6}{'not judged':>12}{'killed of judged':>18}")
+    print(f"{'room':<10}{'killed':>8}{'judged in writing':>19}{'open':>6}{'proven equal':>14}{'not judged':>12}{'killed of the others':>22}")
     for room, counts in by_room.items():
-        judged = sum(counts.values()) - counts["not judged"]
-        unjudged = judged - counts["killed"] - counts["judged in writing"]
-        share = counts["killed"] / judged if judged else 0
-        print(f"{room:<10}{counts['killed']:>8}{counts['judged in writing']:>19}{unjudged:>6}{counts['not judged']:>12}{share:>17.2%}")
+        print(f"{room:<10}{counts['killed']:>8}{counts['judged in writing']:>19}{counts['open']:>6}{counts['equal']:>14}"
+              f"{counts['not judged']:>12}{share_killed(counts):>22.2%}")
+    keys = {one.key for one in mutants}
+    for key in listed:
+        if key not in keys or results.by_key.get(key, {}).get("outcome") in DONE:
+            print(f"survivors.md: {key} is no survivor any more")
     if wavering:
         print("failed without a mutant too, and were not believed:", dict(wavering))
-    everything = by_room["all"]
-    judged = sum(everything.values()) - everything["not judged"]
-    return 0 if judged and not open_ones and everything["killed"] / judged >= WANTED else 1
+    return 0 if not open_ones and share_killed(by_room["all"]) >= WANTED else 1
+
+
+def share_killed(counts):
+    """Of those that were judged and that no compiler has proven to change nothing."""
+    judged = counts["killed"] + counts["judged in writing"] + counts["open"]
+    return counts["killed"] / judged if judged else 0

@@ -6,7 +6,8 @@ import clang.cindex
 from clang.cindex import CursorKind
 
 TOP = pathlib.Path(__file__).resolve().parent.parent.parent
-ROOMS = ("api", "link", "device", "commands", "graphics")
+INSIDE = ("link", "device", "commands", "graphics")
+ROOMS = ("api", *INSIDE)
 FUNCTIONS = (CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRUCTOR, CursorKind.DESTRUCTOR,
              CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION)
 SCOPES = (CursorKind.NAMESPACE, CursorKind.CLASS_DECL, CursorKind.STRUCT_DECL, CursorKind.CLASS_TEMPLATE,

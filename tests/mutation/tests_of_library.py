@@ -7,7 +7,6 @@ import signal
 import subprocess
 import time
 
-FOLDERS = ("tests/unit", "tests/system")
 LARGEST = 4 << 30  # bytes of memory, and a sixteenth of that in a file
 
 

@@ -11,7 +11,9 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 from judgement import Judge, Results  # noqa: E402
 from made import all_mutants  # noqa: E402
+from mutant import Mutant  # noqa: E402
 from recording import record  # noqa: E402
+from same_code import SameCode  # noqa: E402
 from tests_of_library import Runner, Test  # noqa: E402
 from woven_library import OPTIONS, WovenLibrary, precompiled  # noqa: E402
 
@@ -43,7 +45,8 @@ class Tool(unittest.TestCase):
         tests, failing = record(tests, work, work / "linked", 1)
         assert not failing, failing
         results = Results(work / "results.jsonl")
-        judge, runner = Judge(tests, results, 100), Runner(work / "work", work / "linked")
+        judge = Judge(tests, results, 100, SameCode(HERE / "toy", ["link/largest.cpp"], work).proves_equal)
+        runner = Runner(work / "work", work / "linked")
         for one in cls.mutants:
             judge.judge(runner, one, one.number)
         cls.results = Results(work / "results.jsonl")  # read again, as a run that goes on does
@@ -66,17 +69,57 @@ class Tool(unittest.TestCase):
         self.assertEqual(self.outcome("larger", "one < other", "true"), "killed")
         self.assertEqual(self.outcome("larger", "one", "(one) + 1"), "killed")
 
-    def test_what_changes_nothing_survives(self):
-        self.assertEqual(self.outcome("larger", "one < other", "one <= other"), "survived")
+    def test_what_changes_nothing_is_proven_equal(self):
+        self.assertEqual(self.outcome("larger", "one < other", "one <= other"), "equal")
+        self.assertEqual(self.outcome("bounded", "positive < most", "positive <= most"), "equal")
 
     def test_what_no_test_sees_survives(self):
         self.assertEqual(self.outcome("bounded", "0", "0 + 1"), "survived")
-        self.assertEqual(self.outcome("bounded", "positive < most", "positive <= most"), "survived")
 
     def test_only_tests_that_reach_a_mutant_are_run(self):
         told = {one.function: self.results.by_key[one.key]["test"] for one in self.mutants
                 if self.results.by_key[one.key]["outcome"] == "survived"}
-        self.assertEqual(told, {"larger": "2 of 2 tests pass", "bounded": "1 of 1 tests pass"})
+        self.assertEqual(told, {"bounded": "1 of 1 tests pass"})
+
+
+class ProofOfACompiler(unittest.TestCase):
+    HEADER = "inline unsigned half(unsigned number) { return number / 2; }\n"
+    READS_IT = '#include "link/half.h"\nunsigned {}(unsigned number) {{ return half(number) + {}; }}\n'
+    FILES = {"link/half.h": HEADER, "link/indirect.h": '#include "link/half.h"\n', "link/whole.cpp": "int whole() { return 1; }\n",
+             "link/one.cpp": READS_IT.format("one", 1), "link/two.cpp": READS_IT.format("two", 2).replace("half.h", "indirect.h")}
+
+    def setUp(self):
+        temporary = tempfile.TemporaryDirectory()
+        self.addCleanup(temporary.cleanup)
+        self.top = pathlib.Path(temporary.name)
+        (self.top / "link").mkdir()
+        for name, text in self.FILES.items():
+            (self.top / name).write_text(text)
+        self.same_code = SameCode(self.top, self.FILES, self.top)
+
+    def is_equal(self, file, original, text, form="expression"):
+        start = self.FILES[file].index(original)
+        return self.same_code.proves_equal(Mutant(file, start, start + len(original), form, text, "", "", original, 1))
+
+    def test_a_header_is_part_of_all_that_read_it(self):
+        self.assertEqual(self.same_code.readers("link/half.h"), ["link/one.cpp", "link/two.cpp"])
+        self.assertEqual(self.same_code.readers("link/whole.cpp"), ["link/whole.cpp"])
+
+    def test_a_mutant_of_a_header_is_looked_at_in_its_readers(self):
+        self.assertTrue(self.is_equal("link/half.h", "number / 2", "number >> 1"))
+        self.assertFalse(self.is_equal("link/half.h", "number / 2", "number / 3"))
+
+    def test_every_form_of_a_mutant(self):
+        self.assertTrue(self.is_equal("link/whole.cpp", "return 1;", "return 2 - 1;", "statement"))
+        self.assertTrue(self.is_equal("link/whole.cpp", "int whole() {", "if (!MUTANT) { return 2; }", "after"))
+        self.assertFalse(self.is_equal("link/whole.cpp", "int whole() {", "if (MUTANT) { return 2; }", "after"))
+        self.assertTrue(self.is_equal("link/whole.cpp", "return 1;", "if (MUTANT) return 1; return 3;", "rewritten"))
+        self.assertFalse(self.is_equal("link/whole.cpp", "1", "0", "alone"))
+
+    def test_what_does_not_compile_or_nobody_reads_is_proven_nothing(self):
+        self.assertFalse(self.is_equal("link/whole.cpp", "1", "nothing"))
+        self.same_code.texts = {"link/half.h": self.HEADER}
+        self.assertFalse(self.is_equal("link/half.h", "number / 2", "number >> 1"))
 
 
 unittest.main()

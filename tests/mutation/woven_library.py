@@ -5,10 +5,11 @@ import os
 import re
 import subprocess
 
-from syntax import ROOMS, TOP
+from syntax import INSIDE, ROOMS, TOP
 from weave import Woven
 
 OPTIONS = ("-std=c++20", "-O0", "-fPIC", "-fvisibility=hidden", "-fvisibility-inlines-hidden", "-w", "-DTELVOFM_BUILDING")
+INLINE = "inline_functions.cpp"  # all of the headers, as the tests call some that the library does not
 HERE = TOP / "tests/mutation"
 AT_ONCE = int(os.environ.get("TELVOFM_JOBS", "2"))
 
@@ -47,6 +48,8 @@ class WovenLibrary:
         for file in {"api/telvofm.h", *(str(path.relative_to(top)) for room in ROOMS for path in (top / room).rglob("*.h"))} - set(files):
             if (top / file).exists():
                 write_if_changed(self.tree / file, (top / file).read_bytes())
+        inside = [file for file in files if file.endswith(".h") and file.split("/")[0] in INSIDE]
+        write_if_changed(self.tree / INLINE, "".join(f'#include "{file}"\n' for file in inside).encode())
         self.objects.mkdir(parents=True, exist_ok=True)
         self.options = [*OPTIONS, *precompiled(folder), f"-I{self.tree}", f"-I{top}"]
 
@@ -59,7 +62,7 @@ class WovenLibrary:
         return not made.exists() or any(path.stat().st_mtime >= made.stat().st_mtime for path in read)
 
     def compile(self, source, object_file=None, path=None):
-        command = ["clang++", *self.options, "-ferror-limit=0", "-fno-caret-diagnostics", "-c", str(path or self.tree / source),
+        command = ["clang++", *self.options, *["-femit-all-decls"] * (source == INLINE), "-ferror-limit=0", "-fno-caret-diagnostics", "-c", str(path or self.tree / source),
                    "-o", str(object_file or self.object_of(source))]
         return source, subprocess.run(command, capture_output=True, text=True, errors="replace")
 
@@ -90,7 +93,8 @@ class WovenLibrary:
         woven = {file: weave(self.top, self.tree, file, mutants) for file, mutants in self.mutants.items()}
         for file, one in woven.items():
             self.leave_out(file, one.left_out)
-        waiting = [source for source in self.sources if self.is_stale(source)]
+        everything = [*self.sources, INLINE]
+        waiting = [source for source in everything if self.is_stale(source)]
         for _ in range(40):
             with concurrent.futures.ThreadPoolExecutor(AT_ONCE) as several:
                 failed = [(source, result.stderr) for source, result in several.map(self.compile, waiting) if result.returncode]
@@ -102,5 +106,5 @@ class WovenLibrary:
                 raise SystemExit(failed[0][1][:3000])
             changed = [file for file, mutants in self.mutants.items() if len(mutants) != before[file]]
             woven.update({file: weave(self.top, self.tree, file, self.mutants[file]) for file in changed})
-            waiting = self.sources if any(file.endswith(".h") for file in changed) else [source for source, _ in failed]
+            waiting = everything if any(file.endswith(".h") for file in changed) else [source for source, _ in failed]
         raise SystemExit("some mutants still do not compile:\n" + failed[0][1][:3000])

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <filesystem>
 #include <future>
 #include <netinet/in.h>
@@ -165,6 +166,34 @@ TEST_F(HeldLink, ThatIsStillConnectingIsClosedWithinAStep)
     EXPECT_LT(closingTime(), step + margin);
     EXPECT_EQ(opening.wait_for(step + margin), std::future_status::ready);
     EXPECT_EQ(opening.get(), -1);
+}
+
+// What the threads of this process have used of the processors.
+std::chrono::nanoseconds processorTime()
+{
+    timespec used{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return std::chrono::seconds(used.tv_sec) + std::chrono::nanoseconds(used.tv_nsec);
+}
+
+TEST(WaitingForOnesTurn, TakesNoProcessor)
+{
+    constexpr auto wait = 500ms;
+    setLogginOff();
+    std::promise<void> isAsked;
+    PrinterThread printer([&](wire::Connection& connection) {
+        receiveRequest(connection);
+        isAsked.set_value();
+        receiveUntilClosed(connection);
+    });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    const auto first = std::async(std::launch::async, printJobCancel, 1);
+    isAsked.get_future().wait();
+    const auto before = processorTime();
+    const auto second = std::async(std::launch::async, printJobCancel, 1);
+    EXPECT_EQ(second.wait_for(wait), std::future_status::timeout);
+    EXPECT_LT(processorTime() - before, wait / 10);
+    closeFM();
 }
 
 } // namespace

@@ -97,6 +97,20 @@ TEST_F(Closing, BesideAPrinterThatIsBusyForAMoment)
         [] { return printJobCancel(1); }, closedLink);
 }
 
+// Nothing is cut off that ends by itself in time: the printer has done what it says, and the call tells so.
+TEST_F(Closing, BesideAnAnswerThatComesWithinTheStepDoesNotTakeIt)
+{
+    expectThatClosingEnds(
+        [this](wire::Connection& connection) {
+            receiveRequest(connection);
+            isInside.set_value();
+            EXPECT_EQ(connection.receive(1, 300ms), std::string());
+            connection.send("\x06");
+            receiveUntilClosed(connection);
+        },
+        [] { return printJobCancel(1); }, 0);
+}
+
 TEST_F(Closing, BesideAReplyOfGoodBlocksWithoutEnd)
 {
     expectThatClosingEnds(

@@ -1,13 +1,15 @@
-// Files that only this platform has: a disk that is full, and a pipe that makes the library wait while it
-// writes.
+// Files as only this platform has them: a disk that is full, a pipe that makes the library wait while it
+// writes, and a list of those that are open.
 #include "telvofm.h"
 #include "tests/system/replying_printer.h"
 #include "tests/unit/own_folder.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <future>
+#include <iterator>
 #include <mutex>
 #include <sys/stat.h>
 
@@ -127,6 +129,33 @@ TEST(FullDisk, IsAFailureOfALongFileToo)
     ASSERT_EQ(openFM(printer.address().c_str()), 0);
     EXPECT_EQ(getJournal_str_tofile(1, "/dev/full"), -10201);
     EXPECT_EQ(saveRAMMP(1, "p", "/dev/full"), -10201);
+    closeFM();
+}
+
+std::ptrdiff_t openDescriptors()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST(FilesOfCalls, AreClosedBeforeTheCallReturnsAlsoWhenItFails)
+{
+    const OwnFolder folder;
+    const std::string name = folder.file("file");
+    setLogginOff();
+    PrinterThread printer([](wire::Connection& connection) {
+        while (receiveRequest(connection)) {
+            connection.send("no reply");
+        }
+    });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    EXPECT_NE(saveBCKP(1, "p", 1, name.c_str()), 0); // behind it the connection is one of the files
+    const auto before = openDescriptors();
+    EXPECT_NE(saveBCKP(1, "p", 1, name.c_str()), 0);
+    EXPECT_EQ(openDescriptors(), before) << "what a reply should have gone into";
+    EXPECT_NE(prepareGraphicHeader(1, name.c_str()), 0);
+    EXPECT_EQ(openDescriptors(), before) << "a picture";
+    setRawLogginOn(folder.file("raw").c_str());
+    EXPECT_EQ(openDescriptors(), before) << "the raw log that was emptied";
     closeFM();
 }
 

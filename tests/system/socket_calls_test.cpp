@@ -102,6 +102,8 @@ TEST_F(SocketCalls, AnInterruptedConnectIsWaitedFor)
     calls.connectsToInterrupt = 1;
     EXPECT_EQ(exchange(), request + "\xF9");
     EXPECT_EQ(calls.connectsToInterrupt, 0);
+    EXPECT_THAT(calls.socketWaits, ElementsAre(::testing::Lt(0), 3000))
+        << "as long as the system waits itself";
 }
 
 TEST_F(SocketCalls, AnInterruptedConnectThatIsRefusedThenFails)
@@ -167,6 +169,15 @@ TEST_F(SocketCalls, AnInterruptedConnectWhoseOutcomeIsNotToldIsAFailure)
     calls.socketQueriesToFail = 1;
     EXPECT_EQ(codeOfFailure([&] { driver.open(); }), -10201);
     EXPECT_EQ(calls.socketQueriesToFail, 0);
+}
+
+// As after an opening that has failed.
+TEST_F(SocketCalls, ALinkThatIsNotOpenIsNotWaitedFor)
+{
+    TcpDriver driver("127.0.0.1:1");
+    EXPECT_EQ(codeOfFailure([&] { driver.readByte(false, 0); }), -10201);
+    EXPECT_EQ(codeOfFailure([&] { driver.readByte(true, 20000); }), -10201);
+    EXPECT_THAT(calls.socketWaits, ::testing::IsEmpty());
 }
 
 TEST_F(SocketCalls, ASystemWithoutSocketsIsAFailureAndTheNextOpenWorks)

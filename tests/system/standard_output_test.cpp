@@ -1,21 +1,25 @@
 // The host's standard output, which the library writes lines to: a pipe whose reader has gone, a full pipe, a
-// file. The host is a child process, because only one can lose its standard output.
+// file, a terminal. The host is a child process, because only one can lose its standard output.
 #include "telvofm.h"
+#include "tests/system/printer_thread.h"
 #include "tests/unit/own_folder.h"
-#include "tests/wire/loopback.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <climits>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
 namespace telvofm::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr unsigned int patience = 20; // in seconds: a child that blocks is ended
 
@@ -41,16 +45,26 @@ struct Pipe
     int ends[2] = {-1, -1};
 };
 
-void fill(int pipe)
+void fill(int output)
 {
-    const int flags = ::fcntl(pipe, F_GETFL);
-    ::fcntl(pipe, F_SETFL, flags | O_NONBLOCK);
+    const int flags = ::fcntl(output, F_GETFL);
+    ::fcntl(output, F_SETFL, flags | O_NONBLOCK);
     for (const std::size_t piece : {std::size_t{4096}, std::size_t{1}}) {
         const std::string bytes(piece, '.');
-        while (::write(pipe, bytes.data(), bytes.size()) > 0) {
+        while (::write(output, bytes.data(), bytes.size()) > 0) {
         }
     }
-    ::fcntl(pipe, F_SETFL, flags);
+    ::fcntl(output, F_SETFL, flags);
+}
+
+// A terminal hands on what it has taken, and has room once more.
+void fillForGood(int terminal)
+{
+    constexpr int moment = 50; // in milliseconds
+    pollfd room = {.fd = terminal, .events = POLLOUT, .revents = 0};
+    do {
+        fill(terminal);
+    } while (::poll(&room, 1, moment) != 0);
 }
 
 std::string drain(int pipe)
@@ -188,6 +202,24 @@ TEST_F(StandardOutput, ThatIsFullDoesNotBlockAndGetsTheLinesLater)
               0);
 }
 
+// One that nothing was written to yet: its buffer is made for the line.
+TEST_F(StandardOutput, ThatIsFullAndUnusedGetsTheLineLater)
+{
+    EXPECT_EQ(outcomeOf([&] {
+                  fill(pipe.ends[1]);
+                  stdout = ::fdopen(pipe.ends[1], "w");
+                  if (openFM(address.c_str()) != 0) {
+                      return 1;
+                  }
+                  if (drain(pipe.ends[0]).find('h') != std::string::npos) {
+                      return 2;
+                  }
+                  std::fflush(stdout);
+                  return drain(pipe.ends[0]) == line ? 0 : 3;
+              }),
+              0);
+}
+
 // More lines than the stream has room for, and streams without any room.
 TEST_F(StandardOutput, ThatIsFullNeverBlocks)
 {
@@ -283,6 +315,34 @@ TEST_F(StandardOutput, GetsTheHostsBytesFirstWhereOnePageDoesNotTakeBoth)
                       return 1;
                   }
                   return drain(pipe.ends[0]) == own + line ? 0 : 2;
+              }),
+              0);
+}
+
+// As when somebody has halted it: a terminal gets each line at once, also the first one of a stream.
+TEST_F(StandardOutput, ThatIsATerminalWhichTakesNothingDoesNotBlock)
+{
+    std::string path;
+    wire::Connection screen = wire::openPseudoTerminal(path);
+    EXPECT_EQ(outcomeOf([&] {
+                  const int terminal = ::open(path.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+                  stdout = ::fdopen(terminal, "w");
+                  if (openFM(address.c_str()) != 0 || receiveBytes(screen, line.size()) != line) {
+                      return 1;
+                  }
+                  std::string shown;
+                  for (std::FILE* stream : {stdout, ::fdopen(::dup(terminal), "w")}) {
+                      stdout = stream;
+                      fillForGood(terminal);
+                      if (openFM(address.c_str()) != 0) {
+                          return 2;
+                      }
+                      for (auto bytes = screen.receive(PIPE_BUF, 1ms); bytes && !bytes->empty();
+                           bytes = screen.receive(PIPE_BUF, 1ms)) {
+                          shown += *bytes;
+                      }
+                  }
+                  return shown.find('h') == std::string::npos ? 0 : 3;
               }),
               0);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <ctime>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -165,6 +166,9 @@ int poll(pollfd* waiting, nfds_t count, int limit)
     const std::chrono::milliseconds waited(isInterrupted ? limit / 2 : limit);
     watcher->waitedForTerminal += waited;
     timePassedAtOnce += waited;
+    if (!isInterrupted) {
+        errno = ENOENT; // what is no error leaves there what it likes
+    }
     return isInterrupted ? -1 : 0;
 }
 
@@ -185,6 +189,13 @@ ssize_t write(int descriptor, const void* bytes, size_t count)
     timePassedAtOnce += std::chrono::seconds(1);
     failsWithTheNext(watcher->terminalWriteErrors);
     return -1;
+}
+
+int fclose(std::FILE* file)
+{
+    static auto* const real = telvofm::test::system<decltype(::fclose)>("fclose");
+    const int result = real(file);
+    return fails(&SystemCalls::filesToLose, EDQUOT) ? EOF : result;
 }
 
 ssize_t read(int descriptor, void* buffer, size_t size)

@@ -1,4 +1,4 @@
-// Stands between the link drivers and the system: while an object of this class lives, the calls of the
+// Stands between the library and the system: while an object of this class lives, the calls of the
 // thread that made it pass through here and are cut, interrupted and counted. Calls of other threads, the
 // printer's for example, go by.
 #pragma once
@@ -40,9 +40,11 @@ public:
     std::deque<int> terminalWriteErrors;
     std::deque<int> terminalReadErrors;
 
-    // How much of its bytes a write to a file takes, and with which errors the next ones fail.
+    // How much of its bytes a write to a file takes, with which errors the next ones fail, and how many files
+    // of the C library tell with their closing that what was written is lost.
     std::size_t mostBytesPerFileWrite = static_cast<std::size_t>(-1);
     std::deque<int> fileWriteErrors;
+    int filesToLose = 0;
 
     // What has happened.
     std::vector<std::size_t> sends; // how many bytes each was given

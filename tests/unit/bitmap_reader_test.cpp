@@ -93,6 +93,19 @@ TEST(BitmapReader, TellsFromTheHeadHowLongTheFileHasToBe)
     EXPECT_EQ(endOfBitmap({}), std::nullopt);
 }
 
+// The number of colours ends the head; where the offset of the pixels is left out, they stand behind the
+// palette.
+TEST(BitmapReader, ReadsTheHeadToItsLastByte)
+{
+    constexpr std::uint64_t colours = 0x01000000;
+    const BitmapFile file;
+    auto bytes = file.bytes();
+    BitmapFile::overwrite(bytes, BitmapFile::pixelOffsetAt, 0);
+    BitmapFile::overwrite(bytes, BitmapFile::coloursUsedAt, colours);
+    const auto head = std::span(bytes).first(BitmapFile::coloursUsedAt + 4);
+    EXPECT_EQ(endOfBitmap(head), 14 + 40 + colours * 4 + file.stride() * 10);
+}
+
 TEST(BitmapReader, TruncatedAnywhereItIsNoBitmap)
 {
     for (const std::uint32_t size : {12U, 40U, 124U}) {
@@ -157,6 +170,9 @@ TEST(BitmapReader, RefusesWhatIsNoBitmap)
     auto pixelsBehindEnd = BitmapFile{}.bytes();
     pixelsBehindEnd[13] = 0xFF;
     EXPECT_FALSE(readBitmap(pixelsBehindEnd).has_value());
+    auto headerOfAnotherSize = BitmapFile{}.bytes();
+    BitmapFile::overwrite(headerOfAnotherSize, BitmapFile::descriptionSizeAt, (1U << 24U) + 40);
+    EXPECT_FALSE(readBitmap(headerOfAnotherSize).has_value());
     EXPECT_FALSE(readBitmap({}).has_value());
 }
 

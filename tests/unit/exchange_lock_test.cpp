@@ -45,5 +45,24 @@ TEST(ExchangeLock, IsWaitedForNoLongerThanAsked)
     exchange.unlock();
 }
 
+TEST(ExchangeLock, WhoWaitsHasItWhenItIsReleasedAndNotWhenHisTimeIsOver)
+{
+    using namespace std::chrono_literals;
+    static constexpr auto hisTime = 60s;
+    const auto take = {+[](ExchangeLock& exchange) { EXPECT_TRUE(exchange.try_lock_for(hisTime)); },
+                       +[](ExchangeLock& exchange) { exchange.lock(); }};
+    for (const auto& way : take) {
+        ExchangeLock exchange;
+        exchange.lock();
+        const auto waiting = std::async(std::launch::async, [&] {
+            way(exchange);
+            exchange.unlock();
+        });
+        EXPECT_EQ(waiting.wait_for(20ms), std::future_status::timeout);
+        exchange.unlock();
+        EXPECT_EQ(waiting.wait_for(hisTime / 2), std::future_status::ready);
+    }
+}
+
 } // namespace
 } // namespace telvofm::test

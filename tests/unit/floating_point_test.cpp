@@ -90,6 +90,7 @@ TEST(Sign, WhatIsNoNumberIsNotNegative)
 {
     EXPECT_FALSE(isNegative(notANumber));
     EXPECT_FALSE(isNegative(-notANumber));
+    EXPECT_FALSE(isNegative(std::bit_cast<double>(bitsOf(-infinity) + 1)));
 }
 
 TEST(Quotient, IsTheNearestDouble)

@@ -67,6 +67,15 @@ TEST_F(TcpDriverTest, PassThroughTakesFlowControlBytesAsData)
     EXPECT_EQ(driver.readByte(true, 0), 0x13);
 }
 
+// Raw access reads beside a call: what it leaves in the buffer comes before what the network has next.
+TEST_F(TcpDriverTest, TakesWhatAnotherThreadHasReceivedMeanwhile)
+{
+    network().play({arrive("ab"), arrive("c")});
+    network().meanwhile("wait 3000", [this] { EXPECT_EQ(driver.readByte(true, 1), 'a'); });
+    EXPECT_EQ(driver.readByte(false, 0), 'b');
+    EXPECT_EQ(driver.readByte(false, 0), 'c');
+}
+
 TEST_F(TcpDriverTest, AGivenWaitIsKeptWithoutAProbe)
 {
     network().play({silence});

@@ -198,7 +198,7 @@ static int recover(const char* address, const char* lastBefore, int isFinished)
     closeFM(); /* an answer that comes late must not be taken for that of a question */
     if (openFM(address) == 0) {
         finish(lastBefore, isFinished);
-        if (isSold(lastBefore)) {
+        if (isFinished && isSold(lastBefore)) {
             return saidSold();
         }
         if (isNotSold(lastBefore)) {

@@ -16,12 +16,21 @@ namespace Telvofm
         bool finished; // as far as the till goes: paid in full, refused or not, or told to end
         OutcomeUnknownException doubt; // after it nothing more is sold into the receipt
         Recovery outcome; // when it is certain
+        decimal sum; // what is sold so far
 
         /// <summary>The last receipt's number before this one began; null while it has not, or cannot be asked.</summary>
         public string NumberBefore { get; private set; }
 
-        /// <summary>What is sold so far. Correct it after what went to the printer past this class.</summary>
-        public decimal Total { get; set; }
+        /// <summary>What is sold so far. Correct it after what went to the printer past this class. Throws AmountException.</summary>
+        public decimal Total
+        {
+            get { return sum; }
+            set
+            {
+                Amounts.Money(value);
+                sum = value;
+            }
+        }
 
         /// <summary>What is paid so far.</summary>
         public decimal Paid { get; private set; }
@@ -40,7 +49,7 @@ namespace Telvofm
                 Total = total,
                 Paid = total,
                 begun = true,
-                finished = true,
+                finished = total != 0, // a till that has kept no total says 0
                 doubt = OutcomeUnknownException.Doubt("recover", "The till was interrupted in this receipt.")
             };
         }
@@ -57,8 +66,8 @@ namespace Telvofm
 
         // ---- Selling ----
 
-        // What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes
-        // nothing more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts
+        // What is sent throws RefusedException (the receipt goes on), OutcomeUnknownException (it takes nothing more) or
+        // NotExecutedException. Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts
         // with more decimals than money (2) or quantities (3) have. After these two nothing was sent. Nor is anything, and
         // NotExecutedException is thrown, when Begin has not worked, when the receipt is over, and when another object of the session
         // has begun one since: what is open then is not this one.

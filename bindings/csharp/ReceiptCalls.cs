@@ -83,19 +83,28 @@ namespace Telvofm
             }
             if (last == null || last[1] != questions.Closed)
             {
-                if (last != null && IsOpen)
+                if (last != null)
                 {
-                    throw NotExecutedException.AlreadyBegun("paragonBegin");
+                    RequireNotOpen();
                 }
                 session.Reopen();
                 last = AskedAgain();
             }
             if (last[1] != questions.Closed)
             {
+                RequireNotOpen();
                 anotherOpen = true;
                 throw NotExecutedException.AnotherOpen("paragonBegin");
             }
             return last[0];
+        }
+
+        void RequireNotOpen()
+        {
+            if (IsOpen)
+            {
+                throw NotExecutedException.AlreadyBegun("paragonBegin");
+            }
         }
 
         string[] AskedAgain()

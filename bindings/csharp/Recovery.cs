@@ -150,7 +150,7 @@ namespace Telvofm
             {
                 return new Recovery(Verdict.NotSold, "receipt " + number + " is still the last one, and none is open; it can be sold again");
             }
-            if (isClosed && NumberOf(total) == Total)
+            if (isClosed && finished && NumberOf(total) == Total)
             {
                 return SoldAs(number);
             }

@@ -178,8 +178,8 @@ namespace Telvofm
             return new Receipt(this);
         }
 
-        /// <summary>The receipt in which the till was switched off, to call Recover on; it counts as paid in full. `numberBefore` and
-        /// `total` are those that the till kept of it.</summary>
+        /// <summary>The receipt in which the till was switched off, to call Recover on; it counts as paid in full, unless its total is 0.
+        /// `numberBefore` and `total` are those that the till kept of it. Throws AmountException.</summary>
         public Receipt InterruptedReceipt(string numberBefore, decimal total)
         {
             return Receipt.Interrupted(this, numberBefore, total);

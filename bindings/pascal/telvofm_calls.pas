@@ -16,16 +16,20 @@ type
     FSession: TSession;
     FSessionNumber: Integer;
     FBegin: Integer; { of all in the session; 0 for none }
-    FCall, FDoubt: string;
+    FCall: string;
+    FDoubt: EOutcomeUnknown; { nil while there is none }
     FNumberBefore: UnicodeString;
-    FIsTaken, FIsOver, FIsAnotherOpen, FIsInDoubt: Boolean;
+    FIsTaken, FIsOver, FIsAnotherOpen: Boolean;
     procedure ClaimWhatIsOpen;
     function IsClosed(const Last: TAnswers): Boolean;
     procedure Compare(const Given: UnicodeString; Expected: Currency; const What: string);
     procedure RaiseNoAnswer(Failure: ECall);
+    procedure KeepDoubt(Failure: EOutcomeUnknown);
   public
     { Call is named by what fails before any other is begun. }
     constructor Create(Session: TSession; const Call: string);
+    { Sends nothing. }
+    destructor Destroy; override;
 
     { The session; it may have been freed. }
     function Session: TSession;
@@ -58,7 +62,7 @@ type
     procedure Doubt(const Happened: string);
     { The same, and raises EOutcomeUnknown. }
     procedure RaiseDoubt(const Happened: string);
-    { Raises EOutcomeUnknown when the outcome of an earlier call is open. }
+    { Raises EOutcomeUnknown with the same sentence again when the outcome of an earlier call is open. }
     procedure RequireNoDoubt;
     { What an earlier receipt has left. }
     procedure Forget;
@@ -89,6 +93,12 @@ begin
   FSession := Session;
   FSessionNumber := Session.Number;
   FCall := Call;
+end;
+
+destructor TCalls.Destroy;
+begin
+  FDoubt.Free;
+  inherited Destroy;
 end;
 
 function TCalls.IsSessionOpen: Boolean;
@@ -149,7 +159,7 @@ begin
   except
     on Unknown: EOutcomeUnknown do
     begin
-      Doubt(Unknown.Message);
+      KeepDoubt(RepeatedFailure(Unknown));
       raise;
     end;
   end;
@@ -215,22 +225,27 @@ begin
     RaiseDoubt('The printer''s last receipt is ' + string(Last.Number) + ', and its state ' + string(Last.Others[0]) + '.');
 end;
 
+procedure TCalls.KeepDoubt(Failure: EOutcomeUnknown);
+begin
+  FDoubt.Free;
+  FDoubt := Failure;
+end;
+
 procedure TCalls.Doubt(const Happened: string);
 begin
-  FIsInDoubt := True;
-  FDoubt := Happened;
+  KeepDoubt(DoubtOf(FCall, Happened));
 end;
 
 procedure TCalls.RaiseDoubt(const Happened: string);
 begin
   Doubt(Happened);
-  raise DoubtOf(FCall, Happened);
+  raise RepeatedFailure(FDoubt);
 end;
 
 procedure TCalls.RequireNoDoubt;
 begin
-  if FIsInDoubt and not FIsOver then
-    raise DoubtOf(FCall, FDoubt);
+  if (FDoubt <> nil) and not FIsOver then
+    raise RepeatedFailure(FDoubt);
 end;
 
 procedure TCalls.Forget;
@@ -240,7 +255,7 @@ begin
   FIsTaken := False;
   FIsOver := False;
   FIsAnotherOpen := False;
-  FIsInDoubt := False;
+  KeepDoubt(nil);
 end;
 
 { Behind the last receipt's number and the state. }
@@ -275,6 +290,8 @@ begin
         raise UnansweredFailure('paragonBegin', Failure);
     end;
   end;
+  if not IsClosed(Last) and IsOpen then
+    raise AlreadyBegunFailure('paragonBegin');
   FIsAnotherOpen := not IsClosed(Last);
   if FIsAnotherOpen then
     raise AnotherOpenFailure('paragonBegin');

@@ -88,6 +88,9 @@ function UnansweredFailure(const Call: string; Question: ECall): ENotExecuted;
 { After a call that returned 0 and left the printer with other totals than it should. }
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
 
+{ The same once more, because an exception that is raised is freed by whoever catches it. }
+function RepeatedFailure(Failure: EOutcomeUnknown): EOutcomeUnknown;
+
 implementation
 
 constructor EText.Create(const Sentence: string; Position: Integer);
@@ -176,6 +179,11 @@ end;
 function DoubtOf(const Call, Happened: string): EOutcomeUnknown;
 begin
   Result := EOutcomeUnknown.Create(Call, 0, 'totals', Happened, exUnknown, 'Call Recover.');
+end;
+
+function RepeatedFailure(Failure: EOutcomeUnknown): EOutcomeUnknown;
+begin
+  Result := EOutcomeUnknown.Create(Failure.Call, Failure.Code, Failure.Name, Failure.Happened, Failure.Executed, Failure.Advice);
 end;
 
 end.

@@ -12,7 +12,7 @@ type
   { A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be
     carried out twice, and returns 0. After any failure Recover tells what happened.
 
-    What is sent raises ERefused (the receipt goes on), ENotExecuted or EOutcomeUnknown (it takes nothing more), each an ECall. Texts go
+    What is sent raises ERefused (the receipt goes on), EOutcomeUnknown (it takes nothing more) or ENotExecuted, each an ECall. Texts go
     out in Windows-1250: EText names a character that it lacks. EAmount is for amounts with more decimals than money (2) or quantities
     (3) have. After these two nothing was sent. Nor is anything, and ENotExecuted is raised, when BeginReceipt has not worked, when the
     receipt is over, and when another object of the session has begun one since: what is open then is not this one. }
@@ -29,6 +29,7 @@ type
     function NumberBeforeThisOne: UnicodeString;
     procedure Line(Value: Currency; Code: Integer);
     procedure Count(Amount: Currency);
+    procedure SetTotal(Total: Currency);
     procedure StartAfresh;
     procedure Finish(const Outcome: TRecovery);
     function Due(Amount: Currency = 0): Currency;
@@ -36,7 +37,7 @@ type
     { One that is not begun yet; sends nothing. }
     constructor Create(Session: TSession);
     { One that a till left when it was switched off: call Recover on it. The number of the last receipt before it, and its total, are
-      those that the till kept; it counts as paid in full. }
+      those that the till kept; it counts as paid in full, unless that is 0. Raises EAmount. }
     constructor CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
     { Sends nothing; whatever is open stays so. }
     destructor Destroy; override;
@@ -77,8 +78,8 @@ type
 
     { The last receipt's number before this one began; empty while it has not, or when the printer cannot be asked. }
     property NumberBefore: UnicodeString read NumberBeforeThisOne;
-    { What is sold so far. Correct it after what went to the printer past this class. }
-    property Total: Currency read FTotal write FTotal;
+    { What is sold so far. Correct it after what went to the printer past this class. Raises EAmount. }
+    property Total: Currency read FTotal write SetTotal;
     { What is paid so far. }
     property Paid: Currency read FPaid;
   end;
@@ -99,13 +100,13 @@ end;
 constructor TReceipt.CreateInterrupted(Session: TSession; const NumberBefore: UnicodeString; Total: Currency);
 begin
   inherited Create;
+  SetTotal(Total);
+  FPaid := Total;
   FCalls := TCalls.Create(Session, 'Recover');
   FCalls.Doubt('The till was interrupted in this receipt.');
   FCalls.Expect(NumberBefore);
   FIsBegun := True;
-  FIsFinished := True;
-  FTotal := Total;
-  FPaid := Total;
+  FIsFinished := Total <> 0; { a till that has kept no total says 0 }
 end;
 
 destructor TReceipt.Destroy;
@@ -280,6 +281,12 @@ procedure TReceipt.Count(Amount: Currency);
 begin
   FPaid := FPaid + Amount;
   FIsFinished := Due = 0;
+end;
+
+procedure TReceipt.SetTotal(Total: Currency);
+begin
+  MoneyText(Total);
+  FTotal := Total;
 end;
 
 { What is left to pay, or to pay out, after this amount too; more than that is given back. }

@@ -85,7 +85,7 @@ begin
   end;
 end;
 
-function Judged(Session: TSession; const NumberBefore: UnicodeString; Total: Currency): TRecovery;
+function Judged(Session: TSession; const NumberBefore: UnicodeString; Total: Currency; IsFinished: Boolean): TRecovery;
 var
   Last: TAnswers;
   Number, LastTotal: UnicodeString;
@@ -98,7 +98,7 @@ begin
   IsClosed := Last.Others[1] = Session.Questions.Closed;
   if IsClosed and (Number = NumberBefore) then
     Exit(Recovered(vdNotSold, 'receipt ' + string(Number) + ' is still the last one, and none is open; it can be sold again'));
-  if IsClosed and IsAmount(LastTotal, Total) then
+  if IsClosed and IsFinished and IsAmount(LastTotal, Total) then
     Exit(SoldAs(Number, Total));
   Open := '';
   if not IsClosed then
@@ -112,7 +112,7 @@ begin
   try
     Session.Reopen;
     Finish(Session, NumberBefore, Total, Paid, IsFinished);
-    Result := Judged(Session, NumberBefore, Total);
+    Result := Judged(Session, NumberBefore, Total, IsFinished);
   except
     on Failure: ECall do
       Result := Recovered(vdAskAPerson, 'the printer does not say what it has done; look at its paper before this receipt is sold again (' +

@@ -314,6 +314,9 @@ TEST_F(CppSession, PrinterThatCannotBeAskedWantsAPerson)
     EXPECT_TRUE(receipt.begin() && receipt.sell("Med", 4, "A", 1, 4, "ks") && receipt.pay(1, 4, "") &&
                 receipt.end());
     EXPECT_EQ(receipt.recover().verdict, Verdict::askAPerson);
+    EXPECT_TRUE(receipt.begin());
+    EXPECT_EQ(blind->interruptedReceipt("1", 4).recover().verdict, Verdict::askAPerson);
+    EXPECT_EQ(*blind->variable("STATE"), "open"); // it is left alone
 }
 
 } // namespace

@@ -80,6 +80,9 @@ private:
         if (step == "sell") {
             return outcome(receipt.sell("Čaj", sum, "A", 1, sum, ""));
         }
+        if (step == "void") {
+            return outcome(receipt.takeBack("Čaj", sum, "A", 1, sum, ""));
+        }
         if (step == "pay") {
             return outcome(receipt.pay(1, sum, ""));
         }

@@ -30,6 +30,9 @@ class ToldTill:
     def sell(self, name, total):
         self._receipts[name].sell("Čaj", Decimal(total), "A")
 
+    def void(self, name, total):
+        self._receipts[name].void("Čaj", Decimal(total), "A")
+
     def pay(self, name, amount):
         self._receipts[name].pay(1, Decimal(amount))
 

@@ -143,6 +143,17 @@ class Recovery(unittest.TestCase):
         self.told("end a", "done 1")
         self.sold("b", 2)
 
+    def test_begin_of_what_is_open_is_refused_after_one_wrong_answer(self):
+        for fault in (DAMAGED, STALE, CLOSED):
+            with self.subTest(fault=fault["kind"]):
+                self.setUp()
+                self.fill("a")
+                self.arm(question(fault, 1))
+                self.told("begin a", "NotExecuted paragonBegin: code -1 (notOpen): This receipt is open already, and goes on.")
+                self.told("pay a 7.00", "done")
+                self.told("end a", "done 1")
+                self.committed("receipt")
+
     def test_begin_finds_a_connection_that_is_dead(self):
         self.arm(question(CLOSED, 4))  # the one before the payment
         self.fill("a")
@@ -185,6 +196,18 @@ class Recovery(unittest.TestCase):
         self.told("cancel a", "OutcomeUnknown destroyParagon: ")
         self.told("recover a", "done not sold")
         self.committed("cancelledReceipt")
+
+    def test_doubt_is_repeated_as_it_was_said(self):
+        """One that a code left, and one that the totals left."""
+        for fault in ({**CLOSED, "command": "payment"}, question(DAMAGED, 2)):
+            with self.subTest(fault=fault["kind"]):
+                self.setUp()
+                self.fill("a")
+                self.arm(fault)
+                doubt = self.till.tell("pay a 7.00")
+                self.assertTrue(doubt.startswith("OutcomeUnknown payment_str: code "), doubt)
+                for step in ("sell a 7.00", "end a", "begin a"):
+                    self.assertEqual(self.till.tell(step), doubt)
 
     # ---- Recover ----
 
@@ -238,6 +261,19 @@ class Recovery(unittest.TestCase):
         self.sold("a", 1)
         self.told("interrupted b 7.00", "done")
         self.told("recover b", "done ask a person")
+
+    def test_interrupted_receipt_of_no_total_is_cancelled(self):
+        """Also when its lines come to nothing, so that nothing is due."""
+        self.fill("a")
+        self.told(f"void a {BASKET}", "done")
+        self.told("interrupted b 0 0", "done")
+        self.told("recover b", "done not sold: receipt 0 is still the last one")
+        self.committed("cancelledReceipt")
+
+    def test_interrupted_receipt_of_no_total_is_never_sold(self):
+        """Of a printer that has another number and the total 0.00, as a new one has."""
+        self.told("interrupted b 0 5", "done")
+        self.told("recover b", "done ask a person: the printer's last receipt is 0 with 0.00; the till sold 0.00 after receipt 5")
 
 
 if __name__ == "__main__":

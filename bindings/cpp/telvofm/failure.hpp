@@ -8,7 +8,7 @@
 
 namespace telvofm {
 
-// What kind of failure it is; only after `refused` a receipt goes on.
+// What kind of failure it is; after `outcomeUnknown` a receipt takes nothing more.
 enum class Kind
 {
     refused,        // the printer understood the call and refused it

@@ -279,9 +279,10 @@ inline Receipt Session::receipt()
 inline Receipt Session::interruptedReceipt(std::string numberBefore, Decimal total)
 {
     Receipt receipt(lent());
-    receipt.isBegun_ = receipt.isFinished_ = true;
+    receipt.isBegun_ = true;
     receipt.calls_.interrupt(std::move(numberBefore));
     receipt.total_ = receipt.paid_ = total;
+    receipt.isFinished_ = total != Decimal(); // a till that has kept no total says 0
     return receipt;
 }
 

@@ -55,6 +55,9 @@ public:
                                                                   : wrong);
         }
         if (!isClosed(*now)) {
+            if (isOpen()) {
+                return failedBegin(alreadyBegun("paragonBegin"));
+            }
             isAnotherOpen_ = true;
             return failedBegin(anotherOpen("paragonBegin"));
         }

@@ -101,7 +101,7 @@ inline Result<Recovery> judged(Session& session, const KnownReceipt& known)
             Verdict::notSold,
             "receipt " + number + " is still the last one, and none is open; it can be sold again", ""};
     }
-    if (isClosed && Decimal::parse(lastTotal) == known.total) {
+    if (isClosed && known.isFinished && Decimal::parse(lastTotal) == known.total) {
         return soldAs(number, known.total);
     }
     return Recovery{Verdict::askAPerson,
@@ -148,7 +148,7 @@ inline Recovery recovered(Session& session, const KnownReceipt& known)
                 "or recover it as an interrupted receipt of another session",
                 ""};
     }
-    if (known.numberBefore.value_or("").empty()) {
+    if (!session.questions().canBeAsked || known.numberBefore.value_or("").empty()) {
         return {Verdict::askAPerson,
                 "this printer cannot be asked; look at its paper before this receipt is sold again", ""};
     }

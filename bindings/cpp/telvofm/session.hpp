@@ -151,7 +151,8 @@ public:
     // A receipt that is not begun yet; sends nothing. When the session ends before it, its calls fail.
     Receipt receipt();
     // A receipt that a till left when it was switched off: call recover() on it. The number of the last
-    // receipt before it, and its total, are those that the till kept; it counts as paid in full.
+    // receipt before it, and its total, are those that the till kept; it counts as paid in full, unless that
+    // total is 0.
     Receipt interruptedReceipt(std::string numberBefore, Decimal total);
 
     // The printer's own address.

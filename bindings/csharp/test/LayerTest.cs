@@ -171,6 +171,8 @@ static class LayerTest
         CheckThrows<AmountException>("0.0000001 has more than 2 decimals", () => receipt.Pay(1, 0.0000001m, ""));
         CheckThrows<AmountException>("say the amount", () => receipt.Pay(1, 0, ""));
         CheckThrows<RefusedException>("itemSale_str", () => receipt.Sell("Med", 1, 'H', 1, 1, "ks")); // no such rate; it goes on
+        CheckThrows<AmountException>("23.595 has more than 2 decimals; round it first", () => receipt.Total = 23.595m);
+        CheckThrows<AmountException>("23.595 has more than 2 decimals; round it first", () => session.InterruptedReceipt("1", 23.595m));
         receipt.Total += 1;
         CheckThrows<OutcomeUnknownException>("the total is \"0.25\", for the till 1.25", () => receipt.Pay(1, 1.25m, ""));
         CheckThrows<OutcomeUnknownException>("for the till 1.25", () => receipt.Sell("Med", 1, 'A', 1, 1, "ks"));

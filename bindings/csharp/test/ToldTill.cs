@@ -74,6 +74,9 @@ sealed class ToldTill
             case "sell":
                 receipt.Sell("Čaj", sum, 'A', 1, sum, "");
                 return "";
+            case "void":
+                receipt.Void("Čaj", sum, 'A', 1, sum, "");
+                return "";
             case "pay":
                 receipt.Pay(1, sum, "");
                 return "";

@@ -7,11 +7,11 @@ import java.util.function.IntSupplier;
  * A receipt that compares its own total with the printer's, because a request whose answer was lost is sent again, may be carried
  * out twice, and returns 0. After any failure recover tells what happened.
  *
- * <p>What is sent throws RefusedException (the receipt goes on), NotExecutedException or OutcomeUnknownException (it takes nothing
- * more). Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts with more decimals
- * than money (2) or quantities (3) have. After these two nothing was sent. Nor is anything, and NotExecutedException is thrown, when begin
- * has not worked, when the receipt is over, and when another object of the session has begun one since: what is open then is not this
- * one.
+ * <p>What is sent throws RefusedException (the receipt goes on), OutcomeUnknownException (it takes nothing more) or
+ * NotExecutedException. Texts go out in Windows-1250: TextException names a character that it lacks. AmountException is for amounts with
+ * more decimals than money (2) or quantities (3) have. After these two nothing was sent. Nor is anything, and NotExecutedException is
+ * thrown, when begin has not worked, when the receipt is over, and when another object of the session has begun one since: what is open
+ * then is not this one.
  */
 public final class Receipt {
     final Session session;
@@ -34,9 +34,9 @@ public final class Receipt {
     static Receipt interrupted(Session session, String numberBefore, BigDecimal total) {
         Receipt receipt = new Receipt(session);
         receipt.begun = true;
-        receipt.finished = true;
+        receipt.finished = total.signum() != 0; // a till that has kept no total says 0
         receipt.numberBefore = numberBefore;
-        receipt.total = total;
+        receipt.setTotal(total);
         receipt.paid = total;
         receipt.calls.doubted("recover", "The till was interrupted in this receipt.");
         receipt.calls.claimWhatIsOpen();
@@ -53,8 +53,9 @@ public final class Receipt {
         return total;
     }
 
-    /** Corrects it after what went to the printer past this class. */
+    /** Corrects it after what went to the printer past this class. Throws AmountException. */
     public void setTotal(BigDecimal total) {
+        Amounts.money(total);
         this.total = total;
     }
 
@@ -189,6 +190,11 @@ public final class Receipt {
         String number = calls.compareEnded(numberBefore, total);
         finish(Recovery.soldAs(number, total));
         return number;
+    }
+
+    /** Cancels the receipt without a description; see the other cancel. */
+    public void cancel() {
+        cancel("");
     }
 
     /**

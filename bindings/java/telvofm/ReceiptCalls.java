@@ -96,17 +96,24 @@ final class ReceiptCalls {
             last = null;
         }
         if (last == null || !isClosed(last)) {
-            if (last != null && isOpen()) {
-                throw NotExecutedException.alreadyBegun("paragonBegin");
+            if (last != null) {
+                requireNotOpen();
             }
             session.reopen();
             last = askedAgain();
         }
         if (!isClosed(last)) {
+            requireNotOpen();
             anotherOpen = true;
             throw NotExecutedException.anotherOpen("paragonBegin");
         }
         return last.get(0);
+    }
+
+    private void requireNotOpen() {
+        if (isOpen()) {
+            throw NotExecutedException.alreadyBegun("paragonBegin");
+        }
     }
 
     private List<String> askedAgain() {

@@ -48,7 +48,7 @@ public final class Recovery {
         try {
             session.reopen();
             finish(session, numberBefore, total, paid, finished);
-            return judged(session, numberBefore, total);
+            return judged(session, numberBefore, total, finished);
         } catch (CallException failure) {
             return new Recovery(Verdict.ASK_A_PERSON, "the printer does not say what it has done; look at its paper before this receipt is "
                     + "sold again (" + failure.reason() + ")", "");
@@ -88,7 +88,7 @@ public final class Recovery {
         return new Recovery(Verdict.SOLD, "receipt " + number + ", total " + Amounts.written(total), number);
     }
 
-    private static Recovery judged(Session session, String numberBefore, BigDecimal total) {
+    private static Recovery judged(Session session, String numberBefore, BigDecimal total, boolean finished) {
         List<String> last = Answers.withLastNumber(session, session.questions.lastTotal, session.questions.state);
         String number = last.get(0);
         String lastTotal = last.get(1);
@@ -96,7 +96,7 @@ public final class Recovery {
         if (isClosed && number.equals(numberBefore)) {
             return new Recovery(Verdict.NOT_SOLD, "receipt " + number + " is still the last one, and none is open; it can be sold again", "");
         }
-        if (isClosed && Amounts.isNumber(lastTotal, total)) {
+        if (isClosed && finished && Amounts.isNumber(lastTotal, total)) {
             return soldAs(number, total);
         }
         return new Recovery(Verdict.ASK_A_PERSON, "the printer's last receipt is " + number + " with " + lastTotal

@@ -175,7 +175,7 @@ public final class Session implements AutoCloseable {
 
     /**
      * A receipt that a till left when it was switched off: call recover on it. The number of the last receipt before it, and its total,
-     * are those that the till kept; it counts as paid in full.
+     * are those that the till kept; it counts as paid in full, unless that total is 0. Throws AmountException.
      */
     public Receipt interruptedReceipt(String numberBefore, BigDecimal total) {
         return Receipt.interrupted(this, numberBefore, total);

@@ -79,6 +79,16 @@ begin
   Receipt.Cancel;
 end;
 
+procedure CorrectTooFine;
+begin
+  Receipt.Total := 23.595;
+end;
+
+procedure InterruptTooFine;
+begin
+  TReceipt.CreateInterrupted(Session, '1', 23.595);
+end;
+
 { ---- Tests ---- }
 
 procedure CheckInterrupted(const NumberBefore: UnicodeString; Total: Currency; Verdict: TVerdict; const Number: UnicodeString);
@@ -121,6 +131,8 @@ begin
   CheckRaises(EAmount, '-0.0001 has more than 2 decimals', PayAlmostNothing);
   CheckRaises(EAmount, 'say the amount', PayNothing);
   CheckRaises(ERefused, 'itemSale_str', SellAtNoRate); { and it goes on }
+  CheckRaises(EAmount, '23.595 has more than 2 decimals; round it first', CorrectTooFine);
+  CheckRaises(EAmount, '23.595 has more than 2 decimals; round it first', InterruptTooFine);
   Receipt.Total := Receipt.Total + 1;
   CheckRaises(EOutcomeUnknown, 'the total is "0.25", for the till 1.25', PayMore);
   CheckRaises(EOutcomeUnknown, 'for the till 1.25', SellHoney);

@@ -41,6 +41,8 @@ begin
     Receipt.BeginReceipt
   else if Step = 'sell' then
     Receipt.Sell('Čaj', Sum, 'A', 1, Sum, '')
+  else if Step = 'void' then
+    Receipt.Void('Čaj', Sum, 'A', 1, Sum, '')
   else if Step = 'pay' then
     Receipt.Pay(1, Sum, '')
   else if Step = 'cancel' then

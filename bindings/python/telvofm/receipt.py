@@ -15,7 +15,7 @@ class Receipt:
     number_before   the last receipt's number before this one began
     paid            what is paid so far
 
-    What is sent raises Refused (the receipt goes on), NotExecuted or OutcomeUnknown (it takes nothing more), each a Failure. It is
+    What is sent raises Refused (the receipt goes on), OutcomeUnknown (it takes nothing more) or NotExecuted, each a Failure. It is
     NotExecuted, too, and nothing is sent, when begin() has not worked, when the receipt is over, and when another object of the session
     has begun one since: what is open then is not this one. Texts go out in Windows-1250: TextError names a character that it lacks.
     Amounts are Decimal or int: AmountError is for any other type, and for more decimals than money (2) or quantities (3) have. After
@@ -45,10 +45,10 @@ class Receipt:
         if not isinstance(number_before, str):
             raise TypeError(f"the last receipt's number is a str, as the printer gave it; {number_before!r} is none")
         receipt = cls(session)
-        receipt._begun = receipt._is_finished = True
+        receipt._begun = True
         receipt.number_before = number_before
-        receipt.total = total
-        receipt.paid = receipt.total
+        receipt.total = receipt.paid = total
+        receipt._is_finished = total != 0  # a till that has kept no total says 0
         receipt._doubt = doubt("recover", "The till was interrupted in this receipt.")
         session.begun_last = receipt
         return receipt
@@ -172,20 +172,25 @@ class Receipt:
             number = state = None
         if number and is_closed(session, state):
             return number
-        if number and self._is_open():
-            raise already_begun("paragonBegin")
+        if number:
+            self._require_not_open()
         session.reopen()
         try:
             number, state = with_last_number(session, "state")
         except OutcomeUnknown as failure:
             raise unanswered("paragonBegin", failure) from None
         if not is_closed(session, state):
+            self._require_not_open()
             self._is_another_open = True
             raise another_open("paragonBegin")
         return number
 
     def _is_open(self):
         return self._is_taken and not self._is_over and self._has_begun_last()
+
+    def _require_not_open(self):
+        if self._is_open():
+            raise already_begun("paragonBegin")
 
     def _require_open(self, call):
         """What is sent goes into whatever receipt the printer has open."""

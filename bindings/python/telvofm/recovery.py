@@ -79,7 +79,7 @@ def _judged(session, known):
     is_none_open = is_closed(session, state)
     if is_none_open and number == known.number_before:
         return Recovery(Verdict.NOT_SOLD, f"receipt {number} is still the last one, and none is open; it can be sold again")
-    if is_none_open and is_amount(last_total, known.total):
+    if is_none_open and known.is_finished and is_amount(last_total, known.total):
         return sold(number, known.total)
     return Recovery(Verdict.ASK_A_PERSON, f"the printer's last receipt is {number} with {last_total}"
                                           f"{'' if is_none_open else ', and one is open'}; the till sold {money(known.total)} after receipt "

@@ -137,8 +137,8 @@ class Session:
 
     def interrupted_receipt(self, number_before, total):
         """A receipt that a till left when it was switched off: call recover() on it. The number of the last receipt before it, a str as
-        the printer gave it, and its total are those that the till kept; it counts as paid in full. Raises TypeError for a number that
-        is no str, and AmountError for a total that is no Decimal or int."""
+        the printer gave it, and its total are those that the till kept; it counts as paid in full, unless that total is 0. Raises
+        TypeError for a number that is no str, and AmountError for a total that is no Decimal or int, or has more than 2 decimals."""
         from .receipt import Receipt
         return Receipt.interrupted(self, number_before, total)
 

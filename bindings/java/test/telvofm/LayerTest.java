@@ -180,6 +180,8 @@ final class LayerTest {
         checkThrows(AmountException.class, "0.0000001 has more than 2 decimals", () -> receipt.pay(1, amount("1E-7"), ""));
         checkThrows(AmountException.class, "say the amount", () -> receipt.pay(1, amount("0.00"), ""));
         checkThrows(RefusedException.class, "itemSale_str", () -> receipt.sell("Med", one, 'H', one, one, "ks")); // no such rate; it goes on
+        checkThrows(AmountException.class, "23.595 has more than 2 decimals", () -> receipt.setTotal(amount("23.595")));
+        checkThrows(AmountException.class, "23.595 has more than 2 decimals", () -> session.interruptedReceipt("1", amount("23.595")));
         receipt.setTotal(receipt.total().add(one));
         checkThrows(OutcomeUnknownException.class, "the total is \"0.25\", for the till 1.25", () -> receipt.pay(1, amount("1.25"), ""));
         checkThrows(OutcomeUnknownException.class, "for the till 1.25", () -> receipt.sell("Med", one, 'A', one, one, "ks"));

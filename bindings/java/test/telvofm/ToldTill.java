@@ -54,11 +54,14 @@ final class ToldTill {
             case "sell":
                 receipt.sell("Čaj", sum, 'A', BigDecimal.ONE, sum, "");
                 return "";
+            case "void":
+                receipt.voidItem("Čaj", sum, 'A', BigDecimal.ONE, sum, "");
+                return "";
             case "pay":
                 receipt.pay(1, sum, "");
                 return "";
             case "cancel":
-                receipt.cancel("");
+                receipt.cancel();
                 return "";
             case "recover":
                 return receipt.recover().toString();

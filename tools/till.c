@@ -1,6 +1,7 @@
 /*
  * A small till: sells one receipt through the library, in the plain, whole-number and text variants of its
- * calls. When one of them fails it asks the printer what it has, and says so on the error stream.
+ * calls. When one of them fails, and at the end, it asks the printer what it has; troubles it tells on the
+ * error stream.
  *
  *     telvofm-till ADDRESS CALL-LOG RAW-LOG
  *     telvofm-till --version
@@ -72,7 +73,7 @@ static int isOpenedAgain(void)
     return 0;
 }
 
-/* What the printer says; empty when it does not answer. */
+/* What the printer says; empty when it does not tell. */
 typedef struct Answer
 {
     char text[256];
@@ -135,7 +136,7 @@ static int failedToPay(const char* call, int code, const char* dueAfterwards)
     if (!failed(call, code)) {
         return 0;
     }
-    if (!is("DUE", dueAfterwards)) {
+    if (!is("STATE", "paying") || !is("DUE", dueAfterwards)) { /* without a receipt 0.00 is due, too */
         return 1;
     }
     fprintf(stderr, "till: but the printer says that %s is due, as it should be: the sale goes on\n",
@@ -163,33 +164,56 @@ static int said(const char* sentence, int result)
     return result;
 }
 
-/* What the printer has of a receipt whose sale has failed; only one that was to be ended may be sold. */
-static int settle(int isEnding)
+static int cancelled(void)
+{
+    return cancelReceipt() ? said("the receipt could not be cancelled; it is not sold", notSold)
+                           : said("the receipt is cancelled and not sold", notSold);
+}
+
+/* Of a sale that has failed before its end. */
+static int giveUp(void)
 {
     const Answer state = ask("STATE");
     if (isOpen(state)) {
-        return cancelReceipt() ? said("the receipt could not be cancelled; it is not sold", notSold)
-                               : said("the receipt is cancelled and not sold", notSold);
+        return cancelled();
     }
-    const int isClosed = strcmp(state.text, "closed") == 0;
-    if (!isEnding) {
-        return isClosed ? said("no receipt is open, and nothing is sold", notSold)
-                        : said("the printer does not answer; nothing is sold, and the next sale cancels "
-                               "what is open",
-                               notSold);
+    return strcmp(state.text, "closed") == 0
+               ? said("no receipt is open, and nothing is sold", notSold)
+               : said("the printer does not tell; nothing is sold, and the next sale cancels what is open",
+                      notSold);
+}
+
+/* Every receipt here has the same total: only another number than before tells that this one is ended. */
+static int hasEnded(Answer lastBefore)
+{
+    const Answer last = ask("LAST_RECEIPT");
+    return last.text[0] != '\0' && strcmp(last.text, lastBefore.text) != 0 && is("LAST_TOTAL", total);
+}
+
+static int end(Answer lastBefore)
+{
+    const int hasFailed = failed("paragonEnd", paragonEnd(device, 0, 0));
+    if (hasEnded(lastBefore)) {
+        return hasFailed ? said("but the printer has ended the receipt: it is sold", sold) : sold;
     }
-    if (isClosed && is("LAST_TOTAL", total)) {
-        return said("but the printer has ended the receipt: it is sold", sold);
+    if (!hasFailed) {
+        said("paragonEnd returned 0, but the printer tells of no new receipt", unknown);
     }
-    return said("the printer does not tell; its paper shows whether the receipt is sold", unknown);
+    return isOpen(ask("STATE"))
+               ? cancelled()
+               : said("the printer does not tell; its paper shows whether the receipt is sold", unknown);
 }
 
 static int sell(void)
 {
-    if (failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0))) || begin() || sellLinesAndPay()) {
-        return settle(0);
+    if (failed("sellingDayBegin", beganDay(sellingDayBegin(device, 0)))) {
+        return giveUp();
     }
-    return failed("paragonEnd", paragonEnd(device, 0, 0)) ? settle(1) : sold;
+    const Answer lastBefore = ask("LAST_RECEIPT");
+    if (lastBefore.text[0] == '\0' || begin() || sellLinesAndPay()) {
+        return giveUp();
+    }
+    return end(lastBefore);
 }
 
 int main(int count, char** arguments)

@@ -16,7 +16,8 @@ REFUSED = "the printer refused it"
 BROKEN = "the link failed: it may be done or not"
 CANCELLED = "till: the receipt is cancelled and not sold"
 SOLD_ALL_THE_SAME = "till: but the printer has ended the receipt: it is sold"
-AWAY = "till: the printer does not answer; nothing is sold, and the next sale cancels what is open"
+NOTHING_OPEN = "till: no receipt is open, and nothing is sold"
+AWAY = "till: the printer does not tell; nothing is sold, and the next sale cancels what is open"
 AWAY_AT_THE_END = "till: the printer does not tell; its paper shows whether the receipt is sold"
 SOLD_AGAIN = [f"till: paragonBegin failed with code 11 ({REFUSED})",
               "till: a receipt is open already; it is cancelled, and the sale begins again", SOLD]
@@ -33,9 +34,14 @@ OVER_TCP = [
     ({"kind": "executedNotAcknowledged", "command": "paragonEnd", "code": 49},
      [failed("paragonEnd", 49, REFUSED), SOLD_ALL_THE_SAME, SOLD]),
     ({"kind": "refuse", "command": "paragonEnd", "code": 50}, [failed("paragonEnd", 50, REFUSED), CANCELLED, NOT_SOLD]),
+    ({"kind": "acknowledgedNotExecuted", "command": "paragonEnd"},
+     ["till: paragonEnd returned 0, but the printer tells of no new receipt", CANCELLED, NOT_SOLD]),
+    ({"kind": "acknowledgedNotExecuted", "command": "paragonBegin"},
+     [failed("itemSale", 12, REFUSED), NOTHING_OPEN, NOT_SOLD]),
+    ({"kind": "refuse", "command": "getVariable", "code": 49}, [AWAY, NOT_SOLD]),
     ({"kind": "refuse", "command": "itemSale", "code": 49}, [failed("itemSale", 49, REFUSED), CANCELLED, NOT_SOLD]),
     ({"kind": "paperOut", "command": "paragonBegin"},
-     [failed("paragonBegin", 49, REFUSED), "till: no receipt is open, and nothing is sold", NOT_SOLD]),
+     [failed("paragonBegin", 49, REFUSED), NOTHING_OPEN, NOT_SOLD]),
     ({"kind": "connectionClosed", "command": "payment"},
      [failed("payment", -10201, BROKEN), "till: but the printer says that 7.49 is due, as it should be: the sale goes on", SOLD]),
 ]

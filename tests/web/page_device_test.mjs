@@ -45,6 +45,7 @@ withPage("paper, cover, busy and drawer are switched by hand", async ({ till, pa
 withPage("who waits is told so, and the lamp is lit for so long", async ({ till, page, printer }) => {
     const lamp = () => page.locator(".lamp", { hasText: "Busy" }).getAttribute("data-kind");
     await printer.ask("POST", "faults", { kind: "busy", command: "printDisplay" }); // of one request, until it is disarmed
+    await becomes("Busy: for a request to come, by a fault", () => page.locator(".lamp", { hasText: "Busy" }).getAttribute("title"));
     const waiting = till.call("printDisplay", 1, 0, "", "Vitajte");
     const row = page.locator(".exchange", { hasText: "printDisplay" });
     try {

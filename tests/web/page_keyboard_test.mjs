@@ -35,7 +35,10 @@ withPage("a long paper is one stop of Tab, and its documents are opened by a key
     }
     await becomes(12, () => page.locator(".slip.isCut").count());
     await page.locator(".paper").focus();
+    const before = page.url();
     await page.keyboard.press("o"); // no line is chosen yet
+    assert.equal(page.url(), before);
+    assert.equal(await page.locator(".preview:not([hidden])").count(), 0);
     await page.keyboard.press("Tab");
     assert.equal(await page.evaluate(() => document.activeElement.type), "radio");
     await page.keyboard.press("Shift+Tab");
@@ -48,6 +51,29 @@ withPage("a long paper is one stop of Tab, and its documents are opened by a key
     await page.keyboard.press("o");
     await seesText(page.locator(".preview .slip"), "Ware 11");
     assert.equal(await focused(page), "Paper");
+    const isSaid = (text) => becomes(text, () => page.locator("#news").textContent());
+    await isSaid("Receipt 11 is shown.");
+    await page.keyboard.press("Enter");
+    await seesText(page.locator(".exchange.chosen"), "paragonEnd");
+    await isSaid("paragonEnd is shown: done.");
+    assert.equal(await focused(page), "Paper");
+});
+
+withPage("lines that are chosen are not those of another beginning", async ({ till, page, printer }) => {
+    await till.sell("Chlieb", "1.00");
+    await seesText(page.locator(".slip.isCut"), "Chlieb");
+    await page.locator(".paper").focus();
+    await page.keyboard.press("ArrowUp");
+    await page.locator(".line.marked").first().waitFor();
+    await printer.ask("POST", "reset", {});
+    await becomes(0, () => page.locator(".slip").count());
+    await till.sell("Rožok", "2.00");
+    await seesText(page.locator(".slip.isCut"), "Rožok");
+    const before = page.url();
+    await page.keyboard.press("o");
+    await page.keyboard.press("Enter");
+    assert.equal(page.url(), before);
+    assert.equal(await page.locator(".preview:not([hidden]), .exchange.chosen").count(), 0);
 });
 
 withPage("a document is opened from the paper of one of several printers", async ({ page, printer }) => {

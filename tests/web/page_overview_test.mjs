@@ -29,6 +29,16 @@ withPage("several printers are seen side by side", async ({ page, printer }) => 
     await seesText(page.getByRole("region", { name: "shop" }), "Paper is out");
     assert.equal(await shop.call("paragonBegin", 1, 0, 1, 0, 0, 1, 0), 49);
     await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
+    // A fault that nobody has met yet keeps no till waiting.
+    await printer.ask("POST", "/printers/shop/faults", { kind: "busy", command: "printDisplay", milliseconds: 1, requests: 2 });
+    await printer.ask("PATCH", "/printers/shop/hardware", { display: "Armed" });
+    await page.getByRole("region", { name: "shop" }).getByRole("img", { name: /Armed/ }).waitFor(soon);
+    const situation = () => page.getByRole("region", { name: "shop" }).locator(".situation").innerText();
+    assert.equal(await situation(), "Ready to sell");
+    assert.equal(await shop.call("printDisplay", 1, 0, "", "Vitajte"), 0);
+    await becomes("Busy: lets tills wait", situation);
+    assert.equal(await shop.call("printDisplay", 1, 0, "", "Vitajte"), 0);
+    await becomes("Ready to sell", situation);
     for (let sale = 0; sale < 3; sale += 1) {
         await bar.sell("Espresso", "1.90");
     }

@@ -98,6 +98,8 @@ withPage("a snapshot has a name of its own, and nothing is lost without a questi
     });
     const keep = page.getByRole("button", { name: "Keep" });
     const kept = page.locator(".session .armed li");
+    let restored = 0;
+    page.on("request", (request) => { restored += Number(request.url().endsWith("/restore")); });
     const total = async (name) => (await printer.ask("GET", `/printers/${name}/documents`)).documents.map((each) => each.total).join();
     await page.goto(`${printer.web}/#/bar/session`);
     await keep.click();
@@ -119,11 +121,13 @@ withPage("a snapshot has a name of its own, and nothing is lost without a questi
     await becomes(2, async () => questions.length);
     assert.match(questions[1], /^"bar-morning" is what bar has kept\. What shop is now is lost, .* Go back to "bar-morning"\?$/);
     assert.equal(await total("shop"), "2.49");
+    assert.equal(restored, 0);
 
     answer = "accept";
     await page.getByRole("button", { name: "Go back to bar-morning" }).click();
     await seesText(page.locator(".session [role=status]"), "It is as it was at \"bar-morning\".");
     assert.equal(await total("shop"), "1.90", "and bar's was not replaced");
+    assert.equal(restored, 1);
     await page.getByLabel("Name").fill("shop-morning");
     await keep.click();
     await seesText(page.locator(".session [role=status]"), "Kept as \"shop-morning\".");

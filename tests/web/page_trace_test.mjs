@@ -142,6 +142,9 @@ withPage("a reply that comes again after a damaged block is done", async ({ till
     const row = page.locator(".exchange", { hasText: "getVariable" });
     await seesText(row.locator(".outcome"), /^done$/);
     await seesText(row.locator(".fault"), "checksum");
+    await row.getByRole("button").click();
+    await seesText(page.locator(".detail"), "Decided in");
+    assert.doesNotMatch(await page.locator(".detail").innerText(), /not answered/);
 });
 
 withPage("the same payment of the next customer is no repeat of one whose acknowledge was lost", async ({ till, page, printer }) => {

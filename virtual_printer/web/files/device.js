@@ -20,9 +20,14 @@ export const lifeText = (state) => lives[state?.life] ?? "";
 // A fault takes the paper away for the requests that it meets, wherever the switch is.
 const paperFault = ({ faults }) => faults.find(({ ended, fault }) => !ended && fault.kind === "paperOut");
 
-// As it is armed to, or does with the newest exchange, whose fault may have ended with it.
-export const letsWait = ({ faults, exchanges }) => faults.some(({ ended, fault, exchanges: hit }) =>
-    fault.kind === "busy" && (!ended || exchanges.some((exchange) => hit.includes(exchange.number) && isAwaited(exchange))));
+const endless = 1_000_000;
+const isBusySwitch = ({ ended, fault }) => !ended && fault.kind === "busy" && fault.requests === endless;
+
+// As the switch has it, or a fault that has met a request; one may have ended with the exchange that still waits.
+export const letsWait = ({ faults, exchanges }) => faults.some((armed) => isBusySwitch(armed) ||
+    (armed.fault.kind === "busy" && ((!armed.ended && armed.requestsHit > 0) ||
+        exchanges.some((exchange) => armed.exchanges.includes(exchange.number) && isAwaited(exchange)))));
+const isToLetWait = ({ faults }) => faults.some(({ ended, fault }) => !ended && fault.kind === "busy");
 
 // Why it cannot print, if it cannot.
 export function troubleOf(printer) {
@@ -66,9 +71,6 @@ function choice(legend, name, values, choose) {
         },
     };
 }
-
-const endless = 1_000_000;
-const isBusySwitch = ({ ended, fault }) => !ended && fault.kind === "busy" && fault.requests === endless;
 
 export function makeDevice(printer, signal) {
     const displays = makeDisplays(printer);
@@ -119,8 +121,13 @@ export function makeDevice(printer, signal) {
             lamps.paper.show({ ok: "off", low: "warn", out: "bad" }[hardware.paper], { ok: "full", low: "low", out: "out" }[hardware.paper]);
         }
         lamps.cover.show(hardware.cover === "open" ? "bad" : "off", hardware.cover);
-        const isBusy = letsWait(printer);
-        lamps.busy.show(isBusy ? "warn" : "off", isBusy ? "lets tills wait" : "no");
+        if (letsWait(printer)) {
+            lamps.busy.show("warn", "lets tills wait");
+        } else if (isToLetWait(printer)) {
+            lamps.busy.show("warn", "for a request to come, by a fault");
+        } else {
+            lamps.busy.show("off", "no");
+        }
         if (pending === 0) {
             paper.show(hardware.paper);
             cover.show(hardware.cover);

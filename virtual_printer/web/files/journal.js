@@ -1,6 +1,6 @@
 // The journal: every document that the printer keeps, searched and in pages, and the paper of the one that is open.
 import { at, get, getText } from "./api.js";
-import { button, download, element, labelled, replaceChildren, setText } from "./dom.js";
+import { button, download, element, labelled, replaceChildren, setText, tellAloud } from "./dom.js";
 import { drawDocument } from "./paper.js";
 
 const pageSize = 25;
@@ -129,6 +129,7 @@ export function makeJournal(sheet, printer, { showDocument }, signal) {
                     exchange && button("Trace", () => showDocument(exchange)),
                     button("×", close, { "aria-label": "Close the document" })),
                 element("div", { class: "scroll", tabindex: "0", role: "region", "aria-label": "Paper of the document" }, drawDocument(paper)));
+            tellAloud(`${titleOf(document)} is shown.`); // the focus stays where it is
         } catch ({ message }) {
             if (position !== opened) {
                 return;

@@ -11,6 +11,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     let slipOf = null;
     let isAtEnd = true;
     let marked = [];
+    let current = 0; // the exchange whose lines are chosen by the keys
 
     paper.addEventListener("scroll", () => { isAtEnd = isEndSeen(); }, { passive: true });
     // On another screen the lines have another height.
@@ -26,7 +27,6 @@ export function makeRoll(printer, { open, showExchange }, signal) {
 
     // Up and down choose what one exchange has printed, Enter shows the exchange, O opens the document. The buttons at
     // each document are for who points: with hundreds of them Tab would never reach the end of the paper.
-    let current = 0;
     paper.addEventListener("keydown", (event) => {
         const all = [...new Set([...paper.querySelectorAll("[data-exchange]")].map((line) => Number(line.dataset.exchange)))];
         const step = { ArrowUp: -1, ArrowDown: 1 }[event.key];
@@ -42,7 +42,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         } else if (event.key === "Enter" && all.includes(current)) {
             showExchange(current);
         } else if (event.key.toLowerCase() === "o" && !event.ctrlKey && !event.metaKey && !event.altKey) {
-            const position = Number(marked[0]?.closest(".slip.isCut")?.dataset.document ?? 0);
+            const position = marked[0]?.isConnected ? Number(marked[0].closest(".slip.isCut")?.dataset.document ?? 0) : 0;
             if (position > 0) { // the journal has it
                 open(position);
             }
@@ -106,6 +106,10 @@ export function makeRoll(printer, { open, showExchange }, signal) {
             elements.clear();
             paper.replaceChildren(hint);
             slip = null;
+        }
+        if (isNew) { // the numbers may be those of others from now on
+            marked = [];
+            current = 0;
         }
         for (const { number } of gone) {
             const old = elements.get(number);

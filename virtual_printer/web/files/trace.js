@@ -1,6 +1,6 @@
 // The link trace: every exchange, the newest first; one that is chosen tells its bytes, its fields and what happened.
 import { at, getLines } from "./api.js";
-import { button, element, labelled, setText } from "./dom.js";
+import { button, element, labelled, setText, tellAloud } from "./dom.js";
 import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf } from "./exchange.js";
 
 const mostRows = 300;
@@ -15,8 +15,16 @@ function bytes(title, text) {
         text === "" ? element("p", { class: "quiet" }, "nothing") : element("code", {}, text));
 }
 
+// Of an answer that left as another than it was, or in its place, the printer has no time.
+function answeredIn({ toTill, microseconds: { answer } }) {
+    if (toTill === "") {
+        return ", not answered";
+    }
+    return answer > 0 ? `, answered in ${answer} µs` : "";
+}
+
 function detailOf(exchange, later, showPaper) {
-    const { decide, commit, answer } = exchange.microseconds;
+    const { decide, commit } = exchange.microseconds;
     const printed = showPaper(exchange.number, false);
     return element("div", { class: "detail" },
         element("ul", { class: "story" }, storyOf(exchange, later).map((sentence) => element("li", {}, sentence))),
@@ -29,7 +37,7 @@ function detailOf(exchange, later, showPaper) {
         bytes(exchange.cut ? "To the till (cut here)" : "To the till", exchange.toTill),
         element("p", { class: "quiet" },
             `${exchange.moment} by the printer's clock. Connection ${exchange.till}, device ${exchange.address}, command ${exchange.command.toUpperCase()}. `,
-            `Decided in ${decide} µs, kept in ${commit} µs, ${answer > 0 ? `answered in ${answer} µs` : "not answered"}. `,
+            `Decided in ${decide} µs, kept in ${commit} µs${answeredIn(exchange)}. `,
             printed > 0 ? `It printed ${printed === 1 ? "the line that is" : `the ${printed} lines that are`} marked on the paper.` : "It printed nothing that is still on the paper."));
 }
 
@@ -208,6 +216,9 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         row.scrollIntoView({ block: "center" });
         if (takesFocus) {
             row.querySelector("button").focus({ preventScroll: true });
+        } else {
+            const exchange = find(number);
+            tellAloud(`${exchange.name} is shown: ${outcomeOf(exchange).text}.`);
         }
     }
 

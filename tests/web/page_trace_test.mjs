@@ -83,20 +83,23 @@ withPage("what a row at the edge of a screen tells is seen", async ({ till, page
     await becomes(30, () => page.locator(".exchange").count());
     for (const [width, height] of [[390, 800], [1440, 500]]) {
         await page.setViewportSize({ width, height });
-        const [number, start, end] = await page.evaluate(() => {
+        const number = await page.evaluate(() => {
             const list = document.querySelector(".trace .scroll");
             window.scrollTo(0, document.documentElement.scrollHeight);
             list.scrollTop = 0;
-            const { top, bottom } = list.getBoundingClientRect();
-            const seenTo = Math.min(bottom, window.innerHeight);
+            const seenTo = Math.min(list.getBoundingClientRect().bottom, window.innerHeight);
             const rows = [...list.querySelectorAll(".exchange")];
-            return [rows.findLast((row) => row.getBoundingClientRect().bottom <= seenTo).dataset.number, Math.max(top, 0), seenTo];
+            return rows.findLast((row) => row.getBoundingClientRect().bottom <= seenTo).dataset.number;
         });
         const row = page.locator(`.exchange[data-number="${number}"]`);
         await row.locator(".name").click();
-        const seen = await row.evaluate((each) => [each.getBoundingClientRect().top, each.nextElementSibling.getBoundingClientRect().bottom]);
-        assert.ok(seen[0] >= start, `the row is at ${seen[0]}, the list begins at ${start}`);
-        assert.ok(seen[1] <= end + 1 || seen[0] < start + 60, `exchange ${number} tells down to ${seen[1]}, and is seen from ${start} to ${end}`);
+        const [from, to, start, end] = await row.evaluate((each) => { // where the list is now: the paper above it may have grown
+            const list = each.closest(".scroll").getBoundingClientRect();
+            return [each.getBoundingClientRect().top, each.nextElementSibling.getBoundingClientRect().bottom,
+                Math.max(list.top, 0), Math.min(list.bottom, window.innerHeight)];
+        });
+        assert.ok(from >= start - 1, `the row is at ${from}, the list begins at ${start}`);
+        assert.ok(to <= end + 1 || from < start + 60, `exchange ${number} tells down to ${to}, and is seen from ${start} to ${end}`);
         await row.locator(".name").click();
     }
 });

@@ -11,6 +11,7 @@ withPage("a session is kept, left and taken away", async ({ till, page, printer 
     await till.sell("Chlieb", "1.00");
     await page.getByRole("tab", { name: "Session" }).click();
     await page.getByRole("button", { name: "Keep" }).click();
+    await page.getByRole("button", { name: "Go back to printer-morning" }).waitFor(soon); // it is kept
     await till.sell("Rožok", "2.00");
     await becomes(2, () => page.locator(".paper .slip").count());
     const waiting = page.waitForEvent("download");

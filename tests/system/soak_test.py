@@ -1,4 +1,4 @@
-#!/ usr / bin / env python3
+#!/usr/bin/env python3
 """A till's process makes a great many calls to a virtual printer that is armed with faults which hit by chance and end by
 themselves. At the end the printer's books are those of the till, and the till's process has not grown.
 

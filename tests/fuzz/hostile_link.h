@@ -31,5 +31,6 @@ HostileLink& hostileSerial();
 
 // How often the library has sent something since that link began.
 int sendsOverTcp();
+int sendsOnSerial();
 
 } // namespace telvofm::fuzz

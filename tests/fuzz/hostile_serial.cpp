@@ -57,4 +57,9 @@ HostileLink& hostileSerial()
     return link;
 }
 
+int sendsOnSerial()
+{
+    return port().writes;
+}
+
 } // namespace telvofm::fuzz

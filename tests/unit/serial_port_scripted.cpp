@@ -164,6 +164,7 @@ bool CSerial::modemStatus(ModemStatus& status)
 
 bool CSerial::writePort(char byte, std::chrono::milliseconds limit)
 {
+    ++port().writes;
     error = errorOf("write", test::hexadecimal(byte) + " " + test::text(limit));
     return error == 0;
 }

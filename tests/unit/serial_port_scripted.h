@@ -62,6 +62,7 @@ struct ScriptedPort
     // Every call in order: "open \\.\COM1 28800", "purge", "look", "write 1c 15000", "read 1 15000", ...
     std::vector<std::string> calls;
     bool keepsCalls = true; // who makes millions of them does not
+    int writes = 0;         // counted always
 
     // The call of that name fails with that error, after `before` calls of the name that succeed.
     void fail(std::string name, std::uint32_t error, int before = 0);

@@ -41,15 +41,20 @@ char* writeRounded(char* target, char* end, const BinaryFraction& value, std::si
     const auto shift = static_cast<unsigned>(value.fractionBits);
     const std::uint64_t fractionMask = (std::uint64_t{1} << shift) - 1;
     const std::uint64_t half = std::uint64_t{1} << (shift - 1);
-    const std::size_t first = mostDecimals > mostAtOnce ? std::min(decimals, mostAtOnce) : decimals;
+    std::size_t first = decimals;
+    if constexpr (mostDecimals > mostAtOnce) {
+        first = std::min(decimals, mostAtOnce);
+    }
 
     std::uint64_t wholes = value.mantissa >> shift;
     std::uint64_t scaled = (value.mantissa & fractionMask) * powersOfTen[first];
     std::uint64_t fraction = scaled >> shift;
-    if (mostDecimals > mostAtOnce && decimals > first) {
-        const std::uint64_t scale = powersOfTen[decimals - first];
-        scaled = (scaled & fractionMask) * scale;
-        fraction = fraction * scale + (scaled >> shift);
+    if constexpr (mostDecimals > mostAtOnce) {
+        if (decimals > first) {
+            const std::uint64_t scale = powersOfTen[decimals - first];
+            scaled = (scaled & fractionMask) * scale;
+            fraction = fraction * scale + (scaled >> shift);
+        }
     }
     const std::uint64_t rest = scaled & fractionMask;
     const bool isOdd = ((decimals == 0 ? wholes : fraction) & 1U) != 0;
@@ -102,9 +107,8 @@ char* writeSmallGeneral(char* target, char* end, double value)
         --decimals;
     }
     char* last = writeRounded<significantDigits - 1>(target, end, parts, decimals);
-    while (last[-1] == '0' && decimals > 0) {
+    while (last[-1] == '0') { // the point ends it
         --last;
-        --decimals;
     }
     return last[-1] == '.' ? last - 1 : last;
 }

@@ -15,6 +15,7 @@ for ((part = 0; part < parts; ++part)); do
     mkdir -p "part$part"
     (cd "part$part" && TELVOFM_LINK_SWEEP="$part/$parts $every" \
         timeout --kill-after=10 5400 "$@" "--gtest_filter=$filter" >output 2>&1) &
+    sleep 0.2 # each begins with work, and would not let the others answer in time
 done
 failed=0
 for job in $(jobs -p); do

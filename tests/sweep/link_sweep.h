@@ -37,6 +37,8 @@ private:
 
     [[nodiscard]] SimulatedPrinter freshPrinter() const;
     Swept rehearsed(const SweptCall& call);
+    // Nothing when the machine was so busy that the till asked again, or the printer gave a request up.
+    std::optional<Swept> rehearsedUndisturbed(const SweptCall& call);
     void open(const SweptCall& call, const Fault& fault);
     LinkCall performed(const SweptCall& call, const CallPlan& plan);
     void add(const std::string& whichCase, int call, const Judgement& judgement);

@@ -147,13 +147,13 @@ bool PrinterOnLink::exchange(wire::Connection& connection)
     } else {
         ++quietLooks;
     }
+    if (line != nullptr && faulty.areLinesOn() != areLinesOn) {
+        areLinesOn = !areLinesOn;
+        moveLines(areLinesOn); // before what it is ready to say
+    }
     std::array<char, piece> said{};
     while (faulty.hasCome()) {
         connection.send({said.data(), faulty.take(said)});
-    }
-    if (line != nullptr && faulty.areLinesOn() != areLinesOn) {
-        areLinesOn = !areLinesOn;
-        moveLines(areLinesOn);
     }
     const bool isOver = !heard || faulty.hasEnded();
     if (isOver && line != nullptr) {

@@ -37,13 +37,22 @@ CallPlan planOf(std::string_view sentBytes, Exchange::Kind first)
     while (sentBytes[end - 1] != '\x04' || (end > 4 && sentBytes[end - 2] != '\0')) {
         ++end;
     }
-    CallPlan plan;
-    plan.exchanges.push_back({first, {std::string(sentBytes.substr(0, end))}});
+    const std::string request(sentBytes.substr(0, end));
     sentBytes.remove_prefix(end + 1);
-    bool continues = false;
+    std::vector<std::string> blocks;
     while (first == Exchange::Kind::command && !sentBytes.empty()) {
-        const std::string block(sentBytes.substr(0, lengthOfBlock(sentBytes)));
-        sentBytes.remove_prefix(block.size() + 1);
+        blocks.emplace_back(sentBytes.substr(0, lengthOfBlock(sentBytes)));
+        sentBytes.remove_prefix(blocks.back().size() + 1);
+    }
+    return planOf(request, blocks, first);
+}
+
+CallPlan planOf(const std::string& request, std::span<const std::string> blocks, Exchange::Kind first)
+{
+    CallPlan plan;
+    plan.exchanges.push_back({first, {request}});
+    bool continues = false;
+    for (const std::string& block : blocks) {
         if (!continues) {
             plan.exchanges.push_back({Exchange::Kind::upload, {}});
         }

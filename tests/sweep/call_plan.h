@@ -38,5 +38,7 @@ struct CallPlan
 
 // From the bytes that a call without a fault has sent; `first` is what its request wants.
 CallPlan planOf(std::string_view sentBytes, Exchange::Kind first);
+// From its request and the blocks of all its uploads.
+CallPlan planOf(const std::string& request, std::span<const std::string> blocks, Exchange::Kind first);
 
 } // namespace telvofm::test::sweep

@@ -5,17 +5,6 @@ namespace {
 
 using Act = WireEvent::Act;
 
-constexpr int transportFailed = -10201;
-constexpr int timedOut = -10202;
-constexpr int notReady = -10103;
-constexpr int silentAlthoughReady = 64;
-
-constexpr Milliseconds tcpStep{3000};
-constexpr Milliseconds serialStep{15000};
-
-constexpr Byte xon = 0x11;
-constexpr Byte xoff = 0x13;
-
 std::string nameOf(Act act)
 {
     constexpr std::string_view names[] = {"sent",   "a refused send", "received", "a silent wait",
@@ -140,31 +129,9 @@ bool EventReader::isSilent(const WireEvent& event, Milliseconds step)
     return true;
 }
 
-// A step of three seconds, a probe, and another step; what the printer says of itself begins the wait anew,
-// but for "ready" behind a probe.
-Byte EventReader::tcpByte(bool passThrough)
+bool EventReader::isSilentStep()
 {
-    bool hasProbed = false;
-    for (;;) {
-        while (received.empty()) {
-            if (!isSilent(next("a wait"), tcpStep)) {
-                continue;
-            }
-            if (hasProbed) {
-                throw CallEnds{timedOut};
-            }
-            expectByte(xon);
-            hasProbed = true;
-        }
-        const Byte byte = takeReceived();
-        if (passThrough || (byte != xon && byte != xoff)) {
-            return byte;
-        }
-        if (hasProbed && byte == xon) {
-            throw CallEnds{timedOut};
-        }
-        hasProbed = false;
-    }
+    return received.empty() && isSilent(next("a wait"), tcpStep);
 }
 
 // Steps of fifteen seconds until the lines have been on for longer than that without a byte.

@@ -221,11 +221,10 @@ bool FaultyWire::purge()
 
 bool FaultyWire::isClearToSend()
 {
-    const bool isClear = link == Link::tcp || clock >= linesOffUntil;
-    if (!isClear) {
+    if (!areLinesOn()) {
         note(WireEvent::Act::linesOff);
     }
-    return isClear;
+    return areLinesOn();
 }
 
 void FaultyWire::pause(Milliseconds time)

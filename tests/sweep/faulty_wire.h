@@ -40,6 +40,7 @@ public:
     std::size_t take(std::span<char> target);
     bool purge();
     bool isClearToSend();
+    [[nodiscard]] bool areLinesOn() const { return link == Link::tcp || clock >= linesOffUntil; }
     void pause(Milliseconds time);
     [[nodiscard]] Milliseconds now() const { return clock; }
     void advanceTo(Milliseconds moment);

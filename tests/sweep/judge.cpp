@@ -61,10 +61,13 @@ bool isTrueFailure(const CallRecord& record)
         // The one export without a code says neither which it was.
         return isLibrarysCode(code) && (code != -1 || record.outcome.name == "getVariableStr");
     }
-    if (code == silentAlthoughReady && record.link == Link::serial) {
-        return true;
-    }
     return std::find(record.refusals.begin(), record.refusals.end(), code) != record.refusals.end();
+}
+
+bool isTrueSilence(const CallRecord& record)
+{
+    return record.outcome.result == silentAlthoughReady && record.link == Link::serial &&
+           (record.outcome.deliveredNothing() || !record.plan.fetches());
 }
 
 bool isInBlock(Role role)
@@ -77,6 +80,15 @@ bool changesBytes(Fault::Kind kind)
 {
     return kind == Fault::Kind::flipped || kind == Fault::Kind::inserted || kind == Fault::Kind::deleted ||
            kind == Fault::Kind::doubled;
+}
+
+// A single flipped bit there never leaves the XOR as it was: the block is repeated, and the damage delivers
+// nothing.
+bool isSeenByChecksum(const CallRecord& record)
+{
+    return record.fault.kind == Fault::Kind::flipped && record.fault.direction == Direction::toTill &&
+           (record.struckRole == Role::blockData || record.struckRole == Role::blockTerminator ||
+            record.struckRole == Role::blockChecksum);
 }
 
 // The printer took something for whole that the till never sent.
@@ -100,7 +112,7 @@ std::optional<Verdict> excuseOf(const CallRecord& record)
     if (record.metLateAnswer) {
         return Verdict::lateAnswer;
     }
-    if (!changesBytes(record.fault.kind)) {
+    if (!changesBytes(record.fault.kind) || isSeenByChecksum(record)) {
         return std::nullopt;
     }
     if (record.fault.direction == Direction::toPrinter) {
@@ -119,9 +131,24 @@ std::optional<Verdict> excuseOf(const CallRecord& record)
 
 std::string_view nameOf(Verdict verdict)
 {
-    constexpr std::string_view names[] = {"success",       "failure",         "late answer", "answer damaged",
-                                          "block damaged", "request damaged", "VIOLATION"};
+    constexpr std::string_view names[] = {"success",         "failure",        "silence, or code 64",
+                                          "late answer",     "answer damaged", "block damaged",
+                                          "request damaged", "VIOLATION"};
     return names[static_cast<std::size_t>(verdict)];
+}
+
+std::string contradiction(const Conduct& conduct, const CallPlan& plan, const Outcome& outcome)
+{
+    if (!conduct.deviation.empty()) {
+        return conduct.deviation;
+    }
+    const bool isText = outcome.name == "getVariableStr";
+    const int due = isText && !conduct.delivers ? -1 : conduct.result;
+    if (outcome.thrown.empty() && outcome.result != due) {
+        return "it returned " + std::to_string(outcome.result) + " where " + std::to_string(due) + " was due";
+    }
+    const bool isDelivered = conduct.delivers ? outcome.delivered(conduct.reply) : outcome.deliveredNothing();
+    return plan.fetches() && !isDelivered ? "it delivered something else than what came" : "";
 }
 
 Judgement judgedByPrinter(const CallRecord& record)
@@ -133,6 +160,9 @@ Judgement judgedByPrinter(const CallRecord& record)
     const bool succeeded = outcome.result == 0;
     if (succeeded ? isTrueSuccess(record) : isTrueFailure(record)) {
         return {succeeded ? Verdict::success : Verdict::failure, {}};
+    }
+    if (isTrueSilence(record)) {
+        return {Verdict::silence, {}};
     }
     if (const auto excuse = excuseOf(record)) {
         return {*excuse, {}};

@@ -2,7 +2,7 @@
 // against the rules of the wire.
 #pragma once
 
-#include "tests/sweep/call_plan.h"
+#include "tests/sweep/reference_till.h"
 #include "tests/sweep/swept_call.h"
 
 #include <optional>
@@ -16,6 +16,8 @@ enum class Verdict
 {
     success,
     failure,
+    silence, // code 64 on a serial line: the library's own for a silent printer, and one that a printer may
+             // send
     lateAnswer,     // the byte that was taken for the answer belongs to an earlier request
     answerDamaged,  // a byte of the dialogue that no checksum covers was changed, made or lost
     blockDamaged,   // damage that the XOR of a reply's block does not show
@@ -47,6 +49,8 @@ struct CallRecord
     bool metLateAnswer;
 };
 
+// What an outcome is other than its conduct makes it due; nothing when it is that.
+std::string contradiction(const Conduct& conduct, const CallPlan& plan, const Outcome& outcome);
 // By the printer's record alone.
 Judgement judgedByPrinter(const CallRecord& record);
 

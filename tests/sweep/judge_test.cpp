@@ -1,8 +1,8 @@
 // The judge itself: wrong outcomes, planted by hand, must not pass. What is right here is written down from
 // the rules of the wire, byte by byte.
 #include "tests/sweep/judge.h"
+#include "tests/sweep/judged_plans.h"
 #include "tests/sweep/reference_till.h"
-#include "tests/unit/bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -10,10 +10,6 @@ namespace telvofm::test::sweep {
 namespace {
 
 using Act = WireEvent::Act;
-
-const std::string request = bytes({0x1C, 0x01, 0xE0, 0x04}); // its XOR is F9
-const CallPlan commandPlan = {{{Exchange::Kind::command, {request}}}};
-const CallPlan queryPlan = {{{Exchange::Kind::query, {request}}}};
 
 WireEvent sent(const std::string& what)
 {

@@ -1,10 +1,9 @@
-// The sweep on a real link: each case a session, the call with its fault and a call behind it, judged by the
-// printer's record alone. The till's end of the wire cannot be seen here, so that the rules of the wire are
-// not looked at; the sweep in memory does that.
+// The sweep on a real link: each case a session, the call with its fault and a call behind it, judged by all
+// that can be known at the printer's end. The till's end of the wire cannot be seen here; the sweep in memory
+// does that.
 #pragma once
 
-#include "tests/sweep/judge.h"
-#include "tests/sweep/printer_on_link.h"
+#include "tests/sweep/session_judge.h"
 
 #include <functional>
 #include <map>
@@ -16,7 +15,8 @@ namespace telvofm::test::sweep {
 class LinkSweep
 {
 public:
-    LinkSweep(Link link, std::string portName, PrinterOnLink& printer, std::string folder);
+    // `portToOpen` gives the port's name, and brings back one that a fault has closed.
+    LinkSweep(Link link, std::function<std::string()> portToOpen, PrinterOnLink& printer, std::string folder);
 
     [[nodiscard]] std::size_t size() const;
     void run(std::size_t number);
@@ -37,12 +37,14 @@ private:
 
     [[nodiscard]] SimulatedPrinter freshPrinter() const;
     Swept rehearsed(const SweptCall& call);
+    // Nothing when the machine was so busy that the till asked again, or the printer gave a request up.
+    std::optional<Swept> rehearsedUndisturbed(const SweptCall& call);
     void open(const SweptCall& call, const Fault& fault);
-    Judgement judged(const SweptCall& call, const CallPlan& plan, const Fault& fault,
-                     std::optional<Role> struckRole, bool mayBeLate, CallAtPrinter& atPrinter);
+    LinkCall performed(const SweptCall& call, const CallPlan& plan);
+    void add(const std::string& whichCase, int call, const Judgement& judgement);
 
     Link link;
-    std::string port;
+    std::function<std::string()> port;
     PrinterOnLink& printer;
     std::string own;
     std::vector<Swept> all;

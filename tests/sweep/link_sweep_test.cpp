@@ -12,7 +12,8 @@ TEST(LinkSweepTest, OverSockets)
 {
     const OwnFolder folder;
     PrinterOnLink printer(betweenLooks);
-    LinkSweep sweep(Link::tcp, printer.address(), printer, folder.path.string());
+    LinkSweep sweep(
+        Link::tcp, [&] { return printer.address(); }, printer, folder.path.string());
     sweepChosenPart(sweep);
 }
 

@@ -1,7 +1,5 @@
 #include "tests/sweep/memory_sweep.h"
 
-#include "tests/sweep/reference_till.h"
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -101,20 +99,9 @@ const CallPlan& MemorySweep::planBehind(const SweptCall& call, Link link)
 Judgement MemorySweep::judge(const Performed& done, const CallPlan& plan, Link link, const Fault& fault,
                              std::optional<Role> struckRole)
 {
-    const Conduct conduct = conductOf(plan, done.events, link);
-    if (!conduct.deviation.empty()) {
-        return {Verdict::violation, conduct.deviation};
-    }
-    const bool isText = done.outcome.name == "getVariableStr";
-    const int due = isText && !conduct.delivers ? -1 : conduct.result;
-    if (done.outcome.thrown.empty() && done.outcome.result != due) {
-        return {Verdict::violation, "it returned " + std::to_string(done.outcome.result) + " where " +
-                                        std::to_string(due) + " was due"};
-    }
-    const bool isDelivered =
-        conduct.delivers ? done.outcome.delivered(conduct.reply) : done.outcome.deliveredNothing();
-    if (plan.fetches() && !isDelivered) {
-        return {Verdict::violation, "it delivered something else than what came"};
+    const std::string against = contradiction(conductOf(plan, done.events, link), plan, done.outcome);
+    if (!against.empty()) {
+        return {Verdict::violation, against};
     }
     const std::span<const HeardRequest> heard(wire().printer.heard());
     return judgedByPrinter({plan, done.outcome, link, fault, struckRole, heard.first(done.heardBefore),

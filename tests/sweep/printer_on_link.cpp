@@ -19,8 +19,10 @@ PrinterOnLink::PrinterOnLink(Milliseconds betweenLooks)
 {
 }
 
-PrinterOnLink::PrinterOnLink(wire::Connection& serialLine, Milliseconds betweenLooks)
-    : link(Link::serial), glance(betweenLooks), line(&serialLine), thread([this] { serve(); })
+PrinterOnLink::PrinterOnLink(wire::Connection& serialLine, Milliseconds betweenLooks,
+                             std::function<void(bool areOn)> move)
+    : link(Link::serial), glance(betweenLooks), line(&serialLine), moveLines(std::move(move)),
+      thread([this] { serve(); })
 {
 }
 
@@ -35,6 +37,7 @@ void PrinterOnLink::begin(const Fault& fault, const SimulatedPrinter& printer)
     const std::scoped_lock lock(state);
     faulty = FaultyWire(link);
     faulty.printer = printer;
+    passedBefore.clear();
     faulty.advanceTo(realTime() + skipped);
     faulty.arm(fault);
 }
@@ -42,6 +45,7 @@ void PrinterOnLink::begin(const Fault& fault, const SimulatedPrinter& printer)
 void PrinterOnLink::beginCall()
 {
     const std::scoped_lock lock(state);
+    passedBefore.insert(passedBefore.end(), faulty.events.begin(), faulty.events.end());
     faulty.beginCall();
     heardBefore = faulty.printer.heard().size();
     refusedBefore = faulty.printer.refused().size();
@@ -58,14 +62,27 @@ CallAtPrinter PrinterOnLink::endCall()
             faulty.extent()};
 }
 
-void PrinterOnLink::settle()
+std::vector<WireEvent> PrinterOnLink::passed()
+{
+    const std::scoped_lock lock(state);
+    std::vector<WireEvent> all = passedBefore;
+    all.insert(all.end(), faulty.events.begin(), faulty.events.end());
+    return all;
+}
+
+void PrinterOnLink::awaitQuiet()
 {
     constexpr int enoughLooks = 2;
-    constexpr Milliseconds longPause{2000};
     quietLooks = 0;
-    while (quietLooks < enoughLooks) {
+    while (quietLooks < enoughLooks && !isPulledOut) {
         std::this_thread::sleep_for(glance);
     }
+}
+
+void PrinterOnLink::settle()
+{
+    constexpr Milliseconds longPause{2000};
+    awaitQuiet();
     const std::scoped_lock lock(state);
     skipped += longPause;
 }
@@ -75,6 +92,7 @@ void PrinterOnLink::serve()
     while (!isEnding) {
         if (line != nullptr) {
             serveConnection(*line);
+            stayPulledOut();
             continue;
         }
         wire::Connection connection = listener.accept(glance);
@@ -91,6 +109,32 @@ void PrinterOnLink::serveConnection(wire::Connection& connection)
     }
 }
 
+// A line that a fault has closed.
+void PrinterOnLink::stayPulledOut()
+{
+    if (!whileStill([&] { return faulty.hasEnded(); })) {
+        return;
+    }
+    line->close();
+    isPulledOut = true;
+    while (isPulledOut && !isEnding) {
+        std::this_thread::sleep_for(glance);
+    }
+}
+
+void PrinterOnLink::plugAgain(const std::function<void()>& open)
+{
+    if (!whileStill([&] { return faulty.hasEnded(); })) {
+        return;
+    }
+    while (!isPulledOut) {
+        std::this_thread::sleep_for(glance);
+    }
+    open();
+    whileStill([&] { faulty = FaultyWire(link); });
+    isPulledOut = false;
+}
+
 bool PrinterOnLink::exchange(wire::Connection& connection)
 {
     constexpr std::size_t piece = 512;
@@ -102,6 +146,10 @@ bool PrinterOnLink::exchange(wire::Connection& connection)
         faulty.send(*heard);
     } else {
         ++quietLooks;
+    }
+    if (line != nullptr && faulty.areLinesOn() != areLinesOn) {
+        areLinesOn = !areLinesOn;
+        moveLines(areLinesOn); // before what it is ready to say
     }
     std::array<char, piece> said{};
     while (faulty.hasCome()) {

@@ -5,6 +5,7 @@
 #include "tests/wire/loopback.h"
 
 #include <atomic>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -25,8 +26,10 @@ class PrinterOnLink
 public:
     // On a socket of the loopback address, one connection after the other. It looks at its clock so often.
     explicit PrinterOnLink(Milliseconds betweenLooks = Milliseconds(1));
-    // On the line of a serial printer.
-    explicit PrinterOnLink(wire::Connection& serialLine, Milliseconds betweenLooks = Milliseconds(1));
+    // On the line of a serial printer, whose modem lines it moves by `move`.
+    explicit PrinterOnLink(
+        wire::Connection& serialLine, Milliseconds betweenLooks = Milliseconds(1),
+        std::function<void(bool areOn)> move = [](bool /*areOn*/) {});
     ~PrinterOnLink();
     PrinterOnLink(const PrinterOnLink&) = delete;
     PrinterOnLink& operator=(const PrinterOnLink&) = delete;
@@ -45,12 +48,19 @@ public:
         const std::scoped_lock lock(state);
         return look();
     }
-    // What goes to the printer has come, as far as a moment tells, and a unit that broke off is given up.
+    // All that has passed since `begin`.
+    std::vector<WireEvent> passed();
+    // What goes to the printer has come, as far as a moment tells.
+    void awaitQuiet();
+    // And a unit that broke off is given up.
     void settle();
+    // Opens the line again with `open` when a fault has closed it.
+    void plugAgain(const std::function<void()>& open);
 
 private:
     void serve();
     void serveConnection(wire::Connection& connection);
+    void stayPulledOut();
     // One look at the link; false when the link has ended.
     bool exchange(wire::Connection& connection);
 
@@ -58,11 +68,15 @@ private:
     const Milliseconds glance;
     wire::Listener listener;
     wire::Connection* const line = nullptr;
+    const std::function<void(bool)> moveLines;
+    bool areLinesOn = true;
     std::mutex state;
     FaultyWire faulty;
     std::size_t heardBefore = 0;
     std::size_t refusedBefore = 0;
+    std::vector<WireEvent> passedBefore; // the call
     Milliseconds skipped{0};
+    std::atomic<bool> isPulledOut = false;
     std::atomic<int> quietLooks = 0;
     std::atomic<bool> isEnding = false;
     std::thread thread;

@@ -24,10 +24,7 @@ Byte sumOfUnit(std::string_view unit)
 class ReferenceTill
 {
 public:
-    ReferenceTill(std::span<const WireEvent> events, Link kindOfLink)
-        : wire(events, kindOfLink), link(kindOfLink)
-    {
-    }
+    ReferenceTill(LivedWire& livedWire, Link kindOfLink) : wire(livedWire), link(kindOfLink) {}
 
     std::string run(const CallPlan& plan)
     {
@@ -223,16 +220,16 @@ private:
         return answer;
     }
 
-    EventReader wire;
+    LivedWire& wire;
     Link link;
 };
 
 } // namespace
 
-Conduct conductOf(const CallPlan& plan, std::span<const WireEvent> events, Link link)
+Conduct conductOf(const CallPlan& plan, LivedWire& wire, Link link)
 {
     Conduct conduct;
-    ReferenceTill till(events, link);
+    ReferenceTill till(wire, link);
     try {
         try {
             conduct.reply = till.run(plan);
@@ -245,6 +242,12 @@ Conduct conductOf(const CallPlan& plan, std::span<const WireEvent> events, Link 
         conduct.deviation = deviation.what;
     }
     return conduct;
+}
+
+Conduct conductOf(const CallPlan& plan, std::span<const WireEvent> events, Link link)
+{
+    EventReader wire(events, link);
+    return conductOf(plan, wire, link);
 }
 
 } // namespace telvofm::test::sweep

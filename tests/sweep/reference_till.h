@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tests/sweep/call_plan.h"
+#include "tests/sweep/lived_wire.h"
 
 #include <optional>
 #include <string>
@@ -18,6 +19,8 @@ struct Conduct
     std::string deviation; // empty when every step was as it has to be
 };
 
+Conduct conductOf(const CallPlan& plan, LivedWire& wire, Link link);
+// By the whole record of a call.
 Conduct conductOf(const CallPlan& plan, std::span<const WireEvent> events, Link link);
 
 } // namespace telvofm::test::sweep

@@ -12,8 +12,12 @@ TEST(LinkSweepTest, OnAPseudoTerminal)
 {
     const OwnFolder folder;
     SerialPrinter terminal(folder.file("lines"));
-    PrinterOnLink printer(terminal.line(), betweenLooks);
-    LinkSweep sweep(Link::serial, terminal.name(), printer, folder.path.string());
+    PrinterOnLink printer(terminal.line(), betweenLooks, [&](bool areOn) { terminal.setLines(areOn, true); });
+    const auto port = [&] {
+        printer.plugAgain([&] { terminal.plugAgain(); });
+        return terminal.name();
+    };
+    LinkSweep sweep(Link::serial, port, printer, folder.path.string());
     sweepChosenPart(sweep);
 }
 

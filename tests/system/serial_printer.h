@@ -21,6 +21,9 @@ public:
     [[nodiscard]] const std::string& terminal() const { return path; }
     wire::Connection& line() { return connection; }
 
+    // Another terminal in the place of one that was closed.
+    void plugAgain() { connection = wire::openPseudoTerminal(path); }
+
     void setLines(bool clearToSend, bool dataSetReady) const;
     // What the program at the other end drives.
     [[nodiscard]] bool dataTerminalReady() const;

@@ -45,6 +45,7 @@ void PrinterOnLink::beginCall()
     faulty.beginCall();
     heardBefore = faulty.printer.heard().size();
     refusedBefore = faulty.printer.refused().size();
+    bytesBefore = faulty.extent().toPrinter;
 }
 
 CallAtPrinter PrinterOnLink::endCall()
@@ -55,7 +56,8 @@ CallAtPrinter PrinterOnLink::endCall()
     return {{heard.begin() + static_cast<std::ptrdiff_t>(heardBefore), heard.end()},
             {refused.begin() + static_cast<std::ptrdiff_t>(refusedBefore), refused.end()},
             faulty.metLateAnswer,
-            faulty.extent()};
+            faulty.extent(),
+            faulty.extent().toPrinter - bytesBefore};
 }
 
 void PrinterOnLink::settle()

@@ -18,6 +18,7 @@ struct CallAtPrinter
     std::vector<int> refusals;
     bool metLateAnswer;
     Extent extent;
+    std::size_t bytes; // that have come, whole requests or not
 };
 
 class PrinterOnLink
@@ -62,6 +63,7 @@ private:
     FaultyWire faulty;
     std::size_t heardBefore = 0;
     std::size_t refusedBefore = 0;
+    std::size_t bytesBefore = 0;
     Milliseconds skipped{0};
     std::atomic<int> quietLooks = 0;
     std::atomic<bool> isEnding = false;

@@ -25,6 +25,12 @@ void setMode(int mode)
     ofUniversalRuntime<int(int, int)>("_setmode")(1, mode);
 }
 
+// There and back.
+void changeErrorMode()
+{
+    ::SetErrorMode(::GetErrorMode() ^ SEM_NOOPENFILEERRORBOX);
+}
+
 } // namespace
 
 std::span<const HostChange> hostChangesOfThePlatform()
@@ -32,7 +38,7 @@ std::span<const HostChange> hostChangesOfThePlatform()
     static constexpr HostChange changes[] = {
         {"locale of C", [] { setLocale("German_Germany.1252"); }, [] { setLocale("C"); }},
         {"handler of signal 15", [] { setHandler([](int /*signal*/) {}); }, [] { setHandler(SIG_DFL); }},
-        {"handlers of failures", [] { ::SetErrorMode(SEM_NOOPENFILEERRORBOX); }, [] { ::SetErrorMode(0); }},
+        {"handlers of failures", changeErrorMode, changeErrorMode},
         {"modes of standard streams", [] { setMode(_O_BINARY); }, [] { setMode(_O_TEXT); }},
     };
     return changes;

@@ -21,14 +21,16 @@ TorturedLink::TorturedLink(Link kindOfLink, std::string portName, sweep::Printer
       every(oneOfSoMany), all(sweep::everyCall(own + "/reply")),
       next(sweep::callOf("sellingDayBegin", own + "/reply_behind", acceptingAddress))
 {
+    TimeLimit::install();
+    std::puts("The stream has been used."); // before that it has no buffer
+    std::fflush(stdout);
+    std::feclearexcept(FE_ALL_EXCEPT);
+    host.emplace();
     sweep::writePicture(own + "/picture.bmp");
     switchLogs(true); // one export writes its failures also while the log is off
     switchLogs(false);
     planOfNext = rehearse(next).plan;
     leftBehind.emplace();
-    TimeLimit::install();
-    std::feclearexcept(FE_ALL_EXCEPT);
-    host.emplace();
 }
 
 void TorturedLink::report(const Case& one, const std::string& why)

@@ -1,3 +1,4 @@
+#include "device/floating_point.h"
 #include "graphics/bitmap.h"
 
 #include <memory>
@@ -17,6 +18,7 @@ using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteBitma
 
 std::optional<PackedBitmap> loadBitmapFile(const std::string& fileName)
 {
+    const DefaultFloatingPoint whileTheSystemComputes; // with doubles, whatever the host has unmasked
     const BitmapHandle handle(
         static_cast<HBITMAP>(::LoadImageA(nullptr, fileName.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE)));
     if (!handle) {

@@ -49,6 +49,7 @@ void PrinterOnLink::beginCall()
     faulty.beginCall();
     heardBefore = faulty.printer.heard().size();
     refusedBefore = faulty.printer.refused().size();
+    bytesBefore = faulty.extent().toPrinter;
 }
 
 CallAtPrinter PrinterOnLink::endCall()
@@ -59,7 +60,8 @@ CallAtPrinter PrinterOnLink::endCall()
     return {{heard.begin() + static_cast<std::ptrdiff_t>(heardBefore), heard.end()},
             {refused.begin() + static_cast<std::ptrdiff_t>(refusedBefore), refused.end()},
             faulty.metLateAnswer,
-            faulty.extent()};
+            faulty.extent(),
+            faulty.extent().toPrinter - bytesBefore};
 }
 
 std::vector<WireEvent> PrinterOnLink::passed()

@@ -19,6 +19,7 @@ struct CallAtPrinter
     std::vector<int> refusals;
     bool metLateAnswer;
     Extent extent;
+    std::size_t bytes; // that have come, whole requests or not
 };
 
 class PrinterOnLink
@@ -75,6 +76,7 @@ private:
     std::size_t heardBefore = 0;
     std::size_t refusedBefore = 0;
     std::vector<WireEvent> passedBefore; // the call
+    std::size_t bytesBefore = 0;
     Milliseconds skipped{0};
     std::atomic<bool> isPulledOut = false;
     std::atomic<int> quietLooks = 0;

@@ -1,8 +1,7 @@
-// What a call may leave behind in its process: nothing. Open files, memory and blocked signals are as before.
+// What a call may leave behind in its process: nothing. Open files and memory are as before.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -27,7 +26,6 @@ public:
 
 private:
     std::size_t files;
-    std::uint64_t signals;
 };
 
 } // namespace telvofm::test::torture

@@ -2,10 +2,13 @@
 
 #include "tests/unit/limited_memory.h"
 
+#include <cfenv>
+
 namespace telvofm::test::torture {
 
 void Tormenting::begin()
 {
+    std::feclearexcept(FE_ALL_EXCEPT);
     if (torment == Torment::allocation) {
         memoryLimit().allocationsBeforeFailure = static_cast<int>(index);
     } else {
@@ -15,6 +18,7 @@ void Tormenting::begin()
 
 void Tormenting::end()
 {
+    floatingPointFlags = std::fetestexcept(FE_ALL_EXCEPT);
     if (torment == Torment::allocation) {
         struck = memoryLimit().allocationsBeforeFailure == MemoryLimit::anyNumber;
         memoryLimit() = {};
@@ -26,13 +30,15 @@ void Tormenting::end()
 
 void Watching::begin()
 {
-    madeBefore = allocationsMade();
+    std::feclearexcept(FE_ALL_EXCEPT);
+    allocationsBefore = allocationsMade();
     watchSystemCalls();
 }
 
 void Watching::end()
 {
-    allocations = allocationsMade() - madeBefore;
+    floatingPointFlags = std::fetestexcept(FE_ALL_EXCEPT);
+    allocations = allocationsMade() - allocationsBefore;
     systemCalls = endOfSystemCalls();
 }
 

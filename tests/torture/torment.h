@@ -26,6 +26,8 @@ public:
     // Whether it has come to that.
     [[nodiscard]] bool hasStruck() const { return struck; }
 
+    int floatingPointFlags = 0; // that were raised meanwhile
+
 private:
     Torment torment;
     std::size_t index;
@@ -40,9 +42,8 @@ public:
 
     std::vector<TrappedCall> systemCalls;
     long allocations = 0;
-
-private:
-    long madeBefore = 0;
+    long allocationsBefore = 0; // that this thread has ever made
+    int floatingPointFlags = 0;
 };
 
 } // namespace telvofm::test::torture

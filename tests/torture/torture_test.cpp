@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <set>
 #include <unistd.h>
 
 namespace telvofm::test::torture {
@@ -51,63 +52,22 @@ struct Tortured
     Torment torment;
 };
 
-constexpr int noSession = -1;
-constexpr int transportFailure = -10201;
-
-std::vector<FreeCall> freeCalls(const std::string& port, Link link, const std::string& folder)
+void tell(const TortureTotals& totals)
 {
-    const auto nothing = [] {};
-    const std::string picture = folder + "/picture.bmp";
-    const std::string log = folder + "/other.log";
-    std::vector<FreeCall> calls = {
-        {"openFM", true, nothing, [=] { return openFM(port.c_str()); }, {0, noSession}, 0},
-        {"closeFM", false, nothing, [] { return closeFM(), 0; }, {0}, 0},
-        {"prepareGraphicHeader",
-         false,
-         nothing,
-         [=] { return prepareGraphicHeader(5, picture.c_str()); },
-         {0, transportFailure},
-         0},
-        {"prepareGraphicHeader_inverse",
-         false,
-         nothing,
-         [=] { return prepareGraphicHeader_inverse(5, picture.c_str(), 1); },
-         {0, transportFailure},
-         0},
-        {"setLogginOn", false, nothing, [=] { return setLogginOn(log.c_str()), 0; }, {0}, 0},
-        {"setRawLogginOn", false, nothing, [=] { return setRawLogginOn(log.c_str()), 0; }, {0}, 0},
-        {"rawWrite",
-         false,
-         nothing,
-         [] { return static_cast<int>(rawWrite(reinterpret_cast<const unsigned char*>("x"), 1)); },
-         {1, noSession},
-         1},
-        {"createResultObject",
-         false,
-         nothing,
-         [] {
-             ResultObject* const object = createResultObject();
-             destroyResultObject(object);
-             return object == nullptr ? 1 : 0;
-         },
-         {0, 1},
-         0},
-    };
-    if (link == Link::serial) {
-        calls.push_back({"openFMBaud",
-                         true,
-                         nothing,
-                         [=] { return openFMBaud(port.c_str(), 115200); },
-                         {0, noSession},
-                         0});
-        calls.push_back({"openFMStopBit",
-                         true,
-                         nothing,
-                         [=] { return openFMStopBit(port.c_str(), 2); },
-                         {0, noSession},
-                         0});
+    std::printf("%zu cases of %zu, %zu violations; nothing can fail in %zu calls\n", totals.cases,
+                totals.places, totals.violations.size(), totals.callsWithoutPlace);
+    std::printf("verdicts:");
+    for (const auto& [verdict, count] : totals.verdicts) {
+        std::printf(" %s %zu;", verdict.c_str(), count);
     }
-    return calls;
+    std::printf(" standard output has noted %zu refused lines\n", totals.failedOutputs);
+    for (const auto& [outcome, count] : totals.outcomes) {
+        std::printf("    %-56s %6zu\n", outcome.c_str(), count);
+    }
+    constexpr std::size_t mostShown = 40;
+    for (std::size_t index = 0; index < std::min(mostShown, totals.violations.size()); ++index) {
+        ADD_FAILURE() << totals.violations[index];
+    }
 }
 
 class Torture : public ::testing::TestWithParam<Tortured>
@@ -121,6 +81,15 @@ protected:
             printer = std::make_unique<sweep::PrinterOnLink>(terminal->line());
         } else {
             printer = std::make_unique<sweep::PrinterOnLink>();
+        }
+    }
+
+    // What the printer says can be read.
+    void awaitAnswer()
+    {
+        printer->settle();
+        if (terminal) {
+            terminal->waitUntilDelivered(1);
         }
     }
 
@@ -145,27 +114,41 @@ TEST_P(Torture, EveryCallTellsTheTruthAndLeavesNothingBehind)
     const std::unique_ptr<TorturedLink> tortured = [&] {
         const WithoutStandardOutput quiet;
         auto made = std::make_unique<TorturedLink>(link, port, *printer, folder.path.string(), everyPlace);
-        for (const FreeCall& call : freeCalls(port, link, folder.path.string())) {
-            made->torture(call, torment);
-        }
-        // Others for each torment.
-        for (auto index = isWhole() ? 0 : static_cast<std::size_t>(torment); index < made->calls().size();
-             index += everyCall) {
-            made->torture(made->calls()[index], torment, false);
-            made->torture(made->calls()[index], torment, true);
+        for (const bool withLogs : {false, true}) {
+            for (const FreeCall& call : freeCalls(port, link, folder.path.string(), [&] { awaitAnswer(); })) {
+                made->torture(call, torment, withLogs);
+            }
+            // Others for each torment.
+            for (auto index = isWhole() ? 0 : static_cast<std::size_t>(torment); index < made->calls().size();
+                 index += everyCall) {
+                made->torture(made->calls()[index], torment, withLogs);
+            }
         }
         return made;
     }();
-    const TortureTotals& totals = tortured->totals();
-    std::printf("%zu cases of %zu, %zu violations\n", totals.cases, totals.places, totals.violations.size());
-    for (const auto& [outcome, count] : totals.outcomes) {
-        std::printf("    %-44s %6zu\n", outcome.c_str(), count);
+    tell(tortured->totals());
+    EXPECT_GT(tortured->totals().cases, 0U);
+}
+
+// Nothing is left out.
+TEST(TortureTables, HoldEveryExport)
+{
+    std::set<std::string_view> exports;
+    for (const tools::Export& one : tools::exportTable()) {
+        exports.insert(one.name);
     }
-    constexpr std::size_t mostShown = 40;
-    for (std::size_t index = 0; index < std::min(mostShown, totals.violations.size()); ++index) {
-        ADD_FAILURE() << totals.violations[index];
+    for (const Link link : {Link::tcp, Link::serial}) {
+        std::set<std::string_view> held;
+        const auto calls = sweep::everyCall("");
+        const auto others = freeCalls("", link, "", [] {});
+        for (const SweptCall& call : calls) {
+            held.insert(call.name);
+        }
+        for (const FreeCall& call : others) {
+            held.insert(call.name);
+        }
+        EXPECT_EQ(held, exports);
     }
-    EXPECT_GT(totals.cases, 0U);
 }
 
 std::string nameOf(const Tortured& tortured)

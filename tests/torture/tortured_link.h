@@ -4,13 +4,15 @@
 
 #include "tests/sweep/judge.h"
 #include "tests/sweep/printer_on_link.h"
+#include "tests/system/host_state.h"
+#include "tests/torture/free_calls.h"
 #include "tests/torture/left_behind.h"
+#include "tests/torture/places.h"
 #include "tests/torture/torment.h"
 
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 
 namespace telvofm::test::torture {
@@ -20,21 +22,13 @@ using sweep::SweptCall;
 
 struct TortureTotals
 {
-    std::size_t places = 0; // where something can fail
-    std::size_t cases = 0;  // of which so many were tried
+    std::size_t places = 0;            // where something can fail
+    std::size_t cases = 0;             // of which so many were tried
+    std::size_t callsWithoutPlace = 0; // in which nothing can
+    std::size_t failedOutputs = 0;     // lines that standard output has refused
     std::map<std::string, std::size_t> outcomes;
+    std::map<std::string, std::size_t> verdicts;
     std::vector<std::string> violations;
-};
-
-// A call that is no command: what it may return, and what it returns when nothing fails.
-struct FreeCall
-{
-    std::string name;
-    bool opensItself;             // otherwise within a session
-    std::function<void()> before; // undisturbed
-    std::function<int()> call;
-    std::set<int> results;
-    int undisturbed;
 };
 
 class TorturedLink
@@ -47,16 +41,10 @@ public:
     [[nodiscard]] const std::vector<SweptCall>& calls() const { return all; }
     // Each place in turn, with both logs on or off.
     void torture(const SweptCall& call, Torment torment, bool withLogs);
-    void torture(const FreeCall& call, Torment torment);
+    void torture(const FreeCall& call, Torment torment, bool withLogs);
     [[nodiscard]] const TortureTotals& totals() const { return sums; }
 
 private:
-    // Where something can fail.
-    struct Places
-    {
-        std::vector<TrappedCall> systemCalls;
-        long allocations = 0;
-    };
     struct Rehearsed
     {
         sweep::CallPlan plan;
@@ -65,23 +53,29 @@ private:
     struct Case
     {
         std::string what;
-        std::string kind;
-        TrappedCall failing;
         Torment torment;
         std::size_t index;
+        const Places* places;
+        std::string outcome;
+        std::string verdict;
+        std::string nextCall;
         bool isTriedAgain = false;
         bool hasLeftMemory = false;
     };
 
     Rehearsed rehearse(const SweptCall& call);
     Places rehearse(const FreeCall& call);
-    std::vector<Case> casesOf(const std::string& name, const Places& places, Torment torment);
-    static void tryEach(const std::vector<Case>& cases, const std::function<void(Case&)>& run);
+    void tryEach(const std::string& name, const Places& places, Torment torment,
+                 const std::function<void(Case&)>& run);
     void run(const SweptCall& call, const Rehearsed& rehearsed, Case& one);
     void run(const FreeCall& call, Case& one);
     bool judgeCall(const SweptCall& call, const Rehearsed& rehearsed, Case& one, tools::CallContext& context);
+    void judgeFreeCall(const FreeCall& call, Case& one);
+    std::size_t timesHeard(const FreeCall& call, std::size_t wanted);
+    void judgeHost(const Case& one, const Tormenting& tormenting);
     void open(bool withPictures);
-    int resultOfTheNextCall(const Case& one, bool followsSuccess);
+    void switchLogs(bool on) const;
+    void judgeTheNextCall(Case& one, bool followsSuccess);
     // The printer forgets what it has heard.
     void renewPrinter();
     void expectNothingLeft(Case& one, long piecesBefore);
@@ -96,7 +90,10 @@ private:
     SweptCall next;
     sweep::CallPlan planOfNext;
     TortureTotals sums;
+    bool logsAreOn = false;
+    long piecesOfReports = 0; // of memory, of the running case
     std::optional<LeftBehind> leftBehind;
+    std::optional<HostState> host;
 };
 
 } // namespace telvofm::test::torture

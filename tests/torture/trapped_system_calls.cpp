@@ -1,5 +1,7 @@
 #include "tests/torture/trapped_system_calls.h"
 
+#include "tests/unit/limited_memory.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -85,7 +87,7 @@ bool isAbout(long number, std::initializer_list<long> numbers)
 
 TrappedCall described(long number, long first, long second)
 {
-    TrappedCall call{number, -1, false, false};
+    TrappedCall call{number, -1, false, false, allocationsMade()};
     if (number == SYS_openat) {
         const auto* path = std::bit_cast<const char*>(second);
         const std::size_t length = std::strlen(path);

@@ -14,9 +14,10 @@ namespace telvofm::test::torture {
 struct TrappedCall
 {
     long number;
-    int descriptor; // that it is about, or -1
-    bool isLog;     // it opens, writes or closes a file whose name ends with ".log"
-    bool blocks;    // a signal can interrupt it: it waits for a link
+    int descriptor;         // that it is about, or -1
+    bool isLog;             // it opens, writes or closes a file whose name ends with ".log"
+    bool blocks;            // a signal can interrupt it: it waits for a link
+    long allocationsBefore; // that this thread has ever made
 };
 
 enum class Way

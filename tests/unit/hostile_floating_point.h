@@ -14,6 +14,23 @@ inline constexpr unsigned towardZeroUnmaskedWithoutSubnormals = 0x6000 | 0x8040;
 inline constexpr unsigned all[] = {roundDownMasked, roundUpUnmasked, towardZeroUnmaskedWithoutSubnormals};
 } // namespace environment
 
+// Of the older of the two units.
+inline unsigned short controlWord()
+{
+    unsigned short word = 0;
+    asm volatile("fnstcw %0" : "=m"(word));
+    return word;
+}
+
+// The exceptions that it has noted.
+inline unsigned short statusFlags()
+{
+    constexpr unsigned short flags = 0x3F;
+    unsigned short word = 0;
+    asm volatile("fnstsw %0" : "=m"(word));
+    return word & flags;
+}
+
 class HostileFloatingPoint
 {
 public:
@@ -40,20 +57,7 @@ private:
     // Everything unmasked, upwards, 53 bits.
     static constexpr unsigned short hostileControlWord = 0x0A40;
 
-    static unsigned short controlWord()
-    {
-        unsigned short word = 0;
-        asm volatile("fnstcw %0" : "=m"(word));
-        return word;
-    }
     static void loadControlWord(unsigned short word) { asm volatile("fldcw %0" : : "m"(word)); }
-    static unsigned short statusFlags()
-    {
-        constexpr unsigned short flags = 0x3F;
-        unsigned short word = 0;
-        asm volatile("fnstsw %0" : "=m"(word));
-        return word & flags;
-    }
 
     const unsigned set;
     const unsigned before = _mm_getcsr();

@@ -19,7 +19,7 @@ struct CallAtPrinter
     std::vector<int> refusals;
     bool metLateAnswer;
     Extent extent;
-    std::size_t bytes; // that have come, whole requests or not
+    std::size_t bytes = 0; // that have come, whole requests or not
 };
 
 class PrinterOnLink

@@ -169,12 +169,15 @@ bool CSerial::readPort(std::span<char> buffer, std::chrono::milliseconds limit, 
     if (ready <= 0) {
         return outcome(ready == 0);
     }
-    const auto received = ::read(descriptor(handle), buffer.data(), buffer.size());
+    auto received = ::read(descriptor(handle), buffer.data(), buffer.size());
+    while (received < 0 && errno == EINTR) { // raw access takes what is there without another wait
+        received = ::read(descriptor(handle), buffer.data(), buffer.size());
+    }
     if (received == 0) {
         error = EIO; // hung up: a port that is there has bytes when it says so
         return false;
     }
-    if (received < 0 && (errno == EAGAIN || errno == EINTR)) {
+    if (received < 0 && errno == EAGAIN) {
         return true;
     }
     count = static_cast<std::size_t>(std::max<ssize_t>(received, 0));

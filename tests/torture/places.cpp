@@ -72,11 +72,4 @@ bool Places::isOfStandardOutput(Torment torment, std::size_t index) const
            systemCalls[index].descriptor == STDOUT_FILENO;
 }
 
-bool Places::isBehindTheAnswer(Torment torment, std::size_t index) const
-{
-    const auto behind = systemCalls.begin() + static_cast<std::ptrdiff_t>(firstBehind(torment, index));
-    const auto waits = [](const TrappedCall& call) { return call.blocks; };
-    return std::any_of(systemCalls.begin(), behind, waits) && std::none_of(behind, systemCalls.end(), waits);
-}
-
 } // namespace telvofm::test::torture

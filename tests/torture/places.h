@@ -26,8 +26,6 @@ struct Places
     [[nodiscard]] bool isOfLog(Torment torment, std::size_t index) const;
     // It writes a line of the library's to the host's standard output.
     [[nodiscard]] bool isOfStandardOutput(Torment torment, std::size_t index) const;
-    // Nothing goes over the link any more.
-    [[nodiscard]] bool isBehindTheAnswer(Torment torment, std::size_t index) const;
 
 private:
     // The first system call behind the place.

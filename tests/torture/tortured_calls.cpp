@@ -86,9 +86,7 @@ bool TorturedLink::judgeCall(const SweptCall& call, const Rehearsed& rehearsed, 
         printer.settle();
     }
     const auto atPrinter = printer.endCall();
-    const bool isLate = lacksMemory && places.isBehindTheAnswer(one.torment, one.index) && call.file.empty();
-    const bool mustSucceed =
-        one.torment == Torment::interrupted || places.isOfLog(one.torment, one.index) || isLate;
+    const bool mustSucceed = one.torment == Torment::interrupted || places.isOfLog(one.torment, one.index);
     const Verdict verdict =
         verdictOf({call, rehearsed.plan, outcome, link, atPrinter, lacksMemory, mustSucceed});
     one.outcome += outcome.thrown.empty() ? std::to_string(outcome.result) : "thrown";

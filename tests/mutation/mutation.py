@@ -91,7 +91,7 @@ def main():
     random.Random(given.seed).shuffle(asked)
     asked = asked[:given.sample]
     wanted = [one for one in asked if not results.is_done(one) and not (one.key in listed and one.key in results.by_key)]
-    wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
+    wanted.sort(key=lambda one: one.key in results.by_key)  # last those that have survived before
     judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)
     judge_all(judge, [one for one in wanted if one.form != "alone"], work, work / "linked", given)
     for one in wanted:

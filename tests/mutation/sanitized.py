@@ -11,7 +11,7 @@ from woven_library import WovenLibrary
 
 KINDS = ("lock not taken", "lock released early", "order exchanged")
 OPTION = "-fsanitize=thread"
-SETTINGS = {"TSAN_OPTIONS": "halt_on_error=1", "TELVOFM_RACE_SECONDS": "2"}
+SETTINGS = {"TSAN_OPTIONS": "halt_on_error=1:strict_string_checks=1", "TELVOFM_RACE_SECONDS": "2"}
 
 
 def of_locks(mutants):

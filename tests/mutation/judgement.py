@@ -23,6 +23,9 @@ class Results:
     def is_done(self, mutant):
         return self.by_key.get(mutant.key, {}).get("outcome") in DONE
 
+    def is_undecided(self, mutant):
+        return self.by_key.get(mutant.key, {}).get("outcome") == "undecided"
+
     def add(self, mutant, outcome, test, seconds):
         entry = {"key": mutant.key, "outcome": outcome, "test": test, "seconds": round(seconds, 2), "mutant": mutant.describe()}
         with self.lock:
@@ -32,7 +35,7 @@ class Results:
 
 
 class Judge:
-    def __init__(self, tests, results, most_tests, proves_equal=lambda mutant: False):
+    def __init__(self, tests, results, most_tests=None, proves_equal=lambda mutant: False):
         self.tests, self.results, self.most_tests, self.proves_equal = tests, results, most_tests, proves_equal
         self.killers = collections.defaultdict(list)  # by function: tests that have killed there, the last one first
         self.passed_at = {}  # without a mutant

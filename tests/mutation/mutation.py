@@ -4,9 +4,9 @@
     tests/mutation/mutation.py [--at-once N] [--most-tests N] [--sample N] [--seed N] [--only REGEX]
                                [--tests REGEX] [--list] [--seconds N]
 
-The tests are those of build/coverage, which scripts/prove coverage builds; only the library is built anew, with all mutants in it
-behind a switch. What it makes and finds lies in build/mutation, a line for each mutant in results.jsonl: it goes on where
-it was ended. README.md beside it tells the rest; it needs the system's Python, for libclang.
+The tests are those of build/coverage, and for locks those of build/tsan, which scripts/prove mutation builds; only the
+library is built anew, with all mutants in it behind a switch. What it makes and finds lies in build/mutation, a line for
+each mutant in results.jsonl: it goes on where it was ended. README.md beside it tells the rest; it needs the system's Python, for libclang.
 """
 import argparse
 import concurrent.futures
@@ -23,15 +23,18 @@ from made import kept_mutants
 from recording import record
 from report import judged_survivors, report
 from same_code import SameCode
+from sanitized import SanitizedRunner, judge_of_threads, of_locks
 from syntax import TOP, own_files
-from tests_of_library import Runner, library_tests
+from tests_of_library import Runner, library_tests, programs_of
 from woven_library import HERE, OPTIONS, WovenLibrary, precompiled
+
+BEGAN = time.monotonic()
 
 
 def options():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("--at-once", type=int, default=2, help="so many tests at once")
-    parser.add_argument("--most-tests", type=int, default=100000, help="so many tests of a mutant, and no more")
+    parser.add_argument("--most-tests", type=int, help="so many tests of a mutant; then all, of one that lives and is not listed")
     parser.add_argument("--sample", type=int, help="so many mutants, drawn at random: the same ones for a seed")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--seconds", type=float, default=1e9, help="begin no mutant later than this")
@@ -42,14 +45,14 @@ def options():
     return parser.parse_args()
 
 
-def judge_all(judge, mutants, work, linked, given):
+def judge_all(judge, mutants, work, linked, given, make_runner=Runner):
     """Several at once, each in a folder of its own."""
-    places, began = queue.Queue(), time.monotonic()
+    places = queue.Queue()
     for i in range(given.at_once):
-        places.put(Runner(work / f"work/{i}", linked))
+        places.put(make_runner(work / f"work/{i}", linked))
 
     def one(mutant):
-        if time.monotonic() - began < given.seconds:
+        if time.monotonic() - BEGAN < given.seconds:
             runner = places.get()
             try:
                 judge.judge(runner, mutant, mutant.number)
@@ -73,11 +76,11 @@ def main():
     library = WovenLibrary(TOP, work, files, mutants)
     library.build()
     tests = [test for test in library_tests(TOP, build) if re.search(given.tests, test.name)]
-    programs = sorted({test.command[0].rsplit("/", 1)[1] for test in tests})
+    programs = programs_of(tests)
     link_all(library, build, work / "linked", programs)
-    reached = work / "reached.jsonl"  # by the mutants' numbers, which other mutants change
-    if given.record or reached.exists() and reached.stat().st_mtime < (work / "mutants.json").stat().st_mtime:
-        reached.unlink(missing_ok=True)
+    for reached in (work / "reached.jsonl", work / "threads/reached.jsonl"):  # by the mutants' numbers, which other mutants change
+        if given.record or reached.exists() and reached.stat().st_mtime < (work / "mutants.json").stat().st_mtime:
+            reached.unlink(missing_ok=True)
     tests, failing = record(tests, work, work / "linked", max(4, given.at_once))
     woven = [one for one in mutants if one not in library.left_out and one.form != "alone"]
     alone = [one for one in mutants if one.form == "alone"] if given.sample is None else []
@@ -88,12 +91,19 @@ def main():
     random.Random(given.seed).shuffle(asked)
     asked = asked[:given.sample]
     wanted = [one for one in asked if not results.is_done(one) and not (one.key in listed and one.key in results.by_key)]
-    wanted.sort(key=lambda one: one.key not in results.by_key)  # first those that have survived before
+    wanted.sort(key=lambda one: one.key in results.by_key)  # last those that have survived before
     judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)
     judge_all(judge, [one for one in wanted if one.form != "alone"], work, work / "linked", given)
     for one in wanted:
         if one.form == "alone":
             judge_alone(judge, one, library, build, work, programs, woven)
+    living = [one for one in of_locks(wanted) if one.key in results.by_key and not results.is_done(one)]
+    if living:
+        of_threads, linked = judge_of_threads(TOP, work / "threads", files, woven, results, given)
+        judge_all(of_threads, living, work / "threads", linked, given, SanitizedRunner)
+        judge.wavering.update(of_threads.wavering)
+    judge.most_tests = None
+    judge_all(judge, [one for one in wanted if results.is_undecided(one) and one.key not in listed], work, work / "linked", given)
     sys.exit(report(asked, mutants, results, listed, judge.wavering))
 
 

@@ -8,7 +8,7 @@ from tests_of_library import Runner
 MOST_MUTANTS = 65536
 
 
-def record(tests, folder, linked, at_once):
+def record(tests, folder, linked, at_once, make_runner=Runner):
     """Fills in what the tests reach, and returns those that pass with the woven library; it is kept for the next time."""
     kept_file = folder / "reached.jsonl"
     kept = {one["name"]: one for one in map(json.loads, kept_file.read_text().splitlines())} if kept_file.exists() else {}
@@ -21,7 +21,7 @@ def record(tests, folder, linked, at_once):
             place = places.get()
             file = folder / f"reached.{place}"
             file.write_bytes(bytes(MOST_MUTANTS))
-            runner = Runner(folder / f"work/{place}", linked)
+            runner = make_runner(folder / f"work/{place}", linked)
             passed, seconds, _ = runner.run(test, 120, TELVOFM_MUTANTS_REACHED=str(file))
             reached = [number for number, byte in enumerate(file.read_bytes()) if byte]
             kept[test.name] = {"name": test.name, "seconds": round(seconds, 3), "passed": passed, "reached": reached}

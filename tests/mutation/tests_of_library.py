@@ -18,14 +18,20 @@ class Test:
     reached: frozenset = frozenset()
 
 
+def tests_of_programs(build, *which):
+    """Those of GoogleTest by their names; `which` is for ctest."""
+    listed = subprocess.run(["ctest", "--test-dir", str(build), "--show-only=json-v1", *which], capture_output=True, text=True, check=True)
+    tests = [Test(one["name"], one.get("command", [])) for one in json.loads(listed.stdout)["tests"]]
+    return [test for test in tests if any(word.startswith("--gtest_filter") for word in test.command)]
+
+
+def programs_of(tests):
+    return sorted({test.command[0].rsplit("/", 1)[1] for test in tests})
+
+
 def library_tests(top, build):
-    """Those of GoogleTest by their names, and each wire script by itself."""
-    listed = subprocess.run(["ctest", "--test-dir", str(build), "--show-only=json-v1"], capture_output=True, text=True, check=True)
-    tests = []
-    for one in json.loads(listed.stdout)["tests"]:
-        command = one.get("command", [])
-        if any(word.startswith("--gtest_filter") for word in command):
-            tests.append(Test(one["name"], command))
+    """All, and each wire script by itself."""
+    tests = tests_of_programs(build)
     runner = str(build / "wire_runner")
     for script in sorted((top / "tests/wire").rglob("*.wire")):
         name = str(script.relative_to(top / "tests"))
@@ -36,8 +42,8 @@ def library_tests(top, build):
 class Runner:
     """Runs tests in a folder of its own, with the woven library in the place of the real one."""
 
-    def __init__(self, folder, linked):
-        self.folder, self.linked = pathlib.Path(folder), pathlib.Path(linked)
+    def __init__(self, folder, linked, memory=LARGEST, **environment):
+        self.folder, self.linked, self.memory, self.environment = pathlib.Path(folder), pathlib.Path(linked), memory, environment
         self.folder.mkdir(parents=True, exist_ok=True)
         (self.folder / "tmp").mkdir(exist_ok=True)
 
@@ -46,10 +52,11 @@ class Runner:
         program = self.linked / pathlib.Path(test.command[0]).name
         command = [str(program) if program.exists() else test.command[0], *test.command[1:]]
         settings = {**os.environ, "LD_LIBRARY_PATH": str(self.linked), "LLVM_PROFILE_FILE": "/dev/null", "GTEST_BRIEF": "1",
-                    "TMPDIR": str(self.folder / "tmp"), **environment}
+                    "TMPDIR": str(self.folder / "tmp"), **self.environment, **environment}
         started = time.monotonic()
         process = subprocess.Popen(
-            ["prlimit", f"--cpu={int(3 * test.seconds) + (3 if test.reached else 60)}", "--core=0", f"--as={LARGEST}", f"--fsize={LARGEST // 16}", *command],
+            ["prlimit", f"--cpu={int(3 * test.seconds) + (3 if test.reached else 60)}", "--core=0", f"--as={self.memory}",
+             f"--fsize={LARGEST // 16}", *command],
             cwd=self.folder, env=settings, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
             start_new_session=True)
         ended = False

@@ -14,6 +14,7 @@ from made import all_mutants  # noqa: E402
 from mutant import Mutant  # noqa: E402
 from recording import record  # noqa: E402
 from same_code import SameCode  # noqa: E402
+from sanitized import OPTION, JudgeOfThreads, SanitizedRunner, of_locks  # noqa: E402
 from tests_of_library import Runner, Test  # noqa: E402
 from woven_library import OPTIONS, WovenLibrary, precompiled  # noqa: E402
 
@@ -80,6 +81,80 @@ class Tool(unittest.TestCase):
         told = {one.function: self.results.by_key[one.key]["test"] for one in self.mutants
                 if self.results.by_key[one.key]["outcome"] == "survived"}
         self.assertEqual(told, {"bounded": "1 of 1 tests pass"})
+
+
+THREADS = """
+#include <atomic>
+#include <thread>
+int next();
+int ofNobody = 0;
+int main(int count, char**)
+{
+    if (count > 1) { // a race of the test's own
+        std::thread other([] { ++ofNobody; });
+        ++ofNobody;
+        other.join();
+        return 0;
+    }
+    std::atomic<bool> isFirstDone = false; // one call after the other, but nothing that the sanitizer takes for an order
+    std::thread first([&] {
+        next();
+        isFirstDone.store(true, std::memory_order_relaxed);
+    });
+    while (!isFirstDone.load(std::memory_order_relaxed)) {}
+    const bool isSecond = next() == 2;
+    first.join();
+    return isSecond ? 0 : 1;
+}
+"""
+
+
+class Locks(unittest.TestCase):
+    FILE = "link/counter.cpp"
+
+    @classmethod
+    def setUpClass(cls):
+        temporary = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(temporary.cleanup)
+        cls.work = pathlib.Path(temporary.name)
+        cls.mutants = of_locks(all_mutants(HERE / "toy", [*OPTIONS, *precompiled(cls.work)], cls.work / "no thoughts", [cls.FILE]))
+        cls.plain = cls.judged("plain", Judge, Runner)
+        cls.results, cls.judge = cls.judged("sanitized", JudgeOfThreads, SanitizedRunner, OPTION)
+
+    @classmethod
+    def judged(cls, name, make_judge, make_runner, *option):
+        work = cls.work / name
+        (work / "linked").mkdir(parents=True)
+        library = WovenLibrary(HERE / "toy", work, [cls.FILE], cls.mutants, *option)
+        library.build()
+        (work / "test.cpp").write_text(THREADS)
+        subprocess.run(["clang++", "-std=c++20", *option, str(work / "test.cpp"), str(library.object_of(cls.FILE)), "-pthread",
+                        "-o", str(work / "linked/toy_test")], check=True)
+        tests, _ = record([Test("in turn", ["toy_test"])], work, work / "linked", 1, make_runner)
+        results = Results(work / "results.jsonl")
+        judge = make_judge(tests, results)
+        for one in cls.mutants:
+            judge.judge(make_runner(work / "work", work / "linked"), one, one.number)
+        return results, judge
+
+    def entries(self, results):
+        return {one.kind: results.by_key.get(one.key, {}) for one in self.mutants}
+
+    def test_without_the_sanitizer_they_live(self):
+        self.assertEqual({kind: entry["outcome"] for kind, entry in self.entries(self.plain[0]).items()},
+                         {"lock not taken": "survived", "lock released early": "survived"})
+
+    def test_the_sanitizer_sees_what_no_thread_has_met(self):
+        self.assertEqual({kind: (entry["outcome"], entry["test"]) for kind, entry in self.entries(self.results).items()},
+                         dict.fromkeys(("lock not taken", "lock released early"), ("killed", "in turn, with the thread sanitizer")))
+
+    def test_a_race_of_the_test_itself_is_not_believed(self):
+        racing = Test("racing", ["toy_test", "racing"], reached=frozenset(one.number for one in self.mutants))
+        results = Results(self.work / "racing.jsonl")
+        judge = JudgeOfThreads([racing], results)
+        runner = SanitizedRunner(self.work / "sanitized/work", self.work / "sanitized/linked")
+        judge.judge(runner, self.mutants[0], self.mutants[0].number)
+        self.assertEqual((results.by_key, dict(judge.wavering)), ({}, {"racing": 1}))
 
 
 class ProofOfACompiler(unittest.TestCase):

@@ -14,11 +14,11 @@ HERE = TOP / "tests/mutation"
 AT_ONCE = int(os.environ.get("TELVOFM_JOBS", "2"))
 
 
-def precompiled(folder):
-    """The switch and the system's headers, read once."""
+def precompiled(folder, *more):
+    """The switch and the system's headers, read once; `more` are options."""
     header = folder / "mutation_switch.pch"
     if not header.exists() or header.stat().st_mtime < (HERE / "mutation_switch.h").stat().st_mtime:
-        subprocess.run(["clang++", *OPTIONS, "-x", "c++-header", HERE / "mutation_switch.h", "-o", header], check=True)
+        subprocess.run(["clang++", *OPTIONS, *more, "-x", "c++-header", HERE / "mutation_switch.h", "-o", header], check=True)
     return ["-include-pch", str(header)]
 
 
@@ -35,7 +35,7 @@ def weave(top, tree, file, mutants):
 
 
 class WovenLibrary:
-    def __init__(self, top, folder, files, mutants):
+    def __init__(self, top, folder, files, mutants, *more):
         self.top, self.folder, self.tree, self.objects = top, folder, folder / "tree", folder / "objects"
         self.sources = [file for file in files if file.endswith(".cpp")]
         self.mutants = {file: [one for one in mutants if one.file == file and one.form != "alone"] for file in files}
@@ -51,7 +51,7 @@ class WovenLibrary:
         inside = [file for file in files if file.endswith(".h") and file.split("/")[0] in INSIDE]
         write_if_changed(self.tree / INLINE, "".join(f'#include "{file}"\n' for file in inside).encode())
         self.objects.mkdir(parents=True, exist_ok=True)
-        self.options = [*OPTIONS, *precompiled(folder), f"-I{self.tree}", f"-I{top}"]
+        self.options = [*OPTIONS, *more, *precompiled(folder, *more), f"-I{self.tree}", f"-I{top}"]
 
     def object_of(self, source):
         return self.objects / (source.replace("/", "_") + ".o")
@@ -62,8 +62,8 @@ class WovenLibrary:
         return not made.exists() or any(path.stat().st_mtime >= made.stat().st_mtime for path in read)
 
     def compile(self, source, object_file=None, path=None):
-        command = ["clang++", *self.options, *["-femit-all-decls"] * (source == INLINE), "-ferror-limit=0", "-fno-caret-diagnostics", "-c", str(path or self.tree / source),
-                   "-o", str(object_file or self.object_of(source))]
+        command = ["clang++", *self.options, *["-femit-all-decls"] * (source == INLINE), "-ferror-limit=0", "-fno-caret-diagnostics",
+                   "-c", str(path or self.tree / source), "-o", str(object_file or self.object_of(source))]
         return source, subprocess.run(command, capture_output=True, text=True, errors="replace")
 
     def leave_out(self, file, mutants):

@@ -52,6 +52,23 @@ TEST_F(MemoryOfSessions, IsGivenBackWhenAHeldLinkIsOpenedAgain)
     closeFM();
 }
 
+// What was closed for it is not held beside it.
+TEST_F(MemoryOfSessions, OfALinkThatWasOpenedAgainIsGivenBackByTheClosing)
+{
+    const wire::Listener refusing(false);
+    const std::string address = "127.0.0.1:" + std::to_string(refusing.port());
+    const auto heldAfterAnother = [&address] {
+        EXPECT_EQ(openFM(address.c_str()), -1);
+        EXPECT_EQ(openFMBaud("COM1", 9600), -1);
+        closeFM();
+        return piecesHeld();
+    };
+    heldAfterAnother();
+    const long held = heldAfterAnother();
+    EXPECT_EQ(heldAfterAnother(), held);
+    EXPECT_EQ(heldAfterAnother(), held);
+}
+
 // A port that is opened again is closed first, wherever its session was.
 TEST_F(MemoryOfSessions, IsGivenBackWhenAPortIsOpenedAgain)
 {

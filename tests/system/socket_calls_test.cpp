@@ -8,8 +8,12 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <fcntl.h>
 #include <future>
+#include <unistd.h>
 
 namespace telvofm::test {
 namespace {
@@ -211,6 +215,23 @@ TEST_F(SocketCalls, AnInterruptedWaitForAnAnswerGoesOnAndOneThatFailsIsAFailure)
     EXPECT_EQ(codeOfFailure([&] { driver.sendCommand(request); }), -10201);
     EXPECT_TRUE(calls.waitErrors.empty());
     driver.close();
+}
+
+TEST_F(SocketCalls, AnInterruptedWaitForAnAnswerGoesOnForTheRestOfItsTime)
+{
+    calls.waitErrors = {EINTR};
+    EXPECT_EQ(exchange(), request + "\xF9");
+    EXPECT_THAT(calls.socketWaits,
+                ElementsAre(3000, ::testing::AllOf(::testing::Gt(0), ::testing::Le(3000))));
+}
+
+TEST_F(SocketCalls, AConnectionWorksBesideHundredsOfOpenFiles)
+{
+    std::array<int, 300> files;
+    std::generate(files.begin(), files.end(), [] { return ::open("/dev/null", O_RDONLY | O_CLOEXEC); });
+    EXPECT_GE(files.back(), 256) << "this machine allows too few open files";
+    EXPECT_EQ(exchange(), request + "\xF9");
+    std::for_each(files.begin(), files.end(), ::close);
 }
 
 TEST_F(SocketCalls, ASocketThatWasNeverMadeIsNotClosed)

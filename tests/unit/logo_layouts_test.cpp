@@ -2,6 +2,7 @@
 #include "tests/unit/dot_by_dot.h"
 
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -25,6 +26,9 @@ void expectSameAsDotByDot(const Bitmap& bitmap)
         ASSERT_EQ(layouts.raster, expected.raster()) << bitmap.width << " x " << bitmap.height;
         ASSERT_EQ(layouts.bands, expected.bands()) << bitmap.width << " x " << bitmap.height;
         ASSERT_EQ(layouts.columns, expected.columns()) << bitmap.width << " x " << bitmap.height;
+        for (const std::string& layout : {std::cref(layouts.raster), std::cref(layouts.bands)}) {
+            ASSERT_EQ(layout.data()[layout.size()], '\0') << "written behind its end";
+        }
     }
 }
 

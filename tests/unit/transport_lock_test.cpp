@@ -4,7 +4,9 @@
 
 #include <chrono>
 #include <future>
+#include <mutex>
 #include <shared_mutex>
+#include <thread>
 
 namespace telvofm::test {
 namespace {
@@ -52,6 +54,19 @@ TEST(TransportLock, IsNotSharedWhileSomebodyHasItAloneHoweverItWasTaken)
     }
 }
 
+TEST(TransportLock, IsHadByWhoWaitsForItAsSoonAsNobodySharesIt)
+{
+    using namespace std::chrono_literals;
+    TransportLock transport;
+    std::shared_lock first(transport);
+    std::shared_lock second(transport);
+    const auto waiting = std::async(std::launch::async, [&] { const std::scoped_lock alone(transport); });
+    first.unlock();
+    EXPECT_EQ(waiting.wait_for(20ms), std::future_status::timeout);
+    second.unlock();
+    EXPECT_EQ(waiting.wait_for(30s), std::future_status::ready);
+}
+
 // The two numbers differ only while somebody has the lock alone.
 TEST(TransportLock, KeepsThoseWhoShareItApartFromWhoHasItAlone)
 {
@@ -66,6 +81,16 @@ TEST(TransportLock, KeepsThoseWhoShareItApartFromWhoHasItAlone)
             ++second;
         }
     };
+    const auto changeWhenFree = [&] {
+        for (int changes = 0; changes < rounds; ++changes) {
+            while (!transport.try_lock()) {
+                std::this_thread::yield();
+            }
+            ++first;
+            ++second;
+            transport.unlock();
+        }
+    };
     const auto look = [&] {
         int differing = 0;
         for (int i = 0; i < rounds; ++i) {
@@ -75,7 +100,7 @@ TEST(TransportLock, KeepsThoseWhoShareItApartFromWhoHasItAlone)
         return differing;
     };
     auto changing = std::async(std::launch::async, change);
-    auto changingToo = std::async(std::launch::async, change);
+    auto changingToo = std::async(std::launch::async, changeWhenFree);
     auto looking = std::async(std::launch::async, look);
     EXPECT_EQ(look(), 0);
     EXPECT_EQ(looking.get(), 0);

@@ -11,7 +11,7 @@ const mostAtFirst = 120;
 const whenIdle = (action) => (window.requestIdleCallback ?? setTimeout)(action);
 
 // Asks, one question at a time: whoever comes while one is asked waits for the next, which all that do so share, and so
-// knows what there was when it came.
+// knows what there was when it came. `isNeeded` says when it is its turn whether there is still something to ask.
 function inTurn(ask) {
     let waiting = [];
     let isAsking = false;
@@ -22,7 +22,9 @@ function inTurn(ask) {
             const those = waiting;
             waiting = [];
             try {
-                await ask();
+                if (those.some(({ isNeeded }) => isNeeded())) {
+                    await ask();
+                }
             } catch (failure) {
                 if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
                     those.forEach(({ reject }) => reject(failure));
@@ -34,8 +36,8 @@ function inTurn(ask) {
         isAsking = false;
     }
 
-    return () => new Promise((resolve, reject) => {
-        waiting.push({ resolve, reject });
+    return (isNeeded) => new Promise((resolve, reject) => {
+        waiting.push({ isNeeded, resolve, reject });
         if (!isAsking) {
             answerAll();
         }
@@ -72,8 +74,8 @@ export class Printer extends EventTarget {
 
     // Asks for what is new. `notice` is what the stream has told, if it has: what is known is not asked for.
     async look(notice = null) {
-        if (!document.hidden && notice?.changes !== this.changes) {
-            await this.ask();
+        if (!document.hidden) {
+            await this.ask(() => notice?.changes !== this.changes);
         }
     }
 

@@ -22,6 +22,9 @@ withPage("several printers are seen side by side", async ({ page, printer }) => 
     await printer.ask("PATCH", "/printers/shop/hardware", { cover: "open" });
     await seesText(page.getByRole("region", { name: "shop" }), "Cover is open");
     await axeFindsNothing(page, "several printers");
+    await page.setViewportSize({ width: 360, height: 740 });
+    await axeFindsNothing(page, "several printers, narrow");
+    await page.setViewportSize({ width: 1440, height: 900 });
     await printer.ask("PATCH", "/printers/shop/hardware", { cover: "closed" });
     await seesText(page.getByRole("region", { name: "shop" }), "Ready to sell");
     await printer.ask("POST", "/printers/shop/faults", { kind: "paperOut", command: "paragonBegin", requests: 2 });

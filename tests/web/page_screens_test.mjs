@@ -84,8 +84,11 @@ withPage("it is dark in the dark, and nothing is cut off on a narrow screen", as
     await page.getByRole("button", { name: /^Colours/ }).click(); // light, whatever the system says
     assert.ok(await brightness() > 200);
     await till.sell("Rožok", "1.00");
-    await seesText(page.locator(".fresh"), "Rožok");
-    assert.equal(await page.locator(".fresh").first().evaluate((line) => getComputedStyle(line).animationName), "none");
+    await seesText(page.locator(".slip .item"), "Rožok");
+    const moves = () => page.locator(".money").evaluate((money) => getComputedStyle(money).transitionProperty !== "none");
+    assert.equal(await moves(), false, "the drawer opens at once");
+    await page.emulateMedia({ reducedMotion: "no-preference" });
+    assert.equal(await moves(), true);
     for (const width of [360, 768, 1024]) {
         await page.setViewportSize({ width, height: 800 });
         for (const sheet of sheets) {

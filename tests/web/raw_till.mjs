@@ -1,7 +1,7 @@
 // Tills that speak the wire themselves, many of them in one process: load for the figures.
 import net from "node:net";
 
-function request(command, ...fields) {
+export function request(command, ...fields) {
     const bytes = Buffer.concat([Buffer.from([0x1c, 0x01, command]), ...fields.map((field) => Buffer.from(`${field}\0`)), Buffer.from([0x04])]);
     return Buffer.concat([bytes, Buffer.from([bytes.reduce((sum, byte) => sum ^ byte, 0)])]);
 }

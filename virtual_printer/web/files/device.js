@@ -1,6 +1,6 @@
 // The printer itself, as it stands on the desk: display, lamps, switches, drawer.
 import { at, patch, post, remove } from "./api.js";
-import { button, element, setText } from "./dom.js";
+import { button, element, setAttribute, setText } from "./dom.js";
 import { isAwaited } from "./exchange.js";
 import { makeDisplays } from "./glass.js";
 
@@ -49,8 +49,8 @@ function lamp(name) {
     return {
         made,
         show(kind, text) {
-            made.dataset.kind = kind;
-            made.title = `${name}: ${text}`;
+            setAttribute(made, "data-kind", kind);
+            setAttribute(made, "title", `${name}: ${text}`);
             setText(state, `: ${text}`);
         },
     };
@@ -136,7 +136,7 @@ export function makeDevice(printer, signal) {
         drawer.classList.toggle("isOpen", hardware.drawer === "open");
         setText(drawerState, `Drawer ${hardware.drawer}`);
         setText(drawerButton, hardware.drawer === "open" ? "Push it in" : "Open it");
-        body.dataset.cover = hardware.cover;
+        setAttribute(body, "data-cover", hardware.cover);
     }
 
     const body = element("section", { class: "device", "aria-label": "Printer" },

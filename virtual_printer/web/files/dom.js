@@ -37,6 +37,19 @@ export function setText(target, text) {
     }
 }
 
+// The same of an attribute, and of what is not always there: with each change a browser reckons styles anew.
+export function setAttribute(target, name, value) {
+    if (target.getAttribute(name) !== value) {
+        target.setAttribute(name, value);
+    }
+}
+
+export function setHidden(target, isHidden) {
+    if (target.hidden !== isHidden) {
+        target.hidden = isHidden;
+    }
+}
+
 // Other children, and among them the one that had the keyboard's focus, by its `data-key`.
 export function replaceChildren(parent, children) {
     const key = parent.contains(document.activeElement) ? document.activeElement.dataset.key : undefined;

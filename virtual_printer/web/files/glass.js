@@ -1,5 +1,5 @@
 // The displays at the printer: two lines of twenty characters each, as the glass has them; a control character is a blank.
-import { element, setText } from "./dom.js";
+import { element, setAttribute, setHidden, setText } from "./dom.js";
 
 const displayColumns = 20;
 
@@ -19,7 +19,7 @@ function makeGlass(whose, caption) {
         made,
         show(text) {
             onDisplay(text).forEach((row, index) => setText(rows[index], row));
-            made.setAttribute("aria-label", `${whose} display: ${spoken(text)}`);
+            setAttribute(made, "aria-label", `${whose} display: ${spoken(text)}`);
         },
     };
 }
@@ -34,7 +34,7 @@ export function makeDisplays(printer) {
             const { display, operatorDisplay } = printer.state.hardware;
             customer.show(display);
             operator.show(operatorDisplay);
-            operator.made.hidden = operatorDisplay === "";
+            setHidden(operator.made, operatorDisplay === "");
         },
     };
 }

@@ -1,5 +1,5 @@
 // The head of the page: which printer is shown, how it stands, and the look of the page.
-import { element, setText } from "./dom.js";
+import { element, setAttribute, setHidden, setText } from "./dom.js";
 import { lifeText, situationText, todayText } from "./device.js";
 
 const themes = ["auto", "light", "dark"];
@@ -38,6 +38,7 @@ export function makeHeader(place) {
                 printers.replaceChildren(...links.map(({ made }) => made));
             }
             printers.hidden = list.length < 2;
+            place.classList.toggle("isFull", names.length >= 8);
             for (const { name, made } of links) {
                 made.removeAttribute("aria-current");
                 if (name === shown) {
@@ -47,12 +48,12 @@ export function makeHeader(place) {
             }
         },
         showLink(isThere) {
-            link.dataset.kind = isThere ? "good" : "bad";
+            setAttribute(link, "data-kind", isThere ? "good" : "bad");
             setText(link, isThere ? "Live" : "Not connected");
         },
         showFacts(printer) {
             const state = printer?.state;
-            facts.hidden = !state;
+            setHidden(facts, !state);
             if (!state) {
                 return;
             }
@@ -72,7 +73,7 @@ export function makeHeader(place) {
                 const [term, definition] = facts.children[index].children;
                 setText(term, title);
                 setText(definition, value);
-                definition.dataset.kind = title === "State" ? state.situation : "";
+                setAttribute(definition, "data-kind", title === "State" ? state.situation : "");
             });
         },
     };

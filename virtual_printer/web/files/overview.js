@@ -1,5 +1,5 @@
 // Several printers side by side: each with its display, its lamps and the end of its paper.
-import { element, setText } from "./dom.js";
+import { element, setAttribute, setText } from "./dom.js";
 import { letsWait, situationText, todayText, troubleOf } from "./device.js";
 import { makeDisplays } from "./glass.js";
 import { makeRoll } from "./roll.js";
@@ -18,7 +18,7 @@ export function makeOverview(place, printers, signal) {
                 const { situation } = printer.state;
                 const trouble = troubleOf(printer);
                 const isBusy = letsWait(printer);
-                state.dataset.kind = trouble ? "bad" : isBusy || situation === "overdue" ? "warn" : "good";
+                setAttribute(state, "data-kind", trouble ? "bad" : isBusy || situation === "overdue" ? "warn" : "good");
                 setText(state, trouble || (isBusy ? "Busy: lets tills wait" : situationText(printer.state)));
                 displays.show();
                 setText(sums, todayText(printer));

@@ -11,7 +11,7 @@ const mostAtFirst = 120;
 const whenIdle = (action) => (window.requestIdleCallback ?? setTimeout)(action);
 
 // Asks, one question at a time: whoever comes while one is asked waits for the next, which all that do so share, and so
-// knows what there was when it came.
+// knows what there was when it came. `isNeeded` says when it is its turn whether there is still something to ask.
 function inTurn(ask) {
     let waiting = [];
     let isAsking = false;
@@ -22,7 +22,9 @@ function inTurn(ask) {
             const those = waiting;
             waiting = [];
             try {
-                await ask();
+                if (those.some(({ isNeeded }) => isNeeded())) {
+                    await ask();
+                }
             } catch (failure) {
                 if (!(failure instanceof Refused) && !(failure instanceof TypeError)) {
                     those.forEach(({ reject }) => reject(failure));
@@ -34,8 +36,8 @@ function inTurn(ask) {
         isAsking = false;
     }
 
-    return () => new Promise((resolve, reject) => {
-        waiting.push({ resolve, reject });
+    return (isNeeded) => new Promise((resolve, reject) => {
+        waiting.push({ isNeeded, resolve, reject });
         if (!isAsking) {
             answerAll();
         }
@@ -57,6 +59,7 @@ export class Printer extends EventTarget {
         this.faults = [];
         this.lines = []; // of the paper
         this.exchanges = []; // the oldest first
+        this.unfinished = []; // their numbers
         this.dispatchEvent(new CustomEvent("forgotten"));
     }
 
@@ -72,21 +75,29 @@ export class Printer extends EventTarget {
 
     // Asks for what is new. `notice` is what the stream has told, if it has: what is known is not asked for.
     async look(notice = null) {
-        if (!document.hidden && notice?.changes !== this.changes) {
-            await this.ask();
+        if (!document.hidden) {
+            await this.ask(() => notice?.changes !== this.changes);
         }
     }
 
     // At first the newest only, so that there is soon something to be seen.
     async askForNews() {
-        const isFirst = this.state === null;
-        const changing = this.exchanges.find((exchange) => !exchange.isOver);
+        const before = this.state;
+        const isFirst = before === null;
+        const last = this.exchanges.at(-1)?.number ?? 0;
+        const changing = this.exchanges.find((exchange) => !exchange.isOver)?.number ?? last + 1;
+        const isFarBack = last - changing >= mostAtOnce / 2; // there may be more by then
         const query = new URLSearchParams({
             line: this.lines.at(-1)?.number ?? 0,
-            exchange: changing ? changing.number - 1 : this.exchanges.at(-1)?.number ?? 0,
+            exchange: isFarBack ? last : changing - 1,
             most: isFirst ? mostAtFirst : mostAtOnce,
         });
         const { changes, state, totals, faults, paper, trace, unfinished } = await get(at(this.name, `news?${query}`));
+        // A till that waits has asked more often whether anybody is there than news tell.
+        const farBack = isFarBack ? await getLines(at(this.name, `trace?after=${changing - 1}&limit=1`)).catch(() => []) : [];
+        if (this.state !== before) {
+            return; // forgotten meanwhile
+        }
         this.changes = changes;
         state.heardAt = Date.now();
         this.state = state;
@@ -94,9 +105,10 @@ export class Printer extends EventTarget {
         const areOther = Object.keys(others).filter((what) => JSON.stringify(this[what]) !== JSON.stringify(others[what]));
         Object.assign(this, others);
         this.dropBefore(state.paper.first);
+        this.unfinished = unfinished;
         const hasMissed = this.dropBeforeGap(paper, trace);
         this.addLines(paper);
-        this.addExchanges(trace, unfinished);
+        this.addExchanges(hasMissed ? trace : [...farBack, ...trace]);
         areOther.forEach((what) => this.tell(what));
         this.tell("state");
         if (isFirst || hasMissed) {
@@ -138,17 +150,21 @@ export class Printer extends EventTarget {
         this.tell("paper", { isNew, added, gone });
     }
 
-    // What follows the last exchange that was over; of those that are not over more becomes.
-    addExchanges(all, unfinished) {
-        const added = all.slice(-mostExchanges);
+    // Those that are new or have changed; of those that are not over more becomes, however many are behind them.
+    addExchanges(added) {
         if (added.length === 0) {
             return;
         }
-        added.forEach((exchange) => tellBlock(exchange, [...this.exchanges, ...added]));
-        const kept = this.exchanges.filter((exchange) => exchange.number < added[0].number);
-        this.exchanges = [...kept, ...added].slice(-mostExchanges);
-        this.exchanges.forEach((exchange) => { exchange.isOver = !unfinished.includes(exchange.number); });
+        const known = new Map([...this.exchanges, ...added].map((exchange) => [exchange.number, exchange]));
+        const all = [...known.values()];
+        this.markOver(added);
+        added.forEach((exchange) => tellBlock(exchange, all));
+        this.exchanges = all.filter((exchange, index) => index >= all.length - mostExchanges || !exchange.isOver);
         this.tell("trace", { added });
+    }
+
+    markOver(exchanges) {
+        exchanges.forEach((exchange) => { exchange.isOver = !this.unfinished.includes(exchange.number); });
     }
 
     // What was before the newest, when these are shown.
@@ -167,7 +183,7 @@ export class Printer extends EventTarget {
         }
         const olderExchanges = exchanges.filter(({ number }) => number < this.exchanges[0]?.number);
         if (olderExchanges.length > 0) {
-            olderExchanges.forEach((each) => { each.isOver = true; });
+            this.markOver(olderExchanges);
             this.exchanges = [...olderExchanges, ...this.exchanges];
             this.exchanges.forEach((exchange) => tellBlock(exchange, this.exchanges));
             this.tell("trace", { older: olderExchanges });

@@ -1,22 +1,26 @@
 // The paper as it comes out of the printer, line by line; the newest line is at the slot.
-import { button, element, tellAloud } from "./dom.js";
+import { button, element, setHidden, tellAloud } from "./dom.js";
 import { drawLine } from "./paper.js";
 
 // `open` is called with the place in the journal of a document, `showExchange` with the number of an exchange.
 export function makeRoll(printer, { open, showExchange }, signal) {
     const hint = element("p", { class: "hint" }, "Nothing is printed yet. Begin a day and sell something.");
-    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-description": "Up and down choose lines, Enter shows the exchange that printed them, O opens their document", "aria-live": "off", tabindex: "0" }, hint);
+    const roll = element("div", { class: "roll" });
+    const paper = element("div", { class: "paper", role: "log", "aria-label": "Paper", "aria-description": "Up and down choose lines, Enter shows the exchange that printed them, O opens their document", "aria-live": "off", tabindex: "0" }, roll, hint);
     const elements = new Map(); // by the number of the line
     let slip = null;
     let slipOf = null;
-    let isAtEnd = true;
+    let isAtEnd = true; // it follows what is printed
+    let end = 0; // where it was moved to last
     let marked = [];
     let current = 0; // the exchange whose lines are chosen by the keys
 
-    paper.addEventListener("scroll", () => { isAtEnd = isEndSeen(); }, { passive: true });
-    // On another screen the lines have another height.
+    // What is heard of a move may be heard when there are more lines already.
+    paper.addEventListener("scroll", () => { isAtEnd = (isAtEnd && paper.scrollTop >= end) || isEndSeen(); }, { passive: true });
+    // There are more lines, or on another screen they have another height: heard of when the browser has laid them out,
+    // which it then need not do once more.
     const turned = new ResizeObserver(() => isAtEnd && showEnd());
-    turned.observe(paper);
+    [paper, roll].forEach((each) => turned.observe(each));
     signal.addEventListener("abort", () => turned.disconnect());
     paper.addEventListener("click", ({ target }) => {
         const line = target.closest("[data-exchange]");
@@ -52,6 +56,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     const isEndSeen = () => paper.scrollTop + paper.clientHeight >= paper.scrollHeight - 24;
     function showEnd() {
         paper.scrollTop = paper.scrollHeight;
+        end = paper.scrollTop;
         isAtEnd = true;
     }
 
@@ -69,7 +74,7 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         }
         slip = element("article", { class: "slip", "data-document": line.document }, tools);
         slip.style.setProperty("--columns", line.columns);
-        paper.append(slip);
+        roll.append(slip);
     }
 
     function endSlip(line, isFresh) {
@@ -91,7 +96,6 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         if (line.exchange > 0) {
             drawn.dataset.exchange = line.exchange;
         }
-        drawn.classList.toggle("fresh", isFresh);
         elements.set(line.number, drawn);
         slip.append(drawn);
         if (line.kind === "cut") {
@@ -100,11 +104,10 @@ export function makeRoll(printer, { open, showExchange }, signal) {
     }
 
     function take({ isNew, isLonger, added, gone = [] }) {
-        const wasAtEnd = isEndSeen();
-        const toEnd = paper.scrollHeight - paper.scrollTop;
+        const toEnd = isLonger && paper.scrollHeight - paper.scrollTop;
         if (isNew || isLonger) {
             elements.clear();
-            paper.replaceChildren(hint);
+            roll.replaceChildren();
             slip = null;
         }
         if (isNew) { // the numbers may be those of others from now on
@@ -124,10 +127,10 @@ export function makeRoll(printer, { open, showExchange }, signal) {
         for (const line of added ?? printer.lines) {
             add(line, !isNew && !isLonger && !gone.includes(line));
         }
-        hint.hidden = elements.size > 0;
-        if (wasAtEnd || isNew) {
+        setHidden(hint, elements.size > 0);
+        if (isNew) {
             showEnd();
-        } else if (isLonger) {
+        } else if (isLonger && !isAtEnd) {
             paper.scrollTop = paper.scrollHeight - toEnd;
         }
         if (isLonger && marked.length > 0) {

@@ -1,6 +1,6 @@
 // The link trace: every exchange, the newest first; one that is chosen tells its bytes, its fields and what happened.
 import { at, getLines } from "./api.js";
-import { button, element, labelled, setText, tellAloud } from "./dom.js";
+import { button, element, labelled, setHidden, setText, tellAloud } from "./dom.js";
 import { durationOf, isProbe, outcomeOf, secondsOf, storyOf, summaryOf, timeOf } from "./exchange.js";
 
 const mostRows = 300;
@@ -53,9 +53,11 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     let waiting = []; // exchanges whose rows are not drawn yet, the oldest first
     let frame = 0;
     let chosen = 0;
-    let fetched = null; // the exchange that was chosen although the list no longer has it
+    let fetched = null; // the exchange that is chosen, although the list may no longer have it
 
-    const find = (number) => printer.exchanges.find((exchange) => exchange.number === number) ?? (fetched?.number === number ? fetched : undefined);
+    const find = (number) => printer.exchanges.find((exchange) => exchange.number === number) ?? rows.get(number)?.exchange ??
+        (fetched?.number === number ? fetched : undefined);
+    const isOver = (number) => find(number)?.isOver !== false;
     const isWanted = (exchange) => {
         const text = wanted.value.trim().toLowerCase();
         return (withProbes.checked || !isProbe(exchange)) &&
@@ -79,7 +81,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             cell("took", durationOf(exchange)));
         row.classList.toggle("chosen", isChosen);
         const detail = isChosen ? element("div", { role: "row", class: "detailRow" }, element("div", { role: "cell", "aria-colspan": "5" }, detailOf(exchange, printer.exchanges, showPaper))) : null;
-        return { row, detail, as: JSON.stringify(exchange) };
+        return { exchange, row, detail, as: JSON.stringify(exchange) };
     }
 
     // Of groups that nobody sees the browser lays out and paints nothing, and moves each as a whole.
@@ -124,7 +126,7 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         if (rows.size <= mostRows) {
             return;
         }
-        const others = [...rows.keys()].filter((number) => number !== chosen).sort((a, b) => a - b);
+        const others = [...rows.keys()].filter((number) => number !== chosen && isOver(number)).sort((a, b) => a - b);
         for (const number of others.slice(0, rows.size - mostRows)) {
             remove(rows.get(number));
             rows.delete(number);
@@ -144,10 +146,11 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     function draw() {
         rows.clear();
         body.replaceChildren();
-        const newest = printer.exchanges.filter(isWanted).slice(-mostRows);
+        const all = printer.exchanges.filter(isWanted);
+        const newest = all.filter((exchange, index) => index >= all.length - mostRows || !exchange.isOver);
         const apart = newest.some(({ number }) => number === chosen) ? undefined : find(chosen);
         drawOlder([apart, ...newest].filter(Boolean).sort((a, b) => a.number - b.number));
-        empty.hidden = rows.size > 0;
+        setHidden(empty, rows.size > 0);
         setText(empty, printer.exchanges.length > 0 ? `None of the last ${printer.exchanges.length} exchanges fits.` : "Nothing has gone over the link yet.");
     }
 
@@ -163,7 +166,13 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
         if (hold.checked) {
             return;
         }
-        for (const exchange of added.filter(isWanted)) {
+        const wantedOnes = added.filter(isWanted);
+        const newest = Math.max(...rows.keys());
+        if (wantedOnes.some(({ number }) => number < newest && !rows.has(number))) {
+            draw(); // its place is among the others
+            return;
+        }
+        for (const exchange of wantedOnes) {
             if (rows.get(exchange.number)?.as !== JSON.stringify(exchange)) {
                 place(exchange, true);
             }
@@ -172,12 +181,13 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
             place(find(chosen)); // what it tells has gone on
         }
         forgetOld();
-        empty.hidden = rows.size > 0;
+        setHidden(empty, rows.size > 0);
     }
 
     function choose(number) {
         const before = chosen;
         chosen = number;
+        fetched = find(number) ?? null;
         for (const each of [before, number]) {
             const exchange = find(each);
             if (exchange && rows.has(each)) {
@@ -194,7 +204,8 @@ export function makeTrace(sheet, printer, { showPaper }, signal) {
     // An exchange that is not in the list any more is fetched.
     async function show(number, takesFocus = false) {
         wanted.value = "";
-        if (!find(number)) {
+        fetched = find(number) ?? null;
+        if (!fetched) {
             const [found] = await getLines(at(printer.name, `trace?after=${number - 1}&limit=1`)).catch(() => []);
             if (found?.number !== number) {
                 setText(empty, `The trace no longer has exchange ${number}.`);

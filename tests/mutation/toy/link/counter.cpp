@@ -1,4 +1,5 @@
-// A counter for several threads, for the tool's own test: that its lock is left out shows to the thread sanitizer only.
+// A counter for several threads, for the tool's own test: that its lock is left out shows to the thread
+// sanitizer only.
 #include <mutex>
 
 static std::mutex state;

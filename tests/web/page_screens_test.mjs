@@ -105,7 +105,9 @@ withPage("it is dark in the dark, and nothing is cut off on a narrow screen", as
             }, `sheet-${sheet}`);
             assert.deepEqual(cutOff, [], `${sheet} on a screen of ${seen}`);
             if (sheet === "totals") {
-                const tall = await page.locator(".hours text").first().evaluate((text) => text.getBoundingClientRect().height);
+                // Looked for and measured at once: the chart is drawn anew with each change.
+                await page.locator(".hours text").first().waitFor();
+                const tall = await page.evaluate(() => document.querySelector(".hours text").getBoundingClientRect().height);
                 assert.ok(tall >= 12, `the hours are ${tall} tall on a screen of ${seen}`);
             }
         }

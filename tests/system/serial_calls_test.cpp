@@ -160,6 +160,18 @@ TEST_F(SerialCalls, AnAnswerThatWasTakenIsWaitedForAgain)
     EXPECT_TRUE(calls.terminalReadErrors.empty());
 }
 
+TEST_F(SerialCalls, RawBytesThatAreThereAreReadInSpiteOfASignal)
+{
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    printer.line().send("\x06");
+    printer.waitUntilDelivered(1);
+    calls.terminalReadErrors = {EINTR};
+    LinkDriver::Byte byte = 0;
+    EXPECT_EQ(driver.readRaw(&byte, 1, &byte), 1);
+    EXPECT_EQ(byte, 0x06);
+}
+
 TEST_F(SerialCalls, AWaitForAnAnswerThatFailsIsAFailure)
 {
     SerialDriver driver(printer.name(), 57600, StopBits::one);

@@ -28,6 +28,14 @@ TEST_F(LogCalls, ARecordThatIsTakenInPartIsWrittenToItsEnd)
     EXPECT_EQ(contentOf(path), "C: 01 02 03 ");
 }
 
+TEST_F(LogCalls, ARecordThatIsNotTakenAtOnceIsWrittenThen)
+{
+    calls.fileWritesOfNothing = 2;
+    log.record(RawLog::sent, "\x01\x02\x03");
+    EXPECT_EQ(contentOf(path), "C: 01 02 03 ");
+    EXPECT_EQ(calls.fileWritesOfNothing, 0);
+}
+
 TEST_F(LogCalls, ARecordThatASignalInterruptsIsWrittenOnce)
 {
     calls.fileWriteErrors = {EINTR, EINTR};

@@ -59,6 +59,25 @@ TEST_F(OutOfMemory, ASaleNeedsNoneWithTheLogOffAndOn)
                               "amount 1.5, unit price 8.3333, unit pcs\n");
 }
 
+// Its words take 87 characters, five numbers 20 each whatever they are, the letter and the end of the line
+// one.
+TEST_F(OutOfMemory, ALineOfTheLogNeedsNoneUntilItsPartsMayTakeMoreThan256Characters)
+{
+    const OwnFolder folder;
+    closeFM(); // the first call of all makes the sessions
+    setLogginOn(folder.file("calls.log").c_str());
+    const std::string name(60, 'x');
+    const auto sell = [&name](const char* unit) {
+        return withAllocations(0, [&] { return itemSale(1, 2, name.c_str(), 1.0, 'A', 1.0, 1.0, unit); });
+    };
+    EXPECT_EQ(sell("1234567"), -1);
+    EXPECT_THROW(sell("12345678"), std::bad_alloc);
+    EXPECT_EQ(contentOf(folder.file("calls.log")),
+              "itemSale Device 1, row 2, commodityName " + name +
+                  ", total price 1, vat A, amount 1, unit price 1, unit 1234567\n");
+    setLogginOff();
+}
+
 TEST_F(OutOfMemory, RawBytesThatCannotBeCopiedAreNotWritten)
 {
     PrinterThread printer(

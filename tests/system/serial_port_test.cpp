@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -149,6 +150,17 @@ TEST_F(OpenSerialPort, FailsWithAnErrorOfItsOwnWhenTheLineHangsUp)
     EXPECT_FALSE(port.readPort(bytes, 5000ms, count));
     EXPECT_EQ(count, 0U);
     EXPECT_EQ(port.lastError(), std::uint32_t{EIO});
+}
+
+TEST_F(OpenSerialPort, ClosedTwiceLeavesTheFileAloneThatHasItsNumberThen)
+{
+    CSerial port;
+    ASSERT_TRUE(port.openPort(R"(\\.\)" + printer.name(), 0));
+    port.closePort();
+    const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC); // takes the lowest number that is free
+    port.closePort();
+    EXPECT_EQ(::fcntl(next, F_GETFD), FD_CLOEXEC);
+    ::close(next);
 }
 
 TEST_F(OpenSerialPort, CanBeOpenedTwiceAndEachHandleClosesByItself)

@@ -173,5 +173,19 @@ TEST_F(SerialReopen, EndsACallThatWaitsOnTheOldSession)
     expectThatTheNextCallWorks();
 }
 
+// Which nobody can find any more but the call itself.
+TEST_F(SerialReopen, EndsACallThatWaitsOnASessionThatWasReplaced)
+{
+    printer.setLines(true, false);
+    auto call = std::async(std::launch::async, printJobCancel, 1);
+    EXPECT_EQ(call.wait_for(300ms), std::future_status::timeout);
+    wire::Listener another; // its queue takes the connection
+    ASSERT_EQ(openFM(("127.0.0.1:" + std::to_string(another.port())).c_str()), 0);
+    EXPECT_EQ(openFM(printer.name().c_str()), 0);
+    EXPECT_EQ(call.get(), -10103);
+    printer.setLines(true, true);
+    expectThatTheNextCallWorks();
+}
+
 } // namespace
 } // namespace telvofm::test

@@ -44,6 +44,7 @@ public:
     // of the C library tell with their closing that what was written is lost.
     std::size_t mostBytesPerFileWrite = static_cast<std::size_t>(-1);
     std::deque<int> fileWriteErrors;
+    int fileWritesOfNothing = 0; // so many of the next ones take nothing and have not failed
     int filesToLose = 0;
 
     // What has happened.

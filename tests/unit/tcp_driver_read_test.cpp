@@ -60,6 +60,14 @@ TEST_F(TcpDriverTest, ABusyByteStartsTheWaitAnew)
                                              "wait 3000", "send 11", "wait 3000"));
 }
 
+TEST_F(TcpDriverTest, GivesEachByteWithAllItsBits)
+{
+    network().play({arrive("\x80\xFF\x7F")});
+    for (const int byte : {0x80, 0xFF, 0x7F}) {
+        EXPECT_EQ(driver.readByte(false, 0), byte);
+    }
+}
+
 TEST_F(TcpDriverTest, PassThroughTakesFlowControlBytesAsData)
 {
     network().play({arrive("\x11\x13")});

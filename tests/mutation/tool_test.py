@@ -118,12 +118,11 @@ class Locks(unittest.TestCase):
         cls.addClassCleanup(temporary.cleanup)
         cls.work = pathlib.Path(temporary.name)
         cls.mutants = of_locks(all_mutants(HERE / "toy", [*OPTIONS, *precompiled(cls.work)], cls.work / "no thoughts", [cls.FILE]))
-        cls.plain = cls.judged("plain", Judge, Runner)
-        cls.results, cls.judge = cls.judged("sanitized", JudgeOfThreads, SanitizedRunner, OPTION)
+        cls.plain = cls.judged(cls.work, Judge, Runner)
+        cls.results, cls.judge = cls.judged(cls.work / "sanitized", JudgeOfThreads, SanitizedRunner, OPTION)
 
     @classmethod
-    def judged(cls, name, make_judge, make_runner, *option):
-        work = cls.work / name
+    def judged(cls, work, make_judge, make_runner, *option):
         (work / "linked").mkdir(parents=True)
         library = WovenLibrary(HERE / "toy", work, [cls.FILE], cls.mutants, *option)
         library.build()

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <future>
 #include <new>
@@ -146,6 +147,20 @@ TEST_F(OutOfMemory, ARecordOfTheRawLogIsLostAndChangesNothing)
     seRawLogginOff();
     EXPECT_NE(contentOf(folder.file("raw.log")).find(recordOfRequest), std::string::npos);
     closeFM();
+}
+
+// So few that their record is a short string.
+TEST_F(OutOfMemory, ARecordOfThreeBytesNeedsNone)
+{
+    const OwnFolder folder;
+    PrinterThread printer([](wire::Connection& connection) { receiveUntilClosed(connection); });
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    setRawLogginOn(folder.file("raw.log").c_str());
+    const std::array<unsigned char, 3> bytes{1, 2, 3};
+    EXPECT_EQ(withAllocations(0, [&bytes] { return rawWrite(bytes.data(), 3); }), 3);
+    seRawLogginOff();
+    closeFM();
+    EXPECT_TRUE(contentOf(folder.file("raw.log")).ends_with("01 02 03 "));
 }
 
 // The sale of a name as long as two lines of a receipt, in each of its variants.

@@ -233,6 +233,12 @@ TEST_F(LateBytes, AreGatheredInARestWhileManyAreMissing)
     EXPECT_EQ(restsWithMissing(24), 1);
 }
 
+// Of the data itself one has come: the start and the length are read by themselves.
+TEST_F(LateBytes, AreGatheredBehindASingleOneToo)
+{
+    EXPECT_GE(restsWithMissing(101), 1);
+}
+
 TEST_F(LateBytes, AreTakenAtOnceWhenFewAreMissing)
 {
     EXPECT_EQ(restsWithMissing(23), 0);

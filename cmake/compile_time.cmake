@@ -12,10 +12,24 @@ endfunction()
 
 # A program or library of the tests or the tools: its own speed does not matter, so it is not optimised. The
 # sanitizer of undefined behaviour looks at what is tested; in the tests themselves it doubles the compiler's time.
-function(telvofm_compile_quickly target)
+function(telvofm_compile_unoptimised target)
     target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:-O0>")
     if(TELVOFM_SANITIZE MATCHES "undefined")
         target_compile_options(${target} PRIVATE -fno-sanitize=undefined)
+    endif()
+endfunction()
+
+# For what is not optimised clang takes little more than half the time of GCC.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+    find_program(TELVOFM_CLANG_BESIDE_GCC clang++)
+endif()
+
+# The same for what is not shipped: by the compiler and the linker that take least time.
+function(telvofm_compile_quickly target)
+    telvofm_compile_unoptimised(${target})
+    if(TELVOFM_CLANG_BESIDE_GCC)
+        set_target_properties(${target} PROPERTIES
+            CXX_COMPILER_LAUNCHER "${PROJECT_SOURCE_DIR}/cmake/compile_quickly.sh;${TELVOFM_CLANG_BESIDE_GCC};${CCACHE_PROGRAM}")
     endif()
     if(WIN32)
         target_link_options(${target} PRIVATE -wrapper ${PROJECT_SOURCE_DIR}/cmake/link_quickly.sh)

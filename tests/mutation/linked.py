@@ -1,20 +1,17 @@
 """Links the woven objects: into the shared library, and into the tests that link the inside of the library."""
 import re
 import shutil
-import subprocess
+import sys
 
-from syntax import INSIDE
+from syntax import INSIDE, TOP
 from woven_library import INLINE
+
+sys.path.insert(0, str(TOP / "tests"))
+from linked_again import link, link_again, link_command  # noqa: E402
 
 
 def is_inside(source):
     return source.split("/")[0] in INSIDE
-
-
-def link(command, **more):
-    done = subprocess.run(command, capture_output=True, text=True, **more)
-    if done.returncode:
-        raise SystemExit(done.stderr[:3000])
 
 
 def shared_library(library, target, replaced={}):
@@ -28,8 +25,7 @@ def programs_of_the_inside(build, programs):
     """The link commands of those test programs that have objects of the library in them, by name."""
     found = {}
     for program in programs:
-        listed = subprocess.run(["ninja", "-C", str(build), "-t", "commands", "-s", program], capture_output=True, text=True, check=True)
-        command = listed.stdout.strip().split("\n")[-1]
+        command = link_command(build, program)
         if "libtelvofm_inside.a" in command or "/api/delivery.cpp.o" in command:
             found[program] = command
     return found
@@ -38,7 +34,6 @@ def programs_of_the_inside(build, programs):
 def program(library, build, command, target, replaced={}):
     """Links a test program again. The woven objects come first, so that their inline functions are taken; what the test
     itself has in the place of a platform's file is taken instead of ours."""
-    command = re.sub(r"^: && |&& :$", "", command.strip())
     archive = target.parent / "inside.a"
     first = []
     if "libtelvofm_inside.a" in command:
@@ -48,10 +43,7 @@ def program(library, build, command, target, replaced={}):
     for source in library.sources:  # the library's own files in a test
         command = re.sub(rf"\S*__/{re.escape(source)}\.o|\S*/{re.escape(source)}\.o(?=\s)",
                          lambda _, source=source: str(replaced.get(source) or library.object_of(source)), command)
-    command = command.replace("libtelvofm_inside.a", str(archive))
-    command = re.sub(r" -o \S+", f" -o {target}", command, count=1)
-    words = command.split(" ", 1)
-    link(f"{words[0]} {' '.join(first)} {words[1]}", shell=True, cwd=build, executable="/bin/bash")
+    link_again(command.replace("libtelvofm_inside.a", str(archive)), build, target, first)
 
 
 def archive(library, target, replaced={}):

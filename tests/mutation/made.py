@@ -11,8 +11,8 @@ import mutant
 import ordinary
 import targeted
 
-NO_RULES = ("alone.py", "judgement.py", "linked.py", "mutation.py", "recording.py", "report.py", "same_code.py", "sanitized.py",
-            "tests_of_library.py", "tool_test.py", "weave.py", "woven_library.py")
+NO_RULES = ("alone.py", "judgement.py", "linked.py", "mutation.py", "mutation_sample.py", "recording.py", "report.py", "same_code.py",
+            "sanitized.py", "tests_of_library.py", "tool_test.py", "weave.py", "woven_library.py")
 
 
 def thoughts(path, top):

@@ -62,6 +62,7 @@ TEST(Truncated, TheLargestDoublesBelowAWholeNumberAreBelowIt)
 TEST(Truncated, BeyondTheRangeIsTheSmallestInteger)
 {
     EXPECT_EQ(truncated(2147483648.0), INT_MIN);
+    EXPECT_EQ(truncated(3000000000.0), INT_MIN);
     EXPECT_EQ(truncated(4294967297.0), INT_MIN);
     EXPECT_EQ(truncated(1e300), INT_MIN);
     EXPECT_EQ(truncated(-1e300), INT_MIN);

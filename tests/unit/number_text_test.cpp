@@ -49,6 +49,8 @@ TEST(NumberText, FixedKeepsTheWantedDecimals)
     EXPECT_EQ(fixed(8.3333, 2), "8.33");
     EXPECT_EQ(fixed(-0.5, 2), "-0.50");
     EXPECT_EQ(fixed(7.0, 0), "7");
+    EXPECT_EQ(fixed(0.1, 4), "0.1000");
+    EXPECT_EQ(fixed(std::ldexp(1.0, -510), 2), "0.00");
 }
 
 // 12.345 is stored a little above, 2.675 a little below, 0.005 a little above what it reads.

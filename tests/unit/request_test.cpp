@@ -74,6 +74,8 @@ TEST_F(RequestTest, IntegerAmountsAreDividedByTheirUnit)
 {
     EXPECT_EQ(fieldsOf(begin().amount(hundredths(1250), 2)), field("12.50"));
     EXPECT_EQ(fieldsOf(begin().amount(thousandths(-1), 3)), field("-0.001"));
+    EXPECT_EQ(fieldsOf(begin().amount(thousandths(INT_MAX), 3)), field("2147483.647"));
+    EXPECT_EQ(fieldsOf(begin().amount(tenThousandths(INT_MAX), 3)), field("214748.365"));
     EXPECT_EQ(fieldsOf(begin().amount(hundredths(INT_MIN), 2)), field("-21474836.48"));
 }
 

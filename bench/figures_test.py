@@ -7,6 +7,7 @@ import unittest
 
 from figures import load, trace
 
+ANSWERED = "only answered              60000 commands/s    7500 receipts/s\n"
 ROW = "{:22} {:9} commands/s {:7} receipts/s {:6} % of a core   51.2 MB, {} not accepted\n"
 BESIDE = "    4000 control calls: median 0.31 ms, 95th percentile {:.2f} ms, longest 4.00 ms\n"
 
@@ -17,7 +18,7 @@ def printed(core=9.5, commands=20000, receipts=2500, not_accepted=(0, 0, 0, 0), 
     for beside, refused in (("", not_accepted[:2]), (BESIDE.format(percentile), not_accepted[2:])):
         text += ROW.format("50 x 1 receipt/s", 400, 50, core, refused[0]) + beside
         text += ROW.format("as fast as it goes", commands, receipts, 99.0, refused[1]) + beside
-    return text
+    return text + ANSWERED
 
 
 def missed(text):
@@ -43,6 +44,12 @@ class Load(unittest.TestCase):
     def test_wants_every_row_to_say_what_was_not_accepted(self):
         with self.assertRaises(SystemExit):
             missed(printed().replace(", 0 not accepted", "", 1))
+
+    def test_says_what_the_commands_are_measured_against(self):
+        figure, = [figure for figure in load(printed(), 3000) if figure.what.endswith("commands")]
+        self.assertEqual((figure.ours, figure.beside), ("20,000 a second", "printers that only answer: 60,000 a second"))
+        with self.assertRaises(SystemExit):
+            missed(printed().replace(ANSWERED, ""))
 
 
 class Trace(unittest.TestCase):

@@ -3,6 +3,7 @@
 
     instructions.py BUILD-FOLDER            fails when they differ by more than 3 %, or are more than 3,000
     instructions.py BUILD-FOLDER --write    writes them down anew
+    instructions.py BUILD-FOLDER --beside   prints those of the bare loop of the same system calls, too
 
 The system's own are not counted, so that the machine's load changes nothing. Another compiler makes other code:
 with one that is not the one written down nothing is compared.
@@ -20,16 +21,20 @@ TOLERANCE = 0.03
 FEW, MANY = 200, 1200  # what is done once falls out of the difference
 
 
-def counted(build, calls, log):
-    """Of so many calls in a fresh process; counting is on only inside itemSale."""
+SALE = ("--calls", "itemSale")
+BARE = ("--bare", "bench::BareLoop::exchange*", "bench::BareLoop::appendToFile*")
+
+
+def counted(build, calls, log, mode, *functions):
+    """Of so many calls in a fresh process; counting is on only inside the functions."""
     with tempfile.TemporaryDirectory(dir=build) as folder:
         profile = pathlib.Path(folder, "profile")
         logging = [str(pathlib.Path(folder, "calls.txt"))] if log else []
         with subprocess.Popen([build / "sale_printer", "1"], stdout=subprocess.PIPE, text=True) as printer:
             port = printer.stdout.readline().strip()
             run = subprocess.run(
-                ["valgrind", "--tool=callgrind", "--toggle-collect=itemSale", f"--callgrind-out-file={profile}",
-                 build / "item_sale", port, "--calls", str(calls), *logging],
+                ["valgrind", "--tool=callgrind", *[f"--toggle-collect={name}" for name in functions],
+                 f"--callgrind-out-file={profile}", build / "item_sale", port, mode, str(calls), *logging],
                 capture_output=True, text=True, check=False)
             if run.returncode != 0:
                 printer.kill()
@@ -37,8 +42,8 @@ def counted(build, calls, log):
         return int(re.search(r"^(?:summary|totals): (\d+)", profile.read_text(encoding="utf-8"), re.MULTILINE)[1])
 
 
-def per_call(build, log):
-    return round((counted(build, MANY, log) - counted(build, FEW, log)) / (MANY - FEW))
+def per_call(build, log, of=SALE):
+    return round((counted(build, MANY, log, *of) - counted(build, FEW, log, *of)) / (MANY - FEW))
 
 
 def compiler_of(build):
@@ -67,6 +72,8 @@ def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     found = {"compiler": compiler_of(build), "log off": per_call(build, False), "log on": per_call(build, True)}
     print(f"itemSale: {found['log off']} instructions with the call log off, {found['log on']} with it on")
+    if "--beside" in sys.argv:
+        print(f"bare loop: {per_call(build, False, BARE)} and {per_call(build, True, BARE)}")
     if "--write" in sys.argv:
         RECORD.write_text(json.dumps(found, indent=4) + "\n", encoding="utf-8")
     wrong = complaint(found, json.loads(RECORD.read_text(encoding="utf-8")))

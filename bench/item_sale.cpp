@@ -4,6 +4,8 @@
 //     item_sale PORT              measures; sale_printer listens on the port for two connections
 //     item_sale PORT --calls N [LOG-FILE]
 //                                 only calls itemSale N times, for a profiler; for one connection
+//     item_sale PORT --bare N [LOG-FILE]
+//                                 the same of the bare loop
 #include "bench/bare_loop.h"
 #include "bench/cores.h"
 #include "bench/in_turn.h"
@@ -72,6 +74,18 @@ void measure(std::uint16_t port)
     std::filesystem::remove(bareLog);
 }
 
+void exchangeOnly(std::uint16_t port, int calls, const std::string& log)
+{
+    const bench::BareLoop bareLoop(port);
+    const std::string request = bench::saleRequest();
+    for (int call = 0; call < calls; ++call) {
+        if (!log.empty()) {
+            bench::BareLoop::appendToFile(log, logLine);
+        }
+        require(bareLoop.exchange(request, bench::checksumOf(request)), "the bare loop failed");
+    }
+}
+
 template <typename Number>
 Number numberIn(std::string_view text)
 {
@@ -105,8 +119,13 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept
 
 int main(int count, char** arguments)
 {
+    if (count >= 4 && std::string_view(arguments[2]) == "--bare") {
+        exchangeOnly(numberIn<std::uint16_t>(arguments[1]), numberIn<int>(arguments[3]),
+                     count == 5 ? arguments[4] : "");
+        return EXIT_SUCCESS;
+    }
     const bool isForProfiler = count >= 4 && std::string_view(arguments[2]) == "--calls";
-    require(count == 2 || isForProfiler, "usage: item_sale PORT [--calls N [LOG-FILE]]");
+    require(count == 2 || isForProfiler, "usage: item_sale PORT [--calls|--bare N [LOG-FILE]]");
     setLogginOff();
     const std::string address = "127.0.0.1:" + std::string(arguments[1]);
     require(openFM(address.c_str()) == 0, "the library could not connect");

@@ -2,6 +2,7 @@
 import collections
 import json
 import math
+import re
 import threading
 import time
 
@@ -10,15 +11,25 @@ FIRST_TESTS = 30  # of a mutant, before the compilers are asked whether it is on
 DONE = ("killed", "equal")
 
 
-class Results:
-    """One line of a file for each mutant that has been judged: a run goes on where another one was ended."""
+def plain_name(test):
+    """Without how it failed, and without the bytes of its parameter, which each build has others of."""
+    return re.sub(r" \(time limit\)$|, with the thread sanitizer$", "", test).split("  # GetParam")[0]
 
-    def __init__(self, path):
+
+class Results:
+    """One line of a file for each mutant that has been judged: a run goes on where another one was ended. A mutant that was
+    killed by a test that is not there any more is judged again."""
+
+    def __init__(self, path, tests=None):
         self.path, self.by_key, self.lock = path, {}, threading.Lock()
         if path.exists():
             for line in path.read_text().splitlines():
                 entry = json.loads(line)
                 self.by_key[entry["key"]] = entry
+        if tests is not None:
+            names = {plain_name(test.name) for test in tests}
+            self.by_key = {key: entry for key, entry in self.by_key.items()
+                           if entry["outcome"] != "killed" or plain_name(entry["test"]) in names}
 
     def is_done(self, mutant):
         return self.by_key.get(mutant.key, {}).get("outcome") in DONE

@@ -84,7 +84,7 @@ def main():
     tests, failing = record(tests, work, work / "linked", max(4, given.at_once))
     woven = [one for one in mutants if one not in library.left_out and one.form != "alone"]
     alone = [one for one in mutants if one.form == "alone"] if given.sample is None else []
-    results = Results(work / "results.jsonl")
+    results = Results(work / "results.jsonl", tests)
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
     listed = judged_survivors(HERE / "survivors.md")
     asked = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]

@@ -83,6 +83,24 @@ class Tool(unittest.TestCase):
         self.assertEqual(told, {"bounded": "1 of 1 tests pass"})
 
 
+class KeptResults(unittest.TestCase):
+    def outcome(self, killer, *names):
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "results.jsonl")
+            mutant = Mutant("link/one.cpp", 0, 1, "expression", "2", "", "", "1", 1)
+            Results(path).add(mutant, "killed", killer, 0.5)
+            return Results(path, [Test(name, []) for name in names]).is_done(mutant)
+
+    def test_a_kill_counts_as_long_as_its_test_is_there(self):
+        self.assertTrue(self.outcome("one", "one", "two"))
+        self.assertFalse(self.outcome("one", "two"))
+
+    def test_how_it_failed_is_no_part_of_its_name(self):
+        self.assertTrue(self.outcome("one (time limit)", "one"))
+        self.assertTrue(self.outcome("one, with the thread sanitizer", "one"))
+        self.assertTrue(self.outcome("one/a  # GetParam() = 8-byte object <4E-84>", "one/a  # GetParam() = 8-byte object <00-00>"))
+
+
 THREADS = """
 #include <atomic>
 #include <thread>

@@ -37,8 +37,10 @@ class Load(unittest.TestCase):
 
     def test_misses_each_figure(self):
         self.assertEqual(missed(printed(core=25.1)), ["a receipt a second each"])
-        self.assertEqual(missed(printed(commands=9999)), ["commands"])
-        self.assertEqual(missed(printed(receipts=1499)), ["synchronised receipts"])
+        self.assertEqual(missed(printed(commands=3600)), [])
+        self.assertEqual(missed(printed(commands=3599)), ["commands"])
+        self.assertEqual(missed(printed(receipts=300)), [])
+        self.assertEqual(missed(printed(receipts=299)), ["synchronised receipts"])
         self.assertEqual(missed(printed(percentile=5.01)), ["Control call, 50 printers sell a receipt a second each"])
 
     def test_wants_every_row_to_say_what_was_not_accepted(self):
@@ -46,8 +48,9 @@ class Load(unittest.TestCase):
             missed(printed().replace(", 0 not accepted", "", 1))
 
     def test_says_what_the_commands_are_measured_against(self):
-        figure, = [figure for figure in load(printed(), 3000) if figure.what.endswith("commands")]
-        self.assertEqual((figure.ours, figure.beside), ("20,000 a second", "printers that only answer: 60,000 a second"))
+        figure, = [figure for figure in load(printed(commands=12000), 3000) if figure.what.endswith("commands")]
+        self.assertEqual((figure.ours, figure.beside, figure.ratio),
+                         ("12,000 a second", "printers that only answer: 60,000 a second", 0.2))
         with self.assertRaises(SystemExit):
             missed(printed().replace(ANSWERED, ""))
 

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""The instructions of one itemSale, everything that it calls included, held against those that are written down.
+"""The instructions of one itemSale and of a picture's layouts, everything that they call included, held against those that
+are written down.
 
-    instructions.py BUILD-FOLDER            fails when they differ by more than 3 %, or are more than 3,000
+    instructions.py BUILD-FOLDER            fails when they differ by more than 3 %, or a sale's are more than 3,000
     instructions.py BUILD-FOLDER --write    writes them down anew
     instructions.py BUILD-FOLDER --beside   prints those of the bare loop of the same system calls, too
 
@@ -25,25 +26,37 @@ SALE = ("--calls", "itemSale")
 BARE = ("--bare", "bench::BareLoop::exchange*", "bench::BareLoop::appendToFile*")
 
 
-def counted(build, calls, log, mode, *functions):
-    """Of so many calls in a fresh process; counting is on only inside the functions."""
+def counted(profile, functions, *command):
+    """Of a program; counting is on only inside the functions."""
+    run = subprocess.run(["valgrind", "--tool=callgrind", *[f"--toggle-collect={name}" for name in functions],
+                          f"--callgrind-out-file={profile}", *command], capture_output=True, text=True, check=False)
+    if run.returncode != 0:
+        sys.exit(f"instructions: {command[0].name} failed: {run.stderr.strip()[-300:]}")
+    return int(re.search(r"^(?:summary|totals): (\d+)", profile.read_text(encoding="utf-8"), re.MULTILINE)[1])
+
+
+def counted_sales(build, calls, log, mode, *functions):
+    """Of so many calls in a fresh process."""
     with tempfile.TemporaryDirectory(dir=build) as folder:
-        profile = pathlib.Path(folder, "profile")
         logging = [str(pathlib.Path(folder, "calls.txt"))] if log else []
         with subprocess.Popen([build / "sale_printer", "1"], stdout=subprocess.PIPE, text=True) as printer:
-            port = printer.stdout.readline().strip()
-            run = subprocess.run(
-                ["valgrind", "--tool=callgrind", *[f"--toggle-collect={name}" for name in functions],
-                 f"--callgrind-out-file={profile}", build / "item_sale", port, mode, str(calls), *logging],
-                capture_output=True, text=True, check=False)
-            if run.returncode != 0:
+            try:
+                port = printer.stdout.readline().strip()
+                return counted(pathlib.Path(folder, "profile"), functions, build / "item_sale", port, mode, str(calls),
+                               *logging)
+            except SystemExit:
                 printer.kill()
-                sys.exit(f"instructions: the sales failed: {run.stderr.strip()[-300:]}")
-        return int(re.search(r"^(?:summary|totals): (\d+)", profile.read_text(encoding="utf-8"), re.MULTILINE)[1])
+                raise
+
+
+def counted_layouts(build):
+    """Of a picture of 576 x 1200 dots."""
+    with tempfile.TemporaryDirectory(dir=build) as folder:
+        return counted(pathlib.Path(folder, "profile"), ["telvofm::graphics::logoLayouts*"], build / "logo_layouts", "--once")
 
 
 def per_call(build, log, of=SALE):
-    return round((counted(build, MANY, log, *of) - counted(build, FEW, log, *of)) / (MANY - FEW))
+    return round((counted_sales(build, MANY, log, *of) - counted_sales(build, FEW, log, *of)) / (MANY - FEW))
 
 
 def compiler_of(build):
@@ -61,17 +74,20 @@ def complaint(found, known):
     if known["compiler"] != found["compiler"]:
         print(f"written down for {known['compiler']}, this is {found['compiler']}: not compared")
         return None
-    for title in ("log off", "log on"):
+    for title, what in (("log off", "with the log off a sale takes"), ("log on", "with the log on a sale takes"),
+                        ("layouts", "a picture's layouts take")):
         if abs(found[title] - known[title]) > TOLERANCE * known[title]:
-            return (f"with the {title} a sale takes {found[title]} instructions, {known[title]} were written down; "
+            return (f"{what} {found[title]} instructions, {known[title]} were written down; "
                     "if that is meant, write it down with --write")
     return None
 
 
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
-    found = {"compiler": compiler_of(build), "log off": per_call(build, False), "log on": per_call(build, True)}
+    found = {"compiler": compiler_of(build), "log off": per_call(build, False), "log on": per_call(build, True),
+             "layouts": counted_layouts(build)}
     print(f"itemSale: {found['log off']} instructions with the call log off, {found['log on']} with it on")
+    print(f"layouts of 576 x 1200 dots: {found['layouts']} instructions")
     if "--beside" in sys.argv:
         print(f"bare loop: {per_call(build, False, BARE)} and {per_call(build, True, BARE)}")
     if "--write" in sys.argv:

@@ -1,6 +1,9 @@
 // Converts bitmaps into all layouts, beside a plain loop over the dots and beside copying the same output.
 // Prints dots per second (all four tables counted), the ratios, and the most memory that preparing a bitmap
 // file takes, beside the pixels and the four layouts.
+//
+//     logo_layouts            measures
+//     logo_layouts --once     only makes the layouts of one picture, for a profiler
 #include "graphics/logo_layouts.h"
 #include "graphics/logos.h"
 
@@ -98,13 +101,19 @@ void dotByDot(const Bitmap& bitmap, std::string* layouts)
     }
 }
 
-void measure(std::size_t width, std::size_t height)
+Bitmap randomDots(std::size_t width, std::size_t height)
 {
     Bitmap bitmap{.width = width, .height = height, .pixels = {}};
     std::mt19937 random(1);
     for (std::size_t i = 0; i < width * height; ++i) {
         bitmap.pixels.push_back(random() & 1U);
     }
+    return bitmap;
+}
+
+void measure(std::size_t width, std::size_t height)
+{
+    const Bitmap bitmap = randomDots(width, height);
     std::size_t bytes = 0;
     const double ours = fastest([&] {
         const LogoLayouts layouts = logoLayouts(bitmap, false);
@@ -169,8 +178,11 @@ void measureMemory(std::uint32_t width, std::uint32_t height)
 
 } // namespace
 
-int main()
+int main(int count, char** arguments)
 {
+    if (count > 1 && std::strcmp(arguments[1], "--once") == 0) {
+        return logoLayouts(randomDots(576, 1200), false).raster.empty() ? EXIT_FAILURE : EXIT_SUCCESS;
+    }
     measure(576, 1200);
     measure(4096, 4096);
     measureMemory(576, 1200);

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""figures.py misses what a load of the virtual printer has to keep, and what the trace may cost.
+"""figures.py misses each figure that is promised, and a benchmark that has come to print something else.
 
     figures_test.py
 """
 import unittest
 
-from figures import load, trace
+from figures import exchange, journal, line_rate, load, pictures, trace, write_by_modbus
 
 ANSWERED = "only answered              60000 commands/s    7500 receipts/s\n"
 ROW = "{:22} {:9} commands/s {:7} receipts/s {:6} % of a core   51.2 MB, {} not accepted\n"
@@ -53,6 +53,87 @@ class Load(unittest.TestCase):
                          ("12,000 a second", "printers that only answer: 60,000 a second", 0.2))
         with self.assertRaises(SystemExit):
             missed(printed().replace(ANSWERED, ""))
+
+
+def missed_of(figures):
+    return [figure.what for figure in figures if not figure.is_kept()]
+
+
+class Exchange(unittest.TestCase):
+    TEXT = ("log off   itemSale   31.00 us   bare loop   30.00 us   ratio {:.3f}\n"
+            "          heap allocations of one itemSale: 0\n"
+            "log on    itemSale   41.00 us   bare loop   40.00 us   ratio {:.3f}\n")
+
+    def missed(self, *runs):
+        return missed_of(exchange("Linux", [self.TEXT.format(*run) for run in runs], 1.03))
+
+    def test_the_best_of_its_runs_counts_for_each_log(self):
+        self.assertEqual(self.missed((1.03, 1.2), (1.2, 1.03)), [])
+
+    def test_misses_more_than_is_promised(self):
+        self.assertEqual(self.missed((1.031, 1.0)), ["Exchange, Linux, log off"])
+        self.assertEqual(self.missed((1.0, 1.031)), ["Exchange, Linux, log on"])
+
+    def test_misses_more_than_1_4_times_libmodbus(self):
+        text = "itemSale   14.00 us   libmodbus   10.00 us   ratio {}"
+        self.assertEqual(missed_of(write_by_modbus(text.format("1.400"))), [])
+        self.assertEqual(missed_of(write_by_modbus(text.format("1.401"))), ["Exchange, Linux, log off"])
+
+    def test_wants_its_rows(self):
+        for figures in (exchange("Linux", ["log off 31 us"], 1.03), write_by_modbus("itemSale 14 us")):
+            with self.assertRaises(SystemExit):
+                list(figures)
+
+
+class Journal(unittest.TestCase):
+    def printed(self, ratios=("0.900", "0.970", "0.970", "0.970"), peaks=("2.00", "2.00")):
+        text = "       bytes library ns/B    bare ns/B  bare/library  of processor time  peak/reply\n"
+        for size, ratio in zip((65536, 1 << 20, 16 << 20, 64 << 20), ratios):
+            text += f"{size:12} {'100.00':>12} {'97.00':>12} {ratio:>13} {'0.900':>18} {'1.02':>11}\n"
+        for log, peak in zip(("off", "on"), peaks):
+            text += f"    67108865 bytes with the call log {log}: peak/reply {peak}\n"
+        return text
+
+    def test_promises_nothing_of_64_kilobytes(self):
+        self.assertEqual(missed_of(journal(self.printed())), [])
+
+    def test_misses_each_larger_one(self):
+        for index, what in ((1, "Journal of 1 MB"), (2, "Journal of 16 MB"), (3, "Journal of 64 MB")):
+            ratios = ["1.000"] * 4
+            ratios[index] = "0.969"
+            self.assertEqual(missed_of(journal(self.printed(ratios))), [what])
+
+    def test_misses_more_memory_than_a_growing_string_takes(self):
+        self.assertEqual(missed_of(journal(self.printed(peaks=("2.11", "2.10")))), ["Journal of 64 MB, log off: most memory"])
+
+    def test_wants_each_size_and_the_memory_with_both_logs(self):
+        for text in (self.printed(ratios=("1.000",) * 3), self.printed(peaks=("2.00",))):
+            with self.assertRaises(SystemExit):
+                list(journal(text))
+
+
+class Pictures(unittest.TestCase):
+    ROW = "{} x {}: 13.83 billion dots/s, plain loop 0.78, ratio {}; copying the output takes 1/7.0 of it\n"
+
+    def test_misses_less_than_twenty_times_the_loop_over_the_dots(self):
+        text = self.ROW.format(576, 1200, "19.9") + self.ROW.format(4096, 4096, "20.0")
+        self.assertEqual(missed_of(pictures(text)), ["Layouts of a picture of 576 x 1200"])
+
+    def test_wants_both(self):
+        with self.assertRaises(SystemExit):
+            list(pictures(self.ROW.format(576, 1200, "30.0")))
+
+
+class LineRate(unittest.TestCase):
+    ROWS = "bare loop         5.800      5.843        99.27           2.54\n" \
+           "library           5.800      5.841        {}           {}\n"
+
+    def test_keeps_99_percent_of_the_line_and_5_of_a_core(self):
+        self.assertEqual(missed_of(line_rate(self.ROWS.format("99.00", "5.00"))), [])
+
+    def test_misses_either(self):
+        self.assertEqual(missed_of(line_rate(self.ROWS.format("98.99", "5.00"))), ["Serial reply at 115,200 baud"])
+        self.assertEqual(missed_of(line_rate(self.ROWS.format("99.00", "5.01"))), ["Serial reply at 115,200 baud, processor"])
 
 
 class Trace(unittest.TestCase):

@@ -62,3 +62,8 @@ def numbered(mutants):
         one.number = number
         one.key = hashlib.sha1(f"{name}\0{occurrences[name]}".encode("latin-1", "replace")).hexdigest()[:10]
     return kept
+
+
+def drawn(mutants, count, seed):
+    """So many at random: the same ones for a seed, and with them nearly all that were drawn before a change of the sources."""
+    return sorted(mutants, key=lambda one: hashlib.sha1(f"{seed} {one.key}".encode()).digest())[:count]

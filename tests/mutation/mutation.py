@@ -11,7 +11,6 @@ each mutant in results.jsonl: it goes on where it was ended. README.md beside it
 import argparse
 import concurrent.futures
 import queue
-import random
 import re
 import sys
 import time
@@ -20,6 +19,7 @@ from alone import judge_alone
 from judgement import Judge, Results
 from linked import link_all
 from made import kept_mutants
+from mutant import drawn
 from recording import record
 from report import judged_survivors, report
 from same_code import SameCode
@@ -88,8 +88,7 @@ def main():
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
     listed = judged_survivors(HERE / "survivors.md")
     asked = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]
-    random.Random(given.seed).shuffle(asked)
-    asked = asked[:given.sample]
+    asked = drawn(asked, given.sample, given.seed)
     wanted = [one for one in asked if not results.is_done(one) and not (one.key in listed and one.key in results.by_key)]
     wanted.sort(key=lambda one: one.key in results.by_key)  # last those that have survived before
     judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)

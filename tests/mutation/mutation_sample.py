@@ -11,7 +11,6 @@ import argparse
 import collections
 import concurrent.futures
 import pathlib
-import random
 import re
 import shutil
 import subprocess
@@ -20,6 +19,7 @@ import sys
 from judgement import DONE, Judge, Results
 from linked import link_again, link_command
 from made import all_mutants
+from mutant import drawn
 from recording import record
 from report import WANTED, judged_survivors
 from same_code import SameCode
@@ -73,9 +73,8 @@ def main():
     shutil.rmtree(work, ignore_errors=True)
     (work / "linked").mkdir(parents=True)
     found = all_mutants(TOP, [*OPTIONS, *precompiled(work), f"-I{TOP}"], HERE / "no thoughts", sources())
-    drawn = [one for one in found if one.form != "alone"]
-    random.Random(given.seed).shuffle(drawn)
-    library = WovenLibrary(TOP, work, sources(), drawn[:given.mutants])
+    asked = drawn([one for one in found if one.form != "alone"], given.mutants, given.seed)
+    library = WovenLibrary(TOP, work, sources(), asked)
     library.build()
     link_again(link_command(given.build, PROGRAM), given.build, work / "linked" / PROGRAM,
                [library.object_of(source) for source in library.sources])

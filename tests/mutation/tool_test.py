@@ -11,7 +11,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE))
 from judgement import Judge, Results  # noqa: E402
 from made import all_mutants  # noqa: E402
-from mutant import Mutant  # noqa: E402
+from mutant import Mutant, drawn  # noqa: E402
 from recording import record  # noqa: E402
 from same_code import SameCode  # noqa: E402
 from sanitized import OPTION, JudgeOfThreads, SanitizedRunner, of_locks  # noqa: E402
@@ -99,6 +99,23 @@ class KeptResults(unittest.TestCase):
         self.assertTrue(self.outcome("one (time limit)", "one"))
         self.assertTrue(self.outcome("one, with the thread sanitizer", "one"))
         self.assertTrue(self.outcome("one/a  # GetParam() = 8-byte object <4E-84>", "one/a  # GetParam() = 8-byte object <00-00>"))
+
+
+class Draw(unittest.TestCase):
+    MUTANTS = [Mutant("link/one.cpp", 0, 1, "expression", "2", "", "", "1", 1, key=str(number)) for number in range(100)]
+
+    def test_is_the_same_for_a_seed_and_another_for_another(self):
+        first = drawn(self.MUTANTS, 30, 17)
+        self.assertEqual(len(first), 30)
+        self.assertEqual(first, drawn(self.MUTANTS[::-1], 30, 17))
+        self.assertNotEqual(first, drawn(self.MUTANTS, 30, 18))
+
+    def test_keeps_what_it_drew_when_others_go(self):
+        first = drawn(self.MUTANTS, 30, 17)
+        self.assertEqual(first, drawn([one for one in self.MUTANTS if one in first or int(one.key) % 2], 30, 17))
+
+    def test_is_all_without_a_number(self):
+        self.assertEqual(len(drawn(self.MUTANTS, None, 17)), 100)
 
 
 THREADS = """

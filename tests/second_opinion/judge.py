@@ -85,6 +85,7 @@ def main():
     parser.add_argument("--at-once", type=int, default=2)
     parser.add_argument("--shard", type=int, default=12_500)
     parser.add_argument("--show", type=int, default=20)
+    parser.add_argument("--exports", type=int, default=0, help="how many different ones have to be among the calls")
     options = parser.parse_args()
     program = str(pathlib.Path(options.program).resolve())
     whole = Verdict()
@@ -104,7 +105,9 @@ def main():
     seeds = options.seed if len(shards) == 1 else f"{options.seed} to {options.seed + len(shards) - 1}"
     print(f"{whole.called.total()} calls of {len(whole.called)} exports judged, seeds {seeds}: "
           f"{whole.disagreements.total()} disagreements")
-    sys.exit(whole.disagreements.total() != 0)
+    if len(whole.called) < options.exports:
+        print(f"{options.exports} exports were to be called")
+    sys.exit(whole.disagreements.total() != 0 or len(whole.called) < options.exports)
 
 
 if __name__ == "__main__":

@@ -10,8 +10,9 @@ namespace {
 constexpr auto insertedBytes =
     std::to_array<Byte>({0x5A, 0x03, 0x04, 0x06, 0x11, 0x13, 0x15, 0x17, 0x1C, 0x3A, 0x00});
 
-// Just under and just over the first wait, the wait behind the probe, and the last of three tries.
-constexpr auto tcpDelays = std::to_array<int>({2999, 3001, 5999, 6001, 17999, 18001});
+// Just under and just over each wait of three tries: the first one, and the one behind its probe.
+constexpr auto tcpDelays =
+    std::to_array<int>({2999, 3001, 5999, 6001, 8999, 9001, 11999, 12001, 14999, 15001, 17999, 18001});
 // The same for the wait of a byte, and the time that a printer with its lines on may be silent for.
 constexpr auto serialDelays = std::to_array<int>({14999, 15001, 29999, 30001});
 constexpr int longBusy = 40000;

@@ -43,9 +43,9 @@ void expectAtEveryByte(const std::vector<Fault>& faults, std::ptrdiff_t delays)
 TEST(AllFaults, OverTcpABusyPrinterSaysSoInFrontOfAnswersAndBlocks)
 {
     const auto faults = allFaults(extent, Link::tcp);
-    expectAtEveryByte(faults, 6);
+    expectAtEveryByte(faults, 12);
     EXPECT_EQ(countOf(faults, Kind::busy, Direction::toTill), 2);
-    EXPECT_EQ(faults.size(), 202U); // 2 * (8 + 44 + 24 + 3 + 3 + 18) + 2
+    EXPECT_EQ(faults.size(), 238U); // 2 * (8 + 44 + 24 + 3 + 3 + 36) + 2
 }
 
 TEST(AllFaults, OnASerialLineItTakesItsLinesAwayAtAnyByte)
@@ -76,7 +76,8 @@ TEST(AllFaults, EachBitIsFlippedAndEachWaitIsMissedAndMet)
         }
     }
     EXPECT_EQ(bits, 255);
-    EXPECT_EQ(delays, (std::vector{2999, 3001, 5999, 6001, 17999, 18001}));
+    EXPECT_EQ(delays,
+              (std::vector{2999, 3001, 5999, 6001, 8999, 9001, 11999, 12001, 14999, 15001, 17999, 18001}));
 }
 
 } // namespace

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace telvofm {
 namespace {
@@ -21,6 +23,21 @@ TEST(Text, StaysWhatItWasWhenTheCallersChanges)
         std::fill(callers.begin(), callers.end(), 'b');
         EXPECT_EQ(std::string_view(text), std::string(length, 'a'));
     }
+}
+
+// Up to 64 characters; a longer one has to lie elsewhere.
+TEST(Text, OfUsualLengthLiesInTheObjectItself)
+{
+    const auto isInside = [](std::size_t length) {
+        const Text text(std::string(length, 'a').c_str());
+        const char* const object = reinterpret_cast<const char*>(&text);
+        const char* const characters = std::string_view(text).data();
+        return std::less_equal<>()(object, characters) && std::less<>()(characters, object + sizeof text);
+    };
+    EXPECT_TRUE(isInside(0));
+    EXPECT_TRUE(isInside(40));
+    EXPECT_TRUE(isInside(64));
+    EXPECT_FALSE(isInside(65));
 }
 
 TEST(Text, OfAnAmountStaysToo)

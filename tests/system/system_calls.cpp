@@ -149,7 +149,7 @@ int poll(pollfd* waiting, nfds_t count, int limit)
     if (failsWithTheNext(watcher->waitErrors)) {
         return -1;
     }
-    if (!isForTerminal || real(waiting, count, 0) != 0) {
+    if (!isForTerminal || (!watcher->terminalStaysFull && real(waiting, count, 0) != 0)) {
         return real(waiting, count, limit);
     }
     if (waiting->events == POLLIN) {
@@ -162,6 +162,7 @@ int poll(pollfd* waiting, nfds_t count, int limit)
         watcher->whenTerminalIsFull();
         return real(waiting, count, limit);
     }
+    watcher->terminalStaysFull = true;
     const bool isInterrupted = interrupts(&SystemCalls::waitsForRoomToInterrupt);
     const std::chrono::milliseconds waited(isInterrupted ? limit / 2 : limit);
     watcher->waitedForTerminal += waited;

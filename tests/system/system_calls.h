@@ -32,7 +32,7 @@ public:
     // How many waits for room in a terminal a signal interrupts when half of their time is over.
     int waitsForRoomToInterrupt = 0;
     // Called when a terminal has no room for a byte, before the wait for it begins. Without it that wait ends
-    // in vain, and its time passes at once.
+    // in vain, its time passes at once, and the terminal stays full.
     std::function<void()> whenTerminalIsFull;
     // Called when a terminal has no byte to read, before the wait for one begins.
     std::function<void()> whenTerminalIsEmpty;
@@ -52,6 +52,7 @@ public:
     std::vector<int> socketWaits;   // for how many milliseconds each was
     int socketOptionsSet = 0;
     std::chrono::milliseconds waitedForTerminal{0};
+    bool terminalStaysFull = false; // the system may make a little room in it between two waits
     int rests = 0;
 };
 

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <unistd.h>
 
 namespace telvofm::test {
@@ -52,6 +53,28 @@ TEST_F(SerialCalls, AByteWaitsFifteenSecondsForRoom)
         EXPECT_EQ(failure.code, -10201);
     }
     EXPECT_EQ(calls.waitedForTerminal, 15000ms);
+}
+
+// The system's error of an earlier opening is none of the wait's.
+TEST_F(SerialCalls, AWaitForRoomInAPortThatWasMissingOnceIsNoMissingPort)
+{
+    const std::string plugged = folder.file("plugged");
+    SerialDriver driver("COM" + plugged, 57600, StopBits::one);
+    try {
+        driver.open();
+        FAIL() << "there is no port";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, code::portMissing);
+    }
+    std::filesystem::create_symlink(printer.terminal(), plugged);
+    driver.open();
+    fillLine();
+    try {
+        driver.writeRaw(more);
+        FAIL() << "there is no room";
+    } catch (const Telvo06FMException& failure) {
+        EXPECT_EQ(failure.code, code::transportFailure);
+    }
 }
 
 TEST_F(SerialCalls, ASignalProlongsNoWaitForRoomAndShortensNone)

@@ -142,7 +142,7 @@ TEST(BitmapReader, RefusesAbsurdSizesWithoutReservingMemoryForThem)
 
 TEST(BitmapReader, TellsOtherDepths)
 {
-    for (const std::uint16_t depth : std::initializer_list<std::uint16_t>{0, 4, 8, 16, 24, 32}) {
+    for (const std::uint16_t depth : std::initializer_list<std::uint16_t>{0, 4, 8, 16, 24, 32, 0x0101}) {
         const auto bytes = BitmapFile{.bitsPerPixel = depth}.bytes();
         const auto bitmap = readBitmap(bytes);
         ASSERT_TRUE(bitmap.has_value());

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
@@ -221,6 +222,18 @@ TEST_F(SerialCalls, AReadThatFailsIsAFailure)
     } catch (const Telvo06FMException& failure) {
         EXPECT_EQ(failure.code, -10201);
     }
+}
+
+TEST_F(SerialCalls, AReadThatFailsIsNotRestedAfter)
+{
+    CSerial port;
+    ASSERT_TRUE(port.openPort(R"(\\.\)" + printer.name(), 0));
+    printer.line().send("x");
+    calls.terminalReadErrors = {EIO};
+    std::array<char, 100> bytes{};
+    std::size_t count = 0;
+    EXPECT_FALSE(port.readPort(bytes, 5000ms, count));
+    EXPECT_EQ(calls.rests, 0);
 }
 
 // How often the library rests while so many bytes of a reply of 100 bytes come late.

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace telvofm::test {
@@ -161,6 +162,35 @@ TEST_F(OpenSerialPort, ClosedTwiceLeavesTheFileAloneThatHasItsNumberThen)
     port.closePort();
     EXPECT_EQ(::fcntl(next, F_GETFD), FD_CLOEXEC);
     ::close(next);
+}
+
+TEST_F(OpenSerialPort, ThatIsClosedMakesNoCallOfTheSystem)
+{
+    CSerial port;
+    errno = 0;
+    port.closePort();
+    EXPECT_EQ(errno, 0);
+}
+
+TEST_F(OpenSerialPort, KeepsNoSettingOfAnotherProgram)
+{
+    const int terminal = ::open(printer.terminal().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios settings{};
+    ASSERT_EQ(::tcgetattr(terminal, &settings), 0);
+    settings.c_cc[VEOF] = 'e';
+    settings.c_cc[VEOL] = 'l';
+    settings.c_cc[VMIN] = 7;
+    settings.c_cc[VTIME] = 7;
+    ASSERT_EQ(::tcsetattr(terminal, TCSANOW, &settings), 0);
+
+    SerialDriver driver(printer.name(), 57600, StopBits::one);
+    driver.open();
+    ASSERT_EQ(::tcgetattr(terminal, &settings), 0);
+    EXPECT_EQ(settings.c_cc[VEOF], 0x04);
+    EXPECT_EQ(settings.c_cc[VEOL], 0x0A);
+    EXPECT_EQ(settings.c_cc[VMIN], 1);
+    EXPECT_EQ(settings.c_cc[VTIME], 0);
+    ::close(terminal);
 }
 
 TEST_F(OpenSerialPort, CanBeOpenedTwiceAndEachHandleClosesByItself)

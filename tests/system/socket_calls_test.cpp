@@ -234,6 +234,17 @@ TEST_F(SocketCalls, AConnectionWorksBesideHundredsOfOpenFiles)
     std::for_each(files.begin(), files.end(), ::close);
 }
 
+// An error of a call before is none of one that succeeds.
+TEST_F(SocketCalls, ASendThatSucceedsIsNotRepeated)
+{
+    PrinterThread printer([](wire::Connection& connection) { connection.close(); });
+    TcpDriver driver(printer.address());
+    driver.open();
+    errno = EINTR;
+    driver.writeRaw("a");
+    EXPECT_THAT(calls.sends, ElementsAre(1));
+}
+
 TEST_F(SocketCalls, ASocketThatWasNeverMadeIsNotClosed)
 {
     Socket socket;

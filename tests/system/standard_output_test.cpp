@@ -319,6 +319,58 @@ TEST_F(StandardOutput, GetsTheHostsBytesFirstWhereOnePageDoesNotTakeBoth)
               0);
 }
 
+// A page of the host's is flushed and the line goes out behind it; one byte more stays, and the line with it.
+TEST_F(StandardOutput, GetsAPageOfTheHostsBytesFirstAndNoMore)
+{
+    for (const std::size_t length : {std::size_t{PIPE_BUF}, std::size_t{PIPE_BUF} + 1}) {
+        EXPECT_EQ(outcomeOf([&] {
+                      std::string buffer(2 * std::size_t{PIPE_BUF}, '\0');
+                      const std::string own(length, 'o');
+                      stdout = ::fdopen(pipe.ends[1], "w"); // one that has no buffer yet
+                      std::setvbuf(stdout, buffer.data(), _IOFBF, buffer.size());
+                      std::fputs(own.c_str(), stdout);
+                      if (openFM(address.c_str()) != 0) {
+                          return 1;
+                      }
+                      const std::string heard = drain(pipe.ends[0]);
+                      return heard == (length == PIPE_BUF ? own + line : std::string()) ? 0 : 2;
+                  }),
+                  0)
+            << "length " << length;
+    }
+}
+
+TEST_F(StandardOutput, GetsASingleByteOfTheHostsBeforeALineOfAWholePage)
+{
+    const std::string host(PIPE_BUF - std::string_view("host:  port: 1\n").size(), 'x');
+    EXPECT_EQ(outcomeOf([&] {
+                  ::dup2(pipe.ends[1], STDOUT_FILENO);
+                  std::fputc('o', stdout);
+                  return openFM((host + ":1").c_str()) == -1 ? 0 : 1;
+              }),
+              0);
+    EXPECT_EQ(drain(pipe.ends[0]), "ohost: " + host + " port: 1\n");
+}
+
+// The C library makes a buffer when the first byte is written, and not a smaller one than for such a line.
+TEST_F(StandardOutput, ThatIsFullAndUnusedGetsALineOf511BytesAndNoLongerOne)
+{
+    for (const std::size_t length : {std::size_t{511}, std::size_t{512}}) {
+        const std::string host(length - std::string_view("host:  port: 1").size(), 'x');
+        EXPECT_EQ(outcomeOf([&] {
+                      fill(pipe.ends[1]);
+                      stdout = ::fdopen(pipe.ends[1], "w");
+                      openFM((host + ":1").c_str());
+                      drain(pipe.ends[0]);
+                      std::fflush(stdout);
+                      const std::string later = drain(pipe.ends[0]);
+                      return later == (length == 511 ? "host: " + host + " port: 1\n" : "") ? 0 : 1;
+                  }),
+                  0)
+            << "length " << length;
+    }
+}
+
 // As when somebody has halted it: a terminal gets each line at once, also the first one of a stream.
 TEST_F(StandardOutput, ThatIsATerminalWhichTakesNothingDoesNotBlock)
 {

@@ -4,6 +4,7 @@
 
 #include "link/block_protocol.h"
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,12 +42,16 @@ public:
     // One text for each try, in order.
     std::vector<std::string> sent;
     std::string unread;
+    std::string trouble; // what the standard library throws in each try, when it is not empty
 
 private:
     void beginTry(Exchange /*exchange*/) override
     {
         unread = sent.size() < answers.size() ? answers[sent.size()] : std::string();
         sent.emplace_back();
+        if (!trouble.empty()) {
+            throw std::runtime_error(trouble);
+        }
     }
     void writeProtocolByte(Byte byte) override { sent.back().push_back(static_cast<char>(byte)); }
     Byte readAnswerByte() override { return readByte(false, 0); }

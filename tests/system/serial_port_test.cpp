@@ -45,8 +45,9 @@ TEST(SerialPath, AnAbsolutePathIsItself)
 
 TEST(SerialPath, AnythingElseHasNoFile)
 {
-    for (const char* name : {R"(\\.\COM)", R"(\\.\COMX)", R"(\\.\COM0)", R"(\\.\COM-1)", R"(\\.\COM+1)",
-                             R"(\\.\COM 1)", R"(\\.\COM1x)", R"(\\.\COM99999999999)", "COM1", ""}) {
+    for (const char* name :
+         {R"(\\.\COM)", R"(\\.\COMX)", R"(\\.\COM0)", R"(\\.\COM-1)", R"(\\.\COM+1)", R"(\\.\COM 1)",
+          R"(\\.\COM1x)", R"(\\.\COM99999999999)", R"(\\.\LPT1)", R"(\\.\LPT/dev/null)", "COM1", ""}) {
         EXPECT_EQ(serialPath(name), "") << name;
     }
 }

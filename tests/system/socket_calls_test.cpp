@@ -245,6 +245,17 @@ TEST_F(SocketCalls, ASendThatSucceedsIsNotRepeated)
     EXPECT_THAT(calls.sends, ElementsAre(1));
 }
 
+TEST_F(SocketCalls, ASocketThatIsClosedTwiceLeavesTheFileAloneThatHasItsNumberThen)
+{
+    Socket socket;
+    ASSERT_TRUE(socket.create(Socket::resolve("127.0.0.1", "1")->front()));
+    socket.close();
+    const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC); // takes the lowest number that is free
+    socket.close();
+    EXPECT_EQ(::fcntl(next, F_GETFD), FD_CLOEXEC);
+    ::close(next);
+}
+
 TEST_F(SocketCalls, ASocketThatWasNeverMadeIsNotClosed)
 {
     Socket socket;

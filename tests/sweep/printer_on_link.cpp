@@ -94,7 +94,7 @@ void PrinterOnLink::serve()
     while (!isEnding) {
         if (line != nullptr) {
             serveConnection(*line);
-            stayPulledOut();
+            stayPulledOut(*line);
             continue;
         }
         wire::Connection connection = listener.accept(glance);
@@ -112,12 +112,12 @@ void PrinterOnLink::serveConnection(wire::Connection& connection)
 }
 
 // A line that a fault has closed.
-void PrinterOnLink::stayPulledOut()
+void PrinterOnLink::stayPulledOut(wire::Connection& closedByFault)
 {
     if (!whileStill([&] { return faulty.hasEnded(); })) {
         return;
     }
-    line->close();
+    closedByFault.close();
     isPulledOut = true;
     while (isPulledOut && !isEnding) {
         std::this_thread::sleep_for(glance);

@@ -61,7 +61,7 @@ public:
 private:
     void serve();
     void serveConnection(wire::Connection& connection);
-    void stayPulledOut();
+    void stayPulledOut(wire::Connection& closedByFault);
     // One look at the link; false when the link has ended.
     bool exchange(wire::Connection& connection);
 

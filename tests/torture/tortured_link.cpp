@@ -96,8 +96,9 @@ void TorturedLink::tryEach(const std::string& name, const Places& places, Tormen
         }
         ++sums.cases;
         ++sums.verdicts[tried.verdict];
-        ++sums.outcomes[place + (torment == Torment::interrupted ? " interrupted: " : " failed: ") +
-                        tried.outcome];
+        ++sums.outcomes[std::string(place)
+                            .append(torment == Torment::interrupted ? " interrupted: " : " failed: ")
+                            .append(tried.outcome)];
         if (!tried.nextCall.empty()) {
             ++sums.outcomes["the next call: " + tried.nextCall];
         }

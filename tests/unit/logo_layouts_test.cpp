@@ -27,7 +27,7 @@ void expectSameAsDotByDot(const Bitmap& bitmap)
         ASSERT_EQ(layouts.bands, expected.bands()) << bitmap.width << " x " << bitmap.height;
         ASSERT_EQ(layouts.columns, expected.columns()) << bitmap.width << " x " << bitmap.height;
         for (const std::string& layout : {std::cref(layouts.raster), std::cref(layouts.bands)}) {
-            ASSERT_EQ(layout.data()[layout.size()], '\0') << "written behind its end";
+            ASSERT_EQ(*(layout.data() + layout.size()), '\0') << "written behind its end";
         }
     }
 }

@@ -22,40 +22,48 @@ const std::string refusal = bytes({0x15, 0x07});
 
 TEST(NegativeReply, EndsTheExchangeOrCostsATry)
 {
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::negativeReplyEndsExchange, false), {refusal, {ack}});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::negativeReplyEndsExchange, false);
+    ScriptedLink tcp(rulesOfTcp, {refusal, {ack}});
     EXPECT_EQ(tcp.sendCommand("a"), 0x06);
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::negativeReplyEndsExchange, true), {refusal, {ack}});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::negativeReplyEndsExchange, true);
+    ScriptedLink serial(rulesOfSerial, {refusal, {ack}});
     EXPECT_EQ(codeOf([&] { serial.sendCommand("a"); }), 7);
 }
 
 TEST(Silence, CostsATryOrEndsTheExchange)
 {
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::silenceCostsTry, false), {{}, {ack}});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::silenceCostsTry, false);
+    ScriptedLink tcp(rulesOfTcp, {{}, {ack}});
     EXPECT_EQ(codeOf([&] { tcp.sendCommand("a"); }), code::timeout);
     EXPECT_EQ(tcp.sent.size(), 1U);
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::silenceCostsTry, true), {{}, {}, {ack}});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::silenceCostsTry, true);
+    ScriptedLink serial(rulesOfSerial, {{}, {}, {ack}});
     EXPECT_EQ(serial.sendCommand("a"), 0x06);
     EXPECT_EQ(serial.sent.size(), 3U);
 }
 
 TEST(AnyByte, RefusesARequestOrIsNoAnswer)
 {
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::anyByteRefusesRequest, true), {bytes({'x', 0x07})});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::anyByteRefusesRequest, true);
+    ScriptedLink tcp(rulesOfTcp, {bytes({'x', 0x07})});
     EXPECT_EQ(codeOf([&] { tcp.sendCommand("a"); }), 7);
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::anyByteRefusesRequest, false), {bytes({'x', 0x07})});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::anyByteRefusesRequest, false);
+    ScriptedLink serial(rulesOfSerial, {bytes({'x', 0x07})});
     EXPECT_EQ(codeOf([&] { serial.sendCommand("a"); }), code::unexpectedAnswer);
 }
 
 // A code follows the byte that refuses a block; after one that means nothing there may be none.
 TEST(AnyByte, RefusesABlockOrIsNoAnswer)
 {
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::anyByteRefusesRequest, true), {bytes({'x', 0x07}), {ack}});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::anyByteRefusesRequest, true);
+    ScriptedLink tcp(rulesOfTcp, {bytes({'x', 0x07}), {ack}});
     EXPECT_EQ(codeOf([&] { tcp.sendBlocks("a", true); }), 7);
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::anyByteRefusesRequest, false), {"x", {ack}});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::anyByteRefusesRequest, false);
+    ScriptedLink serial(rulesOfSerial, {"x", {ack}});
     serial.sendBlocks("a", true);
     EXPECT_EQ(serial.sent.size(), 2U);
 }
@@ -63,22 +71,27 @@ TEST(AnyByte, RefusesABlockOrIsNoAnswer)
 TEST(StrayBytes, AreSkippedBeforeAReplyOrAreAnError)
 {
     const std::string reply = "xx" + block("data", etx);
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::querySkipsStrayBytes, true), {reply});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::querySkipsStrayBytes, true);
+    ScriptedLink tcp(rulesOfTcp, {reply});
     EXPECT_EQ(tcp.query("a"), "data");
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::querySkipsStrayBytes, false), {reply});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::querySkipsStrayBytes, false);
+    ScriptedLink serial(rulesOfSerial, {reply});
     EXPECT_EQ(codeOf([&] { serial.query("a"); }), code::unexpectedAnswer);
 }
 
 TEST(UnknownTerminator, IsPrintedOrNot)
 {
     const std::string reply = block("data", 'x') + eot;
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::queryReportsUnknownTerminator, true), {reply});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::queryReportsUnknownTerminator, true);
+    ScriptedLink tcp(rulesOfTcp, {reply});
     CaptureStdout();
     EXPECT_EQ(tcp.query("a"), "data");
     EXPECT_EQ(GetCapturedStdout(), "Odpoved na potvrdenie prijatia bloku: \n");
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::queryReportsUnknownTerminator, false), {reply});
+    const ProtocolRules rulesOfSerial =
+        but(serialRules, &ProtocolRules::queryReportsUnknownTerminator, false);
+    ScriptedLink serial(rulesOfSerial, {reply});
     CaptureStdout();
     EXPECT_EQ(serial.query("a"), "data");
     EXPECT_EQ(GetCapturedStdout(), "");
@@ -86,13 +99,15 @@ TEST(UnknownTerminator, IsPrintedOrNot)
 
 TEST(ExceptionOfTheStandardLibrary, IsPrintedOrNot)
 {
-    ScriptedLink tcp(but(tcpRules, &ProtocolRules::printsRuntimeFailure, true), {{ack}});
+    const ProtocolRules rulesOfTcp = but(tcpRules, &ProtocolRules::printsRuntimeFailure, true);
+    ScriptedLink tcp(rulesOfTcp, {{ack}});
     tcp.trouble = "no memory";
     CaptureStdout();
     EXPECT_EQ(codeOf([&] { tcp.sendCommand("a"); }), code::uploadRefusedOrRuntimeFailure);
     EXPECT_EQ(GetCapturedStdout(), "no memory\n");
 
-    ScriptedLink serial(but(serialRules, &ProtocolRules::printsRuntimeFailure, false), {{ack}});
+    const ProtocolRules rulesOfSerial = but(serialRules, &ProtocolRules::printsRuntimeFailure, false);
+    ScriptedLink serial(rulesOfSerial, {{ack}});
     serial.trouble = "no memory";
     CaptureStdout();
     EXPECT_EQ(codeOf([&] { serial.sendCommand("a"); }), code::runtimeFailure);

@@ -19,6 +19,8 @@ public:
         : BlockProtocol("scripted", linkRules), answers(std::move(answersToTries))
     {
     }
+    // A link keeps a reference to its rules, so they have to outlive it.
+    ScriptedLink(ProtocolRules&& linkRules, std::vector<std::string> answersToTries) = delete;
 
     void open() override {}
     void close() override {}

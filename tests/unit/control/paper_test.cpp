@@ -6,7 +6,6 @@
 namespace virtual_printer {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 

@@ -37,7 +37,7 @@ protected:
         return seconds;
     }
 
-    std::vector<std::int64_t> secondsOf(const DocumentQuery& query) const
+    [[nodiscard]] std::vector<std::int64_t> secondsOf(const DocumentQuery& query) const
     {
         JournalReading reading(memory, query);
         return secondsOf(reading);

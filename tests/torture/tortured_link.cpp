@@ -83,8 +83,9 @@ void TorturedLink::tryEach(const std::string& name, const Places& places, Tormen
             continue;
         }
         const std::string place = places.nameOfPlace(torment, index);
-        const Case one{
-            name + ", " + place + " " + std::to_string(index), torment, index, &places, {}, {}, {}};
+        const std::string called =
+            std::string(name).append(", ").append(place).append(" ").append(std::to_string(index));
+        const Case one{called, torment, index, &places, {}, {}, {}};
         Case tried = one;
         piecesOfReports = 0;
         run(tried);

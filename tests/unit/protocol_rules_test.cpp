@@ -2,12 +2,11 @@
 #include "tests/unit/bytes.h"
 #include "tests/unit/scripted_link.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace telvofm::test {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::internal::CaptureStdout;
 using ::testing::internal::GetCapturedStdout;
 

@@ -92,7 +92,7 @@ def exchanges(build, windows, work):
 
 def write_by_modbus(text):
     (ours, other, ratio), = rows(r"itemSale +([\d.]+) us +libmodbus +([\d.]+) us +ratio ([\d.]+)", text, 1, "modbus_write")
-    yield Figure("Exchange, Linux, log off", f"{float(ours):.1f} µs",
+    yield Figure("Exchange, Linux, log off, in another run", f"{float(ours):.1f} µs",
                  f"a write of the same size by libmodbus: {float(other):.1f} µs", float(ratio), most=1.4)
 
 
@@ -182,6 +182,9 @@ def instructions(build, _, work):
     bare_off, bare_on = (int(number) for number in re.search(r"bare loop: (\d+) and (\d+)", text).groups())
     for log, ours, bare, most in (("off", off, bare_off, 3000), ("on", on, bare_on, None)):
         yield Figure(f"Instructions of an itemSale, log {log}", f"{ours:,}", f"the same system calls: {bare:,}", ours, most=most)
+    for what, pattern in (("an itemSale on a serial line", r"serial line: (\d+)"), ("a journal of sixteen blocks", r"journal.*: (\d+)")):
+        ours = int(re.search(pattern, text)[1])
+        yield Figure(f"Instructions of {what}", f"{ours:,}", "", ours)
 
 
 def synchronized_writes_a_second(folder):

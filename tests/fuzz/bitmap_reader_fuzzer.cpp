@@ -1,7 +1,7 @@
 // Feeds any bytes to the bitmap reader; what it accepts is never larger than the file, and its head alone
 // tells where it ends. Run it with the seeds beside it:
 //
-//     build/tsan/bitmap_reader_fuzzer -max_total_time=60 CORPUS tests/fuzz/bitmap_reader_seeds
+//     build/debug/bitmap_reader_fuzzer -max_total_time=60 CORPUS tests/fuzz/bitmap_reader_seeds
 #include "graphics/bitmap_reader.h"
 
 #include <algorithm>

@@ -8,9 +8,6 @@
 namespace telvofm::test::sweep {
 namespace {
 
-// A sweep that has shrunk says less than is published of it: there were 156,800 and more on each link.
-constexpr std::size_t leastCases = 150000;
-
 struct Part
 {
     std::size_t number;
@@ -35,7 +32,7 @@ Part chosenPart(std::size_t size)
 
 } // namespace
 
-void sweepChosenPart(LinkSweep& sweep)
+void sweepChosenPart(LinkSweep& sweep, std::size_t leastCases)
 {
     const Part part = chosenPart(sweep.size());
     for (std::size_t number = part.first; number < sweep.size(); number += part.every * part.of) {

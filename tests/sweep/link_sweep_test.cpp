@@ -14,7 +14,7 @@ TEST(LinkSweepTest, OverSockets)
     PrinterOnLink printer(betweenLooks);
     LinkSweep sweep(
         Link::tcp, [&] { return printer.address(); }, printer, folder.path.string());
-    sweepChosenPart(sweep);
+    sweepChosenPart(sweep, 199587);
 }
 
 } // namespace

@@ -172,7 +172,8 @@ std::string MemorySweep::differenceWithLogs(const SweptCall& call, const Circums
         without.first.outcome.thrown != with.first.outcome.thrown) {
         return "a log that cannot be written changed the result";
     }
-    if (without.first.heardBefore != with.first.heardBefore || without.second != with.second) {
+    if (without.first.heardBefore != with.first.heardBefore || without.first.events != with.first.events ||
+        without.second != with.second) {
         return "a log that cannot be written changed what went over the wire";
     }
     return {};

@@ -18,7 +18,7 @@ TEST(LinkSweepTest, OnAPseudoTerminal)
         return terminal.name();
     };
     LinkSweep sweep(Link::serial, port, printer, folder.path.string());
-    sweepChosenPart(sweep);
+    sweepChosenPart(sweep, 156800);
 }
 
 } // namespace

@@ -25,6 +25,8 @@ struct WireEvent
     std::string bytes;
     Milliseconds lasted{0};
     Milliseconds at{0}; // when it was over
+
+    bool operator==(const WireEvent& other) const = default;
 };
 
 } // namespace telvofm::test::sweep

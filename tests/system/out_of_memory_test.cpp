@@ -149,6 +149,25 @@ TEST_F(OutOfMemory, ARecordOfTheRawLogIsLostAndChangesNothing)
     closeFM();
 }
 
+// Each is longer than all before, which have made room.
+TEST_F(OutOfMemory, APathOfALogThatCannotBeCopiedLeavesTheOneBefore)
+{
+    const OwnFolder folder;
+    const std::string longPath(100000, 'x');
+    PrinterThread printer(acceptAll);
+    ASSERT_EQ(openFM(printer.address().c_str()), 0);
+    setLogginOn(folder.file("calls.log").c_str());
+    setRawLogginOn(folder.file("raw.log").c_str());
+    EXPECT_THROW(withAllocations(0, [&] { return setLogginOn(longPath.c_str()), 0; }), std::bad_alloc);
+    EXPECT_THROW(withAllocations(0, [&] { return setRawLogginOn(longPath.c_str()), 0; }), std::bad_alloc);
+    EXPECT_EQ(printJobCancel(1), 0);
+    setLogginOff();
+    seRawLogginOff();
+    closeFM();
+    EXPECT_EQ(contentOf(folder.file("calls.log")), "printJobCancel device 1\n");
+    EXPECT_NE(contentOf(folder.file("raw.log")).find("1c 01 e0 04"), std::string::npos);
+}
+
 // So few that their record is a short string.
 TEST_F(OutOfMemory, ARecordOfThreeBytesNeedsNone)
 {

@@ -19,13 +19,15 @@ sweep::CallPlan planOf(const sweep::CallAtPrinter& call, sweep::Exchange::Kind k
 
 } // namespace
 
-TorturedLink::Rehearsed TorturedLink::rehearse(const SweptCall& call)
+TorturedLink::Rehearsed TorturedLink::rehearse(const SweptCall& call, bool isFirst)
 {
     Watching watching;
     tools::CallContext context;
     renewPrinter();
     open(call.needsPictures);
-    sweep::perform(call, context); // makes room for the request
+    if (!isFirst) {
+        sweep::perform(call, context);
+    }
     printer.beginCall();
     const auto outcome = sweep::perform(call, context, watching);
     printer.settle();
@@ -34,15 +36,19 @@ TorturedLink::Rehearsed TorturedLink::rehearse(const SweptCall& call)
     if (outcome.result != 0 || atPrinter.heard.empty()) {
         throw std::runtime_error(std::string(call.name) + " fails without a failure");
     }
-    return {planOf(atPrinter, call.kind), Places(watching)};
+    return {planOf(atPrinter, call.kind), Places(watching), isFirst};
 }
 
 void TorturedLink::torture(const SweptCall& call, Torment torment, bool withLogs)
 {
     switchLogs(withLogs);
-    const Rehearsed rehearsed = rehearse(call);
-    tryEach(std::string(call.name) + (withLogs ? " with logs" : ""), rehearsed.places, torment,
-            [&](Case& one) { run(call, rehearsed, one); });
+    const std::string name = std::string(call.name) + (withLogs ? " with logs" : "");
+    const Rehearsed rehearsed = rehearse(call, false);
+    tryEach(name, rehearsed.places, torment, [&](Case& one) { run(call, rehearsed, one); });
+    if (torment == Torment::allocation) {
+        const Rehearsed first = rehearse(call, true);
+        tryEach(name + " at first", first.places, torment, [&](Case& one) { run(call, first, one); });
+    }
     switchLogs(false);
 }
 
@@ -57,7 +63,9 @@ void TorturedLink::run(const SweptCall& call, const Rehearsed& rehearsed, Case& 
     {
         tools::CallContext context;
         open(call.needsPictures);
-        sweep::perform(call, context); // as in the rehearsal
+        if (!rehearsed.isFirst) {
+            sweep::perform(call, context);
+        }
         const bool hasSucceeded = judgeCall(call, rehearsed, one, context);
         judgeTheNextCall(one, hasSucceeded);
         closeFM();
@@ -86,7 +94,8 @@ bool TorturedLink::judgeCall(const SweptCall& call, const Rehearsed& rehearsed, 
         printer.settle();
     }
     const auto atPrinter = printer.endCall();
-    const bool mustSucceed = one.torment == Torment::interrupted || places.isOfLog(one.torment, one.index);
+    const bool mustSucceed = one.torment == Torment::interrupted || places.isOfLog(one.torment, one.index) ||
+                             places.isOfStandardOutput(one.torment, one.index);
     const Verdict verdict =
         verdictOf({call, rehearsed.plan, outcome, link, atPrinter, lacksMemory, mustSucceed});
     one.outcome += outcome.thrown.empty() ? std::to_string(outcome.result) : "thrown";

@@ -100,7 +100,10 @@ void TorturedLink::judgeFreeCall(const FreeCall& call, Case& one)
     if (hasThrown ? !mayThrow : !call.results.contains(result)) {
         report(one, "it ended with " + ending);
     }
-    if (!asUsual && (one.torment == Torment::interrupted || one.places->isOfLog(one.torment, one.index))) {
+    const bool mustSucceed = one.torment == Torment::interrupted ||
+                             one.places->isOfLog(one.torment, one.index) ||
+                             one.places->isOfStandardOutput(one.torment, one.index);
+    if (!asUsual && mustSucceed) {
         report(one, "it must change nothing, and it ended with " + ending);
     }
     if (!call.sends.empty()) {

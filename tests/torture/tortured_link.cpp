@@ -29,7 +29,7 @@ TorturedLink::TorturedLink(Link kindOfLink, std::string portName, sweep::Printer
     sweep::writePicture(own + "/picture.bmp");
     switchLogs(true); // one export writes its failures also while the log is off
     switchLogs(false);
-    planOfNext = rehearse(next).plan;
+    planOfNext = rehearse(next, false).plan;
     leftBehind.emplace();
 }
 

@@ -49,6 +49,7 @@ private:
     {
         sweep::CallPlan plan;
         Places places;
+        bool isFirst; // of its session, which has made no room for a request yet
     };
     struct Case
     {
@@ -63,7 +64,7 @@ private:
         bool hasLeftMemory = false;
     };
 
-    Rehearsed rehearse(const SweptCall& call);
+    Rehearsed rehearse(const SweptCall& call, bool isFirst);
     Places rehearse(const FreeCall& call);
     void tryEach(const std::string& name, const Places& places, Torment torment,
                  const std::function<void(Case&)>& run);

@@ -14,6 +14,7 @@
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <map>
+#include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -240,8 +241,10 @@ void watchSystemCalls()
 std::vector<TrappedCall> endOfSystemCalls()
 {
     trap.watches = false;
-    return {trap.calls.begin(),
-            trap.calls.begin() + static_cast<std::ptrdiff_t>(std::min(trap.count, mostCalls))};
+    if (trap.count > mostCalls) {
+        throw std::length_error("a call makes more system calls than can be kept");
+    }
+    return {trap.calls.begin(), trap.calls.begin() + static_cast<std::ptrdiff_t>(trap.count)};
 }
 
 bool hasFailed()

@@ -33,7 +33,7 @@ bool trapSystemCalls();
 void failSystemCall(std::size_t before, Way way);
 // Counts only.
 void watchSystemCalls();
-// Those since then; afterwards everything goes by.
+// Those since then; afterwards everything goes by. Throws when there were too many to keep: none is left out.
 std::vector<TrappedCall> endOfSystemCalls();
 // Whether the call that should fail has come.
 bool hasFailed();

@@ -37,6 +37,11 @@ class Results:
     def is_undecided(self, mutant):
         return self.by_key.get(mutant.key, {}).get("outcome") == "undecided"
 
+    def wanted(self, mutants, listed):
+        """Those to judge: new ones, and last those that have survived before and are in no list."""
+        open_ones = [one for one in mutants if not self.is_done(one) and not (one.key in listed and one.key in self.by_key)]
+        return sorted(open_ones, key=lambda one: one.key in self.by_key)
+
     def add(self, mutant, outcome, test, seconds):
         entry = {"key": mutant.key, "outcome": outcome, "test": test, "seconds": round(seconds, 2), "mutant": mutant.describe()}
         with self.lock:

@@ -6,7 +6,8 @@
 
 The tests are those of build/coverage, and for locks those of build/tsan, which scripts/prove mutation builds; only the
 library is built anew, with all mutants in it behind a switch. What it makes and finds lies in build/mutation, a line for
-each mutant in results.jsonl: it goes on where it was ended. README.md beside it tells the rest; it needs the system's Python, for libclang.
+each mutant in results.jsonl, for each lock in threads/results.jsonl: it goes on where it was ended. README.md beside it tells
+the rest; it needs the system's Python, for libclang.
 """
 import argparse
 import concurrent.futures
@@ -21,9 +22,9 @@ from linked import link_all
 from made import kept_mutants
 from mutant import drawn
 from recording import record
-from report import judged_survivors, report
+from report import judged_survivors, report, report_locks
 from same_code import SameCode
-from sanitized import SanitizedRunner, judge_of_threads, of_locks
+from sanitized import SanitizedRunner, judge_of_threads, locks, of_threads
 from syntax import TOP, own_files
 from tests_of_library import Runner, library_tests, programs_of
 from woven_library import HERE, OPTIONS, WovenLibrary, precompiled
@@ -87,23 +88,27 @@ def main():
     results = Results(work / "results.jsonl", tests)
     print(f"{len(mutants)} mutants, {len(library.left_out)} that do not compile, {len(tests)} tests; without a mutant fail: {failing}", flush=True)
     listed = judged_survivors(HERE / "survivors.md")
-    asked = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]
-    asked = drawn(asked, given.sample, given.seed)
-    wanted = [one for one in asked if not results.is_done(one) and not (one.key in listed and one.key in results.by_key)]
-    wanted.sort(key=lambda one: one.key in results.by_key)  # last those that have survived before
+    found = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]
+    asked = drawn(found, given.sample, given.seed)
+    wanted = results.wanted(asked, listed)
     judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)
     judge_all(judge, [one for one in wanted if one.form != "alone"], work, work / "linked", given)
     for one in wanted:
         if one.form == "alone":
             judge_alone(judge, one, library, build, work, programs, woven)
-    living = [one for one in of_locks(wanted) if one.key in results.by_key and not results.is_done(one)]
-    if living:
-        of_threads, linked = judge_of_threads(TOP, work / "threads", files, woven, results, given)
-        judge_all(of_threads, living, work / "threads", linked, given, SanitizedRunner)
-        judge.wavering.update(of_threads.wavering)
+    living = [one for one in of_threads(wanted) if one.key in results.by_key and not results.is_done(one)]
+    sanitized, linked = judge_of_threads(TOP, work / "threads", files, woven, given)
+    every_lock = locks(found)  # also those that were not drawn
+    others = [one for one in living if one not in every_lock]
+    judge_all(sanitized, sanitized.results.wanted(every_lock + others, listed), work / "threads", linked, given, SanitizedRunner)
+    for one in living:
+        if sanitized.results.is_done(one):
+            seen = sanitized.results.by_key[one.key]
+            results.add(one, "killed", f"{seen['test']}, with the thread sanitizer", seen["seconds"])
+    judge.wavering.update(sanitized.wavering)
     judge.most_tests = None
     judge_all(judge, [one for one in wanted if results.is_undecided(one) and one.key not in listed], work, work / "linked", given)
-    sys.exit(report(asked, mutants, results, listed, judge.wavering))
+    sys.exit(report(asked, mutants, results, listed, judge.wavering) | report_locks(every_lock, sanitized.results, listed))
 
 
 main()

@@ -5,6 +5,7 @@ import re
 from judgement import DONE
 
 WANTED = 0.97
+ORDINARY = ("operator", "half of a condition", "constant", "text", "condition negated", "condition fixed", "statement removed", "result")
 
 
 def judged_survivors(path):
@@ -25,10 +26,11 @@ def report(asked, mutants, results, listed, wavering):
             open_ones.append((one, entry))
         by_room[one.file.split("/")[0]][outcome] += 1
         by_room["all"][outcome] += 1
+        by_room["targeted"][outcome] += one.kind not in ORDINARY
     for one, entry in open_ones:
         print(f"{entry['outcome']}: {one.key} {one.file}:{one.line} {one.describe()} ({entry['test']})")
     print(f"{'room':<10}{'killed':>8}{'judged in writing':>19}{'open':>6}{'proven equal':>14}{'not judged':>12}{'killed of the others':>22}")
-    for room, counts in by_room.items():
+    for room, counts in sorted(by_room.items(), key=lambda item: item[0] in ("all", "targeted")):
         print(f"{room:<10}{counts['killed']:>8}{counts['judged in writing']:>19}{counts['open']:>6}{counts['equal']:>14}"
               f"{counts['not judged']:>12}{share_killed(counts):>22.2%}")
     keys = {one.key for one in mutants}
@@ -38,6 +40,16 @@ def report(asked, mutants, results, listed, wavering):
     if wavering:
         print("failed without a mutant too, and were not believed:", dict(wavering))
     return 0 if not open_ones and share_killed(by_room["all"]) >= WANTED else 1
+
+
+def report_locks(locks, results, listed):
+    """Whether one is not seen that is in no list; of all locks, which do not depend on the draw."""
+    unseen = [one for one in locks if not results.is_done(one)]
+    for one in unseen:
+        if one.key not in listed:
+            print(f"not seen by the thread sanitizer: {one.key} {one.file}:{one.line} {one.describe()}")
+    print(f"locks: {len(locks) - len(unseen)} of {len(locks)} seen by the thread sanitizer")
+    return 0 if all(one.key in listed for one in unseen) else 1
 
 
 def share_killed(counts):

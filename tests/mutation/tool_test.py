@@ -1,6 +1,8 @@
 #!/usr/bin/python3 -B
 """The tool judges rightly: of a toy with one weak test it kills what the test sees, and lets live what it does not see or what
 changes nothing."""
+import contextlib
+import io
 import pathlib
 import subprocess
 import sys
@@ -13,8 +15,9 @@ from judgement import Judge, Results  # noqa: E402
 from made import all_mutants  # noqa: E402
 from mutant import Mutant, drawn  # noqa: E402
 from recording import record  # noqa: E402
+from report import report_locks  # noqa: E402
 from same_code import SameCode  # noqa: E402
-from sanitized import OPTION, JudgeOfThreads, SanitizedRunner, of_locks  # noqa: E402
+from sanitized import OPTION, SanitizedRunner, locks  # noqa: E402
 from tests_of_library import Runner, Test  # noqa: E402
 from woven_library import OPTIONS, WovenLibrary, precompiled  # noqa: E402
 
@@ -95,6 +98,14 @@ class KeptResults(unittest.TestCase):
         self.assertTrue(self.outcome("one", "one", "two"))
         self.assertFalse(self.outcome("one", "two"))
 
+    def test_what_lives_is_judged_again_and_last_unless_it_is_listed(self):
+        mutants = [Mutant("link/one.cpp", 0, 1, "expression", "2", "", "", "1", 1, key=key) for key in ("killed", "listed", "lives", "new")]
+        with tempfile.TemporaryDirectory() as folder:
+            results = Results(pathlib.Path(folder, "results.jsonl"))
+            for one, outcome in zip(mutants, ("killed", "survived", "survived")):
+                results.add(one, outcome, "one", 0.5)
+            self.assertEqual([one.key for one in results.wanted(mutants, {"listed", "new"})], ["new", "lives"])
+
     def test_how_it_failed_is_no_part_of_its_name(self):
         self.assertTrue(self.outcome("one (time limit)", "one"))
         self.assertTrue(self.outcome("one, with the thread sanitizer", "one"))
@@ -152,12 +163,12 @@ class Locks(unittest.TestCase):
         temporary = tempfile.TemporaryDirectory()
         cls.addClassCleanup(temporary.cleanup)
         cls.work = pathlib.Path(temporary.name)
-        cls.mutants = of_locks(all_mutants(HERE / "toy", [*OPTIONS, *precompiled(cls.work)], cls.work / "no thoughts", [cls.FILE]))
-        cls.plain = cls.judged(cls.work, Judge, Runner)
-        cls.results, cls.judge = cls.judged(cls.work / "sanitized", JudgeOfThreads, SanitizedRunner, OPTION)
+        cls.mutants = locks(all_mutants(HERE / "toy", [*OPTIONS, *precompiled(cls.work)], cls.work / "no thoughts", [cls.FILE]))
+        cls.plain = cls.judged(cls.work, Runner)
+        cls.results = cls.judged(cls.work / "sanitized", SanitizedRunner, OPTION)
 
     @classmethod
-    def judged(cls, work, make_judge, make_runner, *option):
+    def judged(cls, work, make_runner, *option):
         (work / "linked").mkdir(parents=True)
         library = WovenLibrary(HERE / "toy", work, [cls.FILE], cls.mutants, *option)
         library.build()
@@ -166,29 +177,37 @@ class Locks(unittest.TestCase):
                         "-o", str(work / "linked/toy_test")], check=True)
         tests, _ = record([Test("in turn", ["toy_test"])], work, work / "linked", 1, make_runner)
         results = Results(work / "results.jsonl")
-        judge = make_judge(tests, results)
+        judge = Judge(tests, results)
         for one in cls.mutants:
             judge.judge(make_runner(work / "work", work / "linked"), one, one.number)
-        return results, judge
+        return results
 
     def entries(self, results):
         return {one.kind: results.by_key.get(one.key, {}) for one in self.mutants}
 
     def test_without_the_sanitizer_they_live(self):
-        self.assertEqual({kind: entry["outcome"] for kind, entry in self.entries(self.plain[0]).items()},
+        self.assertEqual({kind: entry["outcome"] for kind, entry in self.entries(self.plain).items()},
                          {"lock not taken": "survived", "lock released early": "survived"})
 
     def test_the_sanitizer_sees_what_no_thread_has_met(self):
         self.assertEqual({kind: (entry["outcome"], entry["test"]) for kind, entry in self.entries(self.results).items()},
-                         dict.fromkeys(("lock not taken", "lock released early"), ("killed", "in turn, with the thread sanitizer")))
+                         dict.fromkeys(("lock not taken", "lock released early"), ("killed", "in turn")))
 
     def test_a_race_of_the_test_itself_is_not_believed(self):
         racing = Test("racing", ["toy_test", "racing"], reached=frozenset(one.number for one in self.mutants))
         results = Results(self.work / "racing.jsonl")
-        judge = JudgeOfThreads([racing], results)
+        judge = Judge([racing], results)
         runner = SanitizedRunner(self.work / "sanitized/work", self.work / "sanitized/linked")
         judge.judge(runner, self.mutants[0], self.mutants[0].number)
-        self.assertEqual((results.by_key, dict(judge.wavering)), ({}, {"racing": 1}))
+        self.assertEqual((results.by_key[self.mutants[0].key]["outcome"], dict(judge.wavering)), ("survived", {"racing": 1}))
+
+    def test_one_that_no_thread_shows_has_to_be_in_the_list(self):
+        with contextlib.redirect_stdout(io.StringIO()) as told:
+            ends = [report_locks(self.mutants, results, listed)
+                    for results in (self.results, self.plain) for listed in ({}, {one.key for one in self.mutants})]
+        self.assertEqual(ends, [0, 0, 1, 0])
+        self.assertEqual([line for line in told.getvalue().splitlines() if line.startswith("locks:")],
+                         [f"locks: {seen} of 2 seen by the thread sanitizer" for seen in (2, 2, 0, 0)])
 
 
 class ProofOfACompiler(unittest.TestCase):

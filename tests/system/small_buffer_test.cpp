@@ -31,6 +31,18 @@ TEST(NoBufferDeathTest, EndsTheProcess)
     EXPECT_EXIT(copyText("", &byte, 0), isInvalidParameterEnding, invalidParameterMessage);
 }
 
+TEST(BufferOfOneByteDeathTest, IsEmptiedBefore)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto copyIntoIt = [] {
+        smallBuffer.fill(untouchedByte);
+        sizeGiven = 1;
+        judgeAtInvalidParameter(isEmptied);
+        copyText(smallBufferReply, smallBuffer.data(), 1);
+    };
+    EXPECT_EXIT(copyIntoIt(), ::testing::ExitedWithCode(judgedGood), "");
+}
+
 TEST_P(SmallBufferDeathTest, EndsTheProcess)
 {
     EXPECT_EXIT(static_cast<void>(callWithSmallBuffer()), isInvalidParameterEnding, invalidParameterMessage);

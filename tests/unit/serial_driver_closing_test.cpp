@@ -210,6 +210,15 @@ TEST_F(SerialClosingInsideAReply, BytesWithoutEndBetweenBlocksAreLeft)
     EXPECT_LT(port().count("read 1 15000"), 30);
 }
 
+TEST_F(SerialClosingInsideAReply, AByteBetweenBlocksThatComesWithinTheStepIsTheLast)
+{
+    constexpr int readsOfABlock = 3; // its ":", its length and the rest
+    interruptDuringRead(readsOfABlock);
+    port().play({arrive(block("abc", etb)), arrive("xx" + block("abc", etx))});
+    EXPECT_EQ(codeOfQuery(), closedPort);
+    EXPECT_EQ(port().count("read 1 15000"), 3) << "two of the block, and one behind it";
+}
+
 // The third damage decides the exchange, but not what becomes of a call whose link is closed.
 TEST_F(SerialClosingInsideAReply, SilenceAfterTheThirdDamageIsAClosedPort)
 {

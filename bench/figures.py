@@ -118,10 +118,6 @@ def journal(text):
                      "a growing string: 2 times", float(ratio), most=2.1)
 
 
-def journals(build, _, work):
-    yield from journal(said(work, "journal_throughput", build / "journal_throughput", cwd=work))
-
-
 def pictures(text):
     row = r"^(.+?): ([\d.]+) billion dots/s, plain loop ([\d.]+), ratio ([\d.]+); .* takes 1/([\d.]+)"
     for size, ours, plain, ratio, copied in rows(row, text, 2, "logo_layouts"):
@@ -137,7 +133,7 @@ def layouts(build, _, work):
 @contextlib.contextmanager
 def awake_processors():
     """Something of the lowest class for each processor to do, while nothing else is: one that sleeps wakes late, in a virtual
-    machine above all, and then the bytes of a paced line are late, too."""
+    machine above all, and then the blocks of a journal and the bytes of a paced line are late, too."""
     spin = ("import os, sys; os.sched_setaffinity(0, [int(sys.argv[1])]);"
             "os.sched_setscheduler(0, os.SCHED_IDLE, os.sched_param(0))\n"
             "while os.getppid() == int(sys.argv[2]):\n    for _ in range(100_000): pass")
@@ -147,6 +143,12 @@ def awake_processors():
             spinning.callback(process.wait)
             spinning.callback(process.kill)
         yield
+
+
+def journals(build, _, work):
+    with awake_processors():
+        text = said(work, "journal_throughput", build / "journal_throughput", cwd=work)
+    yield from journal(text)
 
 
 def line_rate(text):

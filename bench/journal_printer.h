@@ -1,5 +1,7 @@
-// A printer that knows one thing: to every request it answers with a journal of a given size, block by block,
-// each when the one before is acknowledged. It is a process of its own on the second core.
+// A printer that knows one thing: it answers a request with a journal of a given size, block by block, each
+// when the one before is acknowledged. It is a process of its own on the second core. Several tills fetch at
+// once, and get a few milliseconds of their journals in turn: whatever the machine does meanwhile meets all
+// of them.
 #pragma once
 
 #include <cstddef>
@@ -7,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <sys/types.h>
+#include <vector>
 
 namespace bench {
 
@@ -19,15 +22,19 @@ inline constexpr std::size_t blockOverhead = 4;
 class JournalPrinter
 {
 public:
-    explicit JournalPrinter(std::size_t journalSize);
+    JournalPrinter(std::size_t journalSize, std::size_t numberOfTills);
     ~JournalPrinter();
     JournalPrinter(const JournalPrinter&) = delete;
     JournalPrinter& operator=(const JournalPrinter&) = delete;
 
     [[nodiscard]] std::uint16_t port() const { return boundPort; }
     [[nodiscard]] std::string address() const { return "127.0.0.1:" + std::to_string(boundPort); }
+    // What each till's turns took in all, in the order of their connections; waits until all have fetched.
+    [[nodiscard]] std::vector<double> seconds() const;
 
 private:
+    std::size_t tills;
+    int measured = -1; // the printer's times come from there
     std::uint16_t boundPort = 0;
     pid_t process = -1;
 };

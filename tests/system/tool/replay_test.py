@@ -12,7 +12,12 @@ SALE = ["sellingDayBegin", 1, 0, "--then", "paragonBegin", 1, 0, 1, 0, 0, 1, 0,
 
 def sold(paper):
     """What was sold, without what differs between two printers and two moments."""
-    return [line for line in paper.splitlines() if re.search("Čaj|TOTAL|Hotovosť|8.33", line)]
+    return [line for line in paper.splitlines() if re.search(r"Čaj|TOTAL|Hotovosť|8\.33", line)]
+
+
+class LinesOfASale(unittest.TestCase):
+    def test_are_not_those_of_a_printer_on_any_port(self):
+        self.assertEqual(sold("listening on 127.0.0.1:38333"), [])
 
 
 class WithLogsOfASale(ToolTest):

@@ -118,6 +118,12 @@ def journal(text):
                      "a growing string: 2 times", float(ratio), most=2.1)
 
 
+def journals(build, _, work):
+    with awake_processors():
+        text = said(work, "journal_throughput", build / "journal_throughput", cwd=work)
+    yield from journal(text)
+
+
 def pictures(text):
     row = r"^(.+?): ([\d.]+) billion dots/s, plain loop ([\d.]+), ratio ([\d.]+); .* takes 1/([\d.]+)"
     for size, ours, plain, ratio, copied in rows(row, text, 2, "logo_layouts"):
@@ -143,12 +149,6 @@ def awake_processors():
             spinning.callback(process.wait)
             spinning.callback(process.kill)
         yield
-
-
-def journals(build, _, work):
-    with awake_processors():
-        text = said(work, "journal_throughput", build / "journal_throughput", cwd=work)
-    yield from journal(text)
 
 
 def line_rate(text):

@@ -1,7 +1,6 @@
 // A printer that knows one thing: it answers a request with a journal of a given size, block by block, each
 // when the one before is acknowledged. It is a process of its own on the second core. Several tills fetch at
-// once, and get a few milliseconds of their journals in turn: whatever the machine does meanwhile meets all
-// of them.
+// once and get 256 blocks in turn: whatever the machine does meanwhile meets all of them.
 #pragma once
 
 #include <cstddef>

@@ -1,28 +1,27 @@
 // How fast a journal comes in, and how much memory that takes.
 //
 // The library fetches a journal from a printer of a few lines at the other end of a loopback connection.
-// Beside it a bare loop makes the same system calls on the same bytes and does nothing else: what the library
-// adds shows as the ratio of the two. Both fetch at once, each in its turn, and the printer measures their
-// turns: two journals one after the other say more of the machine than of the library. Library, loop and
-// printer are processes of their own, the first two pinned to one core and the printer to the other; every
+// Beside it a bare loop makes the same system calls on the same bytes and puts what comes into a string, as
+// who wants a journal has to; a second one throws the bytes away, so that it does nothing but the calls. What
+// the library adds shows as the ratios. All fetch at once, each in its turn, and the printer measures their
+// turns: journals one after the other say more of the machine than of the library. Library, loops and printer
+// are processes of their own, the printer pinned to one core and the others to the other one; every
 // measurement is a fresh process, so that its peak of memory is its own. The call log is off but for one row.
 //
 //     journal_throughput [ROUNDS [LARGEST-SIZE-IN-MEGABYTES]]
+#include "bench/bare_journal.h"
 #include "bench/in_turn.h"
 #include "bench/journal_printer.h"
 #include "bench/own_process.h"
 #include "telvofm.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <iterator>
-#include <poll.h>
 #include <string>
-#include <sys/socket.h>
 #include <unistd.h>
 #include <vector>
 
@@ -55,55 +54,31 @@ Outcome fetchWithLibrary(const std::string& address, std::size_t size, const cha
     return outcome;
 }
 
-// The library's system calls, one by one: a wait and a receive of at most 256 bytes until a block is there,
-// and the one byte that asks for the next.
-Outcome fetchBare(int socket, std::size_t size)
-{
-    const auto send = [socket](std::string_view bytes) {
-        if (::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL) != static_cast<ssize_t>(bytes.size())) {
-            _exit(1);
-        }
-    };
-    std::array<char, 256> buffer{};
-    const Meter meter;
-    send(journalRequest.substr(0, journalRequest.size() - 1));
-    send(journalRequest.substr(journalRequest.size() - 1)); // the checksum byte goes out by itself
-    for (std::size_t left = size; left > 0;) {
-        const std::size_t data = std::min(left, largestPiece);
-        for (std::size_t missing = data + blockOverhead; missing > 0;) {
-            pollfd readable = {.fd = socket, .events = POLLIN, .revents = 0};
-            if (poll(&readable, 1, 3000) != 1) {
-                _exit(1);
-            }
-            const ssize_t received = recv(socket, buffer.data(), buffer.size(), 0);
-            if (received <= 0) {
-                _exit(1);
-            }
-            missing -= static_cast<std::size_t>(received);
-        }
-        left -= data;
-        send(left > 0 ? "\x06" : "\x03");
-    }
-    return meter.outcome();
-}
-
 struct Round
 {
     double library = 0; // in seconds
-    double bare = 0;
+    double keeping = 0;
+    double throwing = 0;
     Outcome ofLibrary;
-    Outcome ofBare;
+    Outcome ofKeeping;
 };
 
-Round fetchBoth(JournalPrinter& printer, std::size_t size)
+Round fetchAll(JournalPrinter& printer, std::size_t size)
 {
-    const int socket = connectTo(printer.port()); // first in the line
-    OwnProcess bare([&] { return fetchBare(socket, size); });
+    const int first = connectTo(printer.port()); // their places in the line
+    const int second = connectTo(printer.port());
+    OwnProcess throwing([&] { return fetchAndThrowAway(first, size); });
+    OwnProcess keeping([&] { return fetchAndKeep(second, size); });
     OwnProcess library([&] { return fetchWithLibrary(printer.address(), size, nullptr); });
     const std::vector<double> seconds = printer.seconds();
-    close(socket);
-    return {
-        .library = seconds[1], .bare = seconds[0], .ofLibrary = library.outcome(), .ofBare = bare.outcome()};
+    close(first);
+    close(second);
+    throwing.outcome();
+    return {.library = seconds[2],
+            .keeping = seconds[1],
+            .throwing = seconds[0],
+            .ofLibrary = library.outcome(),
+            .ofKeeping = keeping.outcome()};
 }
 
 // After two minutes three are enough.
@@ -111,11 +86,11 @@ std::vector<Round> fetchInRounds(std::size_t size, int rounds)
 {
     constexpr int enough = 3;
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
-    JournalPrinter printer(size, 2);
+    JournalPrinter printer(size, 3);
     std::vector<Round> all;
     for (int round = 0; round < rounds && (round < enough || std::chrono::steady_clock::now() < end);
          ++round) {
-        all.push_back(fetchBoth(printer, size));
+        all.push_back(fetchAll(printer, size));
     }
     return all;
 }
@@ -130,24 +105,28 @@ double medianOf(const std::vector<Round>& rounds, Figure figure)
 
 void compare(int rounds, std::size_t largest)
 {
-    std::printf("%12s %12s %12s %13s %18s %11s\n", "bytes", "library ns/B", "bare ns/B", "bare/library",
-                "of processor time", "peak/reply");
+    std::printf("%12s %12s %12s %12s %14s %15s %18s %11s\n", "bytes", "library ns/B", "keeping ns/B",
+                "thrown ns/B", "kept/library", "thrown/library", "of processor time", "peak/reply");
     for (const std::size_t size : {64 * kilobyte, megabyte, 16 * megabyte, 64 * megabyte}) {
         if (size > largest) {
             break;
         }
         const std::vector<Round> all = fetchInRounds(size, rounds);
-        const auto bytes = static_cast<double>(size);
-        constexpr double nanosecondsPerSecond = 1e9;
-        std::printf("%12zu %12.2f %12.2f %13.3f %18.3f %11.2f\n", size,
-                    medianOf(all, &Round::library) * nanosecondsPerSecond / bytes,
-                    medianOf(all, &Round::bare) * nanosecondsPerSecond / bytes,
-                    medianOf(all, [](const Round& round) { return round.bare / round.library; }),
+        const auto nanosecondsOfAByte = [&](double Round::*side) {
+            constexpr double nanosecondsPerSecond = 1e9;
+            return medianOf(all, side) * nanosecondsPerSecond / static_cast<double>(size);
+        };
+        std::printf("%12zu %12.2f %12.2f %12.2f %14.3f %15.3f %18.3f %11.2f\n", size,
+                    nanosecondsOfAByte(&Round::library), nanosecondsOfAByte(&Round::keeping),
+                    nanosecondsOfAByte(&Round::throwing),
+                    medianOf(all, [](const Round& round) { return round.keeping / round.library; }),
+                    medianOf(all, [](const Round& round) { return round.throwing / round.library; }),
                     medianOf(all,
                              [](const Round& round) {
-                                 return round.ofBare.processorSeconds / round.ofLibrary.processorSeconds;
+                                 return round.ofKeeping.processorSeconds / round.ofLibrary.processorSeconds;
                              }),
-                    medianOf(all, [](const Round& round) { return round.ofLibrary.peakBytes; }) / bytes);
+                    medianOf(all, [](const Round& round) { return round.ofLibrary.peakBytes; }) /
+                        static_cast<double>(size));
         std::fflush(stdout);
     }
 }

@@ -16,6 +16,7 @@ import subprocess
 import sys
 import time
 
+from awake_processors import awake_processors
 from chart import chart
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -138,21 +139,6 @@ def layouts(build, _, work):
     yield from pictures(said(work, "logo_layouts", build / "logo_layouts", cwd=work))
 
 
-@contextlib.contextmanager
-def awake_processors():
-    """Something of the lowest class for each processor to do, while nothing else is: one that sleeps wakes late, in a virtual
-    machine above all, and then the blocks of a journal and the bytes of a paced line are late, too."""
-    spin = ("import os, sys; os.sched_setaffinity(0, [int(sys.argv[1])]);"
-            "os.sched_setscheduler(0, os.SCHED_IDLE, os.sched_param(0))\n"
-            "while os.getppid() == int(sys.argv[2]):\n    for _ in range(100_000): pass")
-    with contextlib.ExitStack() as spinning:
-        for processor in os.sched_getaffinity(0):
-            process = subprocess.Popen([sys.executable, "-c", spin, str(processor), str(os.getpid())])
-            spinning.callback(process.wait)
-            spinning.callback(process.kill)
-        yield
-
-
 def line_rate(text):
     row = r"^(bare loop|library) +[\d.]+ +[\d.]+ +([\d.]+) +([\d.]+)$"
     (_, bare, bare_core), (_, ours, core) = rows(row, text, 2, "serial_throughput")
@@ -174,10 +160,9 @@ def loading(build, windows, work):
             ("telvofm.dll under Wine", windows / "telvofm.dll", "x86_64-w64-mingw32-gcc",
              ["wine", windows / "loading_time.exe"])):
         text = said(work, f"loading {library.suffix}", sys.executable, "-B", test, library, compiler, work, *program)
-        ours, control = (int(number) for number in re.search(r"in (\d+) micro.* in (\d+)", text).groups())
-        yield Figure(f"Loading {title}", f"{ours / 1000:.2f} ms",
-                     f"a library with the same imports and no code: {control / 1000:.2f} ms", (ours - control) / 1000,
-                     most=1)
+        ours, control, longer = (int(number) / 1000 for number in re.search(r"in (\d+) micro.* in (\d+): (-?\d+)", text).groups())
+        yield Figure(f"Loading {title}", f"{ours:.2f} ms", f"a library with the same imports and no code: {control:.2f} ms",
+                     longer, most=1)
 
 
 def instructions(build, _, work):

@@ -70,6 +70,8 @@ def wrong_with_dll(library, documentation):
         "it has no place of its own in memory each time": "DYNAMIC_BASE" in header,
         "it may not lie above four gigabytes": "HIGH_ENTROPY_VA" in header,
         "its data may be executed": "NX_COMPAT" in header,
+        "its file is not laid out in pages, so that Wine copies it when it is loaded":
+            re.search(r"FileAlignment\s+00001000", header),
         "it holds symbols": not re.search(r"^SYMBOL TABLE:\n.*\bsec\b", said_by(
             "x86_64-w64-mingw32-objdump", "-t", library), re.MULTILINE),
     }

@@ -1,7 +1,7 @@
 /*
- * Says how many microseconds the loading of a library takes, how many that of another one, and how many more the
- * first takes: the median of each. Both are loaded in turn, many times, and unloaded again: whatever else the
- * machine does meets both.
+ * Says how many microseconds the loading of a library takes, how many that of another one, and how many more
+ * the first takes: the median of each. Both are loaded in turn, many times, and unloaded again: whatever else
+ * the machine does meets both.
  *
  *     loading_time LIBRARY OTHER_LIBRARY
  */

@@ -9,7 +9,9 @@ namespace telvofm {
 AppendedFile::AppendedFile(const std::string& path)
 {
     constexpr int everybodysFile = 0666; // less what the process's mask takes away
-    descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, everybodysFile);
+    do { // again when a signal interrupts it, as it does where a pipe or a network's file stands there
+        descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, everybodysFile);
+    } while (!isOpen() && errno == EINTR);
 }
 
 AppendedFile::~AppendedFile()

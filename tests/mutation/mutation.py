@@ -90,6 +90,8 @@ def main():
     listed = judged_survivors(HERE / "survivors.md")
     found = [one for one in woven + alone if re.search(given.only, f"{one.key} {one.describe()}")]
     asked = drawn(found, given.sample, given.seed)
+    if given.sample is not None and len(asked) < given.sample:
+        sys.exit(f"mutation: only {len(asked)} mutants are there, {given.sample} are wanted")
     wanted = results.wanted(asked, listed)
     judge = Judge(tests, results, given.most_tests, SameCode(TOP, files, work).proves_equal)
     judge_all(judge, [one for one in wanted if one.form != "alone"], work, work / "linked", given)

@@ -39,7 +39,9 @@ def report(asked, mutants, results, listed, wavering):
             print(f"survivors.md: {key} is no survivor any more")
     if wavering:
         print("failed without a mutant too, and were not believed:", dict(wavering))
-    return 0 if not open_ones and share_killed(by_room["all"]) >= WANTED else 1
+    if by_room["all"]["not judged"]:
+        print(f"{by_room['all']['not judged']} of those that were drawn are not judged")
+    return 0 if not open_ones and not by_room["all"]["not judged"] and share_killed(by_room["all"]) >= WANTED else 1
 
 
 def report_locks(locks, results, listed):

@@ -7,6 +7,7 @@ import pathlib
 import subprocess
 import sys
 import tempfile
+import types
 import unittest
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -15,7 +16,7 @@ from judgement import Judge, Results  # noqa: E402
 from made import all_mutants  # noqa: E402
 from mutant import Mutant, drawn  # noqa: E402
 from recording import record  # noqa: E402
-from report import report_locks  # noqa: E402
+from report import report, report_locks  # noqa: E402
 from same_code import SameCode  # noqa: E402
 from sanitized import OPTION, SanitizedRunner, locks  # noqa: E402
 from tests_of_library import Runner, Test  # noqa: E402
@@ -208,6 +209,32 @@ class Locks(unittest.TestCase):
         self.assertEqual(ends, [0, 0, 1, 0])
         self.assertEqual([line for line in told.getvalue().splitlines() if line.startswith("locks:")],
                          [f"locks: {seen} of 2 seen by the thread sanitizer" for seen in (2, 2, 0, 0)])
+
+
+class Report(unittest.TestCase):
+    """Of a hundred mutants."""
+
+    def ends(self, *outcomes, listed=()):
+        drawn_ones = [types.SimpleNamespace(key=str(number), file="link/one.cpp", line=number, kind="constant",
+                                            describe=lambda: "is another one") for number in range(100)]
+        judged = dict(zip((one.key for one in drawn_ones), outcomes + ("killed",) * (100 - len(outcomes))))
+        results = types.SimpleNamespace(by_key={key: {"outcome": outcome, "test": ""} for key, outcome in judged.items() if outcome})
+        with contextlib.redirect_stdout(io.StringIO()) as told:
+            end = report(drawn_ones, drawn_ones, results, {str(number): "" for number in listed}, {})
+        return end, told.getvalue()
+
+    def test_wants_97_of_a_hundred_killed(self):
+        self.assertEqual(self.ends(*["survived"] * 3, listed=range(3))[0], 0)
+        self.assertEqual(self.ends(*["survived"] * 4, listed=range(4))[0], 1)
+
+    def test_wants_each_survivor_judged_in_writing(self):
+        end, told = self.ends("survived")
+        self.assertEqual((end, told.splitlines()[0]), (1, "survived: 0 link/one.cpp:0 is another one ()"))
+
+    def test_wants_all_that_were_drawn_judged(self):
+        end, told = self.ends(None)
+        self.assertEqual(end, 1)
+        self.assertIn("1 of those that were drawn are not judged", told)
 
 
 class ProofOfACompiler(unittest.TestCase):

@@ -1,4 +1,5 @@
-// A log's calls of the system: records that are taken in part, interrupted, or refused.
+// A log's calls of the system: records that are taken in part, interrupted, or refused, and files that are
+// opened in the end.
 #include "link/raw_log.h"
 #include "tests/system/system_calls.h"
 #include "tests/unit/own_folder.h"
@@ -42,6 +43,15 @@ TEST_F(LogCalls, ARecordThatASignalInterruptsIsWrittenOnce)
     log.record(RawLog::sent, "\x01\x02\x03");
     EXPECT_EQ(contentOf(path), "C: 01 02 03 ");
     EXPECT_TRUE(calls.fileWriteErrors.empty());
+}
+
+// Opening waits where a pipe with a name, or a file of a network, stands in the place of the log.
+TEST_F(LogCalls, ARecordWhoseFileASignalKeepsFromOpeningIsWrittenOnce)
+{
+    calls.opensToInterrupt = 2;
+    log.record(RawLog::sent, "\x01\x02\x03");
+    EXPECT_EQ(contentOf(path), "C: 01 02 03 ");
+    EXPECT_EQ(calls.opensToInterrupt, 0);
 }
 
 TEST_F(LogCalls, ARecordThatTheDiskHasNoRoomForIsLostAndTheNextIsNot)

@@ -75,10 +75,12 @@ def main():
         began = time.monotonic()
         till = subprocess.run([build / "soak_till", printer.address, str(CALLS), str(SEED)], stdout=subprocess.PIPE, text=True)
         took = time.monotonic() - began
-        hit = {}
+        hit, idle = {}, []
         for fault in printer.ask("GET", "faults")["faults"]:
             kind = fault["fault"]["kind"]
             hit[kind] = hit.get(kind, 0) + fault["requestsHit"]
+            if not fault["requestsHit"]:
+                idle.append(str(fault["fault"]))
         printer.ask("DELETE", "faults")
         if till.returncode != 0:
             sys.exit(f"the till has ended with {till.returncode}")
@@ -93,6 +95,8 @@ def main():
         wrong.append(f"the till's process has {books['handleGrowth']} handles more")
     if not books["unknown"] or not books["refused"] or not books["receipts"]:
         wrong.append("it has met no trouble")
+    if CALLS >= MANY:
+        wrong += [f"this fault has hit nothing: {fault}" for fault in idle]
     for line in wrong:
         print("FAILED:", line)
     sys.exit(1 if wrong else 0)

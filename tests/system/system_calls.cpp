@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdarg>
 #include <cstdio>
 #include <ctime>
 #include <dlfcn.h>
@@ -89,6 +90,16 @@ int connect(int descriptor, const sockaddr* address, socklen_t size)
     ::fcntl(descriptor, F_SETFL, flags);
     errno = error;
     return result;
+}
+
+int open(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): the system's own is such a one
+{
+    static auto* const real = telvofm::test::system<decltype(::open)>("open");
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(more, mode_t) : 0;
+    va_end(more);
+    return interrupts(&SystemCalls::opensToInterrupt) ? -1 : real(path, flags, mode);
 }
 
 ssize_t send(int descriptor, const void* bytes, size_t count, int flags)

@@ -24,6 +24,7 @@ public:
     int connectsToInterrupt = 0;
     int sendsToInterrupt = 0;
     int receivesToInterrupt = 0;
+    int opensToInterrupt = 0;
     int socketsToRefuse = 0;
     int socketQueriesToFail = 0;
     // With which errors the next waits for a socket or a terminal end.

@@ -64,6 +64,7 @@ struct Tortured
 {
     Link link;
     Torment torment;
+    std::size_t leastCases; // of all of all: a trap that loses places must not pass unseen
 };
 
 void tell(const TortureTotals& totals)
@@ -149,7 +150,7 @@ TEST_P(Torture, EveryCallTellsTheTruthAndLeavesNothingBehind)
         return made;
     }();
     tell(tortured->totals());
-    EXPECT_GT(tortured->totals().cases, 0U);
+    EXPECT_GE(tortured->totals().cases, isWhole() && parts == 1 ? GetParam().leastCases : 1);
 }
 
 // Nothing is left out.
@@ -180,12 +181,14 @@ std::string nameOf(const Tortured& tortured)
            std::string(torments[static_cast<std::size_t>(tortured.torment)]);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Links, Torture,
-    ::testing::Values(Tortured{Link::tcp, Torment::allocation}, Tortured{Link::tcp, Torment::error},
-                      Tortured{Link::tcp, Torment::interrupted}, Tortured{Link::serial, Torment::allocation},
-                      Tortured{Link::serial, Torment::error}, Tortured{Link::serial, Torment::interrupted}),
-    [](const auto& instance) { return nameOf(instance.param); });
+INSTANTIATE_TEST_SUITE_P(Links, Torture,
+                         ::testing::Values(Tortured{Link::tcp, Torment::allocation, 1'300},
+                                           Tortured{Link::tcp, Torment::error, 5'000},
+                                           Tortured{Link::tcp, Torment::interrupted, 2'000},
+                                           Tortured{Link::serial, Torment::allocation, 950},
+                                           Tortured{Link::serial, Torment::error, 45'000},
+                                           Tortured{Link::serial, Torment::interrupted, 16'000}),
+                         [](const auto& instance) { return nameOf(instance.param); });
 
 } // namespace
 } // namespace telvofm::test::torture
